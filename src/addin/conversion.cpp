@@ -1,0 +1,81 @@
+#include "addin/conversion.h"
+
+#include "calc/number_text.h"
+#include "calc/text_str.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace metrify {
+
+namespace {
+
+// In front of the first "=" of a result stand a blank-filled indent and one more blank.
+constexpr std::size_t indent_of_result = 8;
+
+bool begins_with(std::string_view text, std::string_view beginning) {
+    return text.substr(0, beginning.size()) == beginning;
+}
+
+// The number at the start of a terminated text, behind blanks. Unlike the language's numbers it may be one of
+// the words that the listing writes.
+double leading_number(const char* text) {
+    while (*text == ' ' || *text == '\t' || *text == '\n')
+        ++text;
+    double number = 0.0;
+    if (read_double(text, number) != text)
+        return number;
+    const bool negative = *text == '-';
+    const std::string_view word(negative ? text + 1 : text);
+    if (begins_with(word, "inf"))
+        number = std::numeric_limits<double>::infinity();
+    else if (begins_with(word, "nan"))
+        number = std::numeric_limits<double>::quiet_NaN();
+    return negative ? -number : number;
+}
+
+// Behind the first blank of a result that isn't the one behind its "=", or behind an ampersand that comes
+// sooner.
+std::string_view unit_text_of(std::string_view result) {
+    const std::size_t mark = result.substr(0, 1) == "&" ? 0 : result.find_first_of(" &", 1);
+    return mark == std::string_view::npos ? std::string_view() : result.substr(mark + 1);
+}
+
+void pick_answer(conversion& cells) {
+    const std::string_view answer = cells.answer.view();
+    const std::size_t equals = answer.find('=');
+    if (const std::size_t mark = answer.find(" ERROR:"); mark != std::string_view::npos) {
+        cells.outcome = conversion_outcome::error;
+        cells.text = answer.substr(mark + 1);
+    } else if (const std::size_t request = answer.find(" ERROR"); request != std::string_view::npos) {
+        // Behind the message of a failed request stands the value in default units, which is cut off. An "=" in
+        // the text as typed can put the cut ahead of the message.
+        const std::size_t begin = request + 1;
+        const std::size_t cut = equals == std::string_view::npos ? answer.size()
+                                : equals < indent_of_result       ? 0
+                                                                  : equals - indent_of_result;
+        cells.outcome = conversion_outcome::error;
+        cells.text = answer.substr(begin, std::max(cut, begin) - begin);
+    } else if (equals != std::string_view::npos) {
+        const std::string_view result = answer.substr(equals + 1);
+        cells.outcome = conversion_outcome::converted;
+        cells.number = leading_number(result.data());
+        cells.text = unit_text_of(result);
+    }
+}
+
+} // namespace
+
+conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+    work_text line;
+    line.str = str_append_double(&line.str, val);
+    line.append(" ");
+    line.append(in_units);
+    line.append("; ");
+    line.append(out_units);
+    conversion cells = {interpret_dimensional_input_lines(line.str->text)};
+    pick_answer(cells);
+    return cells;
+}
+
+} // namespace metrify

@@ -1,0 +1,14 @@
+#pragma once
+
+// Replay of a compiled list, without the text: the inner loop of the solvers.
+
+#include "calc/code_list.h"
+#include "calc/dim_value.h"
+
+namespace metrify {
+
+/// Runs a list on an operand stack of its own. result holds what the last statement came to. Stops at the first
+/// instruction that leaves a message in err, with result as it stands then.
+void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err);
+
+} // namespace metrify

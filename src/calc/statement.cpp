@@ -1,0 +1,116 @@
+#include "calc/statement.h"
+
+#include "calc/assignment.h"
+#include "calc/operators.h"
+#include "calc/special_line.h"
+#include "calc/unit_rendering.h"
+
+#include <array>
+
+namespace metrify {
+
+namespace {
+
+constexpr std::string_view indent = "       ";
+
+void append(text_str*& out, std::string_view text) {
+    out = str_append_text(&out, text);
+}
+
+void write_heading(std::string_view prefix, int counter, text_str*& out) {
+    str_append_three(&out, "[  ", prefix, "");
+    out = str_append_int(&out, counter);
+    append(out, " ] ");
+}
+
+// The line as typed, comment included.
+void echo_line_text(const cursor& start, cursor expptr, text_str*& out) {
+    skip_to_line_end(expptr);
+    append(out, text_span(start, expptr));
+    append(out, "\n");
+}
+
+void write_message(text_str*& out, text_str*& err) {
+    append(out, indent);
+    out = str_append_str(&out, &err);
+}
+
+// One of the four systems by name, exactly as it is spelt.
+bool match_system(cursor& expptr, unit_system& system) {
+    struct system_word {
+        std::string_view word;
+        unit_system system;
+    };
+    constexpr std::array<system_word, 4> words = {
+        {{"MKS", system_MKS}, {"cgs", system_cgs}, {"FPS", system_FPS}, {"IPS", system_IPS}}};
+    for (const system_word& entry : words) {
+        if (match_keyword(true, true, expptr, entry.word) == 0) {
+            system = entry.system;
+            return true;
+        }
+    }
+    return false;
+}
+
+// { ";" [ request ] }
+// Results go to requested, messages directly to out, ahead of the result line. True if a request has printed
+// the value. A request clears the error of the one before it; that of the last one stays.
+bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requested, text_str*& out,
+                    text_str*& err) {
+    bool served = false;
+    skip_blanks_and_comments(expptr);
+    while (!at_text_end(expptr) && accept_char(true, ';', expptr)) {
+        skip_blanks_and_comments(expptr);
+        if (rest_is_blank_before_comment(expptr))
+            break;
+        unit_system system = system_MKS;
+        if (match_system(expptr, system)) {
+            print_value_in_system(system, requested, result, err, false);
+            served = true;
+        } else if (print_value_with_requested_units(requested, result, expptr, err, false)) {
+            served = true;
+        }
+        if (!str_is_empty(err))
+            write_message(out, err);
+        skip_blanks_and_comments(expptr);
+    }
+    return served;
+}
+
+} // namespace
+
+line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start, cursor& expptr,
+                                  text_str*& out, code_list* code, text_str*& err) {
+    write_heading(prefix, counter, out);
+    const std::string_view target = peek_assignment_target(expptr, err);
+    echo_line_text(line_start, expptr, out);
+
+    work_text special;
+    if (is_special_function(expptr, counter, special.str, err)) {
+        str_append_three(&out, indent, special.view(), "\n");
+        return line_result::special;
+    }
+    dim_value result;
+    if (!compile_input_line(expptr, result, code, err)) {
+        skip_to_line_end(expptr);
+        write_message(out, err);
+        append(out, "\n");
+        return line_result::failed;
+    }
+    normalize_dimensions(result);
+    work_text requested;
+    if (!serve_requests(result, expptr, requested.str, out, err)) {
+        print_value_in_default_units(requested.str, result, err, true);
+        if (!str_is_empty(err)) {
+            write_message(out, err);
+            append(out, "\n");
+        }
+    }
+    append(out, indent);
+    append(out, target);
+    str_append_three(&out, requested.view(), "\n", "\n");
+    skip_to_line_end(expptr);
+    return line_result::compiled;
+}
+
+} // namespace metrify

@@ -1,0 +1,130 @@
+#include "calc/text_str.h"
+
+#include "calc/number_text.h"
+#include "numerics/numeric_utilities.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+
+namespace metrify {
+
+namespace {
+
+constexpr const char* allocation_failure = "Allocation failure in allocate_and_init_str_kelb().";
+
+char* grow_block(char* block, std::size_t size) {
+    char* grown = static_cast<char*>(std::realloc(block, size));
+    if (grown == nullptr)
+        nrerror(allocation_failure);
+    return grown;
+}
+
+text_str* new_record() {
+    auto* record = static_cast<text_str*>(std::malloc(sizeof(text_str)));
+    if (record == nullptr)
+        nrerror(allocation_failure);
+    return record;
+}
+
+// The text moves to a record of the new capacity. Its characters are copied only where the block that stands
+// behind them is too small as well.
+text_str* moved_to_capacity(text_str* old, std::size_t capacity) {
+    text_str* grown = new_record();
+    *grown = *old;
+    grown->in_place = false;
+    grown->owns_block = true;
+    grown->capacity = capacity;
+    if (!old->owns_block) {
+        grown->block = capacity;
+        grown->text = grow_block(nullptr, capacity);
+        std::memcpy(grown->text, old->text, old->length + 1);
+    } else if (capacity > old->block) {
+        grown->block = std::max(capacity, 2 * old->block);
+        grown->text = grow_block(old->text, grown->block);
+    }
+    if (!old->in_place)
+        std::free(old);
+    return grown;
+}
+
+} // namespace
+
+text_str* allocate_and_init_str_kelb(std::size_t size, std::size_t grow_by) {
+    text_str* s = new_record();
+    const std::size_t block = std::max<std::size_t>(size, 1);
+    *s = {grow_block(nullptr, block), 0, size, std::max<std::size_t>(grow_by, 1), block, false, true};
+    s->text[0] = '\0';
+    return s;
+}
+
+void str_free(text_str* s) {
+    if (s->owns_block)
+        std::free(s->text);
+    if (!s->in_place)
+        std::free(s);
+}
+
+void str_clear(text_str** s) {
+    (*s)->length = 0;
+    (*s)->text[0] = '\0';
+}
+
+text_str* str_append_range(text_str** s, const char* begin, const char* end) {
+    text_str* target = *s;
+    if (std::less<>()(end, begin))
+        return target;
+    const auto added = static_cast<std::size_t>(end - begin);
+    const std::size_t needed = (added + 1) + (target->length + 1); // one byte more than the result takes
+    if (needed > target->capacity) {
+        const std::size_t steps = (needed - target->capacity + target->grow_by - 1) / target->grow_by;
+        target = moved_to_capacity(target, target->capacity + steps * target->grow_by);
+    }
+    std::memcpy(target->text + target->length, begin, added);
+    target->length += added;
+    target->text[target->length] = '\0';
+    return target;
+}
+
+text_str* str_append_text(text_str** s, std::string_view text) {
+    return str_append_range(s, text.data(), text.data() + text.size());
+}
+
+text_str* str_append_str(text_str** s, text_str* const* t) {
+    return str_append_text(s, str_view(*t));
+}
+
+text_str* str_append_until_any(text_str** s, std::string_view text, std::string_view set) {
+    return str_append_text(s, text.substr(0, text.find_first_of(set)));
+}
+
+text_str* str_append_three(text_str** s, std::string_view a, std::string_view b, std::string_view c) {
+    *s = str_append_text(s, a);
+    *s = str_append_text(s, b);
+    *s = str_append_text(s, c);
+    return *s;
+}
+
+text_str* str_append_double(text_str** s, double x) {
+    number_buffer buffer;
+    return str_append_text(s, format_double(x, buffer));
+}
+
+text_str* str_append_int(text_str** s, int n) {
+    number_buffer buffer;
+    return str_append_text(s, format_int(n, buffer));
+}
+
+work_text::work_text(std::size_t capacity, std::size_t grow_by) : str(&record_) {
+    record_ = {first_block_, 0, capacity, grow_by, first_capacity, true, false};
+    first_block_[0] = '\0';
+    if (capacity > first_capacity) {
+        record_.text = grow_block(nullptr, capacity);
+        record_.block = capacity;
+        record_.owns_block = true;
+        record_.text[0] = '\0';
+    }
+}
+
+} // namespace metrify

@@ -1,0 +1,72 @@
+#pragma once
+
+// The growable text that carries the listing and the error text through the calculator.
+//
+// A text is held through a handle. Growth replaces the record, so every append returns the handle to use from
+// then on and the caller stores it back: s = str_append_text(&s, "...").
+
+#include <cstddef>
+#include <string_view>
+
+namespace metrify {
+
+struct text_str {
+    char* text;           // terminated, never null
+    std::size_t length;   // characters ahead of the end mark
+    std::size_t capacity; // decides when the text moves: it holds at most capacity - 2 characters
+    std::size_t grow_by;  // step by which capacity grows
+    std::size_t block;    // bytes really there behind `text`; runs ahead of capacity, so that a text made of
+                          // many small pieces is moved a logarithmic number of times only
+    bool in_place;        // record and first block belong to a work_text
+    bool owns_block;      // false while the text stands in the first block of a work_text
+};
+
+/// A new empty text. Ends the process through nrerror if there is no memory for it.
+text_str* allocate_and_init_str_kelb(std::size_t size, std::size_t grow_by);
+void str_free(text_str* s);
+void str_clear(text_str** s);
+
+inline bool str_is_empty(const text_str* s) {
+    return s->text[0] == '\0';
+}
+inline std::string_view str_view(const text_str* s) {
+    return {s->text, s->length};
+}
+
+/// Appends the characters from begin up to end; nothing if end lies before begin.
+text_str* str_append_range(text_str** s, const char* begin, const char* end);
+text_str* str_append_text(text_str** s, std::string_view text);
+text_str* str_append_str(text_str** s, text_str* const* t);
+
+/// Appends text up to, not including, its first character that stands in set, or all of it.
+text_str* str_append_until_any(text_str** s, std::string_view text, std::string_view set);
+
+/// Appends three texts and stores the handle itself: the form in which a message is written around a name.
+text_str* str_append_three(text_str** s, std::string_view a, std::string_view b, std::string_view c);
+
+/// Appends x as "%g" would print it; a not-a-number is `nan`, without a sign.
+text_str* str_append_double(text_str** s, double x);
+text_str* str_append_int(text_str** s, int n);
+
+/// Owner of a text with its record and its first block in place, so that a text of usual length costs no
+/// allocation. The handle is `str`; every append keeps it up to date.
+class work_text {
+  public:
+    static constexpr std::size_t first_capacity = 1024;
+
+    explicit work_text(std::size_t capacity = first_capacity, std::size_t grow_by = first_capacity);
+    ~work_text() { str_free(str); }
+    work_text(const work_text&) = delete;
+    work_text& operator=(const work_text&) = delete;
+
+    void append(std::string_view text) { str = str_append_text(&str, text); }
+    std::string_view view() const { return str_view(str); }
+
+    text_str* str;
+
+  private:
+    text_str record_;
+    char first_block_[first_capacity];
+};
+
+} // namespace metrify

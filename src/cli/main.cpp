@@ -1,0 +1,77 @@
+// The metrify command.
+
+#include "calc/number_text.h"
+#include "cli/commands.h"
+#include "cli/console.h"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <iostream>
+
+namespace metrify {
+namespace {
+
+constexpr int wrong_usage = 2;
+
+// VAL, a number of the language and nothing else.
+std::string check_number(const std::string& text) {
+    double value = 0.0;
+    const bool is_number = *read_double(text.c_str(), value) == '\0' && !text.empty();
+    return is_number ? std::string() : "'" + text + "' is not a number";
+}
+
+int run(int argc, const char* const* argv) {
+    CLI::App app("A calculator with units: a program text goes in, its listing comes out.\n"
+                 "Without a command: an interactive session at a terminal, otherwise as `metrify run -`.",
+                 "metrify");
+    app.set_version_flag("--version", "metrify " METRIFY_VERSION);
+    app.require_subcommand(0, 1);
+
+    std::string val;
+    std::string in_units;
+    std::string out_units;
+    // A negative number is no option.
+    CLI::App* convert = app.add_subcommand("convert", "Convert a number from one unit expression to another");
+    convert->prefix_command(false);
+    convert->add_option("VAL", val, "the number")->required()->check(CLI::Validator(check_number, "NUMBER"));
+    convert->add_option("IN", in_units, "the units it is in, e.g. \"kg m / s^2\"")->required();
+    convert->add_option("OUT", out_units, "the units to convert it to; left out, the default ones");
+
+    std::vector<std::string> files;
+    CLI::App* run_files = app.add_subcommand("run", "Run program texts, each a run of its own");
+    run_files->add_option("FILE", files, "a file, or - for standard input, as if none is given");
+
+    std::string filter;
+    CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
+    units->add_option("TEXT", filter, "only those whose name contains it");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : wrong_usage;
+    }
+    if (convert->parsed()) {
+        double number = 0.0;
+        read_double(val.c_str(), number);
+        return convert_command(number, in_units, out_units, std::cout, std::cerr);
+    }
+    if (units->parsed())
+        return units_command(filter, std::cout);
+    if (!run_files->parsed() && is_interactive())
+        return interactive_command(std::cout);
+    return run_command(files, std::cin, std::cout, std::cerr);
+}
+
+} // namespace
+} // namespace metrify
+
+int main(int argc, char** argv) {
+    metrify::use_binary_streams();
+    try {
+        return metrify::run(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "metrify: " << error.what() << '\n';
+        return metrify::wrong_usage;
+    }
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+// The 89 built-in functions: one table that the look-up, the call and the list for users read.
+
+#include "calc/function_dispatch.h"
+#include "calc/operand_stack.h"
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace metrify {
+
+/// A built-in takes its count arguments off the stack and pushes exactly one value.
+using builtin = void (*)(std::int32_t count, compile_ctx& ctx, text_str*& err);
+
+struct function_row {
+    std::int32_t number;
+    std::string_view name;
+    int arguments;
+    bool exact; // false: that many or more
+    std::string_view name_in_count_message;
+    std::int32_t mode; // arg_mode
+    builtin run;
+};
+
+/// All functions, by number from 1 on.
+std::span<const function_row> all_functions();
+
+} // namespace metrify

@@ -1,0 +1,29 @@
+#include "numerics/numeric_utilities.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace metrify {
+
+void nrerror(const char* text) {
+    std::fputs("Numerical Recipes run-time error ...\n", stderr);
+    std::fprintf(stderr, "%s\n", text);
+    std::fputs("... now exiting to system ...\n\n", stderr);
+    std::exit(1); // NOLINT(concurrency-mt-unsafe): the process ends here, whoever else is running
+}
+
+namespace detail {
+
+void block_release::operator()(void* block) const {
+    std::free(block);
+}
+
+void* allocate_block(long count, std::size_t size, const char* failure) {
+    void* block = count < 0 ? nullptr : std::calloc(static_cast<std::size_t>(count), size);
+    if (block == nullptr)
+        nrerror(failure);
+    return block;
+}
+
+} // namespace detail
+} // namespace metrify

@@ -1,0 +1,93 @@
+#pragma once
+
+// Vectors and matrices with a free index base, the fatal road for exhausted memory, and a few scalar helpers.
+// A failure of a numerical method is a text in `err` and never comes here.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace metrify {
+
+/// Writes the three lines of a fatal failure to standard error and ends the process with status 1.
+[[noreturn]] void nrerror(const char* text);
+
+/// 1 if v is not-a-number or of magnitude 1e39 or more, else 0.
+constexpr int is_not_finite(double v) {
+    return (v != v || v >= 1e39 || v <= -1e39) ? 1 : 0;
+}
+
+namespace detail {
+
+struct block_release {
+    void operator()(void* block) const;
+};
+template <class T>
+using block_owner = std::unique_ptr<T[], block_release>;
+
+/// A block of count zeroed elements of the given size; nrerror(failure) if there is no memory for it.
+void* allocate_block(long count, std::size_t size, const char* failure);
+
+} // namespace detail
+
+/// Owner of the elements v[nl] to v[nh], all zero at first. A range with nh = nl - 1 is legal and empty.
+template <class T>
+class offset_vector {
+  public:
+    offset_vector(long nl, long nh, const char* failure)
+        // One element more than the range asks for: an empty range has an address too.
+        : block_(static_cast<T*>(detail::allocate_block(nh - nl + 2, sizeof(T), failure))), low_(nl) {}
+
+    T& operator[](long index) { return block_[static_cast<std::size_t>(index - low_)]; }
+    const T& operator[](long index) const { return block_[static_cast<std::size_t>(index - low_)]; }
+
+    /// Address of the element at the lower index.
+    T* data() { return block_.get(); }
+    const T* data() const { return block_.get(); }
+
+  private:
+    detail::block_owner<T> block_;
+    long low_;
+};
+
+/// Owner of the elements m(i, j) for i from nrl to nrh and j from ncl to nch, all zero at first, in one
+/// contiguous block, row behind row.
+template <class T>
+class offset_matrix {
+  public:
+    offset_matrix(long nrl, long nrh, long ncl, long nch, const char* failure)
+        : block_(static_cast<T*>(
+              detail::allocate_block((nrh - nrl + 1) * (nch - ncl + 1) + 1, sizeof(T), failure))),
+          low_row_(nrl), low_column_(ncl), columns_(nch - ncl + 1) {}
+
+    T& operator()(long row, long column) { return block_[place(row, column)]; }
+    const T& operator()(long row, long column) const { return block_[place(row, column)]; }
+
+  private:
+    std::size_t place(long row, long column) const {
+        return static_cast<std::size_t>((row - low_row_) * columns_ + (column - low_column_));
+    }
+
+    detail::block_owner<T> block_;
+    long low_row_;
+    long low_column_;
+    long columns_;
+};
+
+inline offset_vector<double> dvector(long nl, long nh) {
+    return {nl, nh, "Allocation failure in dvector()."};
+}
+inline offset_vector<std::int32_t> ivector(long nl, long nh) {
+    return {nl, nh, "Allocation failure in ivector()."};
+}
+inline offset_vector<char> cvector(long nl, long nh) {
+    return {nl, nh, "Allocation failure in cvector()."};
+}
+inline offset_matrix<double> dmatrix(long nrl, long nrh, long ncl, long nch) {
+    return {nrl, nrh, ncl, nch, "Allocation failure 2 in dmatrix()."};
+}
+inline offset_matrix<char> cmatrix(long nrl, long nrh, long ncl, long nch) {
+    return {nrl, nrh, ncl, nch, "Allocation failure 2 in cmatrix()."};
+}
+
+} // namespace metrify
