@@ -43,7 +43,7 @@ cursor behind_plain_blanks(cursor p) {
 
 } // namespace
 
-void skip_blanks_and_comments(cursor& expptr) {
+void detail::skip_from(cursor& expptr) {
     skip<true>(expptr);
 }
 

@@ -79,7 +79,8 @@ void reset_run_state() {
 
 listing::listing(std::string_view text)
     : length_(text.size()), text_(cvector(0, static_cast<long>(text.size()))) {
-    std::memcpy(text_.data(), text.data(), length_);
+    text.copy(text_.data(), length_);
+    text_[static_cast<long>(length_)] = '\0';
 }
 
 void run_lines(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err) {

@@ -22,7 +22,7 @@ struct stck_value {
 /// Entries without a limit to their number; the first few cost no allocation.
 class operand_stack {
   public:
-    operand_stack() = default;
+    operand_stack() {} // NOLINT: not defaulted, so that the first entries stay as they are
     operand_stack(const operand_stack&) = delete;
     operand_stack& operator=(const operand_stack&) = delete;
 
@@ -49,10 +49,11 @@ class operand_stack {
     void grow();
     void fill_bottom(std::size_t count);
 
+    // Room that costs nothing until it is used: clearing it would be a good part of a short statement's time.
     static constexpr std::size_t first_capacity = 8;
-    std::array<stck_value, first_capacity> first_;
+    alignas(stck_value) std::array<std::byte, first_capacity * sizeof(stck_value)> first_;
     std::vector<stck_value> grown_;
-    stck_value* entries_ = first_.data();
+    stck_value* entries_ = reinterpret_cast<stck_value*>(first_.data());
     std::size_t depth_ = 0;
     std::size_t capacity_ = first_capacity;
 };

@@ -117,11 +117,13 @@ bool get_unit_exponent(cursor& expptr, double& exponent, unit_parse& parse, std:
 
 // name, noting a temperature that has an offset. The cursor stays on what is no unit, without a message.
 bool is_generalized_unit(cursor& expptr, dim_value& unit, std::string_view& name, unit_parse& parse) {
-    if (match_keyword(false, true, expptr, "degC") == 0)
+    if (!is_unit(true, expptr, unit, &name))
+        return false;
+    if (name == "degC")
         parse.temp_kind = 1;
-    else if (match_keyword(false, true, expptr, "degF") == 0)
+    else if (name == "degF")
         parse.temp_kind = 2;
-    return is_unit(true, expptr, unit, &name);
+    return true;
 }
 
 // name [ "^" exponent ], multiplied into the target.

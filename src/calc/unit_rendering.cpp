@@ -151,7 +151,6 @@ bool print_value_with_requested_units(text_str*& out, const dim_value& value, cu
     unit_scale scale;
     if (!parse_unit_expression(expptr, scale, err)) {
         skip_to_statement_end(expptr);
-        str_clear(&err);
         str_append_three(&err, failure, text_span(start, expptr), "' not recognized.\n");
         return false;
     }
