@@ -1,12 +1,11 @@
-// One conversion through the function that the worksheet shares, beside the floor of the same job and, where it
-// is installed, a units library that parses both unit texts on every call.
+// One conversion through the function that the worksheet shares, beside the floor of the same job and, where
+// it is installed, a units library that parses both unit texts on every call.
 
 #include "addin/conversion.h"
 #include "bench/unit_pairs.h"
 #include "calc/number_text.h"
 
 #include <benchmark/benchmark.h>
-
 #include <cstring>
 
 namespace {

@@ -6,7 +6,6 @@
 #include "calc/variables.h"
 
 #include <benchmark/benchmark.h>
-
 #include <string>
 
 namespace {
@@ -14,7 +13,11 @@ namespace {
 void program(benchmark::State& state) {
     std::string text;
     for (std::int64_t line = 0; line < state.range(0); ++line)
-        text.append("v").append(std::to_string(line)).append(" = ").append(std::to_string(line % 100 + 1)).append(" ft\n");
+        text.append("v")
+            .append(std::to_string(line))
+            .append(" = ")
+            .append(std::to_string(line % 100 + 1))
+            .append(" ft\n");
     for (auto _ : state)
         benchmark::DoNotOptimize(metrify::interpret_dimensional_input_lines(text.c_str()));
     state.SetItemsProcessed(state.iterations() * state.range(0));

@@ -4,9 +4,8 @@
 #include "calc/number_text.h"
 
 #include <benchmark/benchmark.h>
-#include <udunits2.h>
-
 #include <memory>
+#include <udunits2.h>
 
 namespace {
 

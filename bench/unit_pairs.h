@@ -1,6 +1,7 @@
 #pragma once
 
-// Conversions that the calculator and the units library it is compared with both know, each in its own spelling.
+// Conversions that the calculator and the units library it is compared with both know, each in its own
+// spelling.
 
 namespace metrify_bench {
 

@@ -37,8 +37,11 @@ double leading_number(const char* text) {
 // Behind the first blank of a result that isn't the one behind its "=", or behind an ampersand that comes
 // sooner.
 std::string_view unit_text_of(std::string_view result) {
-    const std::size_t mark = result.substr(0, 1) == "&" ? 0 : result.find_first_of(" &", 1);
-    return mark == std::string_view::npos ? std::string_view() : result.substr(mark + 1);
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        if (result[i] == '&' || (result[i] == ' ' && i > 0))
+            return result.substr(i + 1);
+    }
+    return {};
 }
 
 // The place of the blank and the word, from some place on.
@@ -79,12 +82,9 @@ void pick_answer(conversion& cells) {
 } // namespace
 
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+    number_buffer number;
     work_text line;
-    line.str = str_append_double(&line.str, val);
-    line.append(" ");
-    line.append(in_units);
-    line.append("; ");
-    line.append(out_units);
+    line.str = str_append_all(&line.str, format_double(val, number), " ", in_units, "; ", out_units);
     conversion cells = {interpret_dimensional_input_lines(line.str->text)};
     pick_answer(cells);
     return cells;

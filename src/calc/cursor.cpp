@@ -52,11 +52,10 @@ void skip_blanks(cursor& expptr) {
 }
 
 void skip_to_line_end(cursor& expptr) {
-    for (;;) {
+    for (; !at_line_end(expptr); ++expptr.at) {
         skip_blanks_and_comments(expptr);
         if (at_line_end(expptr))
             return;
-        ++expptr.at;
     }
 }
 

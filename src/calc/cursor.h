@@ -1,7 +1,8 @@
 #pragma once
 
 // The cursor toolkit shared by all rules of the language: what is a blank, a comment, a line end, a statement
-// end, a name and a number. A rule rewinds by saving the cursor and putting it back; the text is never changed.
+// end, a name and a number. A rule rewinds by saving the cursor and putting it back; the text is never
+// changed.
 
 #include <array>
 #include <cstddef>
@@ -9,8 +10,8 @@
 
 namespace metrify {
 
-/// A read position in a terminated text. `stop` is an extra end of the text: it lets a listing run a stretch in
-/// the middle of the text as if the text ended there.
+/// A read position in a terminated text. `stop` is an extra end of the text: it lets a listing run a stretch
+/// in the middle of the text as if the text ended there.
 struct cursor {
     const char* at = "";
     const char* stop = nullptr;
@@ -110,8 +111,8 @@ inline bool accept_char(bool advance, char c, cursor& expptr) {
 namespace detail {
 void skip_from(cursor& expptr);
 }
-/// Skips blanks, comments up to their newline, and line continuations: a backslash with what follows it on its
-/// line and the newline.
+/// Skips blanks, comments up to their newline, and line continuations: a backslash with what follows it on
+/// its line and the newline.
 inline void skip_blanks_and_comments(cursor& expptr) {
     if (detail::has_class(*expptr, detail::class_skipped))
         detail::skip_from(expptr);

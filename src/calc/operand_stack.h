@@ -12,8 +12,8 @@
 
 namespace metrify {
 
-/// One entry, a value or a unit scale; which of the two follows from the instructions, not from a tag. A scale
-/// has its factor in comp[0]; a value has no offset.
+/// One entry, a value or a unit scale; which of the two follows from the instructions, not from a tag. A
+/// scale has its factor in comp[0]; a value has no offset.
 struct stck_value {
     dim_value value;
     double offset = 0.0;
@@ -78,7 +78,8 @@ inline void push_value(const dim_value& value, compile_ctx& ctx) {
     entry.offset = 0.0;
 }
 inline void push_unit_scale(const unit_scale& scale, compile_ctx& ctx) {
-    ctx.stack.push() = {{scale.kind, {scale.factor, scale.spare[0], scale.spare[1]}, scale.dim}, scale.offset};
+    ctx.stack.push() = {{scale.kind, {scale.factor, scale.spare[0], scale.spare[1]}, scale.dim},
+                        scale.offset};
 }
 inline void pop_value(dim_value& out, compile_ctx& ctx) {
     ctx.stack.require(1);
@@ -88,7 +89,8 @@ inline void pop_value(dim_value& out, compile_ctx& ctx) {
 inline void pop_unit_scale(unit_scale& out, compile_ctx& ctx) {
     ctx.stack.require(1);
     const stck_value& top = ctx.stack.top();
-    out = {top.value.kind, top.offset, top.value.comp[0], {top.value.comp[1], top.value.comp[2]}, top.value.dim};
+    out = {
+        top.value.kind, top.offset, top.value.comp[0], {top.value.comp[1], top.value.comp[2]}, top.value.dim};
     ctx.stack.drop();
 }
 

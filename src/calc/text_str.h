@@ -44,7 +44,8 @@ text_str* str_moved(text_str* s, std::size_t needed);
 
 inline text_str* str_append_text(text_str** s, std::string_view text) {
     text_str* target = *s;
-    const std::size_t needed = (text.size() + 1) + (target->length + 1); // one byte more than the result takes
+    const std::size_t needed =
+        (text.size() + 1) + (target->length + 1); // one byte more than the result takes
     if (needed > target->capacity)
         target = detail::str_moved(target, needed);
     text.copy(target->text + target->length, text.size());
@@ -52,6 +53,20 @@ inline text_str* str_append_text(text_str** s, std::string_view text) {
     target->text[target->length] = '\0';
     return target;
 }
+/// Appends several texts at once.
+template <class... Texts>
+text_str* str_append_all(text_str** s, const Texts&... texts) {
+    text_str* target = *s;
+    const std::size_t needed = ((std::string_view(texts).size() + ...) + 1) + (target->length + 1);
+    if (needed > target->capacity)
+        target = detail::str_moved(target, needed);
+    char* end = target->text + target->length;
+    ((end += std::string_view(texts).copy(end, std::string_view::npos)), ...);
+    *end = '\0';
+    target->length = static_cast<std::size_t>(end - target->text);
+    return target;
+}
+
 /// Appends the characters from begin up to end; nothing if end lies before begin.
 inline text_str* str_append_range(text_str** s, const char* begin, const char* end) {
     if (std::less<>()(end, begin))

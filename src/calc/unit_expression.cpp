@@ -38,7 +38,8 @@ void append_bad_exponent(text_str*& err, std::string_view unit, std::string_view
     str_append_three(&err, "ERROR: Bad exponent for unit '", unit, ending);
 }
 
-bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit, text_str*& err);
+bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
+                      text_str*& err);
 
 // "(" { exponent } ")", behind the parenthesis: the product of the exponents.
 void read_exponent_product(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
@@ -71,7 +72,8 @@ void read_exponent_divisor(cursor& expptr, double& result, unit_parse& parse, st
 
 // exponent := number | "(" { exponent } ")" | "*" exponent | "/" exponent
 // At a statement's end there is none, without a message.
-bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit, text_str*& err) {
+bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
+                      text_str*& err) {
     const cursor entry = expptr;
     const nesting_level level(parse.nesting);
     result = 1.0;

@@ -67,7 +67,8 @@ template <class T>
 class offset_matrix {
   public:
     offset_matrix(long nrl, long nrh, long ncl, long nch, const char* failure)
-        : block_(detail::new_block<T>((nrh - nrl + 1) * (nch - ncl + 1) + 1, failure)), low_row_(nrl), low_column_(ncl), columns_(nch - ncl + 1) {}
+        : block_(detail::new_block<T>((nrh - nrl + 1) * (nch - ncl + 1) + 1, failure)), low_row_(nrl),
+          low_column_(ncl), columns_(nch - ncl + 1) {}
 
     T& operator()(long row, long column) { return block_[place(row, column)]; }
     const T& operator()(long row, long column) const { return block_[place(row, column)]; }
