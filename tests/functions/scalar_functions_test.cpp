@@ -80,11 +80,21 @@ TEST(scalar_functions, test_the_units_before_the_range) {
 
 TEST(scalar_functions, accept_angle_and_amount_of_substance_and_drop_them) {
     constexpr expectation lines[] = {
-        {"sin(90 deg)", "= 1"},       {"sin(30 deg)", "= 0.5"},      {"sin(1 rev)", "= -2.44929e-16"},
-        {"sin(2 mol)", "= 0.909297"}, {"exp(0.5 rad)", "= 1.64872"},
+        {"sin(90 deg)", "= 1"},
+        {"sin(30 deg)", "= 0.5"},
+        {"sin(2 mol)", "= 0.909297"},
+        {"exp(0.5 rad)", "= 1.64872"},
     };
     expect_answers(lines);
     expect_scalar(call("sin", {scalar(0.0, {1, 0, 0, 0, 0, 3})}), 0.0, {}, "sin");
+}
+
+// The digits of what is left near a zero are those of the platform's library.
+TEST(scalar_functions, of_whole_and_quarter_turns_are_near_their_limits) {
+    const outcome whole = call("sin", {scalar(2.0 * std::numbers::pi, radian)});
+    EXPECT_NEAR(whole.value.comp[0], 0.0, 1e-15);
+    EXPECT_EQ(whole.value.dim, exponents{});
+    EXPECT_GT(call("sec", {scalar(std::numbers::pi / 2.0, radian)}).value.comp[0], 1e16);
 }
 
 TEST(scalar_functions, give_a_plain_zero_for_the_sentinel) {
@@ -99,11 +109,10 @@ TEST(scalar_functions, give_a_plain_zero_for_the_sentinel) {
 
 TEST(scalar_functions, of_trigonometry) {
     constexpr expectation lines[] = {
-        {"sin(0.5)", "= 0.479426"},       {"sin(-0.5)", "= -0.479426"}, {"cos(0.5)", "= 0.877583"},
-        {"cos(-0.5)", "= 0.877583"},      {"tan(0.5)", "= 0.546302"},   {"tan(-0.5)", "= -0.546302"},
-        {"sec(0.5)", "= 1.13949"},        {"sec(-0.5)", "= 1.13949"},   {"csc(0.5)", "= 2.08583"},
-        {"csc(-0.5)", "= -2.08583"},      {"cot(0.5)", "= 1.83049"},    {"cot(-0.5)", "= -1.83049"},
-        {"sec(90 deg)", "= 1.63312e+16"},
+        {"sin(0.5)", "= 0.479426"},  {"sin(-0.5)", "= -0.479426"}, {"cos(0.5)", "= 0.877583"},
+        {"cos(-0.5)", "= 0.877583"}, {"tan(0.5)", "= 0.546302"},   {"tan(-0.5)", "= -0.546302"},
+        {"sec(0.5)", "= 1.13949"},   {"sec(-0.5)", "= 1.13949"},   {"csc(0.5)", "= 2.08583"},
+        {"csc(-0.5)", "= -2.08583"}, {"cot(0.5)", "= 1.83049"},    {"cot(-0.5)", "= -1.83049"},
     };
     expect_answers(lines);
 }
