@@ -12,7 +12,7 @@ namespace {
 
 /// What an instruction works on.
 struct replay {
-    compile_ctx ctx;
+    compile_ctx& ctx;
     const code_list& list;
     dim_value& result;
     text_str*& err;
@@ -91,9 +91,15 @@ constexpr std::array<action, opcode_count> actions = {
 } // namespace
 
 void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err) {
+    compile_ctx ctx;
+    eval_compiled_stck(result, list, ctx, err);
+}
+
+void eval_compiled_stck(dim_value& result, const code_list& list, compile_ctx& ctx, text_str*& err) {
     dim_clear(result);
     str_clear(&err);
-    replay at = {{}, list, result, err};
+    ctx.stack.clear();
+    replay at = {ctx, list, result, err};
     for (const stck_node& node : list.nodes()) {
         if (node.opcode >= opcode_count)
             continue;
