@@ -111,7 +111,18 @@ std::string test_name(const testing::TestParamInfo<fs::path>& file) {
 
 INSTANTIATE_TEST_SUITE_P(problems, published_problem, testing::ValuesIn(problems()), test_name);
 
-TEST(published_problems, are_thirty_at_least) {
+TEST(published_problems, stand_in_the_table_for_users) {
+    std::ifstream in(source_folder / "docs" / "problems.md", std::ios::binary);
+    const std::string table{std::istreambuf_iterator<char>(in), {}};
+    std::size_t solved = 0;
+    for (const fs::path& path : problems()) {
+        const problem at = read_problem(path);
+        solved += at.outcome == "solved" ? 1 : 0;
+        EXPECT_THAT(table, testing::HasSubstr("| " + path.stem().string() + " | " + at.title + " | " +
+                                              at.outcome + " |"));
+    }
+    EXPECT_THAT(table, testing::HasSubstr(std::to_string(solved) + " of " +
+                                          std::to_string(problems().size()) + " are solved"));
     EXPECT_GE(problems().size(), 30U);
 }
 
