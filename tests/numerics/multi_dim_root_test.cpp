@@ -3,6 +3,7 @@
 #include "numerics/multi_dim_root.h"
 #include "numerics/root_step.h"
 #include "tests/numerics/plain_function.h"
+#include "tests/numerics/plain_methods.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -276,6 +277,35 @@ TEST(lnsrch, reports_rounding_in_the_cubic) {
     plain_function f = of_one(0.0, [](double x) { return std::sqrt(x == 1.0 ? 1.8 : 50.0); });
     const line_search result = search(f, 0.0, 0.0, 1.0, 1.0, 100.0);
     EXPECT_EQ(result.text, "ERROR:  Roundoff problem in lnsrch.\n");
+}
+
+// The other program of the same method takes as many evaluations to the same place.
+void expect_counts(const point& start, const system_function& formula) {
+    for (const bool use_broydn : {true, false}) {
+        plain_function f(start, start.size(), formula);
+        const outcome result = solve(f, use_broydn);
+        EXPECT_EQ(result.text, "");
+        numbers x = start;
+        bool good = false;
+        const int count = use_broydn ? plain_broydn(formula, x, good) : plain_newt(formula, x, good);
+        EXPECT_EQ(f.evaluations(), static_cast<std::size_t>(count));
+        EXPECT_EQ(result.check, good ? 1U : 0U);
+        for (std::size_t i = 0; i < x.size(); ++i)
+            EXPECT_NEAR(f.last(i), x[i], 1e-6);
+    }
+}
+
+TEST(solve_multi_dim, takes_the_evaluations_of_the_plain_methods) {
+    expect_counts({1.0, 1.0}, [](const numbers& x) {
+        return numbers{x[0] * x[0] + x[1] * x[1] - 4.0, x[1] - x[0] * x[0] + 1.0};
+    });
+    expect_counts({-1.2, 1.0}, [](const numbers& x) {
+        return numbers{10.0 * (x[1] - x[0] * x[0]), 1.0 - x[0]};
+    });
+    expect_counts({2.0, 3.0, 4.0}, [](const numbers& x) {
+        return numbers{x[0] * x[1] * x[2] - 6.0, x[0] + x[1] + x[2] - 6.0,
+                       std::exp(x[0]) - x[2] * x[2] + 1.0};
+    });
 }
 
 } // namespace
