@@ -4,7 +4,6 @@
 #include "calc/variables.h"
 
 #include <array>
-#include <bit>
 #include <cmath>
 
 namespace metrify {
@@ -16,17 +15,6 @@ namespace {
 struct number {
     double value, rest;
 };
-
-bool read_number(const dim_value& from, number& to) {
-    // Shifted, both zeros are 0.
-    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x) << 1U; };
-    std::uint64_t set = bits(from.dim[0]);
-    for (std::size_t i = 1; i < from.dim.size(); ++i)
-        set |= bits(from.dim[i]);
-    set |= std::bit_cast<std::uint64_t>(from.comp[1]) ^ std::bit_cast<std::uint64_t>(from.comp[2]);
-    to = {from.comp[0], from.comp[1]};
-    return set == 0 && from.kind == 0;
-}
 
 dim_value to_value(const number& from) {
     return {0, {from.value, from.rest, from.rest}, {}};
@@ -84,9 +72,13 @@ class number_stack {
     std::size_t depth() const { return depth_; }
     number& top() { return entries_[depth_ - 1]; }
 
-    bool push(const dim_value& value) {
-        return depth_ < entries_.size() && read_number(value, entries_[depth_++]);
+    bool push(const dim_value& value, bool is_number) {
+        if (!is_number || depth_ == entries_.size())
+            return false;
+        entries_[depth_++] = {value.comp[0], value.comp[1]};
+        return true;
     }
+    bool push(const dim_value& value) { return push(value, is_plain_number(value)); }
     bool operate(bool (*operation)(number&, const number&)) {
         if (depth_ < 2)
             return false;
@@ -121,8 +113,10 @@ class number_stack {
 
     // A variable that is held gives its own value instead.
     bool assign(var_entry& entry) {
-        if (entry.held)
-            return read_number(entry.value, top());
+        if (entry.held) {
+            --depth_;
+            return push(entry.value);
+        }
         entry.value = to_value(top());
         return true;
     }
@@ -144,6 +138,10 @@ std::size_t replay_numbers(std::span<const stck_node> nodes, const code_list& li
                            compile_ctx& ctx, text_str*& err) {
     if (nodes[0].opcode != OP_NOP)
         return 0;
+    if (nodes.size() == 1 || nodes[1].opcode == OP_NOP) {
+        dim_clear(result); // an empty statement heads a block
+        return 1;
+    }
     number_stack stack;
     for (std::size_t i = 1; i < nodes.size(); ++i) {
         const stck_node& node = nodes[i];
@@ -153,7 +151,7 @@ std::size_t replay_numbers(std::span<const stck_node> nodes, const code_list& li
             if (i + 1 < nodes.size() && nodes[i + 1].opcode == OP_CALL_FUNC)
                 is_done = stack.call(list.value(nodes[i++]), ctx, err);
             else
-                is_done = stack.push(list.value(node));
+                is_done = stack.push(list.value(node), list.is_number(node));
             break;
         case OP_PUSH_VAR:
             is_done = stack.push(list.variable(node).value);

@@ -32,15 +32,17 @@ std::uint32_t number(const packed_reference& reference) {
 
 /// 0 for a variable that can't be read.
 double read_component(const packed_reference& reference, text_str*& err) {
-    const bool was_empty = str_is_empty(err);
-    const dim_value value = getvar_by_num(number(reference), err);
-    return was_empty && !str_is_empty(err) ? 0.0 : value.comp[place(reference)];
+    if (const var_entry* entry = find_var_by_num(number(reference)))
+        return entry->value.comp[place(reference)];
+    getvar_by_num(number(reference), err); // says so
+    return 0.0;
 }
 
 void write_component(const packed_reference& reference, double component, text_str*& err) {
-    dim_value value = getvar_by_num(number(reference), err);
-    value.comp[place(reference)] = component;
-    setvar_by_num(number(reference), value, err);
+    if (var_entry* entry = find_var_by_num(number(reference)))
+        entry->value.comp[place(reference)] = component;
+    else
+        getvar_by_num(number(reference), err); // says so
 }
 
 struct independent_variable {

@@ -13,12 +13,6 @@ constexpr std::uint32_t number_before_first = 200;
 // The number of an entry follows from its place in the list.
 thread_local named_list<var_entry> var_list;
 
-var_entry* find_var_by_num(std::uint32_t number) {
-    named_list<var_entry>& list = var_list;
-    const std::uint32_t place = number - number_before_first - 1;
-    return number > number_before_first && place < list.size() ? &list[place] : nullptr;
-}
-
 dim_value undefined_value() {
     dim_value value;
     value.comp.fill(infinity_sentinel);
@@ -47,6 +41,12 @@ void free_all_vars() {
 
 var_entry* find_var(std::string_view name) {
     return var_list.find(name);
+}
+
+var_entry* find_var_by_num(std::uint32_t number) {
+    named_list<var_entry>& list = var_list;
+    const std::uint32_t place = number - number_before_first - 1;
+    return number > number_before_first && place < list.size() ? &list[place] : nullptr;
 }
 
 dim_value getvar_by_name(std::string_view name, text_str*& err) {

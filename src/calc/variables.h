@@ -23,6 +23,8 @@ void free_all_vars();
 
 /// The variable of this name, case included, or null.
 var_entry* find_var(std::string_view name);
+/// The variable of this number, or null.
+var_entry* find_var_by_num(std::uint32_t number);
 
 // A reader that finds nothing appends a message and gives the sentinel in all three components.
 
