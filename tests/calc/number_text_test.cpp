@@ -57,7 +57,9 @@ reading read_by_strtod(const std::string& text) {
     char* end = nullptr;
     const double value =
         std::strtod(text.c_str(), &end); // NOLINT(cert-err34-c): this is what is compared with
-    return {value, static_cast<std::size_t>(end - text.c_str())};
+    const auto length = static_cast<std::size_t>(end - text.c_str());
+    // Where it takes nothing in, some runtimes give the zero the sign they have seen.
+    return {length == 0 ? 0.0 : value, length};
 }
 
 void expect_read_as_strtod(const std::string& text) {
