@@ -45,6 +45,22 @@ inline dim_value vector(double x, double y, double z, const exponents& dim = in_
     return {1, {x, y, z}, dim};
 }
 
+/// True if all fields are equal; a not-a-number equals none.
+inline bool equal(const dim_value& a, const dim_value& b) {
+    return a.kind == b.kind && a.comp == b.comp && a.dim == b.dim;
+}
+
+/// For failures: kind, components and exponents.
+inline std::string described(const dim_value& v) {
+    std::string text = std::to_string(v.kind) + ":";
+    for (const double x : v.comp)
+        text += " " + std::to_string(x);
+    text += " |";
+    for (const double x : v.dim)
+        text += " " + std::to_string(x);
+    return text;
+}
+
 /// The listing of a program.
 inline std::string run(const std::string& program) {
     return std::string(interpret_dimensional_input_lines(program.c_str()).view());

@@ -279,6 +279,14 @@ TEST(unit_exponent, that_is_bad_behind_a_star_or_a_slash_has_both_messages) {
                    "ERROR: Bad exponent for unit 'm'.\nERROR: Bad exponent for unit 'm' following '/'.\n");
 }
 
+TEST(unit_exponent, that_is_nested_too_deeply_has_one_message) {
+    constexpr const char* too_deep =
+        "ERROR: Cannot parse line -- parentheses and brackets are nested too deeply.\n";
+    expect_no_unit("m^" + repeated("*/", 80) + "2", too_deep);
+    expect_no_unit("m^" + repeated("(", 160) + "2" + repeated(")", 160), too_deep);
+    expect_no_unit("m^" + repeated("(1/", 160) + "2" + repeated(")", 160), too_deep);
+}
+
 TEST(unit_exponent, is_not_divided_by_zero) {
     expect_no_unit("m^(1/0)", "ERROR: Divide by zero in exponent for unit 'm'.\n");
     expect_no_unit("m^/0", "ERROR: Divide by zero in exponent for unit 'm'.\n");
