@@ -1,6 +1,8 @@
 // What holds for all programs, units and exponents, tried on as many as there are.
 
+#include "calc/assignment.h"
 #include "calc/cursor.h"
+#include "calc/evaluator.h"
 #include "calc/number_text.h"
 #include "calc/operators.h"
 #include "calc/unit_expression.h"
@@ -18,6 +20,7 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -115,9 +118,60 @@ TEST(any_program, begins_its_listing_with_that_of_its_first_lines) {
     EXPECT_GT(cuts, 1000);
 }
 
-TEST(any_program, lists_the_same_again) {
-    for (const std::string& program : programs())
-        EXPECT_EQ(run(program), run(program)) << program;
+TEST(any_program, lists_what_it_lists_where_nothing_has_run_before) {
+    const std::vector<std::string> all = programs();
+    std::vector<std::string> fresh(all.size());
+    for (std::size_t i = 0; i < all.size(); ++i)
+        std::thread([&fresh, &all, i] { fresh[i] = run(all[i]); }).join();
+    for (std::size_t i = all.size(); i-- > 0;)
+        EXPECT_EQ(run(all[i]), fresh[i]) << all[i];
+    for (std::size_t i = 0; i < all.size(); ++i)
+        EXPECT_EQ(run(all[i]), fresh[i]) << all[i];
+}
+
+// What a one-line program lists behind the echo.
+std::string answer_behind(const std::string& echo) {
+    const std::string shown = run(echo);
+    const std::string head = "[  1 ] " + echo + "\n";
+    EXPECT_EQ(shown.substr(0, head.size()), head);
+    return shown.substr(head.size());
+}
+
+TEST(any_line, means_the_same_with_blanks_comments_and_continuations_around_it) {
+    int count = 0;
+    for (const std::string& line : lines_standing_alone()) {
+        if (line.find_first_not_of(" \t") == std::string::npos)
+            continue;
+        const std::string answer = answer_behind(line);
+        // Messages and requests quote what is there.
+        if (contains(answer, "ERROR") || contains(line, ";"))
+            continue;
+        ++count;
+        for (const std::string& other :
+             {" \t" + line, line + " \t ", line + "# note", line + " # a ; note", "\\\n" + line,
+              line + "\\ ignored\n", line + ";", line + " ; # note"})
+            EXPECT_EQ(answer_behind(other), answer) << other;
+    }
+    EXPECT_GT(count, 200);
+}
+
+TEST(any_line, comes_to_the_same_when_it_is_replayed) {
+    int count = 0;
+    for (const std::string& line : lines_standing_alone()) {
+        code_list code;
+        work_text err;
+        dim_value read;
+        cursor p(line.c_str());
+        run(""); // empties the stores
+        if (!compile_input_line(p, read, &code, err.str))
+            continue;
+        ++count;
+        dim_value replayed;
+        eval_compiled_stck(replayed, code, err.str);
+        EXPECT_EQ(err.view(), "") << line;
+        EXPECT_EQ(described(replayed), described(read)) << line; // equal as text: it may be no number
+    }
+    EXPECT_GT(count, 200);
 }
 
 // Units.
