@@ -45,11 +45,12 @@ void block(benchmark::State& state) {
     record_independent(0, variable("x"));
     record_dependent(0, variable("y"));
     work_text err;
+    bound_function& f = bound_block(); // as a method is given it
     double x = 1.5;
     double y = 0.0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(x);
-        bound_block().evaluate_function(&x, &y, err.str);
+        f.evaluate_function(&x, &y, err.str);
         benchmark::DoNotOptimize(y);
     }
     if (!str_is_empty(err.str))
