@@ -5,8 +5,10 @@
 // Source: the continued fractions of Steed (A. R. Barnett et al., Comput. Phys. Commun. 8, 1974) with the
 // modified method of Lentz, and the series of N. M. Temme (J. Comput. Phys. 19, 1975, and 21, 1976) for x
 // below 2; Press et al., Numerical Recipes, 6.7.
+//
 // Accuracy: 2e-13 relative, where J or Y oscillates relative to the amplitude, for x up to 50 and above a
 // tenth of the order. Beyond, J and Y lose with the phase (4e-15 x) and I with the number of its steps.
+//
 // Domain: x > 0, order >= 0 for the routines with four outputs, any order for the others. The second kind
 // overflows for large orders; the first is then a not-a-number as well where the recurrences overflow.
 //

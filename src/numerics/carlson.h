@@ -6,7 +6,9 @@
 // 6.11, with two differences that are meant. The leading term of RC's series is 12, so RC comes out near
 // twelve times the integral, and RJ takes up such values; and RC of y < 0 is a not-a-number, and RJ of p < 0
 // with it.
+//
 // Accuracy: 1e-14 relative for RF and RD, and for RC and RJ of the values so defined.
+//
 // Domain: as the tests below leave it. RJ looks at y + z, z and p only: with x = 0 and y or z = 0 it passes
 // and ends by underflow, and each of its passes may leave a text of RC.
 //

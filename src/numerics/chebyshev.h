@@ -3,7 +3,9 @@
 // The sum of a Chebyshev series.
 //
 // Source: C. W. Clenshaw's recurrence (Math. Tables Aids Comp. 9, 1955); Press et al., Numerical
-// Recipes, 5.8. Accuracy: rounding.
+// Recipes, 5.8.
+//
+// Accuracy: rounding.
 //
 // Error text, with the result 0:
 //   "ERROR:  x not in range in routine math_func_bes_chebev().\n"   x lies outside a to b

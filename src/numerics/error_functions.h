@@ -6,8 +6,9 @@
 // normal distribution; J. D. Beasley and S. G. Springer (Appl. Stat. 26, 1977) with the tails of B. Moro
 // (Risk 8, 1995) for its inverse; G. B. Rybicki (Computers in Physics 3, 1989) for Dawson's integral, beyond
 // 8e8 the first term of its asymptotic series. Press et al., Numerical Recipes, 6.2 and 6.10.
-// Accuracy: 3e-7 relative for both error functions; 1e-7 absolute for the normal distribution, 3e-9 for its
-// inverse from 1e-16 to 1 - 1e-16, to which its argument is clamped; 2e-7 relative for Dawson's integral.
+//
+// Accuracy: 3e-7 relative for both error functions; 3e-9 absolute for the normal distribution; 4e-9 for its
+// inverse, whose argument is clamped to 1e-16 and 1 - 1e-16; 5e-7 relative for Dawson's integral.
 //
 // Error texts: those of the incomplete gamma functions for the error functions, and, with the result 0,
 //   "ERROR: n must be >= 0 in in routine math_func_CumNormalInv().\n"

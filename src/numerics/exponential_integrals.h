@@ -4,7 +4,8 @@
 //
 // Source: Abramowitz and Stegun 5.1.10 to 5.1.12 and 5.1.22, the fraction by the modified method of Lentz;
 // Press et al., Numerical Recipes, 6.3.
-// Accuracy: 3e-7 relative for E_n, 6e-8 for Ei (near its zero at 0.3725 that is absolute).
+//
+// Accuracy: 5e-7 relative for E_n, 3e-7 for Ei (near its zero at 0.3725 that is absolute).
 //
 // Error texts, with the result 0, in the order of the tests:
 //   "ERROR:  n must be >= 0 in routine math_func_expint().\n"

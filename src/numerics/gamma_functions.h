@@ -4,8 +4,10 @@
 //
 // Source: C. Lanczos (SIAM J. Numer. Anal. B 1, 1964) for the logarithm; the series and the continued
 // fraction of Abramowitz and Stegun 6.5.29, 6.5.31 and 26.5.8, the fractions by the modified method of Lentz;
-// Press et al., Numerical Recipes, 6.1, 6.2 and 6.4. Accuracy: 2e-10 for gamma itself; the others 3e-7
-// relative, as their series and fractions end there.
+// Press et al., Numerical Recipes, 6.1, 6.2 and 6.4.
+//
+// Accuracy: 3e-10 for gamma itself and beta; the others 5e-7 relative, as their series and fractions end at
+// 3e-7. Q(a, x) below x = a + 1 is the complement of P, and its error is absolute there.
 //
 // Error texts; the routine that finds the failure gives 0, and one that has called it computes on with that:
 //   "ERROR: x must be > 0 in in routine math_func_gammln().\n"
