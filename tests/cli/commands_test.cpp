@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -34,6 +35,12 @@ outcome run(const std::vector<std::string>& files, const std::string& standard_i
 std::string units(std::string_view text) {
     std::ostringstream out;
     EXPECT_EQ(units_command(text, out), 0);
+    return out.str();
+}
+
+std::string functions(std::string_view text) {
+    std::ostringstream out;
+    EXPECT_EQ(functions_command(text, out), 0);
     return out.str();
 }
 
@@ -136,6 +143,33 @@ TEST(units_command, lists_those_whose_name_contains_the_text) {
 }
 TEST(units_command, lists_nothing_for_an_unknown_text) {
     EXPECT_EQ(units("no such unit"), "");
+}
+
+// functions
+
+TEST(functions_command, lists_all_functions_a_line_each) {
+    const std::string all = functions("");
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 89);
+    EXPECT_NE(all.find("\nBesselJ(n, x)  "), std::string::npos);
+}
+
+TEST(functions_command, lists_the_functions_whose_line_contains_the_text) {
+    EXPECT_EQ(functions("The sine"), "sin(x)                        The sine\n");
+    EXPECT_EQ(functions("no such text"), "");
+}
+
+TEST(functions_command, shows_all_of_the_function_whose_name_is_given_in_any_case) {
+    const std::string entry = "### sin(x)\n\nThe sine.\n\n- takes: a number or an angle\n- gives: a number\n"
+                              "- domain: every x\n- example: `sin(30 deg)` shows `= 0.5`\n";
+    EXPECT_EQ(functions("sin"), entry);
+    EXPECT_EQ(functions("SIN"), entry);
+}
+
+TEST(functions_command, writes_the_document_with_every_entry_in_it) {
+    std::ostringstream out;
+    EXPECT_EQ(functions_document_command(out), 0);
+    EXPECT_NE(out.str().find(functions("sin")), std::string::npos);
+    EXPECT_NE(out.str().find(functions("EllipticPi")), std::string::npos);
 }
 
 } // namespace
