@@ -5,6 +5,13 @@
 
 namespace metrify::test {
 
+numbers along(const numbers& p, double t, const numbers& direction) {
+    numbers at = p;
+    for (std::size_t i = 0; i < p.size(); ++i)
+        at[i] = p[i] + t * direction[i];
+    return at;
+}
+
 namespace {
 
 double sign(double a, double b) {
@@ -143,13 +150,6 @@ double brent(const number_function& f, const bracket& in, double tol, int& count
                 v = u, fv = fu;
         }
     }
-}
-
-numbers along(const numbers& p, double t, const numbers& direction) {
-    numbers at = p;
-    for (std::size_t i = 0; i < p.size(); ++i)
-        at[i] = p[i] + t * direction[i];
-    return at;
 }
 
 double line_minimum(const value_function& f, numbers& p, numbers& direction, int& count, numbers& last) {

@@ -10,8 +10,12 @@ namespace metrify::test {
 
 using number_function = std::function<double(double)>;
 using numbers = std::vector<double>;
+using table = std::vector<numbers>;
 using value_function = std::function<double(const numbers&)>;
 using system_function = std::function<numbers(const numbers&)>;
+
+/// p + t direction
+numbers along(const numbers& p, double t, const numbers& direction);
 
 /// Each gives the number of evaluations from the start on; x is where the last one was.
 int plain_root(const number_function& f, double& x);

@@ -9,13 +9,6 @@ namespace metrify::test {
 
 namespace {
 
-numbers along(const numbers& p, double t, const numbers& direction) {
-    numbers at = p;
-    for (std::size_t i = 0; i < p.size(); ++i)
-        at[i] = p[i] + t * direction[i];
-    return at;
-}
-
 double half_squares(const numbers& values) {
     double sum = 0;
     for (const double value : values)
@@ -36,8 +29,6 @@ double dot(const numbers& a, const numbers& b) {
         sum += a[i] * b[i];
     return sum;
 }
-
-using table = std::vector<numbers>;
 
 // Where a system's methods stand, with what they share.
 struct search {
