@@ -14,6 +14,15 @@ void append_fact(std::string& entry, std::string_view label, std::string_view fa
     entry.append("- ").append(label).append(": ").append(fact).append("\n");
 }
 
+// A line, or a program.
+void append_example(std::string& entry, const help_row& row) {
+    if (row.example.find('\n') == std::string_view::npos)
+        entry.append("- example: `").append(row.example).append("` ");
+    else
+        entry.append("- example:\n\n```\n").append(row.example).append("\n```\n");
+    entry.append("shows `").append(row.answer).append("`\n");
+}
+
 } // namespace
 
 const help_row* find_function_help(std::string_view name) {
@@ -40,8 +49,7 @@ std::string help_entry(const help_row& row) {
         append_fact(entry, "takes", row.takes);
     append_fact(entry, "gives", row.gives);
     append_fact(entry, "domain", row.domain);
-    if (!row.example.empty())
-        entry.append("- example: `").append(row.example).append("` shows `").append(row.answer).append("`\n");
+    append_example(entry, row);
     return entry;
 }
 

@@ -90,11 +90,12 @@ constexpr help_row constant_values[] = {
     {"gas", "", "The molar gas constant", "", "energy per amount and temperature", no_limits, "gas(); J / mol degK", "= 8.31434 J / mol degK"},
 };
 
+// These work on a block, so their examples are programs.
 constexpr help_row solving[] = {
-    {"solve", "y, ..., x, ...", "Finds the x, ... at which the function block makes the y, ... vanish", "names of variables, as many x as y", report, "the search starts at the values of x, ...", "", ""},
-    {"fmin", "y, x, ...", "Finds the x, ... at which the function block makes y least", variables, report, "the search starts at the values of x, ...", "", ""},
-    {"fmax", "y, x, ...", "Finds the x, ... at which the function block makes y greatest", variables, report, "the search starts at the values of x, ...", "", ""},
-    {"func", "x, value, ...", "Sets the x, ... to the values and runs the function block", "names of variables, each with its value", report, "values in the units of their variables", "", ""},
+    {"solve", "y, ..., x, ...", "Finds the x, ... at which the function block makes the y, ... vanish", "names of variables, as many x as y", report, "the search starts at the values of x, ...", "begin\nx = 2 m\ny = x^2 - 9 m^2\nend\nsolve(y, x)", "x = 3 m"},
+    {"fmin", "y, x, ...", "Finds the x, ... at which the function block makes y least", variables, report, "the search starts at the values of x, ...", "begin\nx = 1 m\ny = (x - 3 m)^2\nend\nfmin(y, x)", "x = 3 m"},
+    {"fmax", "y, x, ...", "Finds the x, ... at which the function block makes y greatest", variables, report, "the search starts at the values of x, ...", "begin\nx = 1 m\ny = 4 m^2 - (x - 3 m)^2\nend\nfmax(y, x)", "x = 3 m"},
+    {"func", "x, value, ...", "Sets the x, ... to the values, units included, and runs the function block", "names of variables, each with its value", report, "any values", "begin\nx = 2 m\ny = x^2 - 9 m^2\nend\nfunc(x, 5 m)", "y = 16 m^2"},
 };
 
 constexpr std::string_view order_and_x = "numbers: the order n and x";

@@ -114,6 +114,9 @@ constexpr std::array<function_row, function_count> functions = {{
     {89, "acoth", 1, true, "acoth", args_expressions, function_of<formulas>("acoth")},
 }};
 
+static_assert(std::all_of(functions.begin(), functions.end(),
+                          [](const function_row& row) { return row.run != nullptr; }));
+
 constexpr std::uint64_t folded_hash(std::string_view name) {
     std::uint64_t hash = name_hash_seed;
     for (const char c : name)
@@ -188,11 +191,6 @@ void call_func_by_number(std::int32_t number, std::int32_t, std::int32_t count, 
     if (row.mode == args_expressions &&
         !check_arg_count(row.name_in_count_message, row.exact, row.arguments, count, ctx, err))
         return;
-    if (row.run == nullptr) {
-        replace_by_cleared_value(count, ctx);
-        str_append_three(&err, "ERROR:  Function ", row.name, " is not available.\n");
-        return;
-    }
     row.run(count, ctx, err);
 }
 

@@ -4,6 +4,7 @@
 
 #include "calc/dim_value.h"
 #include "calc/driver.h"
+#include "calc/solver_binding.h"
 #include "calc/text_str.h"
 
 #include <string>
@@ -50,19 +51,20 @@ inline bool equal(const dim_value& a, const dim_value& b) {
     return a.kind == b.kind && a.comp == b.comp && a.dim == b.dim;
 }
 
-/// For failures: kind, components and exponents.
+/// Kind, components and exponents; a zero exponent has no sign.
 inline std::string described(const dim_value& v) {
     std::string text = std::to_string(v.kind) + ":";
     for (const double x : v.comp)
         text += " " + std::to_string(x);
     text += " |";
     for (const double x : v.dim)
-        text += " " + std::to_string(x);
+        text += " " + std::to_string(x + 0.0);
     return text;
 }
 
-/// The listing of a program.
+/// The listing of a program, with no report due from an earlier run.
 inline std::string run(const std::string& program) {
+    teardown_solver_binding();
     return std::string(interpret_dimensional_input_lines(program.c_str()).view());
 }
 

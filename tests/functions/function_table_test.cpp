@@ -117,16 +117,4 @@ TEST(function_table, refuses_a_number_of_no_function) {
     }
 }
 
-TEST(function_table, a_function_that_is_not_available_says_so_and_leaves_one_cleared_value) {
-    for (const function_row& row : all_functions()) {
-        if (row.run != nullptr)
-            continue;
-        const outcome result = call(
-            row.name, std::vector<dim_value>(static_cast<std::size_t>(row.arguments), scalar(7.0, meter)));
-        EXPECT_EQ(result.err, "ERROR:  Function " + std::string(row.name) + " is not available.\n");
-        EXPECT_TRUE(is_cleared(result.value)) << row.name;
-        EXPECT_EQ(result.depth, 2U) << row.name;
-    }
-}
-
 } // namespace

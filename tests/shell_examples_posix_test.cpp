@@ -75,9 +75,9 @@ std::string output_of(const std::string& command) {
     return output;
 }
 
-class documents : public testing::TestWithParam<fs::path> {};
+class shell_examples : public testing::TestWithParam<fs::path> {};
 
-TEST_P(documents, show_what_their_examples_give) {
+TEST_P(shell_examples, give_what_their_document_shows) {
     for (const example& shown : examples_of(GetParam()))
         EXPECT_EQ(without_last_newlines(output_of(shown.command)), without_last_newlines(shown.output))
             << GetParam() << ": $ " << shown.command;
@@ -92,7 +92,7 @@ std::vector<fs::path> all_documents() {
     return found;
 }
 
-INSTANTIATE_TEST_SUITE_P(all, documents, testing::ValuesIn(all_documents()),
+INSTANTIATE_TEST_SUITE_P(documents, shell_examples, testing::ValuesIn(all_documents()),
                          [](const auto& document) { return with(document.param.stem().string(), "-", "_"); });
 
 TEST(readme, has_examples) {
