@@ -40,9 +40,14 @@ std::string help_entry(const help_row& row) {
         append_fact(entry, "takes", row.takes);
     append_fact(entry, "gives", row.gives);
     append_fact(entry, "domain", row.domain);
-    if (!row.example.empty())
-        entry.append("- example: `").append(row.example).append("` shows `").append(row.answer).append("`\n");
-    return entry;
+    if (row.example.find('\n') == std::string_view::npos)
+        return entry.append("- example: `")
+            .append(row.example)
+            .append("` shows `")
+            .append(row.answer)
+            .append("`\n");
+    entry.append("- example, whose last line shows `").append(row.answer).append("`:\n\n```\n");
+    return entry.append(row.example).append("\n```\n");
 }
 
 std::string help_document() {

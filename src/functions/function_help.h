@@ -16,8 +16,8 @@ struct help_row {
     std::string_view takes;     // the arguments' units
     std::string_view gives;     // the result's units
     std::string_view domain;
-    std::string_view example; // a line of the language
-    std::string_view answer;  // what its listing says behind the line
+    std::string_view example; // a line of the language, or several
+    std::string_view answer;  // what the listing says behind the last line
 };
 
 struct help_family {

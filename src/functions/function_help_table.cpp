@@ -91,10 +91,10 @@ constexpr help_row constant_values[] = {
 };
 
 constexpr help_row solving[] = {
-    {"solve", "y, ..., x, ...", "Finds the x, ... at which the function block makes the y, ... vanish", "names of variables, as many x as y", report, "the search starts at the values of x, ...", "", ""},
-    {"fmin", "y, x, ...", "Finds the x, ... at which the function block makes y least", variables, report, "the search starts at the values of x, ...", "", ""},
-    {"fmax", "y, x, ...", "Finds the x, ... at which the function block makes y greatest", variables, report, "the search starts at the values of x, ...", "", ""},
-    {"func", "x, value, ...", "Sets the x, ... to the values and runs the function block", "names of variables, each with its value", report, "values in the units of their variables", "", ""},
+    {"solve", "y, ..., x, ...", "Finds the x, ... at which the function block makes the y, ... vanish", "names of variables, as many x as y", report, "the search starts at the values of x, ...", "begin\nx = 1\ny = x^2 - 2\nend\nsolve(y, x)\nx", "= 1.41421"},
+    {"fmin", "y, x, ...", "Finds the x, ... at which the function block makes y least", variables, report, "the search starts at the values of x, ...", "begin\nx = 1\ny = (x - 3)^2 + 5\nend\nfmin(y, x)\ny", "= 5"},
+    {"fmax", "y, x, ...", "Finds the x, ... at which the function block makes y greatest", variables, report, "the search starts at the values of x, ...", "begin\nx = 2\ny = 4 - (x - 3)^2\nend\nfmax(y, x)\ny", "= 4"},
+    {"func", "x, value, ...", "Sets the x, ... to the values and runs the function block", "names of variables, each with its value", report, "values in the units of their variables", "begin\nx = 2\ny = x^2\nend\nfunc(x, 3)\ny", "= 9"},
 };
 
 constexpr std::string_view order_and_x = "numbers: the order n and x";

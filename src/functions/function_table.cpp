@@ -3,6 +3,7 @@
 #include "calc/perfect_hash.h"
 #include "functions/constants.h"
 #include "functions/scalar_functions.h"
+#include "functions/solving_functions.h"
 #include "functions/special_functions.h"
 #include "functions/vector_functions.h"
 
@@ -63,9 +64,9 @@ constexpr std::array<function_row, function_count> functions = {{
     {42, "ExpIntEi", 1, true, "ExpInt", args_expressions, function_of<special_functions>("ExpIntEi")},
     {43, "ExpIntN", 2, true, "ExpIntN", args_expressions, function_of<special_functions>("ExpIntN")},
     {44, "floor", 1, true, "floor", args_expressions, function_of<scalar_functions>("floor")},
-    {45, "fmax", 2, false, "max", args_variables, nullptr},
-    {46, "fmin", 2, false, "min", args_variables, nullptr},
-    {47, "func", 0, false, "func", args_variable_value, nullptr},
+    {45, "fmax", 2, false, "max", args_variables, run_fmax},
+    {46, "fmin", 2, false, "min", args_variables, run_fmin},
+    {47, "func", 0, false, "func", args_variable_value, run_func},
     {48, "GammaFunc", 1, true, "GammaFunc", args_expressions, function_of<special_functions>("GammaFunc")},
     {49, "GammaPFunc", 2, true, "GammaPFunc", args_expressions, function_of<special_functions>("GammaPFunc")},
     {50, "GammaQFunc", 2, true, "GammaQFunc", args_expressions, function_of<special_functions>("GammaQFunc")},
@@ -99,7 +100,7 @@ constexpr std::array<function_row, function_count> functions = {{
     {76, "sign", 1, true, "sign", args_expressions, function_of<scalar_functions>("sign")},
     {77, "sin", 1, true, "sin", args_expressions, function_of<formulas>("sin")},
     {78, "sinh", 1, true, "sinh", args_expressions, function_of<formulas>("sinh")},
-    {79, "solve", 2, false, "solve", args_variables, nullptr},
+    {79, "solve", 2, false, "solve", args_variables, run_solve},
     {80, "sqrt", 1, true, "sqrt", args_expressions, function_of<scalar_functions>("sqrt")},
     {81, "StefanBoltzmann", 0, true, "Boltzmann", args_expressions,
      function_of<constants>("StefanBoltzmann")},
@@ -141,26 +142,6 @@ static_assert(std::is_sorted(functions.begin(), functions.end(),
               "a function's row is found by its number");
 static_assert(functions[function_Number - 1].name == "Number");
 static_assert(functions[function_component - 1].name == "component");
-
-void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx) {
-    dim_value dropped;
-    for (std::int32_t i = 0; i < given; ++i)
-        pop_value(dropped, ctx);
-    push_value(dim_value(), ctx);
-}
-
-// Too few or too many arguments are replaced by one cleared value.
-bool check_arg_count(const function_row& row, std::int32_t given, compile_ctx& ctx, text_str*& err) {
-    str_clear(&err);
-    if (row.exact ? given == row.arguments : given >= row.arguments)
-        return true;
-    replace_by_cleared_value(given, ctx);
-    str_append_three(&err, "ERROR:  Function ", row.name_in_count_message, " takes ");
-    err = str_append_int(&err, row.arguments);
-    // There is no blank between the number and the word.
-    err = str_append_text(&err, row.arguments == 1 ? "argument.\n" : "arguments.\n");
-    return false;
-}
 
 } // namespace
 
@@ -204,13 +185,9 @@ void call_func_by_number(std::int32_t number, std::int32_t, std::int32_t count, 
         return;
     }
     const function_row& row = functions[static_cast<std::size_t>(number - 1)];
-    if (!check_arg_count(row, count, ctx, err))
+    if (row.mode == args_expressions &&
+        !check_arg_count(row.name_in_count_message, row.exact, row.arguments, count, ctx, err))
         return;
-    if (row.run == nullptr) {
-        replace_by_cleared_value(count, ctx);
-        str_append_three(&err, "ERROR:  Function ", row.name, " is not available.\n");
-        return;
-    }
     row.run(count, ctx, err);
 }
 
