@@ -88,7 +88,7 @@ double miller_j(std::int32_t n, double ax) {
             value = above;
         if (at != at)
             return at;
-        // Scaled down to nothing; the sum of the squares' roots ahead is positive.
+        // Scaled down to nothing, and what it is divided by in the end is positive and finite.
         if (j < n && value == 0.0 && scaling_keeps_up(factor))
             return value;
     }
