@@ -2,12 +2,11 @@
 
 #include "calc/driver.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -42,7 +41,8 @@ class golden_program : public testing::TestWithParam<fs::path> {};
 
 TEST_P(golden_program, gives_the_expected_listing) {
     const std::string text = read_file(GetParam());
-    EXPECT_EQ(metrify::interpret_dimensional_input_lines(text.c_str()).view(), read_file(expected_of(GetParam())))
+    EXPECT_EQ(metrify::interpret_dimensional_input_lines(text.c_str()).view(),
+              read_file(expected_of(GetParam())))
         << GetParam() << ":\n"
         << text;
 }

@@ -37,25 +37,40 @@ double leading_number(const char* text) {
 // Behind the first blank of a result that isn't the one behind its "=", or behind an ampersand that comes
 // sooner.
 std::string_view unit_text_of(std::string_view result) {
-    const std::size_t mark = result.substr(0, 1) == "&" ? 0 : result.find_first_of(" &", 1);
-    return mark == std::string_view::npos ? std::string_view() : result.substr(mark + 1);
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        if (result[i] == '&' || (result[i] == ' ' && i > 0))
+            return result.substr(i + 1);
+    }
+    return {};
+}
+
+// The place of the blank and the word, from some place on.
+std::size_t find_behind_blank(std::string_view text, std::string_view word, std::size_t from = 0) {
+    // The word is looked for first: a listing has few capital letters and many blanks.
+    std::size_t place = text.find(word, from + 1);
+    while (place != std::string_view::npos && text[place - 1] != ' ')
+        place = text.find(word, place + 1);
+    return place == std::string_view::npos ? place : place - 1;
+}
+
+// The answer to a request that has failed: behind its message stands the value in default units, which is cut
+// off. An "=" in the text as typed can put the cut ahead of the message.
+std::string_view failed_request(std::string_view answer, std::size_t mark, std::size_t equals) {
+    const std::size_t begin = mark + 1;
+    if (equals == std::string_view::npos)
+        return answer.substr(begin);
+    const std::size_t cut = equals < indent_of_result ? 0 : equals - indent_of_result;
+    return answer.substr(begin, std::max(cut, begin) - begin);
 }
 
 void pick_answer(conversion& cells) {
     const std::string_view answer = cells.answer.view();
     const std::size_t equals = answer.find('=');
-    if (const std::size_t mark = answer.find(" ERROR:"); mark != std::string_view::npos) {
+    if (const std::size_t mark = find_behind_blank(answer, "ERROR"); mark != std::string_view::npos) {
+        const std::size_t message = find_behind_blank(answer, "ERROR:", mark);
         cells.outcome = conversion_outcome::error;
-        cells.text = answer.substr(mark + 1);
-    } else if (const std::size_t request = answer.find(" ERROR"); request != std::string_view::npos) {
-        // Behind the message of a failed request stands the value in default units, which is cut off. An "=" in
-        // the text as typed can put the cut ahead of the message.
-        const std::size_t begin = request + 1;
-        const std::size_t cut = equals == std::string_view::npos ? answer.size()
-                                : equals < indent_of_result       ? 0
-                                                                  : equals - indent_of_result;
-        cells.outcome = conversion_outcome::error;
-        cells.text = answer.substr(begin, std::max(cut, begin) - begin);
+        cells.text = message != std::string_view::npos ? answer.substr(message + 1)
+                                                       : failed_request(answer, mark, equals);
     } else if (equals != std::string_view::npos) {
         const std::string_view result = answer.substr(equals + 1);
         cells.outcome = conversion_outcome::converted;
@@ -67,12 +82,9 @@ void pick_answer(conversion& cells) {
 } // namespace
 
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+    number_buffer number;
     work_text line;
-    line.str = str_append_double(&line.str, val);
-    line.append(" ");
-    line.append(in_units);
-    line.append("; ");
-    line.append(out_units);
+    line.str = str_append_all(&line.str, format_double(val, number), " ", in_units, "; ", out_units);
     conversion cells = {interpret_dimensional_input_lines(line.str->text)};
     pick_answer(cells);
     return cells;

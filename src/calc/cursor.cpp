@@ -43,7 +43,7 @@ cursor behind_plain_blanks(cursor p) {
 
 } // namespace
 
-void skip_blanks_and_comments(cursor& expptr) {
+void detail::skip_from(cursor& expptr) {
     skip<true>(expptr);
 }
 
@@ -52,11 +52,10 @@ void skip_blanks(cursor& expptr) {
 }
 
 void skip_to_line_end(cursor& expptr) {
-    for (;;) {
+    for (; !at_line_end(expptr); ++expptr.at) {
         skip_blanks_and_comments(expptr);
         if (at_line_end(expptr))
             return;
-        ++expptr.at;
     }
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
 // The cursor toolkit shared by all rules of the language: what is a blank, a comment, a line end, a statement
-// end, a name and a number. A rule rewinds by saving the cursor and putting it back; the text is never changed.
+// end, a name and a number. A rule rewinds by saving the cursor and putting it back; the text is never
+// changed.
 
 #include <array>
 #include <cstddef>
@@ -9,8 +10,8 @@
 
 namespace metrify {
 
-/// A read position in a terminated text. `stop` is an extra end of the text: it lets a listing run a stretch in
-/// the middle of the text as if the text ended there.
+/// A read position in a terminated text. `stop` is an extra end of the text: it lets a listing run a stretch
+/// in the middle of the text as if the text ended there.
 struct cursor {
     const char* at = "";
     const char* stop = nullptr;
@@ -36,6 +37,7 @@ enum char_class : unsigned char {
     class_underscore = 8,
     class_line_end = 16,      // end mark and newline
     class_statement_end = 32, // those and ; and #
+    class_skipped = 64,       // what a skip of blanks, comments and continuations may begin with
 };
 
 constexpr std::array<unsigned char, 256> make_char_classes() {
@@ -47,6 +49,7 @@ constexpr std::array<unsigned char, 256> make_char_classes() {
         }
     };
     mark(" \t", class_blank);
+    mark(" \t#\\", class_skipped);
     mark("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz", class_letter);
     mark("0123456789", class_digit);
     mark("_", class_underscore);
@@ -105,9 +108,15 @@ inline bool accept_char(bool advance, char c, cursor& expptr) {
         ++expptr.at;
     return true;
 }
-/// Skips blanks, comments up to their newline, and line continuations: a backslash with what follows it on its
-/// line and the newline.
-void skip_blanks_and_comments(cursor& expptr);
+namespace detail {
+void skip_from(cursor& expptr);
+}
+/// Skips blanks, comments up to their newline, and line continuations: a backslash with what follows it on
+/// its line and the newline.
+inline void skip_blanks_and_comments(cursor& expptr) {
+    if (detail::has_class(*expptr, detail::class_skipped))
+        detail::skip_from(expptr);
+}
 void skip_blanks(cursor& expptr);
 void skip_to_line_end(cursor& expptr);
 /// As far as a statement reaches, continuations included; does not enter a comment.
@@ -141,7 +150,7 @@ bool scan_component_suffix(cursor& expptr, int& out);
 // Keywords.
 
 /// Compares the text at the cursor with a whole-word keyword: 0 on a match, the cursor moving behind it if
-/// advance is set. Otherwise the sign orders the two, the text first.
+/// advance is set. Otherwise the sign orders the two: negative if the text comes first.
 int match_keyword(bool advance, bool case_sensitive, cursor& expptr, std::string_view keyword);
 /// The same with case folded, advancing.
 int match_keyword_nocase(cursor& expptr, std::string_view keyword);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The calculator's quantity, its comparison rules and the affine conversion between the base system and a unit
-// expression. Values are always held in the base system: rad, s, kg, m, degK, mol, degKdiff, C.
+// The calculator's quantity, its comparison rules and the affine conversion between the base system and a
+// unit expression. Values are always held in the base system: rad, s, kg, m, degK, mol, degKdiff, C.
 
 #include "calc/text_str.h"
 
@@ -13,7 +13,7 @@ namespace metrify {
 
 /// Places of the exponents in `dim`.
 enum base_dimension : std::size_t {
-    dim_angle = 0,                  // soft: is_dimensionless and same_units_loose don't look at it
+    dim_angle = 0, // soft: is_dimensionless and same_units_loose don't look at it
     dim_time = 1,
     dim_mass = 2,
     dim_length = 3,
@@ -27,7 +27,7 @@ using exponents = std::array<double, 8>;
 
 /// A scalar or a vector of three components with its exponents.
 struct dim_value {
-    std::int32_t kind = 0;          // 0 for a scalar, which uses comp[0] alone; anything else for a vector
+    std::int32_t kind = 0; // 0 for a scalar, which uses comp[0] alone; anything else for a vector
     std::array<double, 3> comp = {};
     exponents dim = {};
 };
@@ -35,7 +35,7 @@ struct dim_value {
 /// What a unit expression comes to: x in the expression and y in the base system obey x = y*factor + offset.
 struct unit_scale {
     std::int32_t kind = 0;
-    double offset = 0.0;            // only a lone degC or degF has one
+    double offset = 0.0; // only a lone degC or degF has one
     double factor = 0.0;
     std::array<double, 2> spare = {};
     exponents dim = {};
@@ -63,8 +63,8 @@ inline bool same_units_strict(const dim_value& a, const dim_value& b) {
     return same_units_strict(a.dim, b.dim);
 }
 
-/// True if time, mass, length and charge agree, and the sum of the two temperature exponents; angle and amount
-/// of substance are not looked at.
+/// True if time, mass, length and charge agree, and the sum of the two temperature exponents; angle and
+/// amount of substance are not looked at.
 bool same_units_loose(const dim_value& a, const dim_value& b);
 
 /// If all exponents but angle agree, sets the angle of both to 0 and gives true; otherwise changes nothing.
@@ -78,7 +78,8 @@ bool units_agree_or_zero(dim_value& a, dim_value& b);
 /// a component (1 to 3) the other two components are exactly 0.
 bool component_units_agree(const dim_value& a, int component_a, const dim_value& b, int component_b);
 
-/// True if time, mass, length, both temperatures and charge are exactly 0; a value in radians or moles counts.
+/// True if time, mass, length, both temperatures and charge are exactly 0; a value in radians or moles
+/// counts.
 bool is_dimensionless(const dim_value& v);
 bool is_plain_radian(const dim_value& v);
 /// True if all components and exponents are exactly 0, whatever the kind.

@@ -28,9 +28,10 @@ constexpr std::array<std::string_view, 8> directions = {
 };
 
 bool is_directions_line(cursor line_start) {
-    return *line_start == '#' && std::any_of(directions.begin(), directions.end(), [&](std::string_view text) {
-        return match_keyword(false, true, line_start, text) == 0;
-    });
+    return *line_start == '#' &&
+           std::any_of(directions.begin(), directions.end(), [&](std::string_view text) {
+               return match_keyword(false, true, line_start, text) == 0;
+           });
 }
 
 // A comment with the comments on the lines directly behind it is echoed as one block, without a number.
@@ -40,8 +41,8 @@ void echo_comment_block(const cursor& line_start, cursor& expptr, text_str*& out
     str_append_three(&out, "\n", text_span(line_start, expptr), "\n\n");
 }
 
-void run_statement(std::string_view prefix, int& counter, const cursor& line_start, cursor& expptr, text_str*& out,
-                   text_str*& err) {
+void run_statement(std::string_view prefix, int& counter, const cursor& line_start, cursor& expptr,
+                   text_str*& out, text_str*& err) {
     ++counter;
     code_list recorded;
     code_list* const code = is_block_recording() ? &recorded : nullptr;
@@ -52,7 +53,8 @@ void run_statement(std::string_view prefix, int& counter, const cursor& line_sta
         store_block_code(recorded);
 }
 
-// One line; a comment block counts as one. The cursor ends at the line's end, or stays on a line that is dropped.
+// One line; a comment block counts as one. The cursor ends at the line's end, or stays on a line that is
+// dropped.
 void process_an_expression(std::string_view prefix, int& counter, cursor& expptr, text_str*& out,
                            text_str*& err) {
     str_clear(&err);
@@ -79,7 +81,8 @@ void reset_run_state() {
 
 listing::listing(std::string_view text)
     : length_(text.size()), text_(cvector(0, static_cast<long>(text.size()))) {
-    std::memcpy(text_.data(), text.data(), length_);
+    text.copy(text_.data(), length_);
+    text_[static_cast<long>(length_)] = '\0';
 }
 
 void run_lines(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err) {

@@ -23,13 +23,13 @@ class listing {
     offset_vector<char> text_;
 };
 
-/// Runs a terminated program text from its first line to its last. A failed line shows in the listing and never
-/// ends the run. A run knows nothing of earlier runs: variables, user units, default units and the function
-/// block live and die inside it. Each thread may run a program of its own at any time.
+/// Runs a terminated program text from its first line to its last. A failed line shows in the listing and
+/// never ends the run. A run knows nothing of earlier runs: variables, user units, default units and the
+/// function block live and die inside it. Each thread may run a program of its own at any time.
 listing interpret_dimensional_input_lines(const char* text);
 
-/// Runs the lines from the cursor to the end of its text, numbering statements from 1, and appends their listing
-/// to out. The prefix stands in front of the numbers.
+/// Runs the lines from the cursor to the end of its text, numbering statements from 1, and appends their
+/// listing to out. The prefix stands in front of the numbers.
 void run_lines(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err);
 
 } // namespace metrify

@@ -67,25 +67,25 @@ void pop_result(replay& at, const stck_node&) {
 }
 
 constexpr std::array<action, opcode_count> actions = {
-    clear_result,                 // OP_NOP
-    push_constant,                // OP_PUSH_VALUE
-    push_scale,                   // OP_PUSH_UNIT
-    operate<stck_add>,            // OP_ADD
-    operate<stck_subtract>,       // OP_SUB
-    operate<stck_multiply>,       // OP_MUL
-    operate<stck_divide>,         // OP_DIV
-    operate<stck_exponentiate>,   // OP_POW
-    operate<stck_negate>,         // OP_NEGATE
-    set_variable<0>,              // OP_SETVAR      pops into the result, assigns, pushes what is stored then
-    set_variable<1>,              // OP_SETVAR_C1
-    set_variable<2>,              // OP_SETVAR_C2
-    set_variable<3>,              // OP_SETVAR_C3
-    push_variable,                // OP_PUSH_VAR
-    call_function,                // OP_CALL_FUNC   pops the record of the call
-    make_vector,                  // OP_MAKE_VECTOR pops the record with the count
+    clear_result,                  // OP_NOP
+    push_constant,                 // OP_PUSH_VALUE
+    push_scale,                    // OP_PUSH_UNIT
+    operate<stck_add>,             // OP_ADD
+    operate<stck_subtract>,        // OP_SUB
+    operate<stck_multiply>,        // OP_MUL
+    operate<stck_divide>,          // OP_DIV
+    operate<stck_exponentiate>,    // OP_POW
+    operate<stck_negate>,          // OP_NEGATE
+    set_variable<0>,               // OP_SETVAR      pops into the result, assigns, pushes what is stored then
+    set_variable<1>,               // OP_SETVAR_C1
+    set_variable<2>,               // OP_SETVAR_C2
+    set_variable<3>,               // OP_SETVAR_C3
+    push_variable,                 // OP_PUSH_VAR
+    call_function,                 // OP_CALL_FUNC   pops the record of the call
+    make_vector,                   // OP_MAKE_VECTOR pops the record with the count
     operate<stck_unit_assignment>, // OP_UNIT_ASSIGN
-    operate<stck_request_units>,  // OP_REQUEST_UNITS
-    pop_result,                   // OP_POP_RESULT
+    operate<stck_request_units>,   // OP_REQUEST_UNITS
+    pop_result,                    // OP_POP_RESULT
 };
 
 } // namespace

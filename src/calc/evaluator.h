@@ -7,8 +7,8 @@
 
 namespace metrify {
 
-/// Runs a list on an operand stack of its own. result holds what the last statement came to. Stops at the first
-/// instruction that leaves a message in err, with result as it stands then.
+/// Runs a list on an operand stack of its own. result holds what the last statement came to. Stops at the
+/// first instruction that leaves a message in err, with result as it stands then.
 void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err);
 
 } // namespace metrify

@@ -10,8 +10,8 @@ namespace metrify {
 
 namespace {
 
-// Argument and index lists go on as long as expressions can be read, also such that take in nothing. The guard
-// stops them: so many calls at one position may pass.
+// Argument and index lists go on as long as expressions can be read, also such that take in nothing. The
+// guard stops them: so many calls at one position may pass.
 constexpr int no_progress_limit = 11;
 
 struct expression_state {
@@ -58,7 +58,8 @@ bool carry_out(void (*action)(compile_ctx&, text_str*&), opcode code, compile_ct
 
 enum class rest { goes_on, ends, fails };
 
-// The unit expression behind a primary, if there is one. What can be read as a unit expression is one, a leading
+// The unit expression behind a primary, if there is one. What can be read as a unit expression is one, a
+// leading
 // "*" or "/" included; a text that is partly readable is none, and no error.
 rest take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     const cursor start = expptr;
@@ -74,10 +75,12 @@ rest take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         str_clear(&err);
         return rest::ends;
     }
-    push_unit_scale(scale, ctx);
     emit_node(OP_PUSH_UNIT, ctx, scale);
-    if (carry_out(stck_unit_assignment, OP_UNIT_ASSIGN, ctx, err))
+    assign_unit(scale, ctx, err);
+    if (str_is_empty(err)) {
+        emit_node(OP_UNIT_ASSIGN, ctx);
         return rest::goes_on;
+    }
     if (str_view(err) == unit_assignment_message) {
         str_clear(&err);
         str_append_three(&err, "ERROR: Units assignment '", text_span(start, expptr),

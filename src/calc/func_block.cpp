@@ -12,8 +12,8 @@ struct func_block {
     block_state state = block_state::none;
     bool recording = false;
     bool listing = false;
-    cursor text_start;               // behind the word `begin`
-    const char* text_end = nullptr;  // behind the word `end`
+    cursor text_start;              // behind the word `begin`
+    const char* text_end = nullptr; // behind the word `end`
     code_list code;
 };
 

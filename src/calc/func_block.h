@@ -1,7 +1,7 @@
 #pragma once
 
-// The function block of a run: the stretch of lines between `begin` and `end`. Its statements' instructions are
-// kept for the solvers, and its text can be run once more for a listing.
+// The function block of a run: the stretch of lines between `begin` and `end`. Its statements' instructions
+// are kept for the solvers, and its text can be run once more for a listing.
 
 #include "calc/code_list.h"
 #include "calc/cursor.h"
@@ -19,16 +19,16 @@ void begin_func_block(const cursor& expptr);
 void end_func_block(const cursor& expptr);
 
 bool is_block_recording();
-bool is_block_defined();    // begun at least
-bool is_block_closed();     // begun and ended
-bool is_definition_open();  // begun and not ended
+bool is_block_defined();   // begun at least
+bool is_block_closed();    // begun and ended
+bool is_definition_open(); // begun and not ended
 
 /// Appends a statement's instructions to the block. Only while the block is recording.
 void store_block_code(const code_list& list);
 const code_list& block_code();
 
-/// Runs the text of a closed block once more and appends the header and the listing to out; the prefix goes in
-/// front of the statement numbers. Without a closed block nothing is written.
+/// Runs the text of a closed block once more and appends the header and the listing to out; the prefix goes
+/// in front of the statement numbers. Without a closed block nothing is written.
 void run_block_listing(std::string_view header, std::string_view prefix, text_str*& out, text_str*& err);
 
 } // namespace metrify

@@ -60,7 +60,8 @@ bool read_variable_and_value(std::string_view function, cursor& expptr, compile_
     return compile_argument(expptr, ctx, err);
 }
 
-bool read_argument(std::string_view name, std::int32_t mode, cursor& expptr, compile_ctx& ctx, text_str*& err) {
+bool read_argument(std::string_view name, std::int32_t mode, cursor& expptr, compile_ctx& ctx,
+                   text_str*& err) {
     switch (mode) {
     case args_variables:
         return read_variable_reference(name, expptr, ctx, err);
@@ -155,7 +156,8 @@ bool read_argument_list(std::string_view name, const function_ref& function, cha
         if (accept_char(true, ',', expptr))
             skip_blanks_and_comments(expptr);
         if (at_statement_end(expptr)) {
-            str_append_three(&err, "ERROR: Argument list for function '", name, "' not correctly finished.\n");
+            str_append_three(&err, "ERROR: Argument list for function '", name,
+                             "' not correctly finished.\n");
             return false;
         }
     }

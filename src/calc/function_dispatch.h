@@ -1,7 +1,8 @@
 #pragma once
 
 // The narrow place where the language and its built-in functions meet: look a name up, call by number. The
-// functions work on the operand stack and know the language; the language knows no function but by its number.
+// functions work on the operand stack and know the language; the language knows no function but by its
+// number.
 
 #include "calc/cursor.h"
 #include "calc/operand_stack.h"
@@ -22,7 +23,8 @@ struct function_ref {
     std::int32_t mode = args_expressions;
 };
 
-/// The two functions that the grammar itself knows: one has a syntax of its own, the other stands behind v[2].
+/// The two functions that the grammar itself knows: one has a syntax of its own, the other stands behind
+/// v[2].
 constexpr std::int32_t function_Number = 68;
 constexpr std::int32_t function_component = 24;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// How deep constructs may be nested. The parser descends recursively, and the smallest stack that it is called
-// on has 256 KiB; text is longer than that.
+// How deep constructs may be nested. The parser descends recursively, and the smallest stack that it is
+// called on has 256 KiB; text is longer than that.
 
 #include "calc/text_str.h"
 
@@ -9,7 +9,8 @@
 
 namespace metrify {
 
-/// Parentheses, brackets and calls inside one another, counted for expressions and for unit expressions apart.
+/// Parentheses, brackets and calls inside one another, counted for expressions and for unit expressions
+/// apart.
 constexpr int max_nesting = 100;
 
 constexpr std::string_view nesting_message =

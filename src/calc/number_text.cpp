@@ -54,7 +54,8 @@ decimal_form scan_decimal(const char* p) {
 // ten of its first digit that isn't 0.
 bool is_above_range(const decimal_form& form) {
     const char* point = std::find(form.digits, form.exponent, '.');
-    const char* leading = std::find_if(form.digits, form.exponent, [](char c) { return c >= '1' && c <= '9'; });
+    const char* leading =
+        std::find_if(form.digits, form.exponent, [](char c) { return c >= '1' && c <= '9'; });
     const long long position = leading < point ? point - leading : point - leading + 1;
     if (form.exponent == form.end)
         return position > 0;

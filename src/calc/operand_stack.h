@@ -12,8 +12,8 @@
 
 namespace metrify {
 
-/// One entry, a value or a unit scale; which of the two follows from the instructions, not from a tag. A scale
-/// has its factor in comp[0]; a value has no offset.
+/// One entry, a value or a unit scale; which of the two follows from the instructions, not from a tag. A
+/// scale has its factor in comp[0]; a value has no offset.
 struct stck_value {
     dim_value value;
     double offset = 0.0;
@@ -22,7 +22,7 @@ struct stck_value {
 /// Entries without a limit to their number; the first few cost no allocation.
 class operand_stack {
   public:
-    operand_stack() = default;
+    operand_stack() {} // NOLINT: not defaulted, so that the first entries stay as they are
     operand_stack(const operand_stack&) = delete;
     operand_stack& operator=(const operand_stack&) = delete;
 
@@ -49,10 +49,11 @@ class operand_stack {
     void grow();
     void fill_bottom(std::size_t count);
 
+    // Room that costs nothing until it is used: clearing it would be a good part of a short statement's time.
     static constexpr std::size_t first_capacity = 8;
-    std::array<stck_value, first_capacity> first_;
+    alignas(stck_value) std::array<std::byte, first_capacity * sizeof(stck_value)> first_;
     std::vector<stck_value> grown_;
-    stck_value* entries_ = first_.data();
+    stck_value* entries_ = reinterpret_cast<stck_value*>(first_.data());
     std::size_t depth_ = 0;
     std::size_t capacity_ = first_capacity;
 };
@@ -77,7 +78,8 @@ inline void push_value(const dim_value& value, compile_ctx& ctx) {
     entry.offset = 0.0;
 }
 inline void push_unit_scale(const unit_scale& scale, compile_ctx& ctx) {
-    ctx.stack.push() = {{scale.kind, {scale.factor, scale.spare[0], scale.spare[1]}, scale.dim}, scale.offset};
+    ctx.stack.push() = {{scale.kind, {scale.factor, scale.spare[0], scale.spare[1]}, scale.dim},
+                        scale.offset};
 }
 inline void pop_value(dim_value& out, compile_ctx& ctx) {
     ctx.stack.require(1);
@@ -87,7 +89,8 @@ inline void pop_value(dim_value& out, compile_ctx& ctx) {
 inline void pop_unit_scale(unit_scale& out, compile_ctx& ctx) {
     ctx.stack.require(1);
     const stck_value& top = ctx.stack.top();
-    out = {top.value.kind, top.offset, top.value.comp[0], {top.value.comp[1], top.value.comp[2]}, top.value.dim};
+    out = {
+        top.value.kind, top.offset, top.value.comp[0], {top.value.comp[1], top.value.comp[2]}, top.value.dim};
     ctx.stack.drop();
 }
 

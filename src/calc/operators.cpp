@@ -60,14 +60,15 @@ void combine_terms(compile_ctx& ctx, text_str*& err, Combine combine, const addi
 
 void stck_add(compile_ctx& ctx, text_str*& err) {
     combine_terms(ctx, err, std::plus<>(),
-                  {"ERROR:  Numerical over or underflow while adding.\n", "ERROR:  Adding incompatible units: '",
-                   "ERROR:  Adding different size vectors.\n"});
+                  {"ERROR:  Numerical over or underflow while adding.\n",
+                   "ERROR:  Adding incompatible units: '", "ERROR:  Adding different size vectors.\n"});
 }
 
 void stck_subtract(compile_ctx& ctx, text_str*& err) {
     combine_terms(ctx, err, std::minus<>(),
                   {"ERROR: Numerical over or underflow while subtracting.\n",
-                   "ERROR: Subtracting incompatible units: '", "ERROR:  Subtracting different size vectors.\n"});
+                   "ERROR: Subtracting incompatible units: '",
+                   "ERROR:  Subtracting different size vectors.\n"});
 }
 
 void stck_multiply(compile_ctx& ctx, text_str*& err) {
@@ -161,15 +162,20 @@ void stck_negate(compile_ctx& ctx, text_str*& err) {
 }
 
 void stck_unit_assignment(compile_ctx& ctx, text_str*& err) {
-    str_clear(&err);
     unit_scale scale;
     pop_unit_scale(scale, ctx);
+    assign_unit(scale, ctx, err);
+}
+
+void assign_unit(const unit_scale& scale, compile_ctx& ctx, text_str*& err) {
+    str_clear(&err);
     ctx.stack.require(1);
     dim_value& value = ctx.stack.top().value;
     if (!is_dimensionless(value)) {
         append(err, unit_assignment_message);
         value = overflow_value();
-    } else if (is_overflowed(value) || scale.offset == infinity_sentinel || scale.factor == infinity_sentinel) {
+    } else if (is_overflowed(value) || scale.offset == infinity_sentinel ||
+               scale.factor == infinity_sentinel) {
         append(err, "ERROR: Numerical over or underflow while unit_assignment.\n");
         value = overflow_value();
     } else {

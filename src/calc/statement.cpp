@@ -1,6 +1,7 @@
 #include "calc/statement.h"
 
 #include "calc/assignment.h"
+#include "calc/number_text.h"
 #include "calc/operators.h"
 #include "calc/special_line.h"
 #include "calc/unit_rendering.h"
@@ -13,26 +14,17 @@ namespace {
 
 constexpr std::string_view indent = "       ";
 
-void append(text_str*& out, std::string_view text) {
-    out = str_append_text(&out, text);
-}
-
-void write_heading(std::string_view prefix, int counter, text_str*& out) {
-    str_append_three(&out, "[  ", prefix, "");
-    out = str_append_int(&out, counter);
-    append(out, " ] ");
-}
-
-// The line as typed, comment included.
-void echo_line_text(const cursor& start, cursor expptr, text_str*& out) {
+// The heading, and the line as typed, comment included.
+void write_heading_and_echo(std::string_view prefix, int counter, const cursor& line_start, cursor expptr,
+                            text_str*& out) {
+    number_buffer number;
     skip_to_line_end(expptr);
-    append(out, text_span(start, expptr));
-    append(out, "\n");
+    out = str_append_all(&out, "[  ", prefix, format_int(counter, number), " ] ",
+                         text_span(line_start, expptr), "\n");
 }
 
 void write_message(text_str*& out, text_str*& err) {
-    append(out, indent);
-    out = str_append_str(&out, &err);
+    out = str_append_all(&out, indent, str_view(err));
 }
 
 // One of the four systems by name, exactly as it is spelt.
@@ -79,36 +71,32 @@ bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requeste
 
 } // namespace
 
-line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start, cursor& expptr,
-                                  text_str*& out, code_list* code, text_str*& err) {
-    write_heading(prefix, counter, out);
+line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start,
+                                  cursor& expptr, text_str*& out, code_list* code, text_str*& err) {
     const std::string_view target = peek_assignment_target(expptr, err);
-    echo_line_text(line_start, expptr, out);
+    write_heading_and_echo(prefix, counter, line_start, expptr, out);
 
-    work_text special;
-    if (is_special_function(expptr, counter, special.str, err)) {
-        str_append_three(&out, indent, special.view(), "\n");
+    work_text answer; // of a special line, or of the output requests
+    if (is_special_function(expptr, counter, answer.str, err)) {
+        out = str_append_all(&out, indent, answer.view(), "\n");
         return line_result::special;
     }
     dim_value result;
     if (!compile_input_line(expptr, result, code, err)) {
         skip_to_line_end(expptr);
         write_message(out, err);
-        append(out, "\n");
+        out = str_append_text(&out, "\n");
         return line_result::failed;
     }
     normalize_dimensions(result);
-    work_text requested;
-    if (!serve_requests(result, expptr, requested.str, out, err)) {
-        print_value_in_default_units(requested.str, result, err, true);
+    if (!serve_requests(result, expptr, answer.str, out, err)) {
+        print_value_in_default_units(answer.str, result, err, true);
         if (!str_is_empty(err)) {
             write_message(out, err);
-            append(out, "\n");
+            out = str_append_text(&out, "\n");
         }
     }
-    append(out, indent);
-    append(out, target);
-    str_append_three(&out, requested.view(), "\n", "\n");
+    out = str_append_all(&out, indent, target, answer.view(), "\n\n");
     skip_to_line_end(expptr);
     return line_result::compiled;
 }

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 
 namespace metrify {
 
@@ -66,29 +65,9 @@ void str_free(text_str* s) {
         std::free(s);
 }
 
-void str_clear(text_str** s) {
-    (*s)->length = 0;
-    (*s)->text[0] = '\0';
-}
-
-text_str* str_append_range(text_str** s, const char* begin, const char* end) {
-    text_str* target = *s;
-    if (std::less<>()(end, begin))
-        return target;
-    const auto added = static_cast<std::size_t>(end - begin);
-    const std::size_t needed = (added + 1) + (target->length + 1); // one byte more than the result takes
-    if (needed > target->capacity) {
-        const std::size_t steps = (needed - target->capacity + target->grow_by - 1) / target->grow_by;
-        target = moved_to_capacity(target, target->capacity + steps * target->grow_by);
-    }
-    std::memcpy(target->text + target->length, begin, added);
-    target->length += added;
-    target->text[target->length] = '\0';
-    return target;
-}
-
-text_str* str_append_text(text_str** s, std::string_view text) {
-    return str_append_range(s, text.data(), text.data() + text.size());
+text_str* detail::str_moved(text_str* s, std::size_t needed) {
+    const std::size_t steps = (needed - s->capacity + s->grow_by - 1) / s->grow_by;
+    return moved_to_capacity(s, s->capacity + steps * s->grow_by);
 }
 
 text_str* str_append_str(text_str** s, text_str* const* t) {

@@ -6,6 +6,7 @@
 // then on and the caller stores it back: s = str_append_text(&s, "...").
 
 #include <cstddef>
+#include <functional>
 #include <string_view>
 
 namespace metrify {
@@ -24,7 +25,10 @@ struct text_str {
 /// A new empty text. Ends the process through nrerror if there is no memory for it.
 text_str* allocate_and_init_str_kelb(std::size_t size, std::size_t grow_by);
 void str_free(text_str* s);
-void str_clear(text_str** s);
+inline void str_clear(text_str** s) {
+    (*s)->length = 0;
+    (*s)->text[0] = '\0';
+}
 
 inline bool str_is_empty(const text_str* s) {
     return s->text[0] == '\0';
@@ -33,9 +37,42 @@ inline std::string_view str_view(const text_str* s) {
     return {s->text, s->length};
 }
 
+namespace detail {
+/// The text with room for `needed` bytes, moved to a new record.
+text_str* str_moved(text_str* s, std::size_t needed);
+} // namespace detail
+
+inline text_str* str_append_text(text_str** s, std::string_view text) {
+    text_str* target = *s;
+    const std::size_t needed =
+        (text.size() + 1) + (target->length + 1); // one byte more than the result takes
+    if (needed > target->capacity)
+        target = detail::str_moved(target, needed);
+    text.copy(target->text + target->length, text.size());
+    target->length += text.size();
+    target->text[target->length] = '\0';
+    return target;
+}
+/// Appends several texts at once.
+template <class... Texts>
+text_str* str_append_all(text_str** s, const Texts&... texts) {
+    text_str* target = *s;
+    const std::size_t needed = ((std::string_view(texts).size() + ...) + 1) + (target->length + 1);
+    if (needed > target->capacity)
+        target = detail::str_moved(target, needed);
+    char* end = target->text + target->length;
+    ((end += std::string_view(texts).copy(end, std::string_view::npos)), ...);
+    *end = '\0';
+    target->length = static_cast<std::size_t>(end - target->text);
+    return target;
+}
+
 /// Appends the characters from begin up to end; nothing if end lies before begin.
-text_str* str_append_range(text_str** s, const char* begin, const char* end);
-text_str* str_append_text(text_str** s, std::string_view text);
+inline text_str* str_append_range(text_str** s, const char* begin, const char* end) {
+    if (std::less<>()(end, begin))
+        return *s;
+    return str_append_text(s, {begin, static_cast<std::size_t>(end - begin)});
+}
 text_str* str_append_str(text_str** s, text_str* const* t);
 
 /// Appends text up to, not including, its first character that stands in set, or all of it.

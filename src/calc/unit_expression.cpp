@@ -38,7 +38,8 @@ void append_bad_exponent(text_str*& err, std::string_view unit, std::string_view
     str_append_three(&err, "ERROR: Bad exponent for unit '", unit, ending);
 }
 
-bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit, text_str*& err);
+bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
+                      text_str*& err);
 
 // "(" { exponent } ")", behind the parenthesis: the product of the exponents.
 void read_exponent_product(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
@@ -71,7 +72,8 @@ void read_exponent_divisor(cursor& expptr, double& result, unit_parse& parse, st
 
 // exponent := number | "(" { exponent } ")" | "*" exponent | "/" exponent
 // At a statement's end there is none, without a message.
-bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit, text_str*& err) {
+bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
+                      text_str*& err) {
     const cursor entry = expptr;
     const nesting_level level(parse.nesting);
     result = 1.0;
@@ -117,11 +119,13 @@ bool get_unit_exponent(cursor& expptr, double& exponent, unit_parse& parse, std:
 
 // name, noting a temperature that has an offset. The cursor stays on what is no unit, without a message.
 bool is_generalized_unit(cursor& expptr, dim_value& unit, std::string_view& name, unit_parse& parse) {
-    if (match_keyword(false, true, expptr, "degC") == 0)
+    if (!is_unit(true, expptr, unit, &name))
+        return false;
+    if (name == "degC")
         parse.temp_kind = 1;
-    else if (match_keyword(false, true, expptr, "degF") == 0)
+    else if (name == "degF")
         parse.temp_kind = 2;
-    return is_unit(true, expptr, unit, &name);
+    return true;
 }
 
 // name [ "^" exponent ], multiplied into the target.

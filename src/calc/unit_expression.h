@@ -16,8 +16,8 @@ namespace metrify {
 
 /// Reads a unit expression at the cursor into out. An empty text is one, with the factor 1 and no exponents.
 ///
-/// True if it is a unit expression: the cursor is where it ends. Real errors are left in err, which may hold a
-/// text with either result: if some units were read before the error they stand, and the result is true.
+/// True if it is a unit expression: the cursor is where it ends. Real errors are left in err, which may hold
+/// a text with either result: if some units were read before the error they stand, and the result is true.
 bool parse_unit_expression(cursor& expptr, unit_scale& out, text_str*& err);
 
 } // namespace metrify

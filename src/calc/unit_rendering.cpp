@@ -19,10 +19,10 @@ using slot_names = std::array<std::string_view, slot_count>;
 // only; IPS writes degF there.
 constexpr std::array<slot_names, 4> system_names = {{
     //  mass   length time... absolute temperature, amount, difference, charge
-    {"kg", "m", "rad", "s", "degK", "mol", "degKdiff", "C"},  // MKS
-    {"g", "cm", "rad", "s", "degK", "mol", "degK", "C"},      // cgs
-    {"lbf", "ft", "rad", "s", "degR", "mol", "degR", "C"},    // FPS
-    {"lbf", "in", "rad", "s", "degR", "mol", "degF", "C"},    // IPS
+    {"kg", "m", "rad", "s", "degK", "mol", "degKdiff", "C"}, // MKS
+    {"g", "cm", "rad", "s", "degK", "mol", "degK", "C"},     // cgs
+    {"lbf", "ft", "rad", "s", "degR", "mol", "degR", "C"},   // FPS
+    {"lbf", "in", "rad", "s", "degR", "mol", "degF", "C"},   // IPS
 }};
 
 // The exponents in slot order. Where the first slot is a force, a unit of mass is lbf s^2 / ft, so length and
@@ -30,9 +30,14 @@ constexpr std::array<slot_names, 4> system_names = {{
 std::array<double, slot_count> slot_exponents(unit_system system, const exponents& dim) {
     const bool force_based = system == system_FPS || system == system_IPS;
     const double mass = force_based ? dim[dim_mass] : 0.0;
-    return {dim[dim_mass],        dim[dim_length] - mass, dim[dim_angle],
-            dim[dim_time] + 2 * mass, dim[dim_temperature], dim[dim_amount],
-            dim[dim_temperature_difference], dim[dim_charge]};
+    return {dim[dim_mass],
+            dim[dim_length] - mass,
+            dim[dim_angle],
+            dim[dim_time] + 2 * mass,
+            dim[dim_temperature],
+            dim[dim_amount],
+            dim[dim_temperature_difference],
+            dim[dim_charge]};
 }
 
 bool is_whole_number(double x) {
@@ -40,27 +45,22 @@ bool is_whole_number(double x) {
            std::trunc(x) == x;
 }
 
-void append_number(text_str*& out, double x) {
-    out = str_append_double(&out, x);
-}
-
 void append(text_str*& out, std::string_view text) {
     out = str_append_text(&out, text);
 }
 
-void append_value(text_str*& out, const dim_value& value) {
-    append(out, " = ");
+// ` = 3 m`, or ` = [ 1 , 2 , 3 ] m`
+void append_value(text_str*& out, const dim_value& value, std::string_view units) {
+    number_buffer x;
+    const std::string_view first = format_double(value.comp[0], x);
     if (value.kind == 0) {
-        append_number(out, value.comp[0]);
+        out = str_append_all(&out, " = ", first, " ", units);
         return;
     }
-    append(out, "[ ");
-    append_number(out, value.comp[0]);
-    append(out, " , ");
-    append_number(out, value.comp[1]);
-    append(out, " , ");
-    append_number(out, value.comp[2]);
-    append(out, " ]");
+    number_buffer y;
+    number_buffer z;
+    out = str_append_all(&out, " = [ ", first, " , ", format_double(value.comp[1], y), " , ",
+                         format_double(value.comp[2], z), " ] ", units);
 }
 
 } // namespace
@@ -93,18 +93,17 @@ void render_units(unit_system system, const exponents& dim, text_str*& out, text
     work_text rendered;
     const auto write_slots = [&](auto is_wanted, std::string_view failure) {
         for (std::size_t i = 0; i < slot_count; ++i) {
-            if (is_wanted(slots[i]) && !append_one_exponentiated_unit_to_a_string(names[i], slots[i], rendered.str))
+            if (is_wanted(slots[i]) &&
+                !append_one_exponentiated_unit_to_a_string(names[i], slots[i], rendered.str))
                 append(err, failure);
         }
     };
     const auto is_positive = [](double x) { return x > 0.0; };
     const auto is_negative = [](double x) { return x < 0.0; };
-    write_slots(is_positive,
-                "append_one_exponentiated_unit_to_a_string Error 2: Exponent too large.");
+    write_slots(is_positive, "append_one_exponentiated_unit_to_a_string Error 2: Exponent too large.");
     if (std::any_of(slots.begin(), slots.end(), is_negative)) {
         rendered.append("/ ");
-        write_slots(is_negative,
-                    "append_one_exponentiated_unit_to_a_string Error 3: Exponent too large.");
+        write_slots(is_negative, "append_one_exponentiated_unit_to_a_string Error 3: Exponent too large.");
     }
     std::string_view text = rendered.view();
     if (!text.empty())
@@ -151,7 +150,6 @@ bool print_value_with_requested_units(text_str*& out, const dim_value& value, cu
     unit_scale scale;
     if (!parse_unit_expression(expptr, scale, err)) {
         skip_to_statement_end(expptr);
-        str_clear(&err);
         str_append_three(&err, failure, text_span(start, expptr), "' not recognized.\n");
         return false;
     }
@@ -169,9 +167,7 @@ bool print_value_with_requested_units(text_str*& out, const dim_value& value, cu
         str_append_three(&err, failure, text_from(start), "' is incompatible.\n");
         return false;
     }
-    append_value(out, converted);
-    append(out, " ");
-    append(out, text_from(entry));
+    append_value(out, converted, text_from(entry));
     return true;
 }
 

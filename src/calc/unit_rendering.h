@@ -25,14 +25,15 @@ void unit_text(text_str*& out, const dim_value& value, text_str*& err);
 /// The same, with a word for a value without exponents that no exception matches.
 void unit_text_for_message(text_str*& out, const dim_value& value, text_str*& err);
 
-// Output. Appends ` = `, the number or the vector, a blank and the unit text. Unless no_check is set the value
-// must agree loosely with the unit; a failure leaves its message in err.
+// Output. Appends ` = `, the number or the vector, a blank and the unit text. Unless no_check is set the
+// value must agree loosely with the unit; a failure leaves its message in err.
 
 void print_value_in_default_units(text_str*& out, const dim_value& value, text_str*& err, bool no_check);
 /// Exceptions don't count.
 void print_value_in_system(unit_system system, text_str*& out, const dim_value& value, text_str*& err,
                            bool no_check);
-/// The unit text at the cursor is read and shown as it stands, up to a comment. True if the value was printed.
+/// The unit text at the cursor is read and shown as it stands, up to a comment. True if the value was
+/// printed.
 bool print_value_with_requested_units(text_str*& out, const dim_value& value, cursor& expptr, text_str*& err,
                                       bool no_check);
 

@@ -91,14 +91,12 @@ void read_exceptions(cursor& expptr, text_str*& err) {
             continue;
         }
         if (at_line_end(expptr)) {
-            str_clear(&err);
             err = str_append_text(&err, " Argument list not terminated");
             return;
         }
         const cursor item = expptr;
         unit_scale scale;
         if (!parse_unit_expression(expptr, scale, err) || expptr == item) {
-            str_clear(&err);
             err = str_append_text(&err, " Argument not a proper unit");
             return;
         }

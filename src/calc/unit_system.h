@@ -9,7 +9,7 @@
 
 namespace metrify {
 
-enum unit_system : int { system_MKS, system_cgs, system_FPS, system_IPS };
+enum unit_system : unsigned { system_MKS, system_cgs, system_FPS, system_IPS };
 
 /// MKS and no exceptions.
 void reset_unit_state();

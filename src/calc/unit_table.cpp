@@ -229,7 +229,8 @@ constexpr unit_row rows[] = {
     // magnetic field: s^-1 m^-1 C
     {magnetic_field, 0.01256637061436, "Oe oersted oersteds"},
     // resistance: s^-1 kg m^2 C^-2
-    {resistance, 1.0, "Ohm Ohms ohm ohms"},};
+    {resistance, 1.0, "Ohm Ohms ohm ohms"},
+};
 
 constexpr std::size_t unit_count = 375;
 
@@ -283,7 +284,8 @@ const unit_entry* find_unit(cursor& expptr) {
             return nullptr;
     }
     const std::uint16_t place = unit_hash.find(hash);
-    if (place == unit_hash.none || units[place].name != std::string_view(start, static_cast<std::size_t>(p - start)))
+    if (place == unit_hash.none ||
+        units[place].name != std::string_view(start, static_cast<std::size_t>(p - start)))
         return nullptr;
     expptr.at = p;
     return &units[place];

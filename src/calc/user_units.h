@@ -25,8 +25,8 @@ void free_user_units();
 /// another meaning now.
 unsigned user_unit_generation();
 
-/// If a user unit's whole name stands behind blanks at the cursor: copies its record to out and moves the cursor
-/// behind the name. Otherwise the cursor stays.
+/// If a user unit's whole name stands behind blanks at the cursor: copies its record to out and moves the
+/// cursor behind the name. Otherwise the cursor stays.
 bool find_user_unit(cursor& expptr, dim_value& out);
 
 /// Adds a unit, or replaces the one of that name. A value of 0 is a failure. Of a vector the first component

@@ -16,7 +16,8 @@ struct var_entry {
     dim_value value;      // in the base system
 };
 
-/// Empties the store at a run's start and end; the next variable gets 201. Until then entries stay where they are.
+/// Empties the store at a run's start and end; the next variable gets 201. Until then entries stay where they
+/// are.
 void free_all_vars();
 
 /// The variable of this name, case included, or null.
@@ -33,10 +34,11 @@ const std::string* varname_by_num(std::uint32_t number, text_str*& err);
 
 void setvar_by_num(std::uint32_t number, const dim_value& value, text_str*& err);
 
-/// Assigns the whole variable (component 0) or one component (1 to 3). A component makes the variable a vector
-/// and sets the units of all of it. On return value is what the variable holds.
+/// Assigns the whole variable (component 0) or one component (1 to 3). A component makes the variable a
+/// vector and sets the units of all of it. On return value is what the variable holds.
 void setvar(var_entry& entry, dim_value& value, int component);
-/// The same by name, creating the variable if need be; the components not assigned are 0 then. Gives its entry.
+/// The same by name, creating the variable if need be; the components not assigned are 0 then. Gives its
+/// entry.
 var_entry& setvar_by_name(std::string_view name, dim_value& value, int component);
 
 /// Creates a variable; its name must not be there yet.

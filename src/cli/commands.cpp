@@ -71,7 +71,8 @@ int convert_command(double val, std::string_view in_units, std::string_view out_
     return 1;
 }
 
-int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err) {
+int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out,
+                std::ostream& err) {
     const std::vector<std::string> standard_input = {"-"};
     int status = 0;
     for (const std::string& file : files.empty() ? standard_input : files) {

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the metrify command can do. Each command writes to the streams given and returns the exit status: 0, 1 for
-// an error cell, 2 where something could not be read.
+// What the metrify command can do. Each command writes to the streams given and returns the exit status: 0, 1
+// for an error cell, 2 where something could not be read.
 
 #include <iosfwd>
 #include <string>
@@ -14,9 +14,10 @@ namespace metrify {
 int convert_command(double val, std::string_view in_units, std::string_view out_units, std::ostream& out,
                     std::ostream& err);
 
-/// Each file is one run of the calculator; `-`, or no file at all, is standard input. Writes the listings byte
-/// for byte. A file that can't be read is named with the reason, and the others are run all the same.
-int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err);
+/// Each file is one run of the calculator; `-`, or no file at all, is standard input. Writes the listings
+/// byte for byte. A file that can't be read is named with the reason, and the others are run all the same.
+int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out,
+                std::ostream& err);
 
 /// Lists the units whose name contains the text: name, factor and dimension.
 int units_command(std::string_view text, std::ostream& out);

@@ -23,8 +23,8 @@ class line_reader {
 
     enum class outcome { line, interrupted, end };
 
-    /// Reads one line, without its newline. When it is interrupted, line holds what had been typed, and it is in
-    /// the history.
+    /// Reads one line, without its newline. When it is interrupted, line holds what had been typed, and it is
+    /// in the history.
     outcome read(std::string_view prompt, std::string& line);
 
   private:

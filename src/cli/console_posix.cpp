@@ -1,10 +1,9 @@
 #include "cli/console.h"
 
-#include <histedit.h>
-
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <histedit.h>
 #include <unistd.h>
 
 namespace metrify {

@@ -5,7 +5,6 @@
 #include "cli/console.h"
 
 #include <CLI/CLI.hpp>
-
 #include <exception>
 #include <iostream>
 

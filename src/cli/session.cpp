@@ -6,8 +6,8 @@ namespace metrify {
 
 namespace {
 
-// The guard of the parser holds for the rest of a run once it has spoken. An entry that sets it off is refused
-// rather than kept, or every later entry would fail.
+// The guard of the parser holds for the rest of a run once it has spoken. An entry that sets it off is
+// refused rather than kept, or every later entry would fail.
 constexpr std::string_view guard_message = "ERROR: Cannot parse line -- check nesting";
 
 } // namespace

@@ -1,8 +1,8 @@
 #pragma once
 
-// An interactive session. Every run of the calculator starts empty, so the session is a program that grows: each
-// entry is run behind all the earlier ones, and only what it adds to the listing is shown. Variables, user units,
-// default systems and the function block are thus kept as in a file, exactly.
+// An interactive session. Every run of the calculator starts empty, so the session is a program that grows:
+// each entry is run behind all the earlier ones, and only what it adds to the listing is shown. Variables,
+// user units, default systems and the function block are thus kept as in a file, exactly.
 
 #include <string>
 #include <string_view>

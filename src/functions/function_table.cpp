@@ -1,6 +1,9 @@
 #include "functions/function_table.h"
 
 #include "calc/perfect_hash.h"
+#include "functions/constants.h"
+#include "functions/scalar_functions.h"
+#include "functions/vector_functions.h"
 
 #include <algorithm>
 #include <array>
@@ -11,98 +14,100 @@ namespace {
 
 constexpr std::size_t function_count = 89;
 
-// The numbers run in alphabetical order without regard to case; the six inverse hyperbolic functions stand last.
-// The name in the count message isn't always the function's own, and that is meant.
+// The numbers run in alphabetical order without regard to case; the six inverse hyperbolic functions stand
+// last. The name in the count message isn't always the function's own, and that is meant.
 constexpr std::array<function_row, function_count> functions = {{
-    {1, "abs", 1, true, "abs", args_expressions, nullptr},
-    {2, "acos", 1, true, "acos", args_expressions, nullptr},
-    {3, "acot", 1, true, "acot", args_expressions, nullptr},
-    {4, "acsc", 1, true, "acsc", args_expressions, nullptr},
+    {1, "abs", 1, true, "abs", args_expressions, function_of<scalar_functions>("abs")},
+    {2, "acos", 1, true, "acos", args_expressions, function_of<formulas>("acos")},
+    {3, "acot", 1, true, "acot", args_expressions, function_of<formulas>("acot")},
+    {4, "acsc", 1, true, "acsc", args_expressions, function_of<formulas>("acsc")},
     {5, "AiryAi", 1, true, "AiryAi", args_expressions, nullptr},
     {6, "AiryBi", 1, true, "AiryBi", args_expressions, nullptr},
-    {7, "angle", 2, true, "angle", args_expressions, nullptr},
-    {8, "asec", 1, true, "asec", args_expressions, nullptr},
-    {9, "asin", 1, true, "asin", args_expressions, nullptr},
-    {10, "atan", 1, true, "atan", args_expressions, nullptr},
-    {11, "atan2", 2, true, "atan2", args_expressions, nullptr},
+    {7, "angle", 2, true, "angle", args_expressions, function_of<vector_functions>("angle")},
+    {8, "asec", 1, true, "asec", args_expressions, function_of<formulas>("asec")},
+    {9, "asin", 1, true, "asin", args_expressions, function_of<formulas>("asin")},
+    {10, "atan", 1, true, "atan", args_expressions, function_of<formulas>("atan")},
+    {11, "atan2", 2, true, "atan2", args_expressions, function_of<scalar_functions>("atan2")},
     {12, "BesselI", 2, true, "BesselI", args_expressions, nullptr},
     {13, "BesselJ", 2, true, "BesselJ", args_expressions, nullptr},
     {14, "BesselK", 2, true, "BesselK", args_expressions, nullptr},
     {15, "BesselY", 2, true, "BesselY", args_expressions, nullptr},
     {16, "BetaFunc", 2, true, "BetaFunc", args_expressions, nullptr},
-    {17, "Boltzmann", 0, true, "Boltzmann", args_expressions, nullptr},
+    {17, "Boltzmann", 0, true, "Boltzmann", args_expressions, function_of<constants>("Boltzmann")},
     {18, "CarlsonRC", 2, true, "CarlsonRC", args_expressions, nullptr},
     {19, "CarlsonRD", 3, true, "CarlsonRD", args_expressions, nullptr},
     {20, "CarlsonRF", 3, true, "CarlsonRF", args_expressions, nullptr},
     {21, "CarlsonRJ", 4, true, "CarlsonRJ", args_expressions, nullptr},
-    {22, "ceil", 1, true, "ceil", args_expressions, nullptr},
-    {23, "CLight", 0, true, "CLight", args_expressions, nullptr},
-    {24, "component", 2, true, "component", args_expressions, nullptr},
-    {25, "cos", 1, true, "cos", args_expressions, nullptr},
-    {26, "cosh", 1, true, "cosh", args_expressions, nullptr},
-    {27, "cot", 1, true, "cot", args_expressions, nullptr},
-    {28, "coth", 1, true, "coth", args_expressions, nullptr},
-    {29, "cross", 2, true, "cross", args_expressions, nullptr},
-    {30, "csc", 1, true, "csc", args_expressions, nullptr},
-    {31, "csch", 1, true, "csch", args_expressions, nullptr},
+    {22, "ceil", 1, true, "ceil", args_expressions, function_of<scalar_functions>("ceil")},
+    {23, "CLight", 0, true, "CLight", args_expressions, function_of<constants>("CLight")},
+    {24, "component", 2, true, "component", args_expressions, function_of<vector_functions>("component")},
+    {25, "cos", 1, true, "cos", args_expressions, function_of<formulas>("cos")},
+    {26, "cosh", 1, true, "cosh", args_expressions, function_of<formulas>("cosh")},
+    {27, "cot", 1, true, "cot", args_expressions, function_of<formulas>("cot")},
+    {28, "coth", 1, true, "coth", args_expressions, function_of<formulas>("coth")},
+    {29, "cross", 2, true, "cross", args_expressions, function_of<vector_functions>("cross")},
+    {30, "csc", 1, true, "csc", args_expressions, function_of<formulas>("csc")},
+    {31, "csch", 1, true, "csch", args_expressions, function_of<formulas>("csch")},
     {32, "DawsonIntegral", 1, true, "DawsonIntegral", args_expressions, nullptr},
-    {33, "dot", 2, true, "dot", args_expressions, nullptr},
+    {33, "dot", 2, true, "dot", args_expressions, function_of<vector_functions>("dot")},
     {34, "EllipticE", 2, true, "EllipticE", args_expressions, nullptr},
     {35, "EllipticF", 2, true, "EllipticF", args_expressions, nullptr},
     {36, "EllipticPi", 3, true, "EllipticPi", args_expressions, nullptr},
     {37, "Erf", 1, true, "Erf", args_expressions, nullptr},
     {38, "Erfc", 1, true, "Erfc", args_expressions, nullptr},
-    {39, "euler", 0, true, "pi", args_expressions, nullptr},
-    {40, "exp", 1, true, "exp", args_expressions, nullptr},
+    {39, "euler", 0, true, "pi", args_expressions, function_of<constants>("euler")},
+    {40, "exp", 1, true, "exp", args_expressions, function_of<formulas>("exp")},
     {41, "ExpInt", 1, true, "ExpInt", args_expressions, nullptr},
     {42, "ExpIntEi", 1, true, "ExpInt", args_expressions, nullptr},
     {43, "ExpIntN", 2, true, "ExpIntN", args_expressions, nullptr},
-    {44, "floor", 1, true, "floor", args_expressions, nullptr},
+    {44, "floor", 1, true, "floor", args_expressions, function_of<scalar_functions>("floor")},
     {45, "fmax", 2, false, "max", args_variables, nullptr},
     {46, "fmin", 2, false, "min", args_variables, nullptr},
     {47, "func", 0, false, "func", args_variable_value, nullptr},
     {48, "GammaFunc", 1, true, "GammaFunc", args_expressions, nullptr},
     {49, "GammaPFunc", 2, true, "GammaPFunc", args_expressions, nullptr},
     {50, "GammaQFunc", 2, true, "GammaQFunc", args_expressions, nullptr},
-    {51, "gas", 0, true, "gas", args_expressions, nullptr},
-    {52, "GEarth", 0, true, "GEarth", args_expressions, nullptr},
-    {53, "grav", 0, true, "grav", args_expressions, nullptr},
+    {51, "gas", 0, true, "gas", args_expressions, function_of<constants>("gas")},
+    {52, "GEarth", 0, true, "GEarth", args_expressions, function_of<constants>("GEarth")},
+    {53, "grav", 0, true, "grav", args_expressions, function_of<constants>("grav")},
     {54, "IncBetaFunc", 3, true, "IncBetaFunc", args_expressions, nullptr},
-    {55, "int", 1, true, "int", args_expressions, nullptr},
+    {55, "int", 1, true, "int", args_expressions, function_of<scalar_functions>("int")},
     {56, "JacobiCN", 2, true, "JacobiCN", args_expressions, nullptr},
     {57, "JacobiDN", 2, true, "JacobiDN", args_expressions, nullptr},
     {58, "JacobiSN", 2, true, "JacobiSN", args_expressions, nullptr},
-    {59, "lininterp", 5, true, "LinInterp", args_expressions, nullptr},
-    {60, "ln", 1, true, "ln", args_expressions, nullptr},
-    {61, "log", 1, true, "log", args_expressions, nullptr},
-    {62, "log10", 1, true, "log10", args_expressions, nullptr},
+    {59, "lininterp", 5, true, "LinInterp", args_expressions, function_of<vector_functions>("LinInterp")},
+    {60, "ln", 1, true, "ln", args_expressions, function_of<formulas>("ln")},
+    {61, "log", 1, true, "log", args_expressions, function_of<formulas>("log")},
+    {62, "log10", 1, true, "log10", args_expressions, function_of<formulas>("log10")},
     {63, "LogGammaFunc", 1, true, "LogGammaFunc", args_expressions, nullptr},
-    {64, "mag", 1, true, "mag", args_expressions, nullptr},
-    {65, "mod", 2, true, "mod", args_expressions, nullptr},
+    {64, "mag", 1, true, "mag", args_expressions, function_of<vector_functions>("mag")},
+    {65, "mod", 2, true, "mod", args_expressions, function_of<scalar_functions>("mod")},
     {66, "Normsdist", 1, true, "Normsdist", args_expressions, nullptr},
     {67, "Normsinv", 1, true, "Normsinv", args_expressions, nullptr},
-    {68, "Number", 1, true, "Number", args_expressions, nullptr},
-    {69, "pi", 0, true, "pi", args_expressions, nullptr},
-    {70, "Planck", 0, true, "Planck", args_expressions, nullptr},
-    {71, "PolarAngle", 1, true, "PolarAngle", args_expressions, nullptr},
-    {72, "PolarVec", 2, true, "PolarVec", args_expressions, nullptr},
-    {73, "round", 1, true, "round", args_expressions, nullptr},
-    {74, "sec", 1, true, "sec", args_expressions, nullptr},
-    {75, "sech", 1, true, "sech", args_expressions, nullptr},
-    {76, "sign", 1, true, "sign", args_expressions, nullptr},
-    {77, "sin", 1, true, "sin", args_expressions, nullptr},
-    {78, "sinh", 1, true, "sinh", args_expressions, nullptr},
+    {68, "Number", 1, true, "Number", args_expressions, function_of<vector_functions>("Number")},
+    {69, "pi", 0, true, "pi", args_expressions, function_of<constants>("pi")},
+    {70, "Planck", 0, true, "Planck", args_expressions, function_of<constants>("Planck")},
+    {71, "PolarAngle", 1, true, "PolarAngle", args_expressions, function_of<vector_functions>("PolarAngle")},
+    {72, "PolarVec", 2, true, "PolarVec", args_expressions, function_of<vector_functions>("PolarVec")},
+    {73, "round", 1, true, "round", args_expressions, function_of<scalar_functions>("round")},
+    {74, "sec", 1, true, "sec", args_expressions, function_of<formulas>("sec")},
+    {75, "sech", 1, true, "sech", args_expressions, function_of<formulas>("sech")},
+    {76, "sign", 1, true, "sign", args_expressions, function_of<scalar_functions>("sign")},
+    {77, "sin", 1, true, "sin", args_expressions, function_of<formulas>("sin")},
+    {78, "sinh", 1, true, "sinh", args_expressions, function_of<formulas>("sinh")},
     {79, "solve", 2, false, "solve", args_variables, nullptr},
-    {80, "sqrt", 1, true, "sqrt", args_expressions, nullptr},
-    {81, "StefanBoltzmann", 0, true, "Boltzmann", args_expressions, nullptr},
-    {82, "tan", 1, true, "tan", args_expressions, nullptr},
-    {83, "tanh", 1, true, "tanh", args_expressions, nullptr},
-    {84, "asinh", 1, true, "asinh", args_expressions, nullptr},
-    {85, "acosh", 1, true, "acosh", args_expressions, nullptr},
-    {86, "atanh", 1, true, "atanh", args_expressions, nullptr},
-    {87, "asech", 1, true, "asech", args_expressions, nullptr},
-    {88, "acsch", 1, true, "acsch", args_expressions, nullptr},
-    {89, "acoth", 1, true, "acoth", args_expressions, nullptr},}};
+    {80, "sqrt", 1, true, "sqrt", args_expressions, function_of<scalar_functions>("sqrt")},
+    {81, "StefanBoltzmann", 0, true, "Boltzmann", args_expressions,
+     function_of<constants>("StefanBoltzmann")},
+    {82, "tan", 1, true, "tan", args_expressions, function_of<formulas>("tan")},
+    {83, "tanh", 1, true, "tanh", args_expressions, function_of<formulas>("tanh")},
+    {84, "asinh", 1, true, "asinh", args_expressions, function_of<formulas>("asinh")},
+    {85, "acosh", 1, true, "acosh", args_expressions, function_of<formulas>("acosh")},
+    {86, "atanh", 1, true, "atanh", args_expressions, function_of<formulas>("atanh")},
+    {87, "asech", 1, true, "asech", args_expressions, function_of<formulas>("asech")},
+    {88, "acsch", 1, true, "acsch", args_expressions, function_of<formulas>("acsch")},
+    {89, "acoth", 1, true, "acoth", args_expressions, function_of<formulas>("acoth")},
+}};
 
 constexpr std::uint64_t folded_hash(std::string_view name) {
     std::uint64_t hash = name_hash_seed;
@@ -126,20 +131,26 @@ constexpr std::size_t longest_name =
     })->name.size();
 
 static_assert(std::is_sorted(functions.begin(), functions.end(),
-                             [](const function_row& a, const function_row& b) { return a.number < b.number; }),
+                             [](const function_row& a, const function_row& b) {
+                                 return a.number < b.number;
+                             }),
               "a function's row is found by its number");
 static_assert(functions[function_Number - 1].name == "Number");
 static_assert(functions[function_component - 1].name == "component");
 
-// Replaces the arguments by one cleared value if there are too few or too many of them.
-bool check_arg_count(const function_row& row, std::int32_t given, compile_ctx& ctx, text_str*& err) {
-    str_clear(&err);
-    if (row.exact ? given == row.arguments : given >= row.arguments)
-        return true;
+void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx) {
     dim_value dropped;
     for (std::int32_t i = 0; i < given; ++i)
         pop_value(dropped, ctx);
     push_value(dim_value(), ctx);
+}
+
+// Too few or too many arguments are replaced by one cleared value.
+bool check_arg_count(const function_row& row, std::int32_t given, compile_ctx& ctx, text_str*& err) {
+    str_clear(&err);
+    if (row.exact ? given == row.arguments : given >= row.arguments)
+        return true;
+    replace_by_cleared_value(given, ctx);
     str_append_three(&err, "ERROR:  Function ", row.name_in_count_message, " takes ");
     err = str_append_int(&err, row.arguments);
     // There is no blank between the number and the word.
@@ -182,14 +193,21 @@ bool is_function_name(bool advance, cursor& expptr) {
     return found;
 }
 
-void call_func_by_number(std::int32_t number, std::int32_t, std::int32_t count, compile_ctx& ctx, text_str*& err) {
+void call_func_by_number(std::int32_t number, std::int32_t, std::int32_t count, compile_ctx& ctx,
+                         text_str*& err) {
     if (number < 1 || number > static_cast<std::int32_t>(function_count)) {
         err = str_append_text(&err, "ERROR:  Bad function number in call_func_by_number.\n");
         return;
     }
     const function_row& row = functions[static_cast<std::size_t>(number - 1)];
-    if (check_arg_count(row, count, ctx, err))
-        row.run(count, ctx, err);
+    if (!check_arg_count(row, count, ctx, err))
+        return;
+    if (row.run == nullptr) {
+        replace_by_cleared_value(count, ctx);
+        str_append_three(&err, "ERROR:  Function ", row.name, " is not available.\n");
+        return;
+    }
+    row.run(count, ctx, err);
 }
 
 } // namespace metrify

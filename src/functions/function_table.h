@@ -3,16 +3,13 @@
 // The 89 built-in functions: one table that the look-up, the call and the list for users read.
 
 #include "calc/function_dispatch.h"
-#include "calc/operand_stack.h"
+#include "functions/builtin.h"
 
 #include <cstdint>
 #include <span>
 #include <string_view>
 
 namespace metrify {
-
-/// A built-in takes its count arguments off the stack and pushes exactly one value.
-using builtin = void (*)(std::int32_t count, compile_ctx& ctx, text_str*& err);
 
 struct function_row {
     std::int32_t number;
@@ -21,7 +18,7 @@ struct function_row {
     bool exact; // false: that many or more
     std::string_view name_in_count_message;
     std::int32_t mode; // arg_mode
-    builtin run;
+    builtin run;       // null: the function is known, but not available
 };
 
 /// All functions, by number from 1 on.

@@ -19,7 +19,9 @@ void block_release::operator()(void* block) const {
 }
 
 void* allocate_block(long count, std::size_t size, const char* failure) {
-    void* block = count < 0 ? nullptr : std::calloc(static_cast<std::size_t>(count), size);
+    const std::size_t bytes = static_cast<std::size_t>(count) * size;
+    const bool fits = count >= 0 && bytes / size == static_cast<std::size_t>(count);
+    void* block = fits ? std::malloc(bytes) : nullptr;
     if (block == nullptr)
         nrerror(failure);
     return block;

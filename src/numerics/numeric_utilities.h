@@ -3,9 +3,11 @@
 // Vectors and matrices with a free index base, the fatal road for exhausted memory, and a few scalar helpers.
 // A failure of a numerical method is a text in `err` and never comes here.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 
 namespace metrify {
 
@@ -25,18 +27,27 @@ struct block_release {
 template <class T>
 using block_owner = std::unique_ptr<T[], block_release>;
 
-/// A block of count zeroed elements of the given size; nrerror(failure) if there is no memory for it.
+/// A block of count elements of the given size; nrerror(failure) if there is no memory for it.
 void* allocate_block(long count, std::size_t size, const char* failure);
+
+/// Numbers are 0 at first; characters are not set.
+template <class T>
+block_owner<T> new_block(long count, const char* failure) {
+    block_owner<T> block(static_cast<T*>(allocate_block(count, sizeof(T), failure)));
+    if constexpr (!std::is_same_v<T, char>)
+        std::fill_n(block.get(), count, T());
+    return block;
+}
 
 } // namespace detail
 
-/// Owner of the elements v[nl] to v[nh], all zero at first. A range with nh = nl - 1 is legal and empty.
+/// Owner of the elements v[nl] to v[nh]. A range with nh = nl - 1 is legal and empty.
 template <class T>
 class offset_vector {
   public:
     offset_vector(long nl, long nh, const char* failure)
         // One element more than the range asks for: an empty range has an address too.
-        : block_(static_cast<T*>(detail::allocate_block(nh - nl + 2, sizeof(T), failure))), low_(nl) {}
+        : block_(detail::new_block<T>(nh - nl + 2, failure)), low_(nl) {}
 
     T& operator[](long index) { return block_[static_cast<std::size_t>(index - low_)]; }
     const T& operator[](long index) const { return block_[static_cast<std::size_t>(index - low_)]; }
@@ -50,15 +61,14 @@ class offset_vector {
     long low_;
 };
 
-/// Owner of the elements m(i, j) for i from nrl to nrh and j from ncl to nch, all zero at first, in one
-/// contiguous block, row behind row.
+/// Owner of the elements m(i, j) for i from nrl to nrh and j from ncl to nch, in one contiguous block, row
+/// behind row.
 template <class T>
 class offset_matrix {
   public:
     offset_matrix(long nrl, long nrh, long ncl, long nch, const char* failure)
-        : block_(static_cast<T*>(
-              detail::allocate_block((nrh - nrl + 1) * (nch - ncl + 1) + 1, sizeof(T), failure))),
-          low_row_(nrl), low_column_(ncl), columns_(nch - ncl + 1) {}
+        : block_(detail::new_block<T>((nrh - nrl + 1) * (nch - ncl + 1) + 1, failure)), low_row_(nrl),
+          low_column_(ncl), columns_(nch - ncl + 1) {}
 
     T& operator()(long row, long column) { return block_[place(row, column)]; }
     const T& operator()(long row, long column) const { return block_[place(row, column)]; }

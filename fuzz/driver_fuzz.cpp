@@ -1,0 +1,17 @@
+// Arbitrary bytes as a program: a listing comes back, and nothing else happens.
+
+#include "calc/driver.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    const metrify::listing first = metrify::interpret_dimensional_input_lines(text.c_str());
+    // A run knows nothing of the one before it.
+    const metrify::listing second = metrify::interpret_dimensional_input_lines(text.c_str());
+    if (first.view() != second.view())
+        std::abort();
+    return 0;
+}

@@ -1,0 +1,49 @@
+#include "functions/builtin.h"
+
+#include <limits>
+
+namespace metrify {
+
+void append_refusal(text_str*& err, std::string_view name, const refusal& said) {
+    str_append_three(&err, "ERROR:  ", said.before, name);
+    str_append_three(&err, "()", said.after, ".\n");
+}
+
+void run_function(const value_function& function, compile_ctx& ctx, text_str*& err) {
+    const arguments given(function.count, ctx);
+    for (const argument_test& test : function.tests) {
+        if (test.fails == nullptr)
+            break;
+        if (test.fails(given)) {
+            append_refusal(err, function.name, test.said);
+            given.replace_by(scalar_value(test.left));
+            return;
+        }
+    }
+    given.replace_by(function.result(given));
+}
+
+bool any_scalar(arguments a) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i].kind == 0)
+            return true;
+    }
+    return false;
+}
+
+bool any_vector(arguments a) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i].kind != 0)
+            return true;
+    }
+    return false;
+}
+
+std::int32_t truncate_to_int32(double x) {
+    constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t greatest = std::numeric_limits<std::int32_t>::max();
+    const bool in_range = x > least - 1.0 && x < greatest + 1.0;
+    return in_range ? static_cast<std::int32_t>(x) : least;
+}
+
+} // namespace metrify
