@@ -3,6 +3,8 @@
 #include "xllrt/fault_code_windows.h"
 #include "xllrt/guarded_call.h"
 
+#include <cstddef>
+#include <cstring>
 #include <malloc.h>
 #include <windows.h>
 
@@ -10,7 +12,8 @@
 // code that is called through here and treats its own faults, the host's above all, goes on doing so. The
 // compiler has no notation for such frames, which is why this one is written out.
 //
-// The unwinder resumes at .Lfault_of_guarded_call, with the frame's stack pointer and the code in eax.
+// The unwinder resumes at .Lfault_of_guarded_call with the frame's stack pointer. The filter has left the
+// code in the frame by then.
 asm(R"(
     .text
     .globl  metrify_guarded_call
@@ -26,8 +29,9 @@ metrify_guarded_call:
     call    *%rax
     nop
 .Lend_of_guarded_call:
-    xorl    %eax, %eax
+    movl    $0, 32(%rsp)
 .Lfault_of_guarded_call:
+    movl    32(%rsp), %eax
     addq    $40, %rsp
     ret
     .seh_handler __C_specific_handler, @except
@@ -41,14 +45,22 @@ metrify_guarded_call:
 
 extern "C" std::uint32_t metrify_guarded_call(void (*body)(void*), void* context);
 
-extern "C" __attribute__((used)) LONG metrify_fault_filter(EXCEPTION_POINTERS* exception, void* /*frame*/) {
-    const std::uint32_t code = exception->ExceptionRecord ? exception->ExceptionRecord->ExceptionCode : 0;
-    return metrify::IsFault(code) ? EXCEPTION_EXECUTE_HANDLER : EXCEPTION_CONTINUE_SEARCH;
+extern "C" __attribute__((used)) LONG metrify_fault_filter(EXCEPTION_POINTERS* exception, void* frame) {
+    constexpr std::size_t kCodeOffset = 32;
+    const std::uint32_t code = exception->ExceptionRecord->ExceptionCode;
+    if (!metrify::IsFault(code)) {
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+    std::memcpy(static_cast<std::byte*>(frame) + kCodeOffset, &code, sizeof code);
+    return EXCEPTION_EXECUTE_HANDLER;
 }
 
 namespace metrify {
 
 std::uint32_t CallGuarded(void (*body)(void*), void* context) {
+    // What is left of an exhausted stack has to do for finding the guard and getting back to it.
+    ULONG guarantee = 32 * 1024;
+    SetThreadStackGuarantee(&guarantee);
     const std::uint32_t code = metrify_guarded_call(body, context);
     if (code == kFaultStackOverflow) {
         // The page that caught the overflow is used up; without another, the next one would end the process.
