@@ -6,7 +6,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <io.h>
-#include <shellapi.h>
 #include <windows.h>
 
 namespace metrify::host {
