@@ -1,4 +1,5 @@
 #include "host/add_in_module.h"
+#include "host/utf8.h"
 
 #include <filesystem>
 #include <windows.h>
@@ -27,7 +28,7 @@ class LibraryModule final : public AddInModule {
 } // namespace
 
 std::unique_ptr<AddInModule> LoadAddInModule(const std::string& path, std::string& error) {
-    const std::filesystem::path whole = std::filesystem::absolute(path);
+    const std::filesystem::path whole = std::filesystem::absolute(FromUtf8(path));
     const HMODULE handle = LoadLibraryW(whole.c_str());
     if (!handle) {
         error = "Windows error " + std::to_string(GetLastError());

@@ -35,6 +35,9 @@ struct Area {
 
     std::int32_t Rows() const { return last_row - first_row + 1; }
     std::int32_t Columns() const { return last_column - first_column + 1; }
+    bool Contains(std::int32_t row, std::int32_t column) const {
+        return row >= first_row && row <= last_row && column >= first_column && column <= last_column;
+    }
     bool IsOneCell() const { return first_row == last_row && first_column == last_column; }
     friend bool operator==(const Area&, const Area&) = default;
 };

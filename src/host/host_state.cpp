@@ -5,7 +5,7 @@ namespace metrify::host {
 namespace {
 
 SheetSize SizeOfSheets(int version) {
-    if (version >= kFirstWideVersion)
+    if (version >= kFirstWideHost)
         return {1048576, 16384};
     return {version >= 8 ? 65536 : 16384, 256};
 }

@@ -3,10 +3,13 @@
 // Everything the stand-in host knows.
 
 #include "host/add_in_module.h"
+#include "host/call_log.h"
 #include "host/menu_bar.h"
+#include "host/record_ledger.h"
 #include "host/registration_table.h"
 #include "host/workbook.h"
 
+#include <atomic>
 #include <deque>
 #include <mutex>
 #include <string>
@@ -29,17 +32,28 @@ struct Alert {
     friend bool operator==(const Alert&, const Alert&) = default;
 };
 
-inline constexpr int kFirstWideVersion = 12;
+/// Results that the add-in marked as its own, and how many of them went back to it.
+struct ResultCounts {
+    std::atomic<std::size_t> marked = 0;
+    std::atomic<std::size_t> given_back = 0;
+};
+
+/// Hosts from this version on have the wide family.
+inline constexpr int kFirstWideHost = 12;
 
 struct HostState {
     explicit HostState(int host_version);
 
-    bool IsWide() const { return version >= kFirstWideVersion; }
+    bool IsWide() const { return version >= kFirstWideHost; }
 
     int version;
     Workbooks books;
     RegistrationTable registrations;
     MenuBar menus;
+
+    RecordLedger ledger;  ///< records handed to add-ins
+    ResultCounts results; ///< records that add-ins handed over
+    CallLog log;
 
     const AddInModule* module = nullptr; ///< the one whose code runs, or ran last
 

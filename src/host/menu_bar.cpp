@@ -88,7 +88,7 @@ std::optional<int> MenuBar::AddSubmenu(const CellValue& table, const CellValue& 
 }
 
 std::optional<int> MenuBar::AddCommands(const CellValue& menu, const CellValue& table,
-                                        const CellValue& submenu) {
+                                        const CellValue& submenu, const CellValue& position) {
     const auto found = Find(menus_, menu);
     if (found == menus_.end() || !IsMenuTable(table))
         return std::nullopt;
@@ -99,10 +99,13 @@ std::optional<int> MenuBar::AddCommands(const CellValue& menu, const CellValue& 
             return std::nullopt;
         items = &inner->items;
     }
-    const int first = static_cast<int>(items->size()) + 1;
+    const auto before = Find(*items, position);
+    if (before == items->end() && !IsOpenPosition(position))
+        return std::nullopt;
     std::vector<MenuItem> rows = RowsOf(*table.As<CellArray>());
-    items->insert(items->end(), std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end()));
-    return first;
+    const auto first =
+        items->insert(before, std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end()));
+    return static_cast<int>(first - items->begin()) + 1;
 }
 
 bool MenuBar::Delete(const CellValue& menu, const CellValue& submenu) {

@@ -36,9 +36,10 @@ class MenuBar {
     /// As `AddMenu`, as a submenu of `parent`.
     std::optional<int> AddSubmenu(const CellValue& table, const CellValue& parent, const CellValue& position);
 
-    /// Adds the rows of a table to a menu, or to its submenu unless that is a missing argument. Gives the
-    /// number of the first, or nothing.
-    std::optional<int> AddCommands(const CellValue& menu, const CellValue& table, const CellValue& submenu);
+    /// Adds the rows of a table to a menu, or to its submenu unless that is a missing argument: before
+    /// `position`, at the end as with `AddMenu`. Gives the number of the first, or nothing.
+    std::optional<int> AddCommands(const CellValue& menu, const CellValue& table, const CellValue& submenu,
+                                   const CellValue& position);
 
     /// Takes a menu, or a submenu of it, away. False if there is none.
     bool Delete(const CellValue& menu, const CellValue& submenu);

@@ -19,9 +19,6 @@ thread_local CallContext current_context = CallContext::command;
 constexpr std::size_t kLongestNarrowText = 255;
 constexpr std::size_t kLongestWideText = 32767;
 
-using AutoFree4 = void(METRIFY_HOST_CALL*)(XLOPER*);
-using AutoFree12 = void(METRIFY_HOST_CALL*)(XLOPER12*);
-
 // One argument of a call, with the memory that the called code sees.
 class EntryArgument {
   public:
@@ -103,28 +100,51 @@ class EntryArgument {
     RecordOwner<XLOPER12> wide_record_;
 };
 
-// Reads a result and gives what the add-in owns of it back to the add-in.
-template <class Record, class AutoFree>
-CellValue TakeRecord(HostState& state, Record* record, const char* auto_free_name) {
-    CellValue value;
-    if (!record || !ReadRecord(*record, 0, value) || value.Is<MissingArgument>())
-        value = CellError{xlerrNum};
-    if (record && (record->xltype & xlbitDLLFree) != 0) {
-        if (const auto auto_free = reinterpret_cast<AutoFree>(state.module->Find(auto_free_name)))
-            auto_free(record);
+template <class Record>
+constexpr const char* kAutoFreeName = "xlAutoFree12";
+template <>
+constexpr const char* kAutoFreeName<XLOPER> = "xlAutoFree";
+
+template <class Record>
+void GiveBack(HostState& state, Record& record) {
+    using AutoFree = void(METRIFY_HOST_CALL*)(Record*);
+    ++state.results.marked;
+    if (const auto auto_free = reinterpret_cast<AutoFree>(state.module->Find(kAutoFreeName<Record>))) {
+        auto_free(&record);
+        ++state.results.given_back;
     }
-    return value;
 }
 
 CellValue TakeResult(HostState& state, const EntryType& type, const EntryResult& result) {
     if (const auto* integer = std::get_if<std::int32_t>(&result))
         return type.result == "A" ? CellValue(*integer != 0) : CellValue(static_cast<double>(*integer));
     if (const auto* narrow = std::get_if<XLOPER*>(&result))
-        return TakeRecord<XLOPER, AutoFree4>(state, *narrow, "xlAutoFree");
-    return TakeRecord<XLOPER12, AutoFree12>(state, std::get<XLOPER12*>(result), "xlAutoFree12");
+        return TakeResultRecord(state, *narrow);
+    return TakeResultRecord(state, std::get<XLOPER12*>(result));
+}
+
+template <class Record>
+CellValue TakeAnyRecord(HostState& state, Record* record) {
+    CellValue value;
+    const Sheet* sheet = state.books.Active();
+    if (!record || !ReadRecord(*record, sheet ? sheet->id() : 0, value) || value.Is<MissingArgument>())
+        value = CellError{xlerrNum};
+    if (record && (record->xltype & xlbitDLLFree) != 0)
+        GiveBack(state, *record);
+    else if (record && (record->xltype & xlbitXLFree) != 0)
+        state.ledger.TakeBack(*record);
+    return value;
 }
 
 } // namespace
+
+CellValue TakeResultRecord(HostState& state, XLOPER* record) {
+    return TakeAnyRecord(state, record);
+}
+
+CellValue TakeResultRecord(HostState& state, XLOPER12* record) {
+    return TakeAnyRecord(state, record);
+}
 
 CallContext CurrentContext() {
     return current_context;

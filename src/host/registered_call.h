@@ -12,6 +12,12 @@ namespace metrify::host {
 CellValue CallRegistered(HostState& state, const Registration& registration,
                          const std::vector<CellValue>& arguments, CallContext context);
 
+/// The value of a record that an add-in gave, which then goes back to its owner: to the add-in, by its
+/// `xlAutoFree` or `xlAutoFree12`, what is marked as the add-in's, to the ledger what is marked as the
+/// host's. `#NUM!` for a null pointer and for a record that is no value.
+CellValue TakeResultRecord(HostState& state, XLOPER* record);
+CellValue TakeResultRecord(HostState& state, XLOPER12* record);
+
 /// The context that code of an add-in runs in on the calling thread.
 CallContext CurrentContext();
 

@@ -1,5 +1,7 @@
 #include "host/registration_table.h"
 
+#include "host/coercion.h"
+
 #include <algorithm>
 
 namespace metrify::host {
@@ -16,6 +18,17 @@ std::u16string Folded(std::u16string_view name) {
 }
 
 } // namespace
+
+bool Registration::IsCommand() const {
+    // Where the list of registered arguments has the kind of macro, as a number or its text.
+    constexpr std::size_t kMacroType = 5;
+    constexpr std::int32_t kCommand = 2;
+    if (arguments.size() <= kMacroType)
+        return false;
+    const CellValue kind = ToIntegerValue(arguments[kMacroType], 0, kCommand);
+    const auto* number = kind.As<std::int32_t>();
+    return number && *number == kCommand;
+}
 
 double RegistrationTable::Add(Registration registration) {
     const auto same = [&registration](const Registration& other) {

@@ -23,6 +23,9 @@ struct Registration {
     EntryType type;
     void* entry;
     int uses; ///< how often it was registered and not taken back
+
+    /// True for a command; otherwise it is a worksheet function.
+    bool IsCommand() const;
 };
 
 class RegistrationTable {

@@ -58,6 +58,7 @@ class Workbooks {
 
     /// The active sheet, or null.
     Sheet* Active() { return open_.empty() ? nullptr : &open_.back().sheet; }
+    const Sheet* Active() const { return open_.empty() ? nullptr : &open_.back().sheet; }
     Sheet* Find(IDSHEET id);
     Sheet* Find(std::u16string_view name);
 
