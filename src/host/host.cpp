@@ -149,11 +149,11 @@ std::vector<std::optional<CellValue>> Host::EvaluateAll(std::span<const std::u16
             values[i] =
                 EvaluateText(state_, formulas[i], ReferenceStyle::a1, {}, CallContext::calculation_thread);
     };
-    std::vector<std::jthread> helpers;
-    for (unsigned i = 1; i < threads; ++i)
-        helpers.emplace_back(work);
-    work();
-    helpers.clear();
+    // This thread only waits: what the add-in keeps for a thread is to go with it.
+    std::vector<std::jthread> calculating;
+    for (unsigned i = 0; i < threads; ++i)
+        calculating.emplace_back(work);
+    calculating.clear();
     return values;
 }
 
