@@ -13,3 +13,4 @@ set(CMAKE_CROSSCOMPILING_EMULATOR /usr/bin/wine)
 # Nothing but Windows' own libraries is needed at run time.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")

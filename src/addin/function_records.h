@@ -1,0 +1,12 @@
+#pragma once
+
+// What the host is told of this add-in's functions.
+
+#include "xllrt/function_record.h"
+
+namespace metrify {
+
+/// The worksheet function Metrify(Val, InUnits, OutUnits).
+extern XlFunctionRecord metrify_record;
+
+} // namespace metrify

@@ -1,0 +1,81 @@
+#include "addin/worksheet_function.h"
+
+#include "addin/conversion.h"
+#include "xllrt/function_result.h"
+#include "xllrt/host_gate.h"
+#include "xllrt/xl_cell_view.h"
+#include "xllrt/xll_app.h"
+
+#include <string_view>
+
+namespace metrify {
+
+namespace {
+
+constexpr const char* kRefusal = "This version of Excel is not supported.  Check "
+                                 // Where a user finds out about other versions.
+                                 "https://www.metrify.example";
+
+// What the function answers with when it fails: the application's way, or without one the runtime's.
+void put_exception(CXlOper& result, const CXlRuntimeException& exception) {
+    if (CXllApp* const application = CXllApp::Instance())
+        application->ExceptionToValue(result, exception);
+    else
+        PutException(result, exception);
+}
+
+void fill_cells(CXlOper& result, const conversion& answer) {
+    result.MakeArray(1, 2);
+    if (answer.outcome == conversion_outcome::converted) {
+        result.Cell(0, 0)->SetNumber(answer.number);
+        result.Cell(0, 1)->SetText(answer.text);
+    } else {
+        result.Cell(0, 0)->SetText(answer.text);
+        result.Cell(0, 1)->SetText("");
+    }
+}
+
+} // namespace
+
+double host_release_number() {
+    CXlOper item;
+    item.SetText("Release");
+    CXlOper release;
+    return Call(release, xlfInfo, item) == xlretSuccess ? release.ToNumber() : 0.0;
+}
+
+CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits, CXlDualString& OutUnits) {
+    if (host_release_number() > kLastSupportedRelease) {
+        result.SetText(kRefusal);
+        return nullptr;
+    }
+    const conversion answer = convert_units(Val, InUnits.Narrow(), OutUnits.Narrow());
+    // There is nothing to point at in a listing without marks.
+    if (answer.outcome == conversion_outcome::unmarked)
+        throw CXlStructuredException(kFaultAccessViolation);
+    fill_cells(result, answer);
+    return nullptr;
+}
+
+extern "C" {
+
+XLOPER12* METRIFY_HOST_CALL Metrify_12(double Val, const XCHAR* InUnits, const XCHAR* OutUnits) {
+    CXlOper xloResult;
+    CXlDualString in_units(InUnits);
+    CXlDualString out_units(OutUnits);
+    CallCommonFunction(
+        xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); }, put_exception);
+    return xloResult.ReturnValue12();
+}
+
+XLOPER* METRIFY_HOST_CALL Metrify_4(double Val, const char* InUnits, const char* OutUnits) {
+    CXlOper xloResult;
+    CXlDualString in_units(InUnits);
+    CXlDualString out_units(OutUnits);
+    CallCommonFunction(
+        xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); }, put_exception);
+    return xloResult.ReturnValue4();
+}
+}
+
+} // namespace metrify

@@ -1,0 +1,25 @@
+#pragma once
+
+// A module the host has loaded.
+
+#include <memory>
+#include <string>
+
+namespace metrify::host {
+
+class AddInModule {
+  public:
+    virtual ~AddInModule() = default;
+
+    /// The whole path of the module.
+    virtual const std::u16string& Path() const = 0;
+
+    /// The address of an export, or null.
+    virtual void* Find(const std::string& name) const = 0;
+};
+
+/// Loads a module from a file, whose path is in UTF-8. Null, with the system's words in `error`, if that
+/// fails. The module is unloaded when the object goes.
+std::unique_ptr<AddInModule> LoadAddInModule(const std::string& path, std::string& error);
+
+} // namespace metrify::host

@@ -1,0 +1,49 @@
+#pragma once
+
+// References to one cell as text, in either style.
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace metrify::host {
+
+enum class ReferenceStyle { a1, r1c1 };
+
+/// Row and column, counted from 0.
+struct CellPosition {
+    std::int32_t row = 0;
+    std::int32_t column = 0;
+    friend auto operator<=>(const CellPosition&, const CellPosition&) = default;
+};
+
+/// Rows and columns of a sheet.
+struct SheetSize {
+    std::int32_t rows;
+    std::int32_t columns;
+};
+
+/// A cell, and whether its row and column stand fast when the formula moves.
+struct CellReference {
+    CellPosition at;
+    bool row_is_absolute = false;
+    bool column_is_absolute = false;
+};
+
+/// A reference at the start of a text, and how much of the text it takes.
+struct ReadReferenceResult {
+    CellReference reference;
+    std::size_t length = 0;
+};
+
+/// Reads a reference at the start of the text. Relative parts of the R1C1 style count from `base`. Nothing if
+/// none stands there, if it lies outside the sheet, or if a name goes on behind it.
+std::optional<ReadReferenceResult> ReadCellReference(std::u16string_view text, ReferenceStyle style,
+                                                     CellPosition base, SheetSize size);
+
+/// Writes a reference.
+std::u16string CellReferenceText(const CellReference& reference, ReferenceStyle style, CellPosition base);
+
+} // namespace metrify::host

@@ -1,0 +1,35 @@
+#include "host/program_platform.h"
+#include "host/utf8.h"
+
+#include <array>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <io.h>
+#include <windows.h>
+
+namespace metrify::host {
+
+std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
+    // The arguments that main gets have lost what the code page does not hold.
+    std::vector<std::string> arguments;
+    int count = 0;
+    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 0; i < count; ++i)
+        arguments.push_back(ToUtf8(std::filesystem::path(wide[i]).u16string()));
+    LocalFree(wide);
+    return arguments;
+}
+
+std::string ModuleBesideProgram() {
+    std::array<wchar_t, 32768> path{};
+    GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    return ToUtf8(std::filesystem::path(path.data()).replace_filename("Metrify.xll").u16string());
+}
+
+void UseBinaryStreams() {
+    for (std::FILE* stream : {stdin, stdout, stderr})
+        _setmode(_fileno(stream), _O_BINARY);
+}
+
+} // namespace metrify::host

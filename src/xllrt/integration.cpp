@@ -1,0 +1,52 @@
+#include "xllrt/integration.h"
+
+namespace metrify {
+
+namespace {
+
+class NoComHelper final : public IXlComHelper {
+  public:
+    void HoldRegistry(IXlWizardRegistry& /*registry*/) override {}
+    bool HoldsRegistry() const override { return false; }
+    void ReleaseRegistry() override {}
+    bool Run(const XlEventCall& /*call*/, CXlOper& /*answer*/) override { return false; }
+};
+
+class EmptyWizardRegistry final : public IXlWizardRegistry {
+  public:
+    bool HasEntries() const override { return false; }
+    bool MakeReady() override { return false; }
+    void Close() override {}
+};
+
+class NoWizardDetector final : public IXlFormulaWizardDetector {};
+
+class NoComHolder final : public IXlComHolder {
+  public:
+    void Connect() override {}
+};
+
+} // namespace
+
+std::unique_ptr<IXlComHelper> CXlIntegration::MakeComHelper() const {
+    return std::make_unique<NoComHelper>();
+}
+
+std::unique_ptr<IXlWizardRegistry> CXlIntegration::MakeWizardRegistry() const {
+    return std::make_unique<EmptyWizardRegistry>();
+}
+
+std::unique_ptr<IXlFormulaWizardDetector> CXlIntegration::MakeWizardDetector() const {
+    return std::make_unique<NoWizardDetector>();
+}
+
+std::unique_ptr<IXlComHolder> CXlIntegration::MakeComHolder() const {
+    return std::make_unique<NoComHolder>();
+}
+
+const CXlIntegration& NoIntegration() {
+    static const CXlIntegration none;
+    return none;
+}
+
+} // namespace metrify

@@ -1,0 +1,91 @@
+#pragma once
+
+// What differs between the two record families, so that the rest is written once for both.
+
+#include "xllrt/host_records.h"
+
+#include <string_view>
+
+namespace metrify {
+
+template <class Record>
+struct RecordFamily;
+
+template <>
+struct RecordFamily<XLOPER> {
+    using Unit = char;
+    using Length = std::uint8_t; ///< of a text, in its first unit
+    using Rectangle = XLREF;
+    using RectangleList = XLMREF;
+    static constexpr std::int32_t kMaxRows = 65536;
+    static constexpr std::int32_t kMaxColumns = 256;
+};
+
+template <>
+struct RecordFamily<XLOPER12> {
+    using Unit = XCHAR;
+    using Length = std::uint16_t;
+    using Rectangle = XLREF12;
+    using RectangleList = XLMREF12;
+    static constexpr std::int32_t kMaxRows = 1048576;
+    static constexpr std::int32_t kMaxColumns = 16384;
+};
+
+/// The longest text of the narrow family.
+inline constexpr std::size_t kMaxNarrowText = 255;
+
+/// Rows and columns of a value.
+struct XlSize {
+    std::int32_t rows;
+    std::int32_t columns;
+    friend bool operator==(const XlSize&, const XlSize&) = default;
+};
+
+/// The type of a record, without its memory marks.
+template <class Record>
+std::uint16_t TypeOf(const Record& record) {
+    return static_cast<std::uint16_t>(record.xltype & kTypeMask);
+}
+
+/// Stores a value in a field of the record as the field's width has it.
+template <class Field, class Value>
+void StoreField(Field& field, Value value) {
+    field = static_cast<Field>(value);
+}
+
+/// The text of a text record; empty without one.
+template <class Record>
+std::basic_string_view<typename RecordFamily<Record>::Unit> TextOf(const Record& record) {
+    const auto* text = record.val.str;
+    if (!text) {
+        return {};
+    }
+    return {text + 1, static_cast<typename RecordFamily<Record>::Length>(text[0])};
+}
+
+/// Rows and columns of an array record.
+inline XlSize ArraySizeOf(const XLOPER12& record) {
+    return {record.val.array.rows, record.val.array.columns};
+}
+
+/// As above. 65536 rows, the most there may be, leave a 0 in the 16 bits of the count.
+inline XlSize ArraySizeOf(const XLOPER& record) {
+    const bool is_full = record.val.array.rows == 0 && record.val.array.lparray;
+    return {is_full ? RecordFamily<XLOPER>::kMaxRows : record.val.array.rows, record.val.array.columns};
+}
+
+/// The number of cells of an array record.
+template <class Record>
+std::size_t CellCountOf(const Record& record) {
+    const XlSize size = ArraySizeOf(record);
+    return static_cast<std::size_t>(size.rows) * static_cast<std::size_t>(size.columns);
+}
+
+/// True if an array of that size may stand in the family.
+template <class Record>
+bool IsWithinLimits(const XlSize& size) {
+    return size.rows >= 0 && size.rows <= RecordFamily<Record>::kMaxRows && size.columns >= 0 &&
+           size.columns <= RecordFamily<Record>::kMaxColumns;
+}
+
+} // namespace metrify

@@ -1,0 +1,18 @@
+#pragma once
+
+// Telling the host of the add-in's functions, and taking them back.
+
+#include "xllrt/xll_app.h"
+
+#include <string>
+
+namespace metrify {
+
+/// Registers the application's functions, in the family that host and function allow. True if every one was
+/// registered, or has no place in this host.
+bool RegisterAll(CXllApp& application);
+
+/// Takes all functions back. What the host answers is not looked at.
+void UnregisterAll(CXllApp& application);
+
+} // namespace metrify

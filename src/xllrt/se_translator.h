@@ -1,0 +1,33 @@
+#pragma once
+
+// Faults of the operating system as exceptions.
+
+#include "xllrt/exceptions.h"
+#include "xllrt/guarded_call.h"
+
+#include <memory>
+#include <type_traits>
+
+namespace metrify {
+
+/// Translates faults of this thread while it lives, for what is called through `Run`. Scopes nest; a scope
+/// that has ended leaves the one around it, or the host's own treatment of faults, as it found it.
+class CXlSeTranslatorScope {
+  public:
+    CXlSeTranslatorScope() = default;
+    CXlSeTranslatorScope(const CXlSeTranslatorScope&) = delete;
+    CXlSeTranslatorScope& operator=(const CXlSeTranslatorScope&) = delete;
+
+    /// Calls the body. A fault in it is thrown from here as a `CXlStructuredException`.
+    template <class Body>
+    void Run(Body&& body) const {
+        using Callable = std::remove_reference_t<Body>;
+        const std::uint32_t code =
+            CallGuarded([](void* context) { (*static_cast<Callable*>(context))(); }, std::addressof(body));
+        if (code != 0) {
+            throw CXlStructuredException(code);
+        }
+    }
+};
+
+} // namespace metrify

@@ -1,0 +1,34 @@
+#pragma once
+
+// A cell of an array as a value.
+
+#include "xllrt/xl_oper.h"
+
+namespace metrify {
+
+/// A cell of an array, used like a pointer to a value, or where a value is taken. What is set through it
+/// belongs to the array, which releases it, and the view must not outlive the array. Cells of a record that
+/// the host owns are for reading only.
+class CXlCellView {
+  public:
+    template <class Record>
+    explicit CXlCellView(Record* cell) : value_(CXlOper::CellTag{}, cell) {}
+    CXlCellView(const CXlCellView&) = delete;
+    CXlCellView& operator=(const CXlCellView&) = delete;
+    // The value is not destroyed: its record is a part of the array.
+    ~CXlCellView() {} // NOLINT(modernize-use-equals-default)
+
+    CXlOper& operator*() { return value_; }
+    const CXlOper& operator*() const { return value_; }
+    CXlOper* operator->() { return &value_; }
+    const CXlOper* operator->() const { return &value_; }
+    operator CXlOper&() { return value_; }
+    operator const CXlOper&() const { return value_; }
+
+  private:
+    union {
+        CXlOper value_;
+    };
+};
+
+} // namespace metrify

@@ -1,0 +1,69 @@
+#include "host/program_platform.h"
+#include "host/sheet_command.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace metrify::host {
+namespace {
+
+struct SheetRun {
+    int status;
+    std::string output;
+    std::string errors;
+};
+
+SheetRun RunSheet(SheetOptions options, const std::string& input = {}) {
+    if (options.module.empty())
+        options.module = ModuleBesideProgram();
+    std::istringstream in(input);
+    std::ostringstream out;
+    std::ostringstream errors;
+    const int status = SheetCommand(options, in, out, errors);
+    return {status, out.str(), errors.str()};
+}
+
+TEST(sheet_command, writes_the_cells_of_a_result_with_tabs_between) {
+    const SheetRun run = RunSheet({.module = {}, .formulas = {"=Metrify(3.5,\"ft\",\"m\")"}});
+    EXPECT_EQ(run.output, "1.0668\t\"m\\n\\n\"\n");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
+}
+
+TEST(sheet_command, takes_formulas_from_the_input_where_a_dash_stands) {
+    const SheetRun run = RunSheet({.module = {}, .formulas = {"=1", "-", "=4"}}, "=2\r\n\n=3");
+    EXPECT_EQ(run.output, "1\n2\n3\n4\n");
+}
+
+TEST(sheet_command, keeps_the_order_with_several_threads) {
+    std::string input;
+    std::string expected;
+    for (int i = 1; i <= 200; ++i) {
+        input += "=Metrify(" + std::to_string(i) + ",\"m\",\"m\")\n";
+        expected += std::to_string(i) + "\t\"m\\n\\n\"\n";
+    }
+    EXPECT_EQ(RunSheet({.module = {}, .threads = 4, .formulas = {"-"}}, input).output, expected);
+}
+
+TEST(sheet_command, a_text_that_is_no_formula_is_told) {
+    const SheetRun run = RunSheet({.module = {}, .formulas = {"=1+", "=2"}});
+    EXPECT_EQ(run.output, "#NAME?\n2\n");
+    EXPECT_EQ(run.errors, "metrify-sheet: no formula: =1+\n");
+    EXPECT_EQ(run.status, 1);
+}
+
+TEST(sheet_command, a_module_that_is_not_there_is_told) {
+    const SheetRun run = RunSheet({.module = "no-such-module", .formulas = {"=1"}});
+    EXPECT_EQ(run.output, "");
+    EXPECT_TRUE(run.errors.starts_with("metrify-sheet: ")) << run.errors;
+    EXPECT_EQ(run.status, 1);
+}
+
+TEST(sheet_command, release_16_gets_the_refusal) {
+    const SheetRun run = RunSheet({.module = {}, .release = 16, .formulas = {"=Metrify(3.5,\"ft\",\"m\")"}});
+    EXPECT_TRUE(run.output.starts_with("\"This version of Excel is not supported.  Check ")) << run.output;
+    EXPECT_EQ(run.status, 0);
+}
+
+} // namespace
+} // namespace metrify::host

@@ -1,0 +1,301 @@
+// The real module from its loading to its unloading, as a host of each kind sees it.
+
+#include "host/host.h"
+#include "host/program_platform.h"
+#include "host/utf8.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace metrify::host {
+namespace {
+
+class whole_life : public testing::TestWithParam<int> {
+  protected:
+    static void Load(Host& host) {
+        std::string error;
+        ASSERT_TRUE(host.Load(ModuleBesideProgram(), error)) << error;
+    }
+
+    static void Open(Host& host) {
+        Load(host);
+        ASSERT_EQ(host.CallEntryPoint("xlAutoOpen"), 1);
+    }
+
+    static void ExpectBalance(Host& host) {
+        const LedgerCounts counts = host.state().ledger.Counts();
+        EXPECT_GT(counts.handed_out, 0U);
+        EXPECT_EQ(counts.Outstanding(), 0U);
+        EXPECT_EQ(counts.refused, 0U);
+        EXPECT_EQ(host.state().results.marked, host.state().results.given_back);
+    }
+};
+
+constexpr const char16_t* kConversion = u"=Metrify(3.5,\"ft\",\"m\")";
+
+// Does something on a thread of its own. A thread that has called the function keeps the module loaded as
+// long as it lives.
+template <class Body>
+void OnThread(Body body) {
+    const std::jthread thread(body);
+}
+
+std::optional<CellValue> Evaluate(Host& host, std::u16string_view formula) {
+    std::optional<CellValue> value;
+    OnThread([&] { value = host.Evaluate(formula); });
+    return value;
+}
+
+// A call as the log has it, without its result.
+struct Asked {
+    int function;
+    bool is_wide;
+    std::vector<CellValue> arguments;
+    friend bool operator==(const Asked&, const Asked&) = default;
+};
+
+void PrintTo(const Asked& asked, std::ostream* out) {
+    *out << (asked.is_wide ? "wide " : "narrow ") << asked.function << " with " << asked.arguments.size()
+         << " arguments";
+}
+
+// What was asked so far; the log starts anew. Records that went back are the ledger's business.
+std::vector<Asked> TakeAsked(Host& host) {
+    std::vector<Asked> asked;
+    for (const LoggedCall& call : host.state().log.Calls()) {
+        if (WithoutOptions(call.function) != xlFree)
+            asked.push_back({call.function, call.is_wide, call.arguments});
+    }
+    host.state().log.Start();
+    return asked;
+}
+
+std::u16string HelpFile(Host& host) {
+    const std::u16string& path = host.state().module->Path();
+    return path.substr(0, path.size() - 3) + u"chm";
+}
+
+std::vector<CellValue> RegisteredConversion(Host& host) {
+    const bool is_wide = host.state().IsWide();
+    return {host.state().module->Path(),
+            is_wide ? u"Metrify_12" : u"Metrify_4",
+            is_wide ? u"UBC%C%$" : u"RBCC",
+            u"Metrify",
+            u"Val,InUnits,OutUnits",
+            u"1",
+            u"Metrify",
+            u"",
+            HelpFile(host) + u"!1001",
+            u"Converts Val from InUnits to OutUnits",
+            u"Input value expressed in InUnits to be converted to Outunits (number)",
+            u"Units of the input value (text)",
+            u"Units to convert input value to (text).."};
+}
+
+// ---- From version 4 to version 15
+
+TEST_P(whole_life, opening_asks_the_host_in_this_order) {
+    Host host(GetParam());
+    host.state().log.Start();
+    Open(host);
+    std::vector<Asked> asked = TakeAsked(host);
+    // What is registered is looked at by itself.
+    std::erase_if(asked, [](const Asked& call) { return call.function == xlfRegister; });
+    const bool is_wide = host.state().IsWide();
+    const std::u16string version = FromUtf8(std::to_string(GetParam()) + ".0");
+    const Asked settings{xlfGetWorkspace, is_wide, {37.0}};
+    const Asked name{xlGetName, is_wide, {}};
+    const std::vector<Asked> expected{
+        // The version, in the narrow family whatever the host.
+        {xlfGetWorkspace | xlIntl, false, {2}},
+        {xlCoerce | xlIntl, false, {version, std::int32_t{xltypeInt}}},
+        // The letters of rows and columns.
+        settings,
+        settings,
+        // The path of the module: for itself, for the observer function, for the registration.
+        name,
+        name,
+        name,
+        // List separator, letters of rows and columns.
+        settings,
+        settings,
+        settings,
+    };
+    EXPECT_EQ(asked, expected);
+    host.Unload();
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, opening_registers_the_function_in_the_family_of_the_host) {
+    Host host(GetParam());
+    host.state().log.Start();
+    Open(host);
+    const std::vector<LoggedCall> registered = host.state().log.CallsOf(xlfRegister);
+    ASSERT_FALSE(registered.empty());
+    EXPECT_EQ(registered.front().is_wide, host.state().IsWide());
+    EXPECT_EQ(registered.front().arguments, RegisteredConversion(host));
+    for (const LoggedCall& call : registered)
+        EXPECT_TRUE(call.result.Is<double>());
+}
+
+TEST_P(whole_life, the_function_converts) {
+    Host host(GetParam());
+    Open(host);
+    EXPECT_EQ(Evaluate(host, kConversion), CellValue(RowOf({1.0668, u"m\n\n"})));
+    EXPECT_EQ(Evaluate(host, u"=Metrify(3.5,\"ft\",\"kg\")"),
+              CellValue(RowOf({u"ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n", u""})));
+    EXPECT_EQ(host.state().results.marked, 2U);
+    EXPECT_EQ(host.state().results.given_back, 2U);
+    host.Unload();
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, the_function_asks_for_the_release_and_nothing_else) {
+    Host host(GetParam());
+    Open(host);
+    host.state().log.Start();
+    Evaluate(host, kConversion);
+    EXPECT_EQ(TakeAsked(host), (std::vector<Asked>{{xlfInfo, host.state().IsWide(), {u"Release"}}}));
+}
+
+TEST_P(whole_life, the_function_works_from_cell_to_cell) {
+    Host host(GetParam());
+    Open(host);
+    OnThread([&] {
+        host.Enter(u"A1", u"3.5");
+        host.Enter(u"B1", u"ft");
+        host.Enter(u"C1", u"m");
+        host.Enter(u"D1", u"=INDEX(Metrify(A1,B1,C1),1)");
+        EXPECT_EQ(host.ValueOf(u"D1"), CellValue(1.0668));
+        host.Enter(u"C1", u"cm");
+        EXPECT_EQ(host.ValueOf(u"D1"), CellValue(106.68));
+    });
+}
+
+TEST_P(whole_life, the_add_in_manager_is_told_the_name) {
+    Host host(GetParam());
+    Open(host);
+    for (const CellValue& action : {CellValue(1.0), CellValue(1), CellValue(u"1")})
+        EXPECT_EQ(host.AddInManagerInfo(action), CellValue(u"Metrify"));
+    EXPECT_EQ(host.AddInManagerInfo(2.0), CellValue(CellError{xlerrValue}));
+    host.Unload();
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, a_second_opening_is_refused_and_asks_nothing) {
+    Host host(GetParam());
+    Open(host);
+    host.state().log.Start();
+    EXPECT_EQ(host.CallEntryPoint("xlAutoOpen"), 0);
+    EXPECT_TRUE(host.state().log.Calls().empty());
+}
+
+TEST_P(whole_life, closing_leaves_the_functions_registered) {
+    Host host(GetParam());
+    Open(host);
+    const std::size_t registered = host.state().registrations.All().size();
+    EXPECT_EQ(host.CallEntryPoint("xlAutoClose"), 1);
+    EXPECT_EQ(host.state().registrations.All().size(), registered);
+    EXPECT_EQ(Evaluate(host, kConversion), CellValue(RowOf({1.0668, u"m\n\n"})));
+    host.Unload();
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, removing_unregisters_each_function_in_four_calls) {
+    Host host(GetParam());
+    Open(host);
+    const auto* registration = host.state().registrations.Find(u"Metrify");
+    ASSERT_TRUE(registration);
+    const double id = registration->id;
+    host.CallEntryPoint("xlAutoClose");
+    host.state().log.Start();
+    EXPECT_EQ(host.CallEntryPoint("xlAutoRemove"), 1);
+    const bool is_wide = host.state().IsWide();
+    const Asked name{xlGetName, is_wide, {}};
+    const std::vector<Asked> expected{
+        name,
+        {xlfUnregister, is_wide, {id}},
+        {xlfSetName, is_wide, {u"Metrify"}},
+        name,
+        {xlfRegister,
+         is_wide,
+         {host.state().module->Path(), u"xlAutoRemove", u"J", u"Metrify", MissingArgument{}, 0}},
+    };
+    const std::vector<Asked> asked = TakeAsked(host);
+    EXPECT_NE(std::search(asked.begin(), asked.end(), expected.begin(), expected.end()), asked.end());
+    EXPECT_NE(Evaluate(host, kConversion), CellValue(RowOf({1.0668, u"m\n\n"})));
+    host.Unload();
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, removing_what_never_opened_does_nothing) {
+    Host host(GetParam());
+    Load(host);
+    host.state().log.Start();
+    EXPECT_EQ(host.CallEntryPoint("xlAutoRemove"), 1);
+    EXPECT_TRUE(host.state().log.Calls().empty());
+}
+
+TEST_P(whole_life, loading_alone_asks_nothing) {
+    Host host(GetParam());
+    host.state().log.Start();
+    Load(host);
+    EXPECT_TRUE(host.state().log.Calls().empty());
+}
+
+TEST_P(whole_life, a_module_loaded_again_opens_again) {
+    Host host(GetParam());
+    for (int i = 0; i < 2; ++i) {
+        Open(host);
+        EXPECT_EQ(Evaluate(host, kConversion), CellValue(RowOf({1.0668, u"m\n\n"})));
+        host.Unload();
+    }
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, opening_and_calling_shows_no_alert) {
+    Host host(GetParam());
+    Open(host);
+    Evaluate(host, kConversion);
+    host.CallEntryPoint("xlAutoClose");
+    EXPECT_TRUE(host.state().alerts.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(versions, whole_life, testing::Values(4, 11, 12, 14, 15),
+                         [](const auto& version) { return "version_" + std::to_string(version.param); });
+
+// ---- Version 16
+
+TEST_F(whole_life, version_16_opens_and_is_refused_by_the_function) {
+    Host host(16);
+    Open(host);
+    const auto value = Evaluate(host, kConversion);
+    ASSERT_TRUE(value);
+    const auto* text = value->As<std::u16string>();
+    ASSERT_TRUE(text);
+    EXPECT_TRUE(text->starts_with(u"This version of Excel is not supported.  Check "));
+    host.Unload();
+    ExpectBalance(host);
+}
+
+// ---- Threads
+
+TEST_F(whole_life, several_threads_give_what_one_gives) {
+    Host host(15);
+    Open(host);
+    std::vector<std::u16string> formulas;
+    for (int i = 0; i < 400; ++i) {
+        const std::u16string number = FromUtf8(std::to_string(i));
+        formulas.push_back(u"=Metrify(" + number + u",\"ft\",\"m\")");
+        formulas.push_back(u"=Metrify(" + number + u",\"unit" + number + u"\",\"m\")");
+    }
+    const auto expected = host.EvaluateAll(formulas, 1);
+    EXPECT_EQ(host.EvaluateAll(formulas, 8), expected);
+    EXPECT_EQ(*expected[7], CellValue(RowOf({u"ERROR: 'unit3' undefined.\n\n", u""})));
+    host.Unload();
+    ExpectBalance(host);
+}
+
+} // namespace
+} // namespace metrify::host
