@@ -114,9 +114,6 @@ constexpr std::array<function_row, function_count> functions = {{
     {89, "acoth", 1, true, "acoth", args_expressions, function_of<formulas>("acoth")},
 }};
 
-static_assert(std::all_of(functions.begin(), functions.end(),
-                          [](const function_row& row) { return row.run != nullptr; }));
-
 constexpr std::uint64_t folded_hash(std::string_view name) {
     std::uint64_t hash = name_hash_seed;
     for (const char c : name)

@@ -117,4 +117,9 @@ TEST(function_table, refuses_a_number_of_no_function) {
     }
 }
 
+TEST(function_table, has_the_code_of_every_function) {
+    for (const function_row& row : all_functions())
+        EXPECT_TRUE(row.run != nullptr) << row.name;
+}
+
 } // namespace
