@@ -190,8 +190,9 @@ std::vector<std::string> ScriptedHost::TakeCalls() {
 
 std::vector<std::string> ScriptedHost::TakeCallsOf(const std::string& function) {
     std::vector<std::string> calls = TakeCalls();
-    std::erase_if(calls,
-                  [&](const std::string& call) { return call.find(std::string(" ").append(function)) == std::string::npos; });
+    std::erase_if(calls, [&](const std::string& call) {
+        return call.find(std::string(" ").append(function)) == std::string::npos;
+    });
     return calls;
 }
 
