@@ -1,300 +1,237 @@
-#include "add_in_fixture.h"
+// Observers, chains and the events that hold them.
+
+#include "noting_integration.h"
 #include "xllrt/app_events.h"
+#include "xllrt/exceptions.h"
+#include "xllrt/xll_app.h"
 
 #include <gmock/gmock.h>
 
+namespace metrify {
 namespace {
 
-using namespace metrify;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::string> told;
+using Notes = std::vector<std::string>;
 
-class Listener final : public CXlEventObserver<CXlWorkbookEventArgs> {
+// An event that tells when it has observers and when it has none.
+class NotingEvent final : public CXlEvent<CXlEventArgs> {
   public:
-    explicit Listener(std::string name) : name_(std::move(name)) {}
-    void Notify(CXlWorkbookEventArgs& args) override { told.push_back(name_ + " " + args.workbook); }
+    Notes notes;
 
-  private:
-    std::string name_;
-};
-
-class StaticListener final : public CXlStaticEventObserver<CXlWorkbookEventArgs> {
-  public:
-    StaticListener(CXlStaticEventObserver*& chain, std::string name)
-        : CXlStaticEventObserver(chain), name_(std::move(name)) {}
-    void Notify(CXlWorkbookEventArgs& args) override { told.push_back(name_ + " " + args.workbook); }
-
-  private:
-    std::string name_;
-};
-
-// An event that tells when it is switched.
-class SwitchedEvent final : public CXlEvent<CXlWorkbookEventArgs> {
-  public:
-    void OnFirstObserver() override { told.emplace_back("on"); }
-    void OnNoObservers() override { told.emplace_back("off"); }
-};
-
-class EventTest : public testing::Test {
   protected:
-    EventTest() { told.clear(); }
-
-    void Raise() {
-        CXlWorkbookEventArgs args{"book"};
-        event.Notify(args);
-    }
-
-    SwitchedEvent event;
-    Listener one{"one"};
-    Listener two{"two"};
+    void OnFirstObserver() override { notes.emplace_back("first"); }
+    void OnNoObservers() override { notes.emplace_back("none"); }
 };
 
-TEST_F(EventTest, observers_are_told_in_the_order_of_their_adding) {
-    event.AddObserver(&one);
-    event.AddObserver(&two);
-    Raise();
-    EXPECT_THAT(told, ElementsAre("on", "one book", "two book"));
+class NotingObserver final : public CXlEventObserver<CXlEventArgs> {
+  public:
+    NotingObserver(Notes& notes, std::string name) : notes_(notes), name_(std::move(name)) {}
+    void Notify(CXlEventArgs& /*args*/) override { notes_.push_back(name_); }
+
+  private:
+    Notes& notes_;
+    std::string name_;
+};
+
+class NotingStaticObserver final : public CXlStaticEventObserver<CXlEventArgs> {
+  public:
+    NotingStaticObserver(CXlStaticEventObserver*& head, Notes& notes, std::string name)
+        : CXlStaticEventObserver(head), notes_(notes), name_(std::move(name)) {}
+    void Notify(CXlEventArgs& /*args*/) override { notes_.push_back(name_); }
+
+  private:
+    Notes& notes_;
+    std::string name_;
+};
+
+class ThrowingObserver final : public CXlEventObserver<CXlEventArgs> {
+  public:
+    void Notify(CXlEventArgs& /*args*/) override { throw CXlRuntimeException(std::string("no")); }
+};
+
+Notes Told(const CXlEvent<CXlEventArgs>& event, Notes& notes) {
+    notes.clear();
+    CXlEventArgs args;
+    event.Notify(args);
+    return notes;
 }
 
-TEST_F(EventTest, a_second_observer_does_not_switch_the_event_on_again) {
-    event.AddObserver(&one);
-    event.AddObserver(&two);
-    EXPECT_THAT(told, ElementsAre("on"));
+// ---- Observers of one event
+
+TEST(CXlEvent, observers_are_told_in_the_order_in_which_they_were_added) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&b);
+    event.AddObserver(&a);
+    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
 }
 
-TEST_F(EventTest, removing_the_first_of_two_does_not_switch_it_off) {
-    event.AddObserver(&one);
-    event.AddObserver(&two);
-    event.RemoveObserver(&one);
-    EXPECT_THAT(told, ElementsAre("on"));
-    event.RemoveObserver(&two);
-    EXPECT_THAT(told, ElementsAre("on", "off"));
+TEST(CXlEvent, the_first_observer_is_announced_and_a_second_is_not) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
+    event.AddObserver(&b);
+    EXPECT_THAT(event.notes, ElementsAre("first"));
 }
 
-TEST_F(EventTest, removing_an_observer_that_is_not_there_changes_and_calls_nothing) {
-    event.RemoveObserver(&one);
-    EXPECT_THAT(told, IsEmpty());
-    event.AddObserver(&one);
-    event.RemoveObserver(&two);
-    EXPECT_THAT(told, ElementsAre("on"));
+TEST(CXlEvent, the_last_observer_that_goes_is_announced_and_the_first_of_two_is_not) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
+    event.AddObserver(&b);
+    event.notes.clear();
+    event.RemoveObserver(&a);
+    EXPECT_THAT(event.notes, IsEmpty());
+    event.RemoveObserver(&b);
+    EXPECT_THAT(event.notes, ElementsAre("none"));
 }
 
-TEST_F(EventTest, an_observer_added_twice_is_removed_once) {
-    event.AddObserver(&one);
-    event.AddObserver(&one);
-    event.RemoveObserver(&one);
-    Raise();
-    EXPECT_THAT(told, ElementsAre("on", "one book"));
-}
-
-TEST_F(EventTest, static_observers_are_told_in_reverse_order_of_their_construction) {
-    CXlStaticEventObserver<CXlWorkbookEventArgs>* chain = nullptr;
-    const StaticListener first(chain, "first");
-    const StaticListener second(chain, "second");
-    event.AttachChain(chain);
-    Raise();
-    EXPECT_THAT(told, ElementsAre("on", "second book", "first book"));
-    event.DetachChain(chain);
-    EXPECT_EQ(told.back(), "off");
-}
-
-TEST_F(EventTest, a_static_observer_leaves_its_chain_wherever_it_stands) {
-    CXlStaticEventObserver<CXlWorkbookEventArgs>* chain = nullptr;
-    const StaticListener last(chain, "last");
-    {
-        const StaticListener middle(chain, "middle");
-        const StaticListener head(chain, "head");
-    }
-    EXPECT_EQ(chain, &last);
-    {
-        auto middle = std::make_unique<StaticListener>(chain, "middle");
-        const StaticListener head(chain, "head");
-        middle.reset();
-        event.AttachChain(chain);
-        Raise();
-        EXPECT_THAT(told, ElementsAre("on", "head book", "last book"));
-    }
-    EXPECT_EQ(chain, &last);
-    EXPECT_EQ(last.Next(), nullptr);
-}
-
-TEST_F(EventTest, an_exception_of_an_observer_ends_the_walk) {
-    class Throwing final : public CXlEventObserver<CXlWorkbookEventArgs> {
-      public:
-        void Notify(CXlWorkbookEventArgs& /*args*/) override { throw CXlRuntimeException(30U); }
+TEST(CXlEvent, the_first_observer_is_announced_before_it_is_in_the_list) {
+    // What is thrown at that point leaves the list empty.
+    class Refusing final : public CXlEvent<CXlEventArgs> {
+      protected:
+        void OnFirstObserver() override { throw CXlRuntimeException(std::string("no")); }
     };
-    Throwing throwing;
+    Refusing event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    EXPECT_THROW(event.AddObserver(&a), CXlRuntimeException);
+    EXPECT_THAT(Told(event, notes), IsEmpty());
+}
+
+TEST(CXlEvent, removing_who_is_no_observer_changes_nothing_and_announces_nothing) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver stranger(notes, "stranger");
+    event.AddObserver(&a);
+    event.notes.clear();
+    event.RemoveObserver(&stranger);
+    EXPECT_THAT(event.notes, IsEmpty());
+    EXPECT_THAT(Told(event, notes), ElementsAre("a"));
+}
+
+TEST(CXlEvent, removing_from_an_event_without_observers_announces_nothing) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    event.RemoveObserver(&a);
+    EXPECT_THAT(event.notes, IsEmpty());
+}
+
+TEST(CXlEvent, an_observer_added_twice_is_told_twice_and_removed_once) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
+    event.AddObserver(&b);
+    event.AddObserver(&a);
+    EXPECT_THAT(Told(event, notes), ElementsAre("a", "b", "a"));
+    event.RemoveObserver(&a);
+    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+}
+
+TEST(CXlEvent, what_an_observer_throws_ends_the_walk) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    ThrowingObserver throwing;
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
     event.AddObserver(&throwing);
-    event.AddObserver(&one);
-    EXPECT_THROW(Raise(), CXlRuntimeException);
-    EXPECT_THAT(told, ElementsAre("on"));
+    event.AddObserver(&b);
+    CXlEventArgs args;
+    EXPECT_THROW(event.Notify(args), CXlRuntimeException);
+    EXPECT_THAT(notes, ElementsAre("a"));
 }
 
-// ---- Events of the host, by way of the application
+// ---- Chains of static observers
 
-class NotingHolder final : public IXlComHolder {
-  public:
-    explicit NotingHolder(bool fails) : fails_(fails) {}
-    ~NotingHolder() override { told.emplace_back("holder gone"); }
-    void Connect() override {
-        told.emplace_back("connect");
-        if (fails_)
-            throw CXlComException(u"Connect", 0x80004005U);
+TEST(CXlStaticEventObserver, observers_of_a_chain_are_told_in_the_reverse_order_of_their_construction) {
+    CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+    Notes notes;
+    const NotingStaticObserver a(head, notes, "a");
+    const NotingStaticObserver b(head, notes, "b");
+    NotingEvent event;
+    event.AttachChain(head);
+    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+    EXPECT_THAT(event.notes, ElementsAre("first"));
+}
+
+TEST(CXlStaticEventObserver, a_detached_chain_is_not_told) {
+    CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+    Notes notes;
+    const NotingStaticObserver a(head, notes, "a");
+    const NotingStaticObserver b(head, notes, "b");
+    NotingEvent event;
+    event.AttachChain(head);
+    event.DetachChain(head);
+    EXPECT_THAT(Told(event, notes), IsEmpty());
+    EXPECT_THAT(event.notes, ElementsAre("first", "none"));
+}
+
+TEST(CXlStaticEventObserver, an_observer_that_ends_leaves_its_chain_from_wherever_it_stands) {
+    for (int which = 0; which < 3; ++which) {
+        CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+        Notes notes;
+        std::vector<std::unique_ptr<NotingStaticObserver>> observers;
+        for (const char* name : {"a", "b", "c"}) {
+            observers.push_back(std::make_unique<NotingStaticObserver>(head, notes, name));
+        }
+        observers.erase(observers.begin() + which);
+        NotingEvent event;
+        event.AttachChain(head);
+        const std::vector<Notes> expected{{"c", "b"}, {"c", "a"}, {"b", "a"}};
+        EXPECT_EQ(Told(event, notes), expected[static_cast<std::size_t>(which)]);
     }
+}
 
-  private:
-    bool fails_;
-};
-
-class NotingComHelper final : public IXlComHelper {
-  public:
-    void HoldRegistry(IXlWizardRegistry& /*registry*/) override {}
-    bool HoldsRegistry() const override { return false; }
-    void ReleaseRegistry() override {}
-    bool Run(const XlEventCall& call, CXlOper& answer) override {
-        std::string line = "run ";
-        for (const XCHAR unit : call.target)
-            line += static_cast<char>(unit);
-        if (call.number)
-            line += " " + std::to_string(*call.number);
-        told.push_back(line + " " + std::string(call.signature) + " " +
-                       std::to_string(call.arguments.size()));
-        answer.SetBool(1);
-        return succeeds;
+TEST(CXlStaticEventObserver, the_last_observer_leaves_an_empty_chain) {
+    CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+    Notes notes;
+    {
+        const NotingStaticObserver a(head, notes, "a");
+        EXPECT_NE(head, nullptr);
     }
-    static inline bool succeeds = true;
-};
-
-class NotingIntegration final : public CXlIntegration {
-  public:
-    std::unique_ptr<IXlComHolder> MakeComHolder() const override {
-        told.emplace_back("make holder");
-        return std::make_unique<NotingHolder>(fails);
-    }
-    std::unique_ptr<IXlComHelper> MakeComHelper() const override {
-        return std::make_unique<NotingComHelper>();
-    }
-    bool fails = false;
-};
-
-class HostEventTest : public AddInTest {
-  protected:
-    HostEventTest() {
-        told.clear();
-        NotingComHelper::succeeds = true;
-    }
-
-    NotingIntegration integration;
-    NotingApp app{host, integration};
-    Listener one{"one"};
-};
-
-TEST_F(HostEventTest, without_observers_of_host_events_no_connection_is_made) {
-    EXPECT_EQ(OpenAddIn(), 1);
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_EQ(head, nullptr);
 }
 
-TEST_F(HostEventTest, the_first_observer_connects_and_switches_the_event_on) {
-    app.events.workbookOpen.AddObserver(&one);
-    EXPECT_THAT(told, ElementsAre("make holder", "connect"));
-    EXPECT_TRUE(app.eventSwitches[8]);
-    EXPECT_FALSE(app.eventSwitches[9]);
+TEST(CXlStaticEventObserver, every_event_has_a_chain_of_its_own) {
+    Notes notes;
+    const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
+    CXlAppEvents events;
+    events.AttachEarly();
+    events.AttachRest();
+    EXPECT_THAT(Told(events.registerFunctions, notes), IsEmpty());
+    EXPECT_THAT(Told(events.close, notes), ElementsAre("close"));
+    events.DetachAll();
+    EXPECT_THAT(Told(events.close, notes), IsEmpty());
 }
 
-TEST_F(HostEventTest, the_last_observer_switches_it_off_and_the_connection_stays) {
-    app.events.workbookOpen.AddObserver(&one);
-    app.events.workbookOpen.RemoveObserver(&one);
-    EXPECT_FALSE(app.eventSwitches[8]);
-    app.events.newWorkbook.AddObserver(&one);
-    EXPECT_THAT(told, ElementsAre("make holder", "connect", "connect")) << "one connection for all events";
-    app.OnProcessDetach();
-    EXPECT_EQ(told.back(), "holder gone");
-}
+// ---- When the chains are taken over
 
-TEST_F(HostEventTest, a_connection_that_fails_fails_the_load) {
-    integration.fails = true;
-    const StaticListener listener(CXlWorkbookOpenEvent::Chain(), "listener");
-    EXPECT_EQ(OpenAddIn(), 0);
-    EXPECT_THAT(
-        host.TakeCalls().back(),
-        testing::HasSubstr("xlcAlert(\"Unexpected error during initialization:\nConnect failed with"));
-    EXPECT_FALSE(app.eventSwitches[8]);
-}
-
-TEST_F(HostEventTest, an_event_that_is_switched_off_and_has_no_handler_is_answered_with_false) {
-    app.observerFunctionName = u"observer";
-    NotingComHelper::succeeds = true;
-    EXPECT_FALSE(app.OnSheetActivate(nullptr));
-    EXPECT_THAT(told, IsEmpty());
-    EXPECT_THAT(host.TakeCalls(), IsEmpty());
-}
-
-TEST_F(HostEventTest, a_switched_event_goes_to_the_observer_function_with_its_number) {
-    app.observerFunctionName = u"observer";
-    app.eventSwitches.fill(true);
-    app.OnSelectionChange(nullptr, nullptr);
-    EXPECT_THAT(told, ElementsAre("run observer 1 SR 2"));
-}
-
-TEST_F(HostEventTest, without_observer_function_a_switched_event_goes_nowhere) {
-    app.eventSwitches.fill(true);
-    EXPECT_FALSE(app.OnSelectionChange(nullptr, nullptr));
-    EXPECT_THAT(told, IsEmpty());
-}
-
-TEST_F(HostEventTest, event_13_reaches_the_macro_set_for_it_although_it_has_no_event_object) {
-    app.eventHandlers[13] = "Handler";
-    EXPECT_TRUE(app.OnWorkbookEvent13(nullptr));
-    EXPECT_THAT(told, ElementsAre("run Handler B 1"));
-}
-
-TEST_F(HostEventTest, only_events_that_can_be_cancelled_have_an_answer) {
-    app.eventHandlers.fill("H");
-    EXPECT_FALSE(app.OnNewWorkbook(nullptr));
-    EXPECT_FALSE(app.OnSelectionChange(nullptr, nullptr));
-    EXPECT_TRUE(app.OnBeforeDoubleClick(nullptr, nullptr));
-    EXPECT_TRUE(app.OnBeforeRightClick(nullptr, nullptr));
-    EXPECT_FALSE(app.OnSheetActivate(nullptr));
-    EXPECT_FALSE(app.OnSheetDeactivate(nullptr));
-    EXPECT_FALSE(app.OnCalculate(nullptr));
-    EXPECT_FALSE(app.OnSheetChange(nullptr, nullptr));
-    EXPECT_FALSE(app.OnWorkbookOpen(nullptr));
-    EXPECT_FALSE(app.OnWorkbookActivate(nullptr));
-    EXPECT_FALSE(app.OnWorkbookDeactivate(nullptr));
-    EXPECT_TRUE(app.OnWorkbookBeforeClose(nullptr));
-    EXPECT_TRUE(app.OnWorkbookBeforeSave(nullptr, true));
-    EXPECT_TRUE(app.OnWorkbookEvent13(nullptr));
-    EXPECT_FALSE(app.OnWorkbookNewSheet(nullptr, nullptr));
-    EXPECT_FALSE(app.OnWorkbookEvent15(nullptr));
-    EXPECT_FALSE(app.OnWorkbookEvent16(nullptr));
-    EXPECT_FALSE(app.OnAfterCalculate());
-    EXPECT_FALSE(app.OnWorkbookAfterSave(nullptr, true));
-    EXPECT_THAT(told, ElementsAre("run H B 1", "run H SR 2", "run H SR 2", "run H SR 2", "run H S 1",
-                                  "run H S 1", "run H S 1", "run H SR 2", "run H B 1", "run H B 1",
-                                  "run H B 1", "run H B 1", "run H BF 2", "run H B 1", "run H BS 2",
-                                  "run H B 1", "run H B 1", "run H  0", "run H BF 2"));
-}
-
-TEST_F(HostEventTest, the_reserved_events_do_nothing) {
-    app.eventHandlers.fill("H");
-    app.OnReservedEvent17();
-    app.OnReservedEvent18();
-    app.OnReservedEvent19();
-    EXPECT_THAT(told, IsEmpty());
-}
-
-TEST_F(HostEventTest, a_call_that_fails_is_answered_with_false) {
-    app.eventHandlers[11] = "H";
-    NotingComHelper::succeeds = false;
-    EXPECT_FALSE(app.OnWorkbookBeforeClose(nullptr));
-}
-
-TEST_F(HostEventTest, a_number_beyond_the_handlers_has_none) {
-    app.observerFunctionName = u"observer";
-    EXPECT_FALSE(app.RaiseEvent(22, true, "", {}));
-    EXPECT_THAT(told, IsEmpty());
+TEST(CXlAppEvents, opening_and_registering_are_attached_early_and_the_others_are_not) {
+    Notes notes;
+    const NotingStaticObserver registering(CXlRegisterFunctionsEvent::Chain(), notes, "register");
+    const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
+    CXlAppEvents events;
+    events.AttachEarly();
+    EXPECT_THAT(Told(events.registerFunctions, notes), ElementsAre("register"));
+    EXPECT_THAT(Told(events.close, notes), IsEmpty());
+    events.AttachRest();
+    EXPECT_THAT(Told(events.registerFunctions, notes), ElementsAre("register"));
+    EXPECT_THAT(Told(events.close, notes), ElementsAre("close"));
+    events.DetachAll();
 }
 
 } // namespace
+} // namespace metrify
