@@ -3,6 +3,7 @@
 #include "calc/evaluator.h"
 #include "calc/func_block.h"
 #include "calc/operand_stack.h"
+#include "calc/thread_object.h"
 #include "calc/variables.h"
 
 #include <algorithm>
@@ -72,7 +73,9 @@ struct solver_binding {
     report_kind due = report_kind::none;
 };
 
-thread_local solver_binding binding;
+solver_binding& binding() {
+    return thread_object<solver_binding>();
+}
 
 void release_independents(const block_function& block) {
     for (const independent_variable& input : block.inputs)
@@ -135,14 +138,14 @@ void check_dependent(const packed_reference& reference, text_str*& err) {
 } // namespace
 
 void reset_solver_binding() {
-    block_function& block = binding.block;
+    block_function& block = binding().block;
     block.inputs.clear();
     block.outputs.clear();
     block.objective_sign = 1.0;
 }
 
 void allocate_solver_binding(std::size_t independents, std::size_t dependents) {
-    block_function& block = binding.block;
+    block_function& block = binding().block;
     release_independents(block);
     block.inputs.assign(independents, {});
     block.outputs.assign(dependents, {});
@@ -150,20 +153,20 @@ void allocate_solver_binding(std::size_t independents, std::size_t dependents) {
 
 void teardown_solver_binding() {
     allocate_solver_binding(0, 0);
-    binding.due = report_kind::none;
+    binding().due = report_kind::none;
 }
 
 void record_independent(std::size_t i, const packed_reference& reference) {
-    binding.block.inputs[i].reference = reference;
+    binding().block.inputs[i].reference = reference;
     hold_var(number(reference), true);
 }
 
 void record_dependent(std::size_t i, const packed_reference& reference) {
-    binding.block.outputs[i] = reference;
+    binding().block.outputs[i] = reference;
 }
 
 void save_start_values(text_str*& err) {
-    for (independent_variable& input : binding.block.inputs) {
+    for (independent_variable& input : binding().block.inputs) {
         input.start = read_component(input.reference, err);
         if (!str_is_empty(err))
             return;
@@ -171,12 +174,12 @@ void save_start_values(text_str*& err) {
 }
 
 void restore_start_values(text_str*& err) {
-    for (const independent_variable& input : binding.block.inputs)
+    for (const independent_variable& input : binding().block.inputs)
         write_component(input.reference, input.start, err);
 }
 
 void check_bound_variables(text_str*& err) {
-    const block_function& block = binding.block;
+    const block_function& block = binding().block;
     for (std::size_t i = 0; i < block.inputs.size() && str_is_empty(err); ++i)
         getvar_by_num(number(block.inputs[i].reference), err);
     for (std::size_t i = 0; i < block.outputs.size() && str_is_empty(err); ++i)
@@ -184,7 +187,7 @@ void check_bound_variables(text_str*& err) {
 }
 
 void set_scale_modes(bool use_logs, text_str*& err) {
-    for (independent_variable& input : binding.block.inputs) {
+    for (independent_variable& input : binding().block.inputs) {
         const double component = read_component(input.reference, err);
         input.mode = scale_mode::linear;
         if (use_logs && component > 0.0)
@@ -195,19 +198,19 @@ void set_scale_modes(bool use_logs, text_str*& err) {
 }
 
 void negate_objective(bool negated) {
-    binding.block.objective_sign = negated ? -1.0 : 1.0;
+    binding().block.objective_sign = negated ? -1.0 : 1.0;
 }
 
 void set_pending_report(report_kind report) {
-    binding.due = report;
+    binding().due = report;
 }
 
 report_kind pending_report() {
-    return binding.due;
+    return binding().due;
 }
 
 bound_function& bound_block() {
-    return binding.block;
+    return binding().block;
 }
 
 } // namespace metrify

@@ -2,6 +2,7 @@
 
 #include "calc/function_dispatch.h"
 #include "calc/named_list.h"
+#include "calc/thread_object.h"
 #include "calc/unit_lookup.h"
 
 namespace metrify {
@@ -11,7 +12,9 @@ namespace {
 constexpr std::uint32_t number_before_first = 200;
 
 // The number of an entry follows from its place in the list.
-thread_local named_list<var_entry> var_list;
+named_list<var_entry>& var_list() {
+    return thread_object<named_list<var_entry>>();
+}
 
 dim_value undefined_value() {
     dim_value value;
@@ -36,15 +39,15 @@ void report_unknown_number(std::string_view before, std::uint32_t number, std::s
 } // namespace
 
 void free_all_vars() {
-    var_list.clear();
+    var_list().clear();
 }
 
 var_entry* find_var(std::string_view name) {
-    return var_list.find(name);
+    return var_list().find(name);
 }
 
 var_entry* find_var_by_num(std::uint32_t number) {
-    named_list<var_entry>& list = var_list;
+    named_list<var_entry>& list = var_list();
     const std::uint32_t place = number - number_before_first - 1;
     return number > number_before_first && place < list.size() ? &list[place] : nullptr;
 }
@@ -121,7 +124,7 @@ var_entry& setvar_by_name(std::string_view name, dim_value& value, int component
 }
 
 var_entry& add_var(std::string_view name, const dim_value& value) {
-    named_list<var_entry>& list = var_list;
+    named_list<var_entry>& list = var_list();
     const auto number = static_cast<std::uint32_t>(number_before_first + 1 + list.size());
     return list.add({std::string(name), number, value, false});
 }

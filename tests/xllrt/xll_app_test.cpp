@@ -87,7 +87,9 @@ TEST_F(AppTest, ribbon_callbacks_without_answer_get_a_default_by_their_type) {
     CXllApp app;
     const auto answer = [&app](std::int32_t type) {
         CXlOper result(true);
-        app.GetRibbonDefault(result, {type});
+        XlRibbonCallback callback;
+        callback.type = type;
+        app.GetRibbonDefault(result, callback);
         return result.State() == 0 ? std::string("nothing") : Rendered(*result.Record4());
     };
     for (const int type : {2, 4, 5, 6, 7, 9, 10, 17, 18, 19, 20, 21, 23, 27, 29, 30})
@@ -203,7 +205,6 @@ class NotingComHelper final : public IXlComHelper {
         host_.Note("registry released");
         holds_ = false;
     }
-    bool Run(const XlEventCall& /*call*/, CXlOper& /*answer*/) override { return false; }
 
   private:
     ScriptedHost& host_;
