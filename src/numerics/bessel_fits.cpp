@@ -1,6 +1,7 @@
 #include "numerics/bessel_fits.h"
 
 #include "numerics/polynomial.h"
+#include "numerics/trigonometry.h"
 
 namespace metrify {
 
@@ -36,7 +37,7 @@ double asymptotic_j(double ax, const asymptotic_fit& fit) {
     const double y = z * z;
     const double phase = ax - fit.shift;
     return std::sqrt(two_over_pi / ax) *
-           (std::cos(phase) * polynomial(y, fit.p) - z * std::sin(phase) * polynomial(y, fit.q));
+           (cosine(phase) * polynomial(y, fit.p) - z * sine(phase) * polynomial(y, fit.q));
 }
 
 double asymptotic_y(double x, const asymptotic_fit& fit) {
@@ -44,7 +45,7 @@ double asymptotic_y(double x, const asymptotic_fit& fit) {
     const double y = z * z;
     const double phase = x - fit.shift;
     return std::sqrt(two_over_pi / x) *
-           (std::sin(phase) * polynomial(y, fit.p) + z * std::cos(phase) * polynomial(y, fit.q));
+           (sine(phase) * polynomial(y, fit.p) + z * cosine(phase) * polynomial(y, fit.q));
 }
 
 } // namespace

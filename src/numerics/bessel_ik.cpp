@@ -5,6 +5,7 @@
 #include "numerics/bessel_real.h"
 #include "numerics/bessel_steps.h"
 #include "numerics/failure.h"
+#include "numerics/trigonometry.h"
 
 #include <numbers>
 
@@ -59,7 +60,7 @@ bool series_at_mu(const reduced_order& order, neighbours& k, text_str*& err) {
     const double pi_mu = pi * mu;
     const double log_term = -std::log(half);
     const double power = mu * log_term;
-    const double fact = or_limit(pi_mu, pi_mu / std::sin(pi_mu));
+    const double fact = or_limit(pi_mu, pi_mu / sine(pi_mu));
     const double fact2 = or_limit(power, std::sinh(power) / power);
     const gamma_factors gamma = gamma_factors_of(mu, err);
     double ff = fact * (gamma.gam1 * std::cosh(power) + gamma.gam2 * fact2 * log_term);

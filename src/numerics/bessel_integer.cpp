@@ -3,6 +3,7 @@
 #include "numerics/bessel_fits.h"
 #include "numerics/failure.h"
 #include "numerics/polynomial.h"
+#include "numerics/trigonometry.h"
 
 #include <limits>
 #include <numbers>
@@ -152,7 +153,7 @@ double math_func_bessj(std::int32_t n, double x, text_str*& err) {
     if (n < 0) {
         const double angle = -n * std::numbers::pi;
         const double j = math_func_bessj(-n, x, err);
-        return std::cos(angle) * j - std::sin(angle) * math_func_bessy(-n, x, err);
+        return cosine(angle) * j - sine(angle) * math_func_bessy(-n, x, err);
     }
     if (n == 0)
         return math_func_bessj0(x);
@@ -173,7 +174,7 @@ double math_func_bessy(std::int32_t n, double x, text_str*& err) {
     if (n < 0) {
         const double angle = -n * std::numbers::pi;
         const double j = math_func_bessj(-n, x, err);
-        return std::sin(angle) * j + std::cos(angle) * math_func_bessy(-n, x, err);
+        return sine(angle) * j + cosine(angle) * math_func_bessy(-n, x, err);
     }
     if (n == 0)
         return math_func_bessy0(x);
@@ -188,7 +189,7 @@ double math_func_bessi(std::int32_t n, double x, text_str*& err) {
     if (n < 0) {
         constexpr double two_over_pi = 0.6366197723675814;
         const double i = math_func_bessi(-n, x, err);
-        return i + two_over_pi * std::sin(-n * std::numbers::pi) * math_func_bessk(-n, x, err);
+        return i + two_over_pi * sine(-n * std::numbers::pi) * math_func_bessk(-n, x, err);
     }
     if (n == 0)
         return math_func_bessi0(x);

@@ -5,6 +5,7 @@
 #include "numerics/bessel_real.h"
 #include "numerics/bessel_steps.h"
 #include "numerics/failure.h"
+#include "numerics/trigonometry.h"
 
 #include <numbers>
 
@@ -76,7 +77,7 @@ bool series_at_mu(const reduced_order& order, double ratio, at_mu& result, text_
     const double pi_mu = pi * mu;
     const double log_term = -std::log(half);
     const double power = mu * log_term;
-    const double fact = or_limit(pi_mu, pi_mu / std::sin(pi_mu));
+    const double fact = or_limit(pi_mu, pi_mu / sine(pi_mu));
     const double fact2 = or_limit(power, std::sinh(power) / power);
     const gamma_factors gamma = gamma_factors_of(mu, err);
     double ff = 2.0 / pi * fact * (gamma.gam1 * std::cosh(power) + gamma.gam2 * fact2 * log_term);
@@ -84,7 +85,7 @@ bool series_at_mu(const reduced_order& order, double ratio, at_mu& result, text_
     double p = e / (gamma.plus * pi);
     double q = 1.0 / (e * pi * gamma.minus);
     const double pi_mu_half = 0.5 * pi_mu;
-    const double fact3 = or_limit(pi_mu_half, std::sin(pi_mu_half) / pi_mu_half);
+    const double fact3 = or_limit(pi_mu_half, sine(pi_mu_half) / pi_mu_half);
     const double r = pi * pi_mu_half * fact3 * fact3;
     const double d = -half * half;
     double c = 1.0;

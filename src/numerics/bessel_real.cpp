@@ -1,5 +1,7 @@
 #include "numerics/bessel_real.h"
 
+#include "numerics/trigonometry.h"
+
 #include <cmath>
 #include <numbers>
 
@@ -33,21 +35,21 @@ double math_func_bessj_frac(double nu, double x, text_str*& err) {
     const double order = std::fabs(nu);
     const auto [j, y] = j_and_y(order, x, err);
     const double angle = order * std::numbers::pi;
-    return nu < 0.0 ? std::cos(angle) * j - std::sin(angle) * y : j;
+    return nu < 0.0 ? cosine(angle) * j - sine(angle) * y : j;
 }
 
 double math_func_bessy_frac(double nu, double x, text_str*& err) {
     const double order = std::fabs(nu);
     const auto [j, y] = j_and_y(order, x, err);
     const double angle = order * std::numbers::pi;
-    return nu < 0.0 ? std::sin(angle) * j + std::cos(angle) * y : y;
+    return nu < 0.0 ? sine(angle) * j + cosine(angle) * y : y;
 }
 
 double math_func_bessi_frac(double nu, double x, text_str*& err) {
     constexpr double two_over_pi = 2.0 / std::numbers::pi;
     const double order = std::fabs(nu);
     const auto [i, k] = i_and_k(order, x, err);
-    return nu < 0.0 ? i + two_over_pi * std::sin(order * std::numbers::pi) * k : i;
+    return nu < 0.0 ? i + two_over_pi * sine(order * std::numbers::pi) * k : i;
 }
 
 double math_func_bessk_frac(double nu, double x, text_str*& err) {

@@ -2,6 +2,7 @@
 
 #include "numerics/carlson.h"
 #include "numerics/polynomial.h"
+#include "numerics/trigonometry.h"
 
 namespace metrify {
 
@@ -9,7 +10,7 @@ namespace {
 
 struct amplitude {
     amplitude(double phi, double k)
-        : s(std::sin(phi)), sk(s * k), cc(square(std::cos(phi))), q((1.0 - sk) * (1.0 + sk)) {}
+        : s(sine(phi)), sk(s * k), cc(square(cosine(phi))), q((1.0 - sk) * (1.0 + sk)) {}
 
     double s, sk, cc, q;
 };

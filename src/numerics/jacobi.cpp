@@ -1,5 +1,7 @@
 #include "numerics/jacobi.h"
 
+#include "numerics/trigonometry.h"
+
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -42,7 +44,7 @@ struct jacobi_values {
 jacobi_values by_transformations(double u, double emc) {
     const means m = descend(emc);
     double c = m.last;
-    jacobi_values f = {std::sin(u * c), std::cos(u * c), 1.0};
+    jacobi_values f = {sine(u * c), cosine(u * c), 1.0};
     if (f.sn == 0.0)
         return f;
     double a = f.cn / f.sn;
