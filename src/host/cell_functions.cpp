@@ -60,7 +60,9 @@ HostAnswer ActiveCell(const HostCall& call) {
 }
 
 HostAnswer GetFormula(const HostCall& call) {
-    const std::optional<CellAtHand> cell = call.IsMissing(0) ? std::nullopt : ReferredCell(call, 0);
+    if (call.IsMissing(0))
+        return CellError{xlerrValue};
+    const std::optional<CellAtHand> cell = ReferredCell(call, 0);
     return cell ? CellValue(cell->sheet->FormulaText(cell->at)) : CellValue(CellError{xlerrValue});
 }
 
