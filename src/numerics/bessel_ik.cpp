@@ -7,6 +7,7 @@
 #include "numerics/failure.h"
 #include "numerics/trigonometry.h"
 
+#include <cstdint>
 #include <numbers>
 
 namespace metrify {
@@ -42,7 +43,7 @@ bool first_fraction(const reduced_order& order, double& ratio) {
 /// From the order nu down to mu.
 ratio_pair lowered(const reduced_order& order, ratio_pair i) {
     double factor = order.nu * order.xi;
-    for (double l = order.steps; l >= 1.0; --l) {
+    for (auto l = static_cast<std::int64_t>(order.steps); l >= 1; --l) {
         const double value = factor * i.value + i.prime;
         factor -= order.xi;
         i = {value, factor * value + i.value};

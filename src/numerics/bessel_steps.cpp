@@ -3,6 +3,7 @@
 #include "numerics/chebyshev.h"
 
 #include <array>
+#include <cstdint>
 
 namespace metrify::bessel {
 
@@ -24,8 +25,9 @@ gamma_factors gamma_factors_of(double mu, text_str*& err) {
 }
 
 neighbours raised(const reduced_order& order, double sign, neighbours f) {
-    for (double i = 1.0; i <= order.steps; ++i) {
-        const double next = (order.mu + i) * order.xi2 * f.above + sign * f.at;
+    const auto steps = static_cast<std::int64_t>(order.steps);
+    for (std::int64_t i = 1; i <= steps; ++i) {
+        const double next = (order.mu + static_cast<double>(i)) * order.xi2 * f.above + sign * f.at;
         f = {f.above, next};
         // What no further step changes: behind an overflow, and where all has come to 0.
         if (f.at != f.at || (sign > 0.0 && f.at == f.above && (std::isinf(f.at) || f.at == 0.0)))
