@@ -1,35 +1,14 @@
 #include "addin/worksheet_function.h"
 #include "tests/addin/plain_host.h"
+#include "tests/leaks_are_meant.h"
 #include "tests/xllrt/scripted_host.h"
 #include "xllrt/xll_exports.h"
 
 #include <gtest/gtest.h>
 
-#ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/lsan_interface.h>
-#endif
-
 namespace {
 
 using namespace metrify;
-
-// What a fault breaks off leaves its memory behind.
-class LeaksAreMeant {
-  public:
-#ifdef __SANITIZE_ADDRESS__
-    LeaksAreMeant() {
-        __lsan_disable();
-    }
-    ~LeaksAreMeant() {
-        __lsan_enable();
-    }
-#else
-    LeaksAreMeant() {}
-    ~LeaksAreMeant() {}
-#endif
-    LeaksAreMeant(const LeaksAreMeant&) = delete;
-    LeaksAreMeant& operator=(const LeaksAreMeant&) = delete;
-};
 
 int METRIFY_HOST_CALL TouchNothing(int /*function*/, int /*count*/, XLOPER12* /*arguments*/[],
                                    XLOPER12* /*result*/) {
