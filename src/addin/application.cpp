@@ -2,6 +2,18 @@
 
 namespace metrify {
 
+int CMetrifyApp::OnOpen() {
+    menu_init(menu_, "Metrify", "Metrify add-in menu");
+    menu_add_command(menu_, "Metrify", "Metrify_Macro", "Metrify Function");
+    // In the place of a menu of this name, if there is one.
+    menu_add_to_bar(menu_, nullptr, "Metrify", 0);
+    return 1;
+}
+
+void CMetrifyApp::OnClose() {
+    menu_remove(menu_);
+}
+
 int CMetrifyApp::OnProcessAttach() {
     if (CXllApp::OnProcessAttach() != 0) {
         addInName.Assign("Metrify");

@@ -22,4 +22,44 @@ constinit XlFunctionRecord metrify_record{
         u"{0,{OutUnits,String,0,,Units to convert input value to (text),,,,}}},{},3,,0,0,,,,0,0}",
 };
 
+constinit XlFunctionRecord macro_record{
+    .narrowEntry = "Metrify_Macro_4",
+    .wideEntry = "Metrify_Macro_12",
+    .narrowType = "R",
+    .wideType = "U$",
+    .functionName = u"Metrify_Macro",
+    .macroType = 2,
+    .wideCategory = u"14",
+    .wideDescription = u"Calls the Metrify() function.",
+    .signature = u"{Metrify_Macro,,,Calls the Metrify() function.,14,2,1,U,{},{},3,,0,0,,,,0,0}",
+};
+
+constinit XlFunctionRecord ribbon_record{
+    .narrowEntry = "RibbonCallback_4",
+    .wideEntry = "RibbonCallback_12",
+    .narrowType = "RJCCJCCA",
+    .wideType = "UJC%C%JC%C%A",
+    .functionName = u"RibbonCallback",
+    .wideArgumentNames = u"callback,id,tag,index,text,selectedId,pressed",
+    .macroType = 2,
+    .wideCategory = u"14",
+    .helpId = 4,
+    .wideDescription = u"Handles all calls redirected from the ribbonX manager",
+    .wideArgumentHelp = u"is the identifier of the callback which invoked this function\0"
+                        u"is the id attribute of the control raising the event\0"
+                        u"is the tag attribute of the control raising the event\0"
+                        u"is the index of an item\0"
+                        u"is the changed value of the text\0"
+                        u"is the id of the selected item\0"
+                        u"is true if the toggleButton is pressed\0",
+    .signature = u"{RibbonCallback,,,Handles all calls redirected from the ribbonX manager,14,2,0,U,"
+                 u"{{0,{callback,Int,0,,is the identifier of the callback which invoked this function,,,,}},"
+                 u"{0,{id,String,0,,is the id attribute of the control raising the event,,,,}},"
+                 u"{0,{tag,String,0,,is the tag attribute of the control raising the event,,,,}},"
+                 u"{0,{index,Int,0,,is the index of an item,,,,}},"
+                 u"{0,{text,String,0,,is the changed value of the text,,,,}},"
+                 u"{0,{selectedId,String,0,,is the id of the selected item,,,,}},"
+                 u"{0,{pressed,Boolean,0,,is true if the toggleButton is pressed,,,,}}},{},3,,0,0,,,,0,0}",
+};
+
 } // namespace metrify

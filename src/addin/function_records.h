@@ -9,4 +9,10 @@ namespace metrify {
 /// The worksheet function Metrify(Val, InUnits, OutUnits).
 extern XlFunctionRecord metrify_record;
 
+/// The macro behind the menu.
+extern XlFunctionRecord macro_record;
+
+/// What the server of the ribbon calls.
+extern XlFunctionRecord ribbon_record;
+
 } // namespace metrify

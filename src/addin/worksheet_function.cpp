@@ -1,10 +1,9 @@
 #include "addin/worksheet_function.h"
 
 #include "addin/conversion.h"
-#include "xllrt/function_result.h"
+#include "xllrt/app_call.h"
 #include "xllrt/host_gate.h"
 #include "xllrt/xl_cell_view.h"
-#include "xllrt/xll_app.h"
 
 #include <string_view>
 
@@ -15,14 +14,6 @@ namespace {
 constexpr const char* kRefusal = "This version of Excel is not supported.  Check "
                                  // Where a user finds out about other versions.
                                  "https://www.metrify.example";
-
-// What the function answers with when it fails: the application's way, or without one the runtime's.
-void put_exception(CXlOper& result, const CXlRuntimeException& exception) {
-    if (CXllApp* const application = CXllApp::Instance())
-        application->ExceptionToValue(result, exception);
-    else
-        PutException(result, exception);
-}
 
 void fill_cells(CXlOper& result, const conversion& answer) {
     result.MakeArray(1, 2);
@@ -63,8 +54,7 @@ XLOPER12* METRIFY_HOST_CALL Metrify_12(double Val, const XCHAR* InUnits, const X
     CXlOper xloResult;
     CXlDualString in_units(InUnits);
     CXlDualString out_units(OutUnits);
-    CallCommonFunction(
-        xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); }, put_exception);
+    CallAppFunction(xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); });
     return xloResult.ReturnValue12();
 }
 
@@ -72,8 +62,7 @@ XLOPER* METRIFY_HOST_CALL Metrify_4(double Val, const char* InUnits, const char*
     CXlOper xloResult;
     CXlDualString in_units(InUnits);
     CXlDualString out_units(OutUnits);
-    CallCommonFunction(
-        xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); }, put_exception);
+    CallAppFunction(xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); });
     return xloResult.ReturnValue4();
 }
 }

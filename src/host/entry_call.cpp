@@ -56,6 +56,10 @@ constexpr CallableSignature signatures[] = {
     // A conversion: number, text, text.
     {"RBCC", Invoke<XLOPER*, double, Text4, Text4>},
     {"UBC%C%", Invoke<XLOPER12*, double, Text12, Text12>},
+    // An observer of the host's events. Its type text asks for a narrow result, whatever its arguments are;
+    // a wide entry gives a wide one all the same.
+    {"RJPPP", Invoke<XLOPER*, Int, XLOPER*, XLOPER*, XLOPER*>},
+    {"RJQQQ", Invoke<XLOPER12*, Int, XLOPER12*, XLOPER12*, XLOPER12*>},
     // A ribbon's callback.
     {"RJCCJCCA", Invoke<XLOPER*, Int, Text4, Text4, Int, Text4, Text4, Bool>},
     {"UJC%C%JC%C%A", Invoke<XLOPER12*, Int, Text12, Text12, Int, Text12, Text12, Bool>},

@@ -180,11 +180,11 @@ CellValue Host::ValueOf(std::u16string_view cell) {
         .value_or(CellError{xlerrRef});
 }
 
-std::optional<CellValue> Host::RunCommand(std::u16string_view name) {
+std::optional<CellValue> Host::RunCommand(std::u16string_view name, const std::vector<CellValue>& arguments) {
     const Registration* registration = state_.registrations.Find(name);
     if (!registration || !registration->IsCommand())
         return std::nullopt;
-    return CallRegistered(state_, *registration, {}, CallContext::command);
+    return CallRegistered(state_, *registration, arguments, CallContext::command);
 }
 
 } // namespace metrify::host

@@ -63,8 +63,10 @@ class Host {
     /// The value of a cell of the active sheet.
     CellValue ValueOf(std::u16string_view cell);
 
-    /// Runs a registered command. Nothing without one of that name, otherwise what it gave.
-    std::optional<CellValue> RunCommand(std::u16string_view name);
+    /// Runs a registered command, perhaps with arguments. Nothing without one of that name, otherwise what it
+    /// gave.
+    std::optional<CellValue> RunCommand(std::u16string_view name,
+                                        const std::vector<CellValue>& arguments = {});
 
   private:
     template <class Record>

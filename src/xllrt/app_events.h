@@ -56,6 +56,16 @@ class CXlAfterCalculateEvent : public CXlHostEvent<CXlAfterCalculateEvent, CXlAf
 class CXlWorkbookAfterSaveEvent : public CXlHostEvent<CXlWorkbookAfterSaveEvent, CXlAfterSaveEventArgs, 21> {
 };
 
+/// An observer of an event, from its construction to its destruction.
+template <class Event>
+class CXlEventStaticObserver : public Event::StaticObserver {
+  protected:
+    CXlEventStaticObserver() : Event::StaticObserver(Event::Chain()) {}
+    ~CXlEventStaticObserver() = default;
+};
+
+using CXlRegisterFunctionsEventStaticObserver = CXlEventStaticObserver<CXlRegisterFunctionsEvent>;
+
 /// All events of an application.
 struct CXlAppEvents {
     CXllOpenEvent open;

@@ -229,6 +229,7 @@ inline constexpr int xlfGetWorkspace = 186;
 inline constexpr int xlfUnregister = 201;
 inline constexpr int xlfFormulaConvert = 241;
 inline constexpr int xlfInfo = 244;
+inline constexpr int xlfRtd = 379;
 
 inline constexpr int xlcClose = 16 | xlCommand;
 inline constexpr int xlcFormula = 96 | xlCommand;

@@ -9,7 +9,6 @@ class NoComHelper final : public IXlComHelper {
     void HoldRegistry(IXlWizardRegistry& /*registry*/) override {}
     bool HoldsRegistry() const override { return false; }
     void ReleaseRegistry() override {}
-    bool Run(const XlEventCall& /*call*/, CXlOper& /*answer*/) override { return false; }
 };
 
 class EmptyWizardRegistry final : public IXlWizardRegistry {
@@ -23,7 +22,16 @@ class NoWizardDetector final : public IXlFormulaWizardDetector {};
 
 class NoComHolder final : public IXlComHolder {
   public:
-    void Connect() override {}
+    bool Start(XlComFailure& /*failure*/) override { return true; }
+    bool Connect(XlComFailure& /*failure*/) override { return true; }
+    bool DescribeWorkbook(XlHostObject* /*workbook*/, std::u16string& /*name*/) override { return false; }
+    bool DescribeSheet(XlHostObject* /*sheet*/, std::u16string& /*workbook*/,
+                       std::u16string& /*name*/) override {
+        return false;
+    }
+    bool DescribeRange(XlHostObject* /*range*/, std::u16string& /*address*/) override { return false; }
+    bool Run(std::span<const XlComValue> /*values*/, CXlOper& /*answer*/) override { return false; }
+    bool RunText(const std::u16string& /*text*/, CXlOper& /*answer*/) override { return false; }
 };
 
 } // namespace

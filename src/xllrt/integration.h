@@ -5,11 +5,10 @@
 
 #include "xllrt/xl_oper.h"
 
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <variant>
 
 namespace metrify {
@@ -19,13 +18,15 @@ class XlHostObject;
 
 using XlEventArgument = std::variant<XlHostObject*, bool>;
 
-/// The call of a macro that an event of the host leads to.
-struct XlEventCall {
-    std::u16string target;
-    std::optional<int> number;  ///< of the event, for the observer function
-    std::string_view signature; ///< a letter an argument: B workbook, S sheet, R range, F flag
-    std::span<const XlEventArgument> arguments; ///< one for each letter
+/// What a part of the integration says of a failure: words, and a result code of the system's, which is that
+/// of an error if its highest bit is set.
+struct XlComFailure {
+    std::u16string text;
+    std::uint32_t code = 0;
 };
+
+/// A value on its way to the host's automation. Without one, it is an empty variant.
+using XlComValue = std::variant<std::monostate, std::int32_t, bool, std::u16string>;
 
 /// Tells whether the host's formula dialog is open.
 class IXlFormulaWizardDetector {
@@ -43,23 +44,35 @@ class IXlWizardRegistry {
     virtual void Close() = 0;
 };
 
-/// The road to the host's automation objects.
+/// Who is told of the functions that the host's formula dialog is watched for.
 class IXlComHelper {
   public:
     virtual ~IXlComHelper() = default;
     virtual void HoldRegistry(IXlWizardRegistry& registry) = 0;
     virtual bool HoldsRegistry() const = 0;
     virtual void ReleaseRegistry() = 0;
-    /// Has the host run a macro. False if that failed, with `answer` as it was.
-    virtual bool Run(const XlEventCall& call, CXlOper& answer) = 0;
 };
 
-/// The connection to the host's events.
+/// The host's automation: its events, its objects as text, its macros. It lets go of everything when it is
+/// destroyed. Nothing is thrown; a failure leaves the outputs alone.
 class IXlComHolder {
   public:
     virtual ~IXlComHolder() = default;
-    /// Connects, if it is not connected. Throws a `CXlComException` if the host does not confirm.
-    virtual void Connect() = 0;
+    /// Finds the host's automation. Called once, before anything else.
+    virtual bool Start(XlComFailure& failure) = 0;
+    /// Connects to the host's events, unless it is connected: they then reach the virtual operations of the
+    /// application.
+    virtual bool Connect(XlComFailure& failure) = 0;
+
+    virtual bool DescribeWorkbook(XlHostObject* workbook, std::u16string& name) = 0;
+    /// Gives the sheet's name and that of its workbook.
+    virtual bool DescribeSheet(XlHostObject* sheet, std::u16string& workbook, std::u16string& name) = 0;
+    virtual bool DescribeRange(XlHostObject* range, std::u16string& address) = 0;
+
+    /// Has the host run a macro, whose name is the first of the values, with the others as its arguments.
+    virtual bool Run(std::span<const XlComValue> values, CXlOper& answer) = 0;
+    /// The same for a call that is spelt out as text.
+    virtual bool RunText(const std::u16string& text, CXlOper& answer) = 0;
 };
 
 /// Makes the parts. This class makes parts that do nothing.
@@ -70,7 +83,7 @@ class CXlIntegration {
     virtual std::unique_ptr<IXlWizardRegistry> MakeWizardRegistry() const;
     /// Null if it cannot be made.
     virtual std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const;
-    /// Throws a `CXlComException` if the host's automation cannot be reached.
+    /// Made for the first event that is switched on.
     virtual std::unique_ptr<IXlComHolder> MakeComHolder() const;
 };
 

@@ -4,6 +4,9 @@
 
 #include "xllrt/xl_oper.h"
 
+#include <string>
+#include <utility>
+
 namespace metrify {
 
 class IXlpRibbonImpl {
@@ -34,12 +37,35 @@ class CXlpRibbonImplNull final : public IXlpRibbonImpl {
     void Invalidate(const CXlOper& /*item*/) override {}
 };
 
-/// The mode of an application without ribbon.
+/// A ribbon that add-ins share: a server outside of them, which is told by `SendRibbonCommand`.
+class CXlpRibbonImplShared final : public IXlpRibbonImpl {
+  public:
+    bool IsEnabled() const override { return enabled_; }
+    bool SetEnabled(bool enabled) override { return std::exchange(enabled_, enabled); }
+    bool IsAvailable() const override;
+    void Activate() override;
+    void Deactivate() override;
+    void Reset() override;
+    void Refresh() override;
+    void Invalidate(const CXlOper& item) override;
+
+  private:
+    bool enabled_ = false;
+};
+
+// The modes of an application.
 inline constexpr int kRibbonModeNone = -1;
+inline constexpr int kRibbonModeShared = 0;
 
 /// A callback that the ribbon asks an add-in to answer.
 struct XlRibbonCallback {
-    std::int32_t type;
+    std::int32_t type = 0;
+    std::string id;  ///< of the control
+    std::string tag; ///< of the control
+    std::int32_t index = 0;
+    std::string text; ///< as changed
+    std::string selectedId;
+    bool pressed = false;
 };
 
 /// Makes the result what a callback of that type gets when the add-in has no answer.

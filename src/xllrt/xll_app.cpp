@@ -25,7 +25,7 @@ CXllApp::CXllApp(const CXlIntegration& integration) : integration_(integration) 
         SetInstance(nullptr);
         throw CXlIllegalArgumentException(kMessageIllegalArgument);
     }
-    SetRibbonImpl(std::make_unique<CXlpRibbonImplNull>(), kRibbonModeNone);
+    SetRibbonMode(kRibbonModeNone);
 }
 
 CXllApp::~CXllApp() {
@@ -40,6 +40,19 @@ CXllApp* CXllApp::Instance() {
 
 void CXllApp::SetInstance(CXllApp* instance) {
     instance_in_force = instance;
+}
+
+bool CXllApp::SetRibbonMode(int mode) {
+    switch (mode) {
+    case kRibbonModeNone:
+        SetRibbonImpl(std::make_unique<CXlpRibbonImplNull>(), mode);
+        return true;
+    case kRibbonModeShared:
+        SetRibbonImpl(std::make_unique<CXlpRibbonImplShared>(), mode);
+        return true;
+    default:
+        return false;
+    }
 }
 
 void CXllApp::SetRibbonImpl(std::unique_ptr<IXlpRibbonImpl> ribbon, int mode) {

@@ -98,6 +98,9 @@ class CXllApp {
     bool RaiseEvent(int number, bool is_cancellable, std::string_view signature,
                     std::initializer_list<XlEventArgument> arguments);
 
+    /// Gives the application the ribbon of a mode: none or the shared one. False, with nothing changed, for
+    /// any other mode.
+    bool SetRibbonMode(int mode);
     /// Gives the application a ribbon of its own, of some mode.
     void SetRibbonImpl(std::unique_ptr<IXlpRibbonImpl> ribbon, int mode);
     IXlpRibbonImpl& Ribbon() { return *ribbon_; }
@@ -127,8 +130,11 @@ class CXllApp {
     char columnLetter = 0;
 
   private:
+    /// Made and started when first asked for. Throws a `CXlComException` if it doesn't start.
+    IXlComHolder& ComHolder();
+
     const CXlIntegration& integration_;
-    std::unique_ptr<IXlComHolder> com_holder_; // made for the first event that is switched on
+    std::unique_ptr<IXlComHolder> com_holder_;
     // Destroyed in the reverse order.
     std::unique_ptr<IXlFormulaWizardDetector> wizard_detector_;
     std::unique_ptr<IXlWizardRegistry> wizard_registry_;

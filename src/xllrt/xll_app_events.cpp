@@ -1,9 +1,10 @@
 // The host's events on their way to whoever handles them.
 
 #include "xllrt/code_page.h"
+#include "xllrt/event_call.h"
 #include "xllrt/xll_app.h"
 
-#include <span>
+#include <utility>
 
 namespace metrify {
 
@@ -13,12 +14,22 @@ void EnableHostEvent(int number, bool on) {
     }
 }
 
-void CXllApp::EnableEvent(int number, bool on) {
-    if (on) {
-        if (!com_holder_) {
-            com_holder_ = integration_.MakeComHolder();
+IXlComHolder& CXllApp::ComHolder() {
+    if (!com_holder_) {
+        std::unique_ptr<IXlComHolder> holder = integration_.MakeComHolder();
+        XlComFailure failure;
+        if (!holder->Start(failure)) {
+            throw CXlComException(failure.text, failure.code);
         }
-        com_holder_->Connect();
+        com_holder_ = std::move(holder);
+    }
+    return *com_holder_;
+}
+
+void CXllApp::EnableEvent(int number, bool on) {
+    XlComFailure failure;
+    if (on && !ComHolder().Connect(failure)) {
+        throw CXlComException(failure.text, failure.code);
     }
     // The connection stays when an event is switched off.
     eventSwitches.at(static_cast<std::size_t>(number)) = on;
@@ -27,19 +38,31 @@ void CXllApp::EnableEvent(int number, bool on) {
 bool CXllApp::RaiseEvent(int number, bool is_cancellable, std::string_view signature,
                          std::initializer_list<XlEventArgument> arguments) {
     const auto index = static_cast<std::size_t>(number);
-    XlEventCall call{.target = {}, .number = {}, .signature = signature, .arguments = {arguments}};
-    if (index < kEventCount) {
-        call.target = ToWide(eventHandlers[index]);
+    if (index >= kEventCount) {
+        return false;
     }
-    if (call.target.empty()) {
-        if (observerFunctionName.empty() || index >= kEventCount || !eventSwitches[index]) {
+    std::u16string target = ToWide(eventHandlers[index]);
+    // The observer function is told which event it is; a macro set for an event knows.
+    const bool is_observer_call = target.empty();
+    if (is_observer_call) {
+        if (observerFunctionName.empty() || !eventSwitches[index]) {
             return false;
         }
-        call.target = observerFunctionName;
-        call.number = number;
+        target = observerFunctionName;
     }
     CXlOper answer;
-    return com_helper_->Run(call, answer) && is_cancellable && answer.ToBool();
+    try {
+        IXlComHolder& holder = ComHolder();
+        XlEventCall call(holder, target);
+        if (is_observer_call) {
+            call.AddNumber(number);
+        }
+        call.AddArguments(signature, {arguments});
+        return call.Run(answer) && is_cancellable && answer.ToBool();
+    } catch (const CXlComException&) {
+        // Whoever raises an event is not told why nobody answers.
+        return false;
+    }
 }
 
 bool CXllApp::OnNewWorkbook(XlHostObject* workbook) {

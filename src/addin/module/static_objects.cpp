@@ -2,14 +2,19 @@
 
 #include "addin/application.h"
 #include "addin/function_records.h"
+#include "xllrt/ribbon_callback.h"
 
 namespace metrify {
 
 namespace {
 
 const CXlFunctionRecordLink metrify_link(metrify_record);
+const CXlFunctionRecordLink macro_link(macro_record);
 
 CMetrifyApp application;
+
+const CXlFunctionRecordLink ribbon_link(ribbon_record);
+const CRibbonEventRegistrar ribbon_registrar;
 
 } // namespace
 
