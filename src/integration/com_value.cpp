@@ -12,11 +12,6 @@ ComVariant::ComVariant(std::u16string_view text) : ComVariant() {
         SysAllocStringLen(reinterpret_cast<const wchar_t*>(text.data()), static_cast<UINT>(text.size()));
 }
 
-ComVariant::ComVariant(bool logical) : ComVariant() {
-    V_VT(&value_) = VT_BOOL;
-    V_BOOL(&value_) = logical ? VARIANT_TRUE : VARIANT_FALSE;
-}
-
 ComVariant::ComVariant(std::int32_t integer) : ComVariant() {
     V_VT(&value_) = VT_I4;
     V_I4(&value_) = integer;

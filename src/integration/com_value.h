@@ -4,6 +4,7 @@
 
 #include "integration/com_ptr.h"
 
+#include <concepts>
 #include <oleauto.h>
 #include <string>
 #include <string_view>
@@ -23,7 +24,12 @@ class ComVariant {
   public:
     ComVariant() { VariantInit(&value_); }
     explicit ComVariant(std::u16string_view text);
-    explicit ComVariant(bool logical);
+    /// Of a bool alone: pointers would become one.
+    template <std::same_as<bool> Bool>
+    explicit ComVariant(Bool logical) : ComVariant() {
+        V_VT(&value_) = VT_BOOL;
+        V_BOOL(&value_) = logical ? VARIANT_TRUE : VARIANT_FALSE;
+    }
     explicit ComVariant(std::int32_t integer);
     /// Adds a reference.
     explicit ComVariant(IDispatch* object);

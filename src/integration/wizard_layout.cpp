@@ -11,8 +11,8 @@ constexpr unsigned kFirstNewSystem = 6;
 struct LayoutRow {
     ArgumentUi kind;
     bool is_new_system;
-    int height;       // scaled
-    int above_top;    // not scaled, as the rest
+    int height;    // scaled
+    int above_top; // not scaled, as the rest
     int beyond_right;
 };
 

@@ -50,8 +50,8 @@ void CWizardHook::FindFunction() {
 void CWizardHook::TearDown() {
     are_controls_made_ = false;
     open_index_ = -1;
-    for (HWND* const window : {&overlays_[0], &overlays_[1], &overlays_[2], &overlays_[3], &overlays_[4],
-                               &list_}) {
+    for (HWND* const window :
+         {&overlays_[0], &overlays_[1], &overlays_[2], &overlays_[3], &overlays_[4], &list_}) {
         if (const HWND standing = std::exchange(*window, nullptr)) {
             ShowWindow(standing, SW_HIDE);
             DestroyWindow(standing);

@@ -122,8 +122,8 @@ bool CXllCom::SetMacros(ComFailure& failure) {
         MacroEvent& event = macro_events_[i];
         failure.code = GetTextProperty(application_.Get(), kMacroEvents[i], event.saved_name);
         if (SUCCEEDED(failure.code)) {
-            failure.code = PutProperty(application_.Get(), kMacroEvents[i],
-                                       ComVariant(event.descriptor->functionName));
+            failure.code =
+                PutProperty(application_.Get(), kMacroEvents[i], ComVariant(event.descriptor->functionName));
         }
         if (FAILED(failure.code)) {
             failure.text = SystemText(kMacroEvents[i], failure.code);

@@ -105,9 +105,8 @@ bool CXllCom::IterateRot(ComFailure& failure) {
 
 bool CXllCom::IsOurs(IDispatch* candidate) {
     ComVariant any;
-    const DispatchOutcome outcome =
-        CallMember(candidate, {.name = u"Application", .flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET}, {},
-                   any);
+    const DispatchOutcome outcome = CallMember(
+        candidate, {.name = u"Application", .flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET}, {}, any);
     if (FAILED(outcome.code)) {
         return false;
     }

@@ -20,7 +20,9 @@ class NotingApp : public CXllApp {
     }
 
 #define NOTE_OBJECT(name)                                                                                    \
-    bool name(XlHostObject* first) override { return Note(#name, {AsDispatch(first)}); }
+    bool name(XlHostObject* first) override {                                                                \
+        return Note(#name, {AsDispatch(first)});                                                             \
+    }
 #define NOTE_TWO(name)                                                                                       \
     bool name(XlHostObject* first, XlHostObject* second) override {                                          \
         return Note(#name, {AsDispatch(first), AsDispatch(second)});                                         \
@@ -49,10 +51,18 @@ class NotingApp : public CXllApp {
     bool OnWorkbookAfterSave(XlHostObject* book, bool success) override {
         return Note("OnWorkbookAfterSave", {AsDispatch(book)}, success);
     }
-    bool OnAfterCalculate() override { return Note("OnAfterCalculate"); }
-    void OnReservedEvent17() override { Note("OnReservedEvent17"); }
-    void OnReservedEvent18() override { Note("OnReservedEvent18"); }
-    void OnReservedEvent19() override { Note("OnReservedEvent19"); }
+    bool OnAfterCalculate() override {
+        return Note("OnAfterCalculate");
+    }
+    void OnReservedEvent17() override {
+        Note("OnReservedEvent17");
+    }
+    void OnReservedEvent18() override {
+        Note("OnReservedEvent18");
+    }
+    void OnReservedEvent19() override {
+        Note("OnReservedEvent19");
+    }
 
     std::string last;
     std::vector<IDispatch*> given;
@@ -151,25 +161,36 @@ TEST_P(com_event, refuses_arguments_of_another_type) {
             arguments.emplace_back(true); // a flag, but not by reference
         else
             arguments[wrong] = ComVariant(u"text");
-        EXPECT_EQ(connected.host.Fire(GetParam().id, arguments,
-                                      has_answer && !is_answer_wrong ? &cancel : nullptr),
-                  static_cast<HRESULT>(0x80020005));
+        EXPECT_EQ(
+            connected.host.Fire(GetParam().id, arguments, has_answer && !is_answer_wrong ? &cancel : nullptr),
+            static_cast<HRESULT>(0x80020005));
     }
     EXPECT_EQ(connected.application.last, "");
 }
 
 const EventCase kEventCases[] = {
-    {1554, "DD", "OnReservedEvent17"},     {1556, "DD", "OnReservedEvent18"},
-    {1557, "DD", "OnReservedEvent19"},     {1558, "DD", "OnSelectionChange"},
-    {1559, "DDR", "OnBeforeDoubleClick"},  {1560, "DDR", "OnBeforeRightClick"},
-    {1561, "D", "OnSheetActivate"},        {1562, "D", "OnSheetDeactivate"},
-    {1563, "D", "OnCalculate"},            {1564, "DD", "OnSheetChange"},
-    {1565, "D", "OnNewWorkbook"},          {1567, "D", "OnWorkbookOpen"},
-    {1568, "D", "OnWorkbookActivate"},     {1569, "D", "OnWorkbookDeactivate"},
-    {1570, "DR", "OnWorkbookBeforeClose"}, {1571, "DBR", "OnWorkbookBeforeSave"},
-    {1572, "DR", "OnWorkbookEvent13"},     {1573, "DD", "OnWorkbookNewSheet"},
-    {1574, "D", "OnWorkbookEvent15"},      {1575, "D", "OnWorkbookEvent16"},
-    {2612, "", "OnAfterCalculate"},        {2911, "DB", "OnWorkbookAfterSave"},
+    {1554, "DD", "OnReservedEvent17"},
+    {1556, "DD", "OnReservedEvent18"},
+    {1557, "DD", "OnReservedEvent19"},
+    {1558, "DD", "OnSelectionChange"},
+    {1559, "DDR", "OnBeforeDoubleClick"},
+    {1560, "DDR", "OnBeforeRightClick"},
+    {1561, "D", "OnSheetActivate"},
+    {1562, "D", "OnSheetDeactivate"},
+    {1563, "D", "OnCalculate"},
+    {1564, "DD", "OnSheetChange"},
+    {1565, "D", "OnNewWorkbook"},
+    {1567, "D", "OnWorkbookOpen"},
+    {1568, "D", "OnWorkbookActivate"},
+    {1569, "D", "OnWorkbookDeactivate"},
+    {1570, "DR", "OnWorkbookBeforeClose"},
+    {1571, "DBR", "OnWorkbookBeforeSave"},
+    {1572, "DR", "OnWorkbookEvent13"},
+    {1573, "DD", "OnWorkbookNewSheet"},
+    {1574, "D", "OnWorkbookEvent15"},
+    {1575, "D", "OnWorkbookEvent16"},
+    {2612, "", "OnAfterCalculate"},
+    {2911, "DB", "OnWorkbookAfterSave"},
 };
 INSTANTIATE_TEST_SUITE_P(all, com_event, testing::ValuesIn(kEventCases));
 

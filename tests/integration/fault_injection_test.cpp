@@ -74,8 +74,9 @@ void UseHost(IntegrationHost& host) {
     ComPtr<IDispatch> sheet;
     road.com.ActiveWorksheet(sheet);
     std::u16string text;
-    RangeAddress(host.automation.MakeRange(host.automation.MakeWorksheet(u"B", u"S"), {u"$A$1", u"$A$1"}).Get(),
-                 text, true);
+    RangeAddress(
+        host.automation.MakeRange(host.automation.MakeWorksheet(u"B", u"S"), {u"$A$1", u"$A$1"}).Get(), text,
+        true);
     road.com.SetEvents(false, road.failure);
 }
 

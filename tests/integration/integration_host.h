@@ -71,10 +71,10 @@ class IntegrationHost {
     ComVariant Workbook() { return ComVariant(automation.MakeWorkbook(u"Book1").Get()); }
     ComVariant Sheet() { return ComVariant(automation.MakeWorksheet(u"Book1", u"Sheet1").Get()); }
     ComVariant Range() {
-        return ComVariant(automation
-                              .MakeRange(automation.MakeWorksheet(u"Book1", u"Sheet1"),
-                                         {u"$A$1", u"[Book1]Sheet1!$A$1"})
-                              .Get());
+        return ComVariant(
+            automation
+                .MakeRange(automation.MakeWorksheet(u"Book1", u"Sheet1"), {u"$A$1", u"[Book1]Sheet1!$A$1"})
+                .Get());
     }
 
   private:

@@ -1,6 +1,6 @@
 // Macros, properties and addresses by automation.
 
-#include "integration/event_call.h"
+#include "integration/com_holder.h"
 #include "tests/integration/integration_host.h"
 
 namespace metrify::host {
@@ -11,8 +11,9 @@ struct Seen {
     IntegrationHost* host = nullptr;
     int runs = 0;
     bool alerts = true;
-    double first = 0.0;
-    double second = 0.0;
+    double number = 0.0;
+    std::u16string first;
+    std::u16string second;
 } seen;
 
 std::int32_t METRIFY_HOST_CALL LookAround() {
@@ -21,10 +22,14 @@ std::int32_t METRIFY_HOST_CALL LookAround() {
     return 1;
 }
 
-double METRIFY_HOST_CALL TakeTwo(double first, double second) {
+XLOPER12* METRIFY_HOST_CALL TakeThree(double number, const XCHAR* first, const XCHAR* second) {
+    seen.number = number;
     seen.first = first;
     seen.second = second;
-    return first - second;
+    static XLOPER12 answer;
+    answer.xltype = xltypeNum;
+    answer.val.num = number + 1.0;
+    return &answer;
 }
 
 class macros : public testing::Test {
@@ -32,15 +37,16 @@ class macros : public testing::Test {
     static std::map<std::string, void*> Entries() {
         auto entries = AddInEntries();
         entries["LookAround"] = EntryOf(LookAround);
-        entries["TakeTwo"] = EntryOf(TakeTwo);
+        entries["TakeThree"] = EntryOf(TakeThree);
         return entries;
     }
 
     macros() : host(16, Entries()) {
-        seen = {.host = &host};
+        seen = Seen();
+        seen.host = &host;
         EXPECT_TRUE(road.Init());
         RegisterEntry(host.host, u"LookAround", u"J", u"LookAround", 2.0);
-        RegisterEntry(host.host, u"TakeTwo", u"BBB", u"TakeTwo");
+        RegisterEntry(host.host, u"TakeThree", u"UBC%C%", u"TakeThree");
     }
 
     HRESULT RunText(std::u16string_view text) { return road.com.RunMacroByText(text, answer); }
@@ -55,18 +61,21 @@ class macros : public testing::Test {
 };
 
 TEST_F(macros, run_by_a_text) {
-    EXPECT_EQ(RunText(u"TakeTwo(5,3)"), S_OK);
+    EXPECT_EQ(RunText(u"TakeThree(5,\"a\",\"say \"\"b\"\"\")"), S_OK);
+    EXPECT_EQ(seen.second, u"say \"b\"");
     ASSERT_EQ(answer.Type(), VT_R8);
-    EXPECT_EQ(V_R8(&answer.Get()), 2.0);
+    EXPECT_EQ(V_R8(&answer.Get()), 6.0);
 }
 
 TEST_F(macros, run_by_a_name_with_the_arguments_in_their_order) {
-    EXPECT_EQ(RunName({ComVariant(u"TakeTwo"), ComVariant(std::int32_t{5}), ComVariant(std::int32_t{3})}),
-              S_OK);
-    EXPECT_EQ(seen.first, 5.0);
-    EXPECT_EQ(seen.second, 3.0);
+    EXPECT_EQ(
+        RunName({ComVariant(u"TakeThree"), ComVariant(std::int32_t{5}), ComVariant(u"a"), ComVariant(u"b")}),
+        S_OK);
+    EXPECT_EQ(seen.number, 5.0);
+    EXPECT_EQ(seen.first, u"a");
+    EXPECT_EQ(seen.second, u"b");
     ASSERT_EQ(answer.Type(), VT_R8);
-    EXPECT_EQ(V_R8(&answer.Get()), 2.0);
+    EXPECT_EQ(V_R8(&answer.Get()), 6.0);
 }
 
 TEST_F(macros, that_fail_give_the_code_of_the_host) {
@@ -156,55 +165,74 @@ TEST_F(macros, range_address_of_something_else_leaves_the_text) {
     EXPECT_EQ(text, u"as it was");
 }
 
-// ---- The calls that events lead to
+// ---- As the application uses it
 
-TEST_F(macros, event_call_has_target_number_and_descriptions) {
-    const auto book = host.Workbook().Object();
-    const auto sheet = host.Sheet().Object();
-    const XlEventArgument given[] = {AsHostObject(book.Get()), AsHostObject(sheet.Get()), true};
-    const XlEventCall call{
-        .target = u"observer", .number = 14, .signature = "BSF", .arguments = given};
-    EXPECT_EQ(EventMacroText(call), u"observer(14,\"Book1\",\"[Book1]Sheet1\",TRUE)");
-    const auto arguments = EventArguments(call);
-    ASSERT_EQ(arguments.size(), 5U);
-    EXPECT_EQ(arguments[0].Text(), u"observer");
-    EXPECT_EQ(V_I4(&arguments[1].Get()), 14);
-    EXPECT_EQ(arguments[3].Text(), u"[Book1]Sheet1");
-    EXPECT_EQ(arguments[4].Type(), VT_BOOL);
+class com_holder : public testing::Test {
+  protected:
+    com_holder() : host(16) { EXPECT_TRUE(holder.Start(failure)); }
+
+    IntegrationHost host;
+    CXllApp application;
+    CXlComHolder holder;
+    XlComFailure failure;
+};
+
+TEST_F(com_holder, describes_workbooks_sheets_and_ranges) {
+    std::u16string name;
+    std::u16string book;
+    EXPECT_TRUE(holder.DescribeWorkbook(AsHostObject(host.Workbook().Object().Get()), name));
+    EXPECT_EQ(name, u"Book1");
+    EXPECT_TRUE(holder.DescribeSheet(AsHostObject(host.Sheet().Object().Get()), book, name));
+    EXPECT_EQ(book, u"Book1");
+    EXPECT_EQ(name, u"Sheet1");
+    EXPECT_TRUE(holder.DescribeRange(AsHostObject(host.Range().Object().Get()), name));
+    EXPECT_EQ(name, u"$A$1");
 }
 
-TEST_F(macros, event_call_of_a_handler_has_no_number) {
-    const XlEventArgument given[] = {false};
-    const XlEventCall call{.target = u"handler", .number = {}, .signature = "F", .arguments = given};
-    EXPECT_EQ(EventMacroText(call), u"handler(FALSE)");
-    EXPECT_EQ(EventMacroText({.target = u"handler", .number = {}, .signature = "", .arguments = {}}),
-              u"handler()");
+TEST_F(com_holder, leaves_texts_alone_for_what_it_cannot_describe) {
+    std::u16string name = u"as it was";
+    std::u16string book = u"as it was";
+    const ComVariant range = host.Range();
+    EXPECT_FALSE(holder.DescribeWorkbook(AsHostObject(range.Object().Get()), name));
+    EXPECT_FALSE(holder.DescribeSheet(AsHostObject(range.Object().Get()), book, name));
+    EXPECT_FALSE(holder.DescribeRange(AsHostObject(host.Workbook().Object().Get()), name));
+    EXPECT_FALSE(holder.DescribeWorkbook(nullptr, name));
+    EXPECT_FALSE(holder.DescribeSheet(nullptr, book, name));
+    EXPECT_FALSE(holder.DescribeRange(nullptr, name));
+    EXPECT_EQ(name, u"as it was");
+    EXPECT_EQ(book, u"as it was");
 }
 
-TEST_F(macros, event_call_keeps_an_object_that_cannot_be_described_empty) {
-    const auto book = host.Workbook().Object();
-    const XlEventArgument given[] = {AsHostObject(book.Get()), static_cast<XlHostObject*>(nullptr),
-                                     AsHostObject(book.Get())};
-    const XlEventCall call{.target = u"handler", .number = {}, .signature = "RSB", .arguments = given};
-    EXPECT_EQ(EventMacroText(call), u"handler(\"\",\"\",\"Book1\")");
+TEST_F(com_holder, leaves_the_answer_alone_if_a_macro_fails) {
+    CXlOper answer(4.0);
+    const XlComValue values[] = {std::u16string(u"NoSuchMacro")};
+    EXPECT_FALSE(holder.Run(values, answer));
+    EXPECT_FALSE(holder.RunText(u"NoSuchMacro()", answer));
+    EXPECT_EQ(answer.ToNumber(), 4.0);
 }
 
-TEST_F(macros, event_call_can_run_by_a_text) {
-    const XlEventCall call{.target = u"LookAround", .number = {}, .signature = "", .arguments = {}};
+TEST_F(com_holder, tells_why_it_cannot_start) {
+    CXlComHolder second;
+    EXPECT_FALSE(second.Start(failure));
+    EXPECT_EQ(failure.text, u"An instance of CXllCom has already been created");
+    EXPECT_EQ(failure.code, static_cast<std::uint32_t>(E_FAIL));
+}
+
+TEST_F(macros, run_for_the_application_by_an_array_or_a_text) {
+    road.com.Shutdown();
+    CXlComHolder holder;
+    XlComFailure failure;
+    CXllApp another;
+    ASSERT_TRUE(holder.Start(failure));
     CXlOper result;
-    host.host.state().log.Start();
-    SetEventsRunByText(true);
-    EXPECT_TRUE(RunEventCall(call, result));
-    SetEventsRunByText(false);
+    const XlComValue values[] = {std::u16string(u"TakeThree"), std::int32_t{5}, std::u16string(u"a"), {}};
+    EXPECT_TRUE(holder.Run(values, result));
+    EXPECT_EQ(seen.first, u"a");
+    EXPECT_EQ(seen.second, u"");
+    EXPECT_EQ(result.ToNumber(), 6.0);
+    EXPECT_TRUE(holder.RunText(u"LookAround()", result));
     EXPECT_EQ(seen.runs, 1);
     EXPECT_EQ(result.ToNumber(), 1.0);
-}
-
-TEST_F(macros, event_call_without_a_road_to_the_host_fails) {
-    road.com.Shutdown();
-    const XlEventCall call{.target = u"LookAround", .number = {}, .signature = "", .arguments = {}};
-    CXlOper result;
-    EXPECT_FALSE(RunEventCall(call, result));
 }
 
 } // namespace

@@ -84,8 +84,8 @@ TEST(xll_com, finds_the_window_by_the_low_half_of_the_number) {
 TEST(xll_com, fails_if_the_window_with_the_number_is_of_another_class) {
     IntegrationHost host(16);
     CXllApp application;
-    const HWND other = CreateWindowExA(0, "STATIC", "", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr,
-                                       nullptr);
+    const HWND other =
+        CreateWindowExA(0, "STATIC", "", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     host.host.state().window_handle = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(other));
     Road road;
     ExpectFailure(road, u"", E_FAIL);

@@ -67,13 +67,11 @@ ComPtr<IDispatch> AutomationHost::MakeWorkbook(const std::u16string& name) {
 }
 
 ComPtr<IDispatch> AutomationHost::MakeWorksheet(const std::u16string& workbook, const std::u16string& name) {
-    return ComPtr<IDispatch>(
-        MakeObject<WorksheetObject>(surroundings_, MakeWorkbook(workbook), name).Get());
+    return ComPtr<IDispatch>(MakeObject<WorksheetObject>(surroundings_, MakeWorkbook(workbook), name).Get());
 }
 
 ComPtr<IDispatch> AutomationHost::MakeRange(const ComPtr<IDispatch>& worksheet, RangeAddresses addresses) {
-    return ComPtr<IDispatch>(
-        MakeObject<RangeObject>(surroundings_, worksheet, std::move(addresses)).Get());
+    return ComPtr<IDispatch>(MakeObject<RangeObject>(surroundings_, worksheet, std::move(addresses)).Get());
 }
 
 } // namespace metrify::host

@@ -57,8 +57,8 @@ class DispatchObject : public CountedObject<IDispatch, Others...> {
         const auto found = std::find_if(members.begin(), members.end(), [names](const auto& member) {
             return _wcsicmp(member.name, names[0]) == 0;
         });
-        ids[0] = found != members.end() ? kFirstId + static_cast<DISPID>(found - members.begin())
-                                        : DISPID_UNKNOWN;
+        ids[0] =
+            found != members.end() ? kFirstId + static_cast<DISPID>(found - members.begin()) : DISPID_UNKNOWN;
         return found != members.end() ? S_OK : DISP_E_UNKNOWNNAME;
     }
 

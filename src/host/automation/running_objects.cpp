@@ -52,7 +52,8 @@ void RunningObjects::ShowApplication(IUnknown* application) {
 void RunningObjects::AddWorkbook(const std::u16string& name, IUnknown* workbook) {
     ComPtr<IMoniker> moniker;
     DWORD cookie = 0;
-    if (const auto table = Table(); table && SUCCEEDED(CreateFileMoniker(AsSystemText(name), moniker.Receive())))
+    if (const auto table = Table();
+        table && SUCCEEDED(CreateFileMoniker(AsSystemText(name), moniker.Receive())))
         table->Register(ROTFLAGS_REGISTRATIONKEEPSALIVE, workbook, moniker.Get(), &cookie);
     workbooks_.push_back(cookie);
 }

@@ -36,10 +36,10 @@ WizardDialog::WizardDialog(std::shared_ptr<ObjectSurroundings> surroundings,
                            const WizardDialogOptions& options) {
     ComPtr<IDispatch> group;
     if (options.is_name_nested)
-        group = ComPtr<IDispatch>(MakeObject<AccessibleDialog>(surroundings, options.function,
-                                                               LONG{ROLE_SYSTEM_GROUPING},
-                                                               ComPtr<IDispatch>())
-                                      .Get());
+        group =
+            ComPtr<IDispatch>(MakeObject<AccessibleDialog>(surroundings, options.function,
+                                                           LONG{ROLE_SYSTEM_GROUPING}, ComPtr<IDispatch>())
+                                  .Get());
     accessible_ = ComPtr<IDispatch>(
         MakeObject<AccessibleDialog>(surroundings, options.function, LONG{ROLE_SYSTEM_DIALOG}, group).Get());
     RegisterDialogClass(options.class_name.c_str(), Procedure);
@@ -62,9 +62,9 @@ void WizardDialog::MakeControls(const WizardDialogOptions& options) {
     for (int i = 0; i < kDialogBoxes; ++i) {
         const DWORD visible = i < options.arguments ? WS_VISIBLE : 0;
         const int left = i == options.misplaced_box ? kLeft + 5 : kLeft;
-        boxes_[static_cast<std::size_t>(i)] =
-            CreateWindowExA(0, kBoxClass, "", WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | visible,
-                            left, kTop + i * kStep, 240, 22, window_, nullptr, Program(), nullptr);
+        boxes_[static_cast<std::size_t>(i)] = CreateWindowExA(
+            0, kBoxClass, "", WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | visible, left,
+            kTop + i * kStep, 240, 22, window_, nullptr, Program(), nullptr);
     }
     scroll_bar_ = CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | WS_VISIBLE | SBS_VERT, kLeft + 260, kTop, 18,
                                   kDialogBoxes * kStep, window_, nullptr, Program(), nullptr);
@@ -72,8 +72,8 @@ void WizardDialog::MakeControls(const WizardDialogOptions& options) {
     SetScrollInfo(scroll_bar_, SB_CTL, &range, FALSE);
     for (int i = 0; i < options.arguments; ++i) {
         const std::string label = "Argument " + std::to_string(i + 1);
-        CreateWindowExA(0, "STATIC", label.c_str(), WS_CHILD | WS_VISIBLE | SS_RIGHT, 10, kTop + i * kStep + 3,
-                        kLeft - 20, 18, window_, nullptr, Program(), nullptr);
+        CreateWindowExA(0, "STATIC", label.c_str(), WS_CHILD | WS_VISIBLE | SS_RIGHT, 10,
+                        kTop + i * kStep + 3, kLeft - 20, 18, window_, nullptr, Program(), nullptr);
     }
 }
 
