@@ -46,22 +46,32 @@ int Run(const std::vector<std::string>& arguments) {
                                 "one that passes narrow text, to version 11; otherwise 11"));
     app.add_option("--threads", options.threads, "calculate on so many threads")
         ->check(CLI::Range(1U, kMostThreads));
-    CLI::Option* formulas = app.add_option(
+    const CLI::Option* macro =
+        app.add_option("--macro", options.macro,
+                       "run a macro of the add-in's on a cell, which is empty or holds a FORMULA, and show "
+                       "what it does");
+    bool is_refused = false;
+    app.add_flag("--refuse", is_refused, "answer the macro's questions with Cancel; otherwise with OK")
+        ->needs("--macro");
+    CLI::Option* formula = app.add_option(
         "FORMULA", options.formulas, "a formula with its =, or - for formulas on standard input, one a line");
     bool is_serving = false;
     app.add_flag("--serve", is_serving,
                  "a spreadsheet without add-in that other programs find, until its window is closed")
-        ->excludes(formulas);
+        ->excludes(formula);
 
     // The parser takes them last first, and without the program's name.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend() - 1);
     try {
         app.parse(reversed);
-        if (options.formulas.empty() && !is_serving)
-            throw CLI::RequiredError("FORMULA");
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
+    if (!*formula && !*macro && !is_serving) {
+        std::cerr << "metrify-sheet: a FORMULA is required\n";
+        return kWrongUsage;
+    }
+    options.agrees = !is_refused;
     if (is_narrow_wanted && !*release)
         options.release = kLastNarrowRelease;
     const bool is_narrow = options.release <= kLastNarrowRelease;

@@ -1,11 +1,14 @@
 #include "host/sheet_command.h"
 
 #include "host/host.h"
+#include "host/macro_run.h"
 #include "host/utf8.h"
 #include "host/value_text.h"
 
+#include <algorithm>
 #include <istream>
 #include <ostream>
+#include <thread>
 
 namespace metrify::host {
 
@@ -53,15 +56,9 @@ bool OpenAddIn(Host& host, const std::string& module, std::ostream& errors) {
     return is_open;
 }
 
-} // namespace
-
-int SheetCommand(const SheetOptions& options, std::istream& input, std::ostream& output,
-                 std::ostream& errors) {
-    Host host(options.release);
-    if (!OpenAddIn(host, options.module, errors))
-        return kFailure;
-    const std::vector<std::u16string> formulas = FormulasOf(options, input);
-    const std::vector<std::optional<CellValue>> values = host.EvaluateAll(formulas, options.threads);
+int WriteValues(Host& host, const std::vector<std::u16string>& formulas, unsigned threads,
+                std::ostream& output, std::ostream& errors) {
+    const std::vector<std::optional<CellValue>> values = host.EvaluateAll(formulas, threads);
     int status = 0;
     for (std::size_t i = 0; i < formulas.size(); ++i) {
         if (!values[i]) {
@@ -70,6 +67,36 @@ int SheetCommand(const SheetOptions& options, std::istream& input, std::ostream&
         }
         output << RowsText(values[i].value_or(CellError{xlerrName}));
     }
+    return status;
+}
+
+// On each formula, on an empty cell without any.
+int RunMacro(Host& host, const SheetOptions& options, std::vector<std::u16string> formulas,
+             std::ostream& output, std::ostream& errors) {
+    if (formulas.empty())
+        formulas.emplace_back();
+    const std::u16string macro = FromUtf8(options.macro);
+    const auto is_run = [&](const std::u16string& formula) {
+        return WriteMacroRun(host, macro, formula, options.agrees, output);
+    };
+    // What the add-in keeps for a thread is to go with it.
+    bool are_run = false;
+    std::jthread([&] { are_run = std::all_of(formulas.begin(), formulas.end(), is_run); }).join();
+    if (!are_run)
+        errors << "metrify-sheet: no macro: " << options.macro << '\n';
+    return are_run ? 0 : kFailure;
+}
+
+} // namespace
+
+int SheetCommand(const SheetOptions& options, std::istream& input, std::ostream& output,
+                 std::ostream& errors) {
+    Host host(options.release);
+    if (!OpenAddIn(host, options.module, errors))
+        return kFailure;
+    const std::vector<std::u16string> formulas = FormulasOf(options, input);
+    const int status = options.macro.empty() ? WriteValues(host, formulas, options.threads, output, errors)
+                                             : RunMacro(host, options, formulas, output, errors);
     host.CallEntryPoint("xlAutoClose");
     ReportAlerts(host, errors);
     return status;

@@ -12,8 +12,12 @@ struct SheetOptions {
     std::string module;
     int release = 15;
     unsigned threads = 1;
+    /// A command of the add-in's to run instead of evaluating formulas.
+    std::string macro = {};
+    /// Whether the user agrees when the macro asks.
+    bool agrees = true;
     /// "-" stands for formulas from the input, one a line.
-    std::vector<std::string> formulas;
+    std::vector<std::string> formulas = {};
 };
 
 /// Loads and opens the add-in, evaluates the formulas, writes their values and closes the add-in. What is no

@@ -73,11 +73,8 @@ void XlEventCall::AddObject(char letter, XlHostObject* object) {
             AddName(false, {});
         }
         break;
-    case 'R':
+    default: // R
         AddName(holder_.DescribeRange(object, name), name);
-        break;
-    default:
-        Add({}, {});
         break;
     }
 }

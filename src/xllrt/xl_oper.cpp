@@ -7,7 +7,7 @@ namespace metrify {
 
 // ---- Construction and release
 
-CXlOper::CXlOper() : narrow_(new XLOPER()), wide_(new XLOPER12()) {}
+CXlOper::CXlOper() : narrow_(&own_narrow_), wide_(&own_wide_) {}
 
 CXlOper::CXlOper(bool value) : CXlOper() {
     SetBool(value ? 1 : 0, false);
@@ -29,9 +29,10 @@ CXlOper::CXlOper(const XLOPER12* record) : CXlOper() {
     }
 }
 
-CXlOper::CXlOper(CellTag /*tag*/, XLOPER* cell) : narrow_(cell), state_(kValid4 | kOwned4) {}
+CXlOper::CXlOper(CellTag /*tag*/, XLOPER* cell) : narrow_(cell), wide_(nullptr), state_(kValid4 | kOwned4) {}
 
-CXlOper::CXlOper(CellTag /*tag*/, XLOPER12* cell) : wide_(cell), state_(kValid12 | kOwned12) {}
+CXlOper::CXlOper(CellTag /*tag*/, XLOPER12* cell)
+    : narrow_(nullptr), wide_(cell), state_(kValid12 | kOwned12) {}
 
 CXlOper::CXlOper(const CXlOper& source) : CXlOper() {
     CopyFrom(source);
@@ -59,7 +60,7 @@ CXlOper CXlOper::Wrap4(const XLOPER* record) {
 
 template <class Record>
 void CXlOper::FreeSide() {
-    Record* record = Side<Record>().get();
+    Record* record = Side<Record>();
     if (!record) {
         return;
     }
@@ -82,14 +83,14 @@ void CXlOper::Free() {
 template <class Record>
 void CXlOper::CopySide(const CXlOper& source) {
     using Bits = SideBits<Record>;
-    Record* target = Side<Record>().get();
+    Record* target = Side<Record>();
     if (!target || (source.state_ & Bits::kValid) == 0) {
         return;
     }
     // The old content goes last: the source may be a part of it.
     Record copy = Record();
     bool allocated = false;
-    if (!CopyRecord(&copy, source.Side<Record>().get(), allocated)) {
+    if (!CopyRecord(&copy, source.Side<Record>(), allocated)) {
         return;
     }
     FreeSide<Record>();
@@ -118,7 +119,7 @@ void CXlOper::TakeFromHost(const XLOPER12& record) {
 template <class Record>
 bool CXlOper::CopyInto(Record& target, bool& allocated) const {
     if ((state_ & SideBits<Record>::kValid) != 0) {
-        return CopyRecord(&target, Side<Record>().get(), allocated);
+        return CopyRecord(&target, Side<Record>(), allocated);
     }
     return Visit([&](const auto& record) { return CopyRecord(&target, &record, allocated); });
 }

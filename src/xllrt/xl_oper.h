@@ -4,7 +4,6 @@
 
 #include "xllrt/record_family.h"
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -109,10 +108,10 @@ class CXlOper {
     // For the gate.
 
     std::uint16_t State() const { return state_; }
-    XLOPER* Record4() { return narrow_.get(); }
-    const XLOPER* Record4() const { return narrow_.get(); }
-    XLOPER12* Record12() { return wide_.get(); }
-    const XLOPER12* Record12() const { return wide_.get(); }
+    XLOPER* Record4() { return narrow_; }
+    const XLOPER* Record4() const { return narrow_; }
+    XLOPER12* Record12() { return wide_; }
+    const XLOPER12* Record12() const { return wide_; }
 
     /// Takes over a record that the host filled: what was there is released, and this goes back to the host.
     void TakeFromHost(const XLOPER& record);
@@ -134,7 +133,7 @@ class CXlOper {
     std::uint16_t Type() const;
 
     template <class Record>
-    const std::unique_ptr<Record>& Side() const;
+    Record* Side() const;
     template <class Reader>
     auto Visit(Reader reader) const;
 
@@ -159,19 +158,22 @@ class CXlOper {
     template <class Text>
     Text ToAnyText(bool strict) const;
 
-    // Allocated in every value, so that no reader has to ask for them.
-    std::unique_ptr<XLOPER> narrow_;
-    std::unique_ptr<XLOPER12> wide_;
+    // A value has both records, so that no reader has to ask for them; the view of a cell has the one in its
+    // array.
+    XLOPER own_narrow_ = XLOPER();
+    XLOPER12 own_wide_ = XLOPER12();
+    XLOPER* narrow_;
+    XLOPER12* wide_;
     std::uint16_t state_ = 0;
 };
 
 template <>
-inline const std::unique_ptr<XLOPER>& CXlOper::Side() const {
+inline XLOPER* CXlOper::Side() const {
     return narrow_;
 }
 
 template <>
-inline const std::unique_ptr<XLOPER12>& CXlOper::Side() const {
+inline XLOPER12* CXlOper::Side() const {
     return wide_;
 }
 

@@ -131,10 +131,10 @@ void CXlOper::Fill(const CXlOper* source) {
 
 CXlCellView CXlOper::Cell(std::int32_t row, std::int32_t column) {
     if (HasValue12()) {
-        return ViewCell(wide_.get(), row, column);
+        return ViewCell(wide_, row, column);
     }
     if (HasValue4()) {
-        return ViewCell(narrow_.get(), row, column);
+        return ViewCell(narrow_, row, column);
     }
     throw CXlOutOfRangeException(kMessageIndexOutOfRange);
 }

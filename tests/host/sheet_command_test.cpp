@@ -65,5 +65,42 @@ TEST(sheet_command, release_16_gets_the_refusal) {
     EXPECT_EQ(run.status, 0);
 }
 
+// ---- Macros
+
+TEST(sheet_command, shows_the_macro_at_work_on_an_empty_cell) {
+    const SheetRun run = RunSheet({.module = {}, .macro = "Metrify_Macro"});
+    EXPECT_EQ(run.output, "cell\t\nwizard\t=Metrify()\ncell\t=Metrify()\n");
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST(sheet_command, shows_the_macros_question_and_what_comes_of_either_answer) {
+    const SheetRun agreed = RunSheet({.module = {}, .macro = "Metrify_Macro", .formulas = {"=B2+1"}});
+    EXPECT_EQ(agreed.output, "cell\t=B2+1\nalert\tDelete existing contents in cell?\tOK\n"
+                             "wizard\t=Metrify()\ncell\t=Metrify()\n");
+    const SheetRun refused =
+        RunSheet({.module = {}, .macro = "Metrify_Macro", .agrees = false, .formulas = {"=B2+1"}});
+    EXPECT_EQ(refused.output, "cell\t=B2+1\nalert\tDelete existing contents in cell?\tCancel\ncell\t=B2+1\n");
+    EXPECT_EQ(refused.status, 0);
+}
+
+TEST(sheet_command, shows_the_macro_on_one_cell_after_the_other) {
+    const SheetRun run =
+        RunSheet({.module = {}, .macro = "metrify_macro", .formulas = {"=metrify(1,\"ft\",\"m\")", "3.5"}});
+    EXPECT_EQ(run.output, "cell\t=metrify(1,\"ft\",\"m\")\nwizard\t=metrify(1,\"ft\",\"m\")\n"
+                          "cell\t=metrify(1,\"ft\",\"m\")\n"
+                          "cell\t3.5\nalert\tDelete existing contents in cell?\tOK\n"
+                          "wizard\t=Metrify()\ncell\t=Metrify()\n");
+}
+
+TEST(sheet_command, a_macro_that_is_none_is_told) {
+    for (const char* name : {"No_Macro", "Metrify"}) {
+        const SheetRun run = RunSheet({.module = {}, .macro = name});
+        EXPECT_EQ(run.output, "cell\t\n");
+        EXPECT_EQ(run.errors, std::string("metrify-sheet: no macro: ") + name + "\n");
+        EXPECT_EQ(run.status, 1);
+    }
+}
+
 } // namespace
 } // namespace metrify::host

@@ -1,8 +1,8 @@
 // The real module from its loading to its unloading, as a host of each kind sees it.
 
-#include "host/host.h"
 #include "host/program_platform.h"
 #include "host/utf8.h"
+#include "tests/host/asked.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -47,52 +47,6 @@ std::optional<CellValue> Evaluate(Host& host, std::u16string_view formula) {
     return value;
 }
 
-// A call as the log has it, without its result.
-struct Asked {
-    int function;
-    bool is_wide;
-    std::vector<CellValue> arguments;
-    friend bool operator==(const Asked&, const Asked&) = default;
-};
-
-void PrintTo(const Asked& asked, std::ostream* out) {
-    *out << (asked.is_wide ? "wide " : "narrow ") << asked.function << " with " << asked.arguments.size()
-         << " arguments";
-}
-
-// What was asked so far; the log starts anew. Records that went back are the ledger's business.
-std::vector<Asked> TakeAsked(Host& host) {
-    std::vector<Asked> asked;
-    for (const LoggedCall& call : host.state().log.Calls()) {
-        if (WithoutOptions(call.function) != xlFree)
-            asked.push_back({call.function, call.is_wide, call.arguments});
-    }
-    host.state().log.Start();
-    return asked;
-}
-
-std::u16string HelpFile(Host& host) {
-    const std::u16string& path = host.state().module->Path();
-    return path.substr(0, path.size() - 3) + u"chm";
-}
-
-std::vector<CellValue> RegisteredConversion(Host& host) {
-    const bool is_wide = host.state().IsWide();
-    return {host.state().module->Path(),
-            is_wide ? u"Metrify_12" : u"Metrify_4",
-            is_wide ? u"UBC%C%$" : u"RBCC",
-            u"Metrify",
-            u"Val,InUnits,OutUnits",
-            u"1",
-            u"Metrify",
-            u"",
-            HelpFile(host) + u"!1001",
-            u"Converts Val from InUnits to OutUnits",
-            u"Input value expressed in InUnits to be converted to Outunits (number)",
-            u"Units of the input value (text)",
-            u"Units to convert input value to (text).."};
-}
-
 // ---- From version 4 to version 15
 
 TEST_P(whole_life, opening_asks_the_host_in_this_order) {
@@ -113,8 +67,12 @@ TEST_P(whole_life, opening_asks_the_host_in_this_order) {
         // The letters of rows and columns.
         settings,
         settings,
-        // The path of the module: for itself, for the observer function, for the registration.
+        // The path of the module.
         name,
+        // The menu, in the place of another of its name, and there is none.
+        {xlfAddMenu, is_wide, {10, MenuTable(), u"Metrify"}},
+        {xlfAddMenu, is_wide, {10, MenuTable()}},
+        // The path again, for the observer function and for the registration.
         name,
         name,
         // List separator, letters of rows and columns.
@@ -127,16 +85,18 @@ TEST_P(whole_life, opening_asks_the_host_in_this_order) {
     ExpectBalance(host);
 }
 
-TEST_P(whole_life, opening_registers_the_function_in_the_family_of_the_host) {
+TEST_P(whole_life, opening_registers_all_functions_in_the_family_of_the_host) {
     Host host(GetParam());
     host.state().log.Start();
     Open(host);
     const std::vector<LoggedCall> registered = host.state().log.CallsOf(xlfRegister);
-    ASSERT_FALSE(registered.empty());
-    EXPECT_EQ(registered.front().is_wide, host.state().IsWide());
-    EXPECT_EQ(registered.front().arguments, RegisteredConversion(host));
-    for (const LoggedCall& call : registered)
-        EXPECT_TRUE(call.result.Is<double>());
+    const std::vector<std::vector<CellValue>> expected = AllRegistered(host, u"Metrify");
+    ASSERT_EQ(registered.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(registered[i].is_wide, host.state().IsWide());
+        EXPECT_EQ(registered[i].arguments, expected[i]) << i;
+        EXPECT_TRUE(registered[i].result.Is<double>());
+    }
 }
 
 TEST_P(whole_life, the_function_converts) {
@@ -214,7 +174,6 @@ TEST_P(whole_life, removing_unregisters_each_function_in_four_calls) {
     const bool is_wide = host.state().IsWide();
     const Asked name{xlGetName, is_wide, {}};
     const std::vector<Asked> expected{
-        name,
         {xlfUnregister, is_wide, {id}},
         {xlfSetName, is_wide, {u"Metrify"}},
         name,
@@ -260,6 +219,43 @@ TEST_P(whole_life, opening_and_calling_shows_no_alert) {
     Evaluate(host, kConversion);
     host.CallEntryPoint("xlAutoClose");
     EXPECT_TRUE(host.state().alerts.empty());
+}
+
+TEST_P(whole_life, the_macro_runs_from_the_menu) {
+    Host host(GetParam());
+    Open(host);
+    const MenuItem menu = host.state().menus.menus().back();
+    ASSERT_EQ(menu.name, u"Metrify");
+    ASSERT_EQ(menu.items.size(), 1U);
+    OnThread([&] { EXPECT_TRUE(host.RunCommand(menu.items[0].macro)); });
+    EXPECT_EQ(host.state().books.Active()->FormulaText({0, 0}), u"=Metrify()");
+    EXPECT_EQ(host.state().wizard_openings, (std::vector<std::u16string>{u"=Metrify()"}));
+    EXPECT_TRUE(host.state().alerts.empty());
+    host.Unload();
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, an_event_that_nobody_observes_is_answered_false) {
+    Host host(GetParam());
+    Open(host);
+    OnThread([&] {
+        EXPECT_EQ(host.RunCommand(u"xll_Metrify_observer", {11.0, u"Book1"}), CellValue(false));
+        EXPECT_EQ(host.RunCommand(u"xll_Metrify_observer", {99.0, 3.5}), CellValue(false));
+    });
+    host.Unload();
+    ExpectBalance(host);
+}
+
+TEST_P(whole_life, closing_takes_the_menu_away_and_asks_nothing_else) {
+    Host host(GetParam());
+    Open(host);
+    const std::size_t menus = host.state().menus.menus().size();
+    host.state().log.Start();
+    EXPECT_EQ(host.CallEntryPoint("xlAutoClose"), 1);
+    EXPECT_EQ(TakeAsked(host),
+              (std::vector<Asked>{{xlfDeleteMenu, host.state().IsWide(), {10, u"Metrify"}}}));
+    EXPECT_EQ(host.state().menus.menus().size(), menus - 1);
+    EXPECT_NE(host.state().menus.menus().back().name, u"Metrify");
 }
 
 INSTANTIATE_TEST_SUITE_P(versions, whole_life, testing::Values(4, 11, 12, 14, 15),

@@ -1,0 +1,221 @@
+// The macro on a sheet: which formulas, questions and wizards it leaves.
+
+#include "addin/macro.h"
+#include "host/cell_records.h"
+#include "host/registered_call.h"
+#include "stand_in_fixture.h"
+#include "xllrt/record_memory.h"
+
+#include <gmock/gmock.h>
+
+namespace metrify {
+namespace {
+
+using host::Alert;
+using host::CellPosition;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Alerts = std::vector<Alert>;
+
+const char16_t* const kQuestion = u"Delete existing contents in cell?";
+
+class macro : public StandInTest {
+  protected:
+    void Enter(const char16_t* cell, const std::u16string& text) { ASSERT_TRUE(TheHost().Enter(cell, text)); }
+    void Select(CellPosition at) { Host().books.SelectCell(at); }
+    // As the cell keeps it, in the R1C1 style.
+    std::u16string FormulaAt(CellPosition at) { return Host().books.Active()->FormulaText(at); }
+};
+
+// ---- The active cell
+
+TEST_F(macro, an_empty_cell_gets_the_call_and_the_wizard_opens_without_a_question) {
+    EXPECT_TRUE(start_function_wizard("Metrify"));
+    EXPECT_EQ(FormulaAt({0, 0}), u"=Metrify()");
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
+    EXPECT_THAT(Host().alerts, IsEmpty());
+}
+
+TEST_F(macro, the_call_goes_into_the_active_cell_and_no_other) {
+    Select({6, 3});
+    EXPECT_TRUE(start_function_wizard("Metrify"));
+    EXPECT_EQ(FormulaAt({6, 3}), u"=Metrify()");
+    EXPECT_EQ(Host().books.Active()->cells().size(), 1U);
+    EXPECT_FALSE(Host().books.Active()->Find({6, 3})->array) << "it is no array formula";
+}
+
+TEST_F(macro, another_name_gives_another_call) {
+    start_function_wizard("Other");
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Other()"));
+}
+
+TEST_F(macro, without_an_active_cell_there_is_an_alert_and_nothing_else) {
+    Host().books.SelectCell(std::nullopt);
+    EXPECT_FALSE(start_function_wizard("Metrify"));
+    EXPECT_EQ(Host().alerts, (Alerts{{u"Please select a cell for the result and try again.", 3, true}}));
+    EXPECT_THAT(Host().wizard_openings, IsEmpty());
+    EXPECT_TRUE(Host().books.Active()->cells().empty());
+}
+
+TEST_F(macro, without_a_workbook_there_is_that_alert_too) {
+    Host().books.Close();
+    EXPECT_FALSE(start_function_wizard("Metrify"));
+    EXPECT_EQ(Host().alerts, (Alerts{{u"Please select a cell for the result and try again.", 3, true}}));
+    EXPECT_THAT(Host().wizard_openings, IsEmpty());
+}
+
+// ---- A cell that is not empty
+
+TEST_F(macro, a_formula_is_kept_and_no_wizard_opens_if_the_user_refuses) {
+    Enter(u"A1", u"=1+1");
+    Host().answers = {false};
+    EXPECT_FALSE(start_function_wizard("Metrify"));
+    EXPECT_EQ(Host().alerts, (Alerts{{kQuestion, 1, false}}));
+    EXPECT_EQ(FormulaAt({0, 0}), u"=1+1");
+    EXPECT_THAT(Host().wizard_openings, IsEmpty());
+}
+
+TEST_F(macro, a_formula_is_replaced_if_the_user_agrees) {
+    Enter(u"A1", u"=1+1");
+    Host().answers = {true};
+    EXPECT_TRUE(start_function_wizard("Metrify"));
+    EXPECT_EQ(Host().alerts, (Alerts{{kQuestion, 1, true}}));
+    EXPECT_EQ(FormulaAt({0, 0}), u"=Metrify()");
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
+}
+
+TEST_F(macro, a_constant_is_asked_about_like_a_formula) {
+    for (const char16_t* constant : {u"3.5", u"ft", u"TRUE", u"#N/A"}) {
+        Enter(u"A1", constant);
+        Host().alerts.clear();
+        Host().answers = {false};
+        EXPECT_FALSE(start_function_wizard("Metrify"));
+        EXPECT_EQ(Host().alerts.size(), 1U);
+        EXPECT_EQ(FormulaAt({0, 0}), constant);
+    }
+}
+
+TEST_F(macro, a_formula_that_uses_the_function_stays_and_the_wizard_opens_on_it) {
+    Enter(u"A1", u"=Metrify(1,\"ft\",\"m\")");
+    EXPECT_TRUE(start_function_wizard("Metrify"));
+    EXPECT_THAT(Host().alerts, IsEmpty());
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify(1,\"ft\",\"m\")"));
+}
+
+TEST_F(macro, the_functions_name_is_found_in_any_case_and_anywhere) {
+    for (const char16_t* formula :
+         {u"=metrify(1,\"ft\",\"m\")", u"=1+INDEX(METRIFY(B1,\"ft\",\"m\"),1)", u"about metrify"}) {
+        Enter(u"A1", formula);
+        Host().wizard_openings.clear();
+        EXPECT_TRUE(start_function_wizard("mETRIFY"));
+        EXPECT_EQ(Host().wizard_openings.size(), 1U);
+        EXPECT_THAT(Host().alerts, IsEmpty());
+    }
+}
+
+TEST_F(macro, the_formula_is_looked_at_in_the_a1_style) {
+    // In the R1C1 style the reference would read R[-1]C.
+    Enter(u"A2", u"=A1+1");
+    Select({1, 0});
+    EXPECT_TRUE(start_function_wizard("A1+"));
+    EXPECT_THAT(Host().alerts, IsEmpty());
+}
+
+TEST_F(macro, a_cell_in_an_array_is_asked_about_and_stays_as_the_host_refuses_to_change_it) {
+    Host().books.Active()->Make({0, 0}) = {u"={1,2}", 1.0, host::Area{0, 0, 0, 1}};
+    Host().books.Active()->Make({0, 1}) = {u"={1,2}", 2.0, host::Area{0, 0, 0, 1}};
+    Select({0, 1});
+    EXPECT_TRUE(start_function_wizard("Metrify"));
+    EXPECT_EQ(Host().alerts, (Alerts{{kQuestion, 1, true}}));
+    EXPECT_EQ(FormulaAt({0, 1}), u"={1,2}");
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"={1,2}"));
+}
+
+TEST_F(macro, a_cell_in_an_array_that_uses_the_function_is_left_alone) {
+    Host().books.Active()->Make({0, 0}) = {u"=Metrify(1,\"ft\",\"m\")", 1.0, host::Area{0, 0, 0, 1}};
+    Host().books.Active()->Make({0, 1}) = {u"=Metrify(1,\"ft\",\"m\")", 2.0, host::Area{0, 0, 0, 1}};
+    Select({0, 1});
+    EXPECT_TRUE(start_function_wizard("Metrify"));
+    EXPECT_THAT(Host().alerts, IsEmpty());
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify(1,\"ft\",\"m\")"));
+}
+
+// ---- What else may be passed for a cell
+
+// A reference to cells of a sheet, with the memory behind it.
+class WideReference {
+  public:
+    WideReference(IDSHEET sheet, const std::vector<CellPosition>& cells) {
+        host::Reference reference{sheet, {}, false};
+        for (const CellPosition at : cells)
+            reference.areas.push_back({at.row, at.row, at.column, at.column});
+        host::WriteRecord(reference, owner_.record);
+    }
+    CXlOper Value() const { return CXlOper::Wrap12(&owner_.record); }
+
+  private:
+    RecordOwner<XLOPER12> owner_;
+};
+
+TEST_F(macro, a_reference_of_several_areas_gets_the_call_in_each_of_them) {
+    const WideReference reference(Host().books.Active()->id(), {{0, 0}, {2, 1}});
+    EXPECT_TRUE(start_function_wizard_on(reference.Value(), "Metrify"));
+    EXPECT_EQ(FormulaAt({0, 0}), u"=Metrify()");
+    EXPECT_EQ(FormulaAt({2, 1}), u"=Metrify()");
+    EXPECT_EQ(Host().wizard_openings.size(), 1U);
+}
+
+TEST_F(macro, no_cell_at_all_leads_to_the_wizard_and_writes_nothing) {
+    XLOPER12 nil{};
+    nil.xltype = xltypeNil;
+    EXPECT_TRUE(start_function_wizard_on(CXlOper::Wrap12(&nil), "Metrify"));
+    EXPECT_TRUE(Host().books.Active()->cells().empty());
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u""));
+    EXPECT_THAT(Host().alerts, IsEmpty());
+}
+
+TEST_F(macro, what_is_no_reference_leads_to_nothing) {
+    CXlOper text;
+    text.SetText("A1");
+    for (const CXlOper& value : {CXlOper(), CXlOper(3.5), CXlOper(true), text}) {
+        EXPECT_TRUE(start_function_wizard_on(value, "Metrify"));
+    }
+    EXPECT_TRUE(Host().books.Active()->cells().empty());
+    EXPECT_THAT(Host().wizard_openings, IsEmpty());
+    EXPECT_THAT(Host().alerts, IsEmpty());
+}
+
+TEST_F(macro, a_cell_whose_formula_cannot_be_read_leads_to_nothing) {
+    // There is no such sheet.
+    const WideReference reference(4711, {{0, 0}});
+    EXPECT_TRUE(start_function_wizard_on(reference.Value(), "Metrify"));
+    EXPECT_TRUE(Host().books.Active()->cells().empty());
+}
+
+// ---- The entries
+
+TEST_F(macro, the_wide_entry_opens_the_wizard_and_gives_no_value) {
+    const XLOPER12* const answer = Metrify_Macro_12();
+    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeErr);
+    EXPECT_EQ(answer->val.err, xlerrValue);
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
+}
+
+TEST_F(macro, the_narrow_entry_does_the_same_on_an_old_host) {
+    Start(11);
+    const XLOPER* const answer = Metrify_Macro_4();
+    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeErr);
+    EXPECT_EQ(answer->val.err, xlerrValue);
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
+}
+
+TEST_F(macro, where_commands_are_not_allowed_nothing_happens) {
+    const host::ContextScope scope(host::CallContext::worksheet_function);
+    EXPECT_FALSE(start_function_wizard("Metrify"));
+    EXPECT_TRUE(Host().books.Active()->cells().empty());
+    EXPECT_THAT(Host().alerts, IsEmpty());
+    EXPECT_THAT(Host().wizard_openings, IsEmpty());
+}
+
+} // namespace
+} // namespace metrify

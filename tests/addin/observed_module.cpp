@@ -1,0 +1,35 @@
+// A module with the add-in and observers in it, as a programmer adds them: static objects beside the
+// application. It is a module of its own and no part of the test program.
+
+#include "addin/application.h"
+#include "addin/function_records.h"
+#include "xllrt/ribbon_callback.h"
+
+namespace metrify {
+
+namespace {
+
+const CXlFunctionRecordLink metrify_link(metrify_record);
+const CXlFunctionRecordLink macro_link(macro_record);
+
+CMetrifyApp application;
+
+const CXlFunctionRecordLink ribbon_link(ribbon_record);
+const CRibbonEventRegistrar ribbon_registrar;
+
+class KeepingObserver final : public CXlEventStaticObserver<CXlWorkbookBeforeCloseEvent> {
+  public:
+    void Notify(CXlBeforeCloseEventArgs& args) override { args.cancel = args.workbook == "Keep.xls"; }
+};
+
+class CopyingObserver final : public CXlEventStaticObserver<CXlWorkbookBeforeSaveEvent> {
+  public:
+    void Notify(CXlBeforeSaveEventArgs& args) override { args.cancel = args.saveAs; }
+};
+
+const KeepingObserver keeping_observer;
+const CopyingObserver copying_observer;
+
+} // namespace
+
+} // namespace metrify

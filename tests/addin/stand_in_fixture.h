@@ -1,0 +1,51 @@
+#pragma once
+
+// The add-in's own code in the stand-in host, both in this process.
+
+#include "host/host.h"
+#include "host/host_exports.h"
+#include "xllrt/host_version.h"
+#include "xllrt/thread_state.h"
+#include "xllrt/xll_app.h"
+#include "xllrt/xll_lifecycle.h"
+
+#include <gtest/gtest.h>
+
+namespace metrify {
+
+/// A host of version 15, unless another is made. Tests leave the process as they found it.
+class StandInTest : public testing::Test {
+  protected:
+    StandInTest() : earlier_(CXllApp::Instance()) {
+        AllocateThreadStates();
+        CXllApp::SetInstance(nullptr);
+        SetAddInOpened(false);
+        Start(15);
+    }
+    ~StandInTest() override {
+        // Values of the thread go back to the host they came from.
+        DestroyThreadState();
+        const host::LedgerCounts counts = Host().ledger.Counts();
+        EXPECT_EQ(counts.Outstanding(), 0U) << "records were not given back";
+        EXPECT_EQ(counts.refused, 0U);
+        ConnectHost({});
+        SetAddInOpened(false);
+        CXllApp::SetInstance(earlier_);
+    }
+
+    void Start(int version) {
+        host_.reset();
+        host_ = std::make_unique<host::Host>(version);
+        ConnectHost(host::NewestHostPrimitives());
+        DetectHostVersion();
+    }
+
+    host::HostState& Host() { return host_->state(); }
+    host::Host& TheHost() { return *host_; }
+
+  private:
+    CXllApp* earlier_;
+    std::unique_ptr<host::Host> host_;
+};
+
+} // namespace metrify
