@@ -46,7 +46,9 @@ struct stck_node {
 class code_list {
   public:
     void emit(std::uint32_t opcode) { nodes_.push_back({opcode, 0}); }
-    void emit(std::uint32_t opcode, const dim_value& payload) { emit_with(opcode, values_, payload); }
+    void emit(std::uint32_t opcode, const dim_value& payload) {
+        emit_with(opcode, values_, {payload, is_plain_number(payload)});
+    }
     void emit(std::uint32_t opcode, const unit_scale& payload) { emit_with(opcode, scales_, payload); }
     void emit(std::uint32_t opcode, var_entry* payload) { emit_with(opcode, variables_, payload); }
 
@@ -55,11 +57,18 @@ class code_list {
     void clear();
 
     const std::vector<stck_node>& nodes() const { return nodes_; }
-    const dim_value& value(const stck_node& node) const { return values_[node.payload]; }
+    const dim_value& value(const stck_node& node) const { return values_[node.payload].value; }
+    /// True if the value is a scalar without units.
+    bool is_number(const stck_node& node) const { return values_[node.payload].is_number; }
     const unit_scale& scale(const stck_node& node) const { return scales_[node.payload]; }
     var_entry& variable(const stck_node& node) const { return *variables_[node.payload]; }
 
   private:
+    struct constant {
+        dim_value value;
+        bool is_number;
+    };
+
     template <class T>
     void emit_with(std::uint32_t opcode, std::vector<T>& payloads, const T& payload) {
         nodes_.push_back({opcode, static_cast<std::uint32_t>(payloads.size())});
@@ -67,7 +76,7 @@ class code_list {
     }
 
     std::vector<stck_node> nodes_;
-    std::vector<dim_value> values_;
+    std::vector<constant> values_;
     std::vector<unit_scale> scales_;
     std::vector<var_entry*> variables_;
 };

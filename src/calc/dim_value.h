@@ -6,6 +6,7 @@
 #include "calc/text_str.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <limits>
 
@@ -82,6 +83,14 @@ bool component_units_agree(const dim_value& a, int component_a, const dim_value&
 /// counts.
 bool is_dimensionless(const dim_value& v);
 bool is_plain_radian(const dim_value& v);
+/// True for a scalar with all exponents 0 whose unused components are alike, as they usually are.
+inline bool is_plain_number(const dim_value& v) {
+    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
+    std::uint64_t set = 0;
+    for (const double exponent : v.dim)
+        set |= bits(exponent) << 1U; // 0 for both zeros
+    return (set | (bits(v.comp[1]) ^ bits(v.comp[2]))) == 0 && v.kind == 0;
+}
 /// True if all components and exponents are exactly 0, whatever the kind.
 bool is_pure_zero(const dim_value& v);
 

@@ -2,6 +2,7 @@
 
 #include "calc/expression.h"
 #include "calc/func_block.h"
+#include "calc/solver_binding.h"
 #include "calc/statement.h"
 #include "calc/unit_system.h"
 #include "calc/user_units.h"
@@ -71,6 +72,7 @@ void process_an_expression(std::string_view prefix, int& counter, cursor& expptr
 void reset_run_state() {
     reset_expression_state();
     reset_func_block();
+    reset_solver_binding();
     reset_unit_state();
     reset_user_units();
     free_all_vars();

@@ -24,8 +24,9 @@ class listing {
 };
 
 /// Runs a terminated program text from its first line to its last. A failed line shows in the listing and
-/// never ends the run. A run knows nothing of earlier runs: variables, user units, default units and the
-/// function block live and die inside it. Each thread may run a program of its own at any time.
+/// never ends the run. Variables, user units, default units and the function block live and die inside a run.
+/// One thing goes on from a thread's run to its next one: a solving line that has failed leaves its report
+/// due, and the next statement that succeeds writes it. Each thread may run a program of its own at any time.
 listing interpret_dimensional_input_lines(const char* text);
 
 /// Runs the lines from the cursor to the end of its text, numbering statements from 1, and appends their

@@ -1,10 +1,12 @@
 #include "calc/evaluator.h"
 
 #include "calc/function_dispatch.h"
+#include "calc/number_replay.h"
 #include "calc/operators.h"
 #include "calc/variables.h"
 
 #include <array>
+#include <span>
 
 namespace metrify {
 
@@ -12,7 +14,7 @@ namespace {
 
 /// What an instruction works on.
 struct replay {
-    compile_ctx ctx;
+    compile_ctx& ctx;
     const code_list& list;
     dim_value& result;
     text_str*& err;
@@ -88,18 +90,36 @@ constexpr std::array<action, opcode_count> actions = {
     pop_result,                    // OP_POP_RESULT
 };
 
+// Up to the next statement, or to the first message. Gives the number of instructions.
+std::size_t replay_statement(std::span<const stck_node> nodes, replay& at) {
+    std::size_t taken = 0;
+    do {
+        const stck_node& node = nodes[taken++];
+        if (node.opcode < opcode_count)
+            actions[node.opcode](at, node);
+    } while (str_is_empty(at.err) && taken < nodes.size() && nodes[taken].opcode != OP_NOP);
+    return taken;
+}
+
 } // namespace
 
 void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err) {
+    compile_ctx ctx;
+    eval_compiled_stck(result, list, ctx, err);
+}
+
+void eval_compiled_stck(dim_value& result, const code_list& list, compile_ctx& ctx, text_str*& err) {
     dim_clear(result);
     str_clear(&err);
-    replay at = {{}, list, result, err};
-    for (const stck_node& node : list.nodes()) {
-        if (node.opcode >= opcode_count)
-            continue;
-        actions[node.opcode](at, node);
+    ctx.stack.clear();
+    replay at = {ctx, list, result, err};
+    for (std::span<const stck_node> rest = list.nodes(); !rest.empty();) {
+        std::size_t taken = replay_numbers(rest, list, result, ctx, err);
+        if (taken == 0)
+            taken = replay_statement(rest, at);
         if (!str_is_empty(err))
             return;
+        rest = rest.subspan(taken);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "calc/func_block.h"
 
 #include "calc/driver.h"
+#include "calc/thread_object.h"
 
 namespace metrify {
 
@@ -17,18 +18,20 @@ struct func_block {
     code_list code;
 };
 
-thread_local func_block block;
+func_block& block() {
+    return thread_object<func_block>();
+}
 
 } // namespace
 
 void reset_func_block() {
-    func_block& b = block;
+    func_block& b = block();
     if (b.state != block_state::none)
         b = func_block();
 }
 
 void begin_func_block(const cursor& expptr) {
-    func_block& b = block;
+    func_block& b = block();
     b.state = block_state::open;
     b.recording = true;
     b.text_start = expptr;
@@ -38,7 +41,7 @@ void begin_func_block(const cursor& expptr) {
 }
 
 void end_func_block(const cursor& expptr) {
-    func_block& b = block;
+    func_block& b = block();
     b.recording = false;
     if (b.state == block_state::open) {
         b.state = block_state::closed;
@@ -47,31 +50,31 @@ void end_func_block(const cursor& expptr) {
 }
 
 bool is_block_recording() {
-    return block.recording;
+    return block().recording;
 }
 
 bool is_block_defined() {
-    return block.state != block_state::none;
+    return block().state != block_state::none;
 }
 
 bool is_block_closed() {
-    return block.state == block_state::closed;
+    return block().state == block_state::closed;
 }
 
 bool is_definition_open() {
-    return block.state == block_state::open;
+    return block().state == block_state::open;
 }
 
 void store_block_code(const code_list& list) {
-    block.code.append(list);
+    block().code.append(list);
 }
 
 const code_list& block_code() {
-    return block.code;
+    return block().code;
 }
 
 void run_block_listing(std::string_view header, std::string_view prefix, text_str*& out, text_str*& err) {
-    func_block& b = block;
+    func_block& b = block();
     // A `PrintFunc` inside the block is a line of its listing, which lists nothing in turn.
     if (b.state != block_state::closed || b.listing)
         return;

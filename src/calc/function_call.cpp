@@ -153,8 +153,7 @@ bool read_argument_list(std::string_view name, const function_ref& function, cha
         skip_blanks_and_comments(expptr);
         if (accept_char(true, closing, expptr))
             break;
-        if (accept_char(true, ',', expptr))
-            skip_blanks_and_comments(expptr);
+        accept_char(true, ',', expptr);
         if (at_statement_end(expptr)) {
             str_append_three(&err, "ERROR: Argument list for function '", name,
                              "' not correctly finished.\n");

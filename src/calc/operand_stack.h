@@ -27,6 +27,7 @@ class operand_stack {
     operand_stack& operator=(const operand_stack&) = delete;
 
     std::size_t depth() const { return depth_; }
+    void clear() { depth_ = 0; }
 
     /// A new entry on top, with what happens to stand there. Moves all entries if there is no room.
     stck_value& push() {

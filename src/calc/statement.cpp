@@ -1,10 +1,13 @@
 #include "calc/statement.h"
 
 #include "calc/assignment.h"
+#include "calc/func_block.h"
 #include "calc/number_text.h"
 #include "calc/operators.h"
+#include "calc/solver_binding.h"
 #include "calc/special_line.h"
 #include "calc/unit_rendering.h"
+#include "calc/variables.h"
 
 #include <array>
 
@@ -14,13 +17,21 @@ namespace {
 
 constexpr std::string_view indent = "       ";
 
-// The heading, and the line as typed, comment included.
-void write_heading_and_echo(std::string_view prefix, int counter, const cursor& line_start, cursor expptr,
-                            text_str*& out) {
+// An assignment that will leave its variable as it is.
+bool assigns_held_variable(std::string_view target) {
+    const var_entry* entry = target.empty() ? nullptr : find_var(target);
+    return entry != nullptr && entry->held;
+}
+
+// The heading, and the line as typed, comment included. The line that gave an independent its start value
+// shows the present one instead.
+void write_heading_and_echo(std::string_view prefix, int counter, std::string_view target,
+                            const cursor& line_start, cursor expptr, text_str*& out) {
     number_buffer number;
     skip_to_line_end(expptr);
-    out = str_append_all(&out, "[  ", prefix, format_int(counter, number), " ] ",
-                         text_span(line_start, expptr), "\n");
+    const std::string_view echo =
+        assigns_held_variable(target) ? "UPDATED VALUE:" : text_span(line_start, expptr);
+    out = str_append_all(&out, "[  ", prefix, format_int(counter, number), " ] ", echo, "\n");
 }
 
 void write_message(text_str*& out, text_str*& err) {
@@ -69,12 +80,33 @@ bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requeste
     return served;
 }
 
+// The block with the values that a solving built-in has found. True if there was a report to write.
+bool write_pending_report(text_str*& out, text_str*& err) {
+    struct report {
+        std::string_view header, prefix;
+    };
+    constexpr std::array<report, 5> reports = {{
+        {}, // none
+        {"\nFunc:\n", "Func"},
+        {"\nSolve:\n", "Sol"},
+        {"\nMin:\n", "Min"},
+        {"\nMax:\n", "Max"},
+    }};
+    const report_kind due = pending_report();
+    if (due == report_kind::none)
+        return false;
+    const report& shown = reports[static_cast<std::size_t>(due)];
+    run_block_listing(shown.header, shown.prefix, out, err);
+    teardown_solver_binding();
+    return true;
+}
+
 } // namespace
 
 line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start,
                                   cursor& expptr, text_str*& out, code_list* code, text_str*& err) {
     const std::string_view target = peek_assignment_target(expptr, err);
-    write_heading_and_echo(prefix, counter, line_start, expptr, out);
+    write_heading_and_echo(prefix, counter, target, line_start, expptr, out);
 
     work_text answer; // of a special line, or of the output requests
     if (is_special_function(expptr, counter, answer.str, err)) {
@@ -87,6 +119,12 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         write_message(out, err);
         out = str_append_text(&out, "\n");
         return line_result::failed;
+    }
+    // The lines of a listing write no report, so a listing never starts another one.
+    if (prefix.empty() && write_pending_report(out, err)) {
+        out = str_append_all(&out, indent, target, "\n");
+        skip_to_line_end(expptr);
+        return line_result::compiled;
     }
     normalize_dimensions(result);
     if (!serve_requests(result, expptr, answer.str, out, err)) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 
 namespace metrify {
 
@@ -68,6 +69,16 @@ void str_free(text_str* s) {
 text_str* detail::str_moved(text_str* s, std::size_t needed) {
     const std::size_t steps = (needed - s->capacity + s->grow_by - 1) / s->grow_by;
     return moved_to_capacity(s, s->capacity + steps * s->grow_by);
+}
+
+text_str* detail::str_moved(text_str* s, std::size_t needed, std::string_view& appended) {
+    const std::less_equal<const char*> up_to;
+    const bool is_own = up_to(s->text, appended.data()) && up_to(appended.data(), s->text + s->length);
+    const std::size_t begin = is_own ? static_cast<std::size_t>(appended.data() - s->text) : 0;
+    text_str* moved = str_moved(s, needed);
+    if (is_own)
+        appended = {moved->text + begin, appended.size()};
+    return moved;
 }
 
 text_str* str_append_str(text_str** s, text_str* const* t) {

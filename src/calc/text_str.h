@@ -40,20 +40,23 @@ inline std::string_view str_view(const text_str* s) {
 namespace detail {
 /// The text with room for `needed` bytes, moved to a new record.
 text_str* str_moved(text_str* s, std::size_t needed);
+/// The same ahead of an append; `appended` follows where it is a part of the text itself.
+text_str* str_moved(text_str* s, std::size_t needed, std::string_view& appended);
 } // namespace detail
 
+/// Appends text, which may be a part of the target itself.
 inline text_str* str_append_text(text_str** s, std::string_view text) {
     text_str* target = *s;
     const std::size_t needed =
         (text.size() + 1) + (target->length + 1); // one byte more than the result takes
     if (needed > target->capacity)
-        target = detail::str_moved(target, needed);
+        target = detail::str_moved(target, needed, text);
     text.copy(target->text + target->length, text.size());
     target->length += text.size();
     target->text[target->length] = '\0';
     return target;
 }
-/// Appends several texts at once.
+/// Appends several texts at once, none of them a part of the target.
 template <class... Texts>
 text_str* str_append_all(text_str** s, const Texts&... texts) {
     text_str* target = *s;

@@ -34,7 +34,11 @@ void append(text_str*& err, std::string_view text) {
 
 bool is_unit_expression(cursor& expptr, unit_scale& out, unit_parse& parse, bool nested, text_str*& err);
 
+// Each level that an exponent is nested adds its own message, but to a nesting too deep there is no more to
+// say.
 void append_bad_exponent(text_str*& err, std::string_view unit, std::string_view ending) {
+    if (is_nesting_error(err))
+        return;
     str_append_three(&err, "ERROR: Bad exponent for unit '", unit, ending);
 }
 

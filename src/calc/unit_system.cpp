@@ -1,5 +1,6 @@
 #include "calc/unit_system.h"
 
+#include "calc/thread_object.h"
 #include "calc/unit_expression.h"
 #include "calc/user_units.h"
 
@@ -24,7 +25,9 @@ struct unit_system_state {
     unsigned user_units_read = 0; // generation of the user units that the exponents are of
 };
 
-thread_local unit_system_state unit_state;
+unit_system_state& unit_state() {
+    return thread_object<unit_system_state>();
+}
 
 // The texts are read with the units of the moment: a user unit in one may have changed its meaning.
 void read_exponents(unit_system_state& state) {
@@ -43,25 +46,25 @@ void read_exponents(unit_system_state& state) {
 } // namespace
 
 void reset_unit_state() {
-    unit_system_state& state = unit_state;
+    unit_system_state& state = unit_state();
     state.current = system_MKS;
     state.exceptions.clear();
 }
 
 void set_unit_system(unit_system system) {
-    unit_state.current = system;
+    unit_state().current = system;
 }
 
 unit_system current_unit_system() {
-    return unit_state.current;
+    return unit_state().current;
 }
 
 int exception_count() {
-    return static_cast<int>(unit_state.exceptions.size());
+    return static_cast<int>(unit_state().exceptions.size());
 }
 
 const std::string* matching_exception(const exponents& dim) {
-    unit_system_state& state = unit_state;
+    unit_system_state& state = unit_state();
     if (state.exceptions.empty())
         return nullptr;
     read_exponents(state);
@@ -105,7 +108,7 @@ void read_exceptions(cursor& expptr, text_str*& err) {
     }
     if (read.empty())
         return;
-    unit_system_state& state = unit_state;
+    unit_system_state& state = unit_state();
     state.exceptions = std::move(read);
     state.user_units_read = user_unit_generation() - 1;
 }

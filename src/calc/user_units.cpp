@@ -4,6 +4,7 @@
 #include "calc/function_dispatch.h"
 #include "calc/named_list.h"
 #include "calc/operand_stack.h"
+#include "calc/thread_object.h"
 #include "calc/unit_rendering.h"
 #include "calc/unit_table.h"
 #include "calc/variables.h"
@@ -18,7 +19,9 @@ struct user_unit_state {
     unsigned generation = 0;
 };
 
-thread_local user_unit_state user_unit_list;
+user_unit_state& user_unit_list() {
+    return thread_object<user_unit_state>();
+}
 
 bool name_is_taken(std::string_view name, std::string_view by_what, text_str*& err) {
     err = str_append_text(&err, "ERROR: New unit name '");
@@ -65,11 +68,11 @@ void read_unit_value(cursor& expptr, std::string_view name, text_str*& out, text
 } // namespace
 
 void reset_user_units() {
-    user_unit_list.serial = 700;
+    user_unit_list().serial = 700;
 }
 
 void free_user_units() {
-    user_unit_state& state = user_unit_list;
+    user_unit_state& state = user_unit_list();
     if (state.units.empty())
         return;
     state.units.clear();
@@ -77,11 +80,11 @@ void free_user_units() {
 }
 
 unsigned user_unit_generation() {
-    return user_unit_list.generation;
+    return user_unit_list().generation;
 }
 
 bool find_user_unit(cursor& expptr, dim_value& out) {
-    named_list<user_unit>& units = user_unit_list.units;
+    named_list<user_unit>& units = user_unit_list().units;
     if (units.empty())
         return false;
     cursor p = expptr;
@@ -101,7 +104,7 @@ void store_user_unit(std::string_view name, const dim_value& value, text_str*& e
         err = str_append_text(&err, "ERROR: Cannot define a unit with value zero.\n");
         return;
     }
-    user_unit_state& state = user_unit_list;
+    user_unit_state& state = user_unit_list();
     const dim_value stored = {0, {value.comp[0], 0.0, 0.0}, value.dim};
     ++state.generation;
     if (user_unit* known = state.units.find(name))

@@ -2,6 +2,7 @@
 
 #include "calc/function_dispatch.h"
 #include "calc/named_list.h"
+#include "calc/thread_object.h"
 #include "calc/unit_lookup.h"
 
 namespace metrify {
@@ -11,12 +12,8 @@ namespace {
 constexpr std::uint32_t number_before_first = 200;
 
 // The number of an entry follows from its place in the list.
-thread_local named_list<var_entry> var_list;
-
-var_entry* find_var_by_num(std::uint32_t number) {
-    named_list<var_entry>& list = var_list;
-    const std::uint32_t place = number - number_before_first - 1;
-    return number > number_before_first && place < list.size() ? &list[place] : nullptr;
+named_list<var_entry>& var_list() {
+    return thread_object<named_list<var_entry>>();
 }
 
 dim_value undefined_value() {
@@ -42,11 +39,17 @@ void report_unknown_number(std::string_view before, std::uint32_t number, std::s
 } // namespace
 
 void free_all_vars() {
-    var_list.clear();
+    var_list().clear();
 }
 
 var_entry* find_var(std::string_view name) {
-    return var_list.find(name);
+    return var_list().find(name);
+}
+
+var_entry* find_var_by_num(std::uint32_t number) {
+    named_list<var_entry>& list = var_list();
+    const std::uint32_t place = number - number_before_first - 1;
+    return number > number_before_first && place < list.size() ? &list[place] : nullptr;
 }
 
 dim_value getvar_by_name(std::string_view name, text_str*& err) {
@@ -84,8 +87,17 @@ void setvar_by_num(std::uint32_t number, const dim_value& value, text_str*& err)
         report_unknown_number("ERROR:  var num '", number, "' undefined in setvar_by_num.\n", err);
 }
 
+void hold_var(std::uint32_t number, bool held) {
+    if (var_entry* entry = find_var_by_num(number))
+        entry->held = held;
+}
+
 void setvar(var_entry& entry, dim_value& value, int component) {
     dim_value& stored = entry.value;
+    if (entry.held) {
+        value = stored;
+        return;
+    }
     if (component == 0) {
         stored.kind = value.kind;
         stored.comp = value.comp;
@@ -112,9 +124,9 @@ var_entry& setvar_by_name(std::string_view name, dim_value& value, int component
 }
 
 var_entry& add_var(std::string_view name, const dim_value& value) {
-    named_list<var_entry>& list = var_list;
+    named_list<var_entry>& list = var_list();
     const auto number = static_cast<std::uint32_t>(number_before_first + 1 + list.size());
-    return list.add({std::string(name), number, value});
+    return list.add({std::string(name), number, value, false});
 }
 
 bool is_varname_okay(std::string_view name, text_str*& err) {

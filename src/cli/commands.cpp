@@ -4,6 +4,7 @@
 #include "calc/number_text.h"
 #include "calc/unit_rendering.h"
 #include "calc/unit_table.h"
+#include "functions/function_help.h"
 
 #include <cerrno>
 #include <fstream>
@@ -101,6 +102,26 @@ int units_command(std::string_view text, std::ostream& out) {
         out << std::left << std::setw(22) << unit.name << std::setw(14) << format_double(unit.factor, buffer)
             << (dimension.view().empty() ? "1" : dimension.view()) << '\n';
     }
+    return 0;
+}
+
+int functions_command(std::string_view text, std::ostream& out) {
+    if (const help_row* row = find_function_help(text)) {
+        out << help_entry(*row);
+        return 0;
+    }
+    for (const help_family& family : function_help()) {
+        for (const help_row& row : family.rows) {
+            const std::string line = help_line(row);
+            if (line.find(text) != std::string::npos)
+                out << line;
+        }
+    }
+    return 0;
+}
+
+int functions_document_command(std::ostream& out) {
+    out << help_document();
     return 0;
 }
 

@@ -22,6 +22,13 @@ int run_command(const std::vector<std::string>& files, std::istream& in, std::os
 /// Lists the units whose name contains the text: name, factor and dimension.
 int units_command(std::string_view text, std::ostream& out);
 
+/// Lists the functions whose name or description contains the text: the call, and what it is. The name of a
+/// function gives all that is known about that one.
+int functions_command(std::string_view text, std::ostream& out);
+
+/// Writes the whole description of the functions as Markdown.
+int functions_document_command(std::ostream& out);
+
 /// Reads entries from the terminal until its end and shows what they come to.
 int interactive_command(std::ostream& out);
 

@@ -79,6 +79,8 @@ line_reader::line_reader() : terminal_(std::make_unique<terminal>()) {
     el_set(editor, EL_HIST, ::history, t.history.get());
     // While a line is edited Ctrl-C is a key. At other times it has no effect: a session isn't lost to it.
     el_set(editor, EL_SETTY, "-d", "-isig", nullptr);
+    // A prompt stands before the line is edited: what is typed in between waits, Ctrl-C with it.
+    el_set(editor, EL_SETTY, "-x", "-isig", nullptr);
     el_set(editor, EL_ADDFN, "interrupt", "Give the line up", &terminal::interrupt);
     el_set(editor, EL_BIND, "^C", "interrupt", nullptr);
     (void)std::signal(SIGINT, SIG_IGN);

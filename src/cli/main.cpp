@@ -45,6 +45,11 @@ int run(int argc, const char* const* argv) {
     CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
     units->add_option("TEXT", filter, "only those whose name contains it");
 
+    bool as_markdown = false;
+    CLI::App* functions = app.add_subcommand("functions", "List the built-in functions, or show one of them");
+    functions->add_option("TEXT", filter, "a name, or what the list's lines must contain");
+    functions->add_flag("--markdown", as_markdown, "write the whole description instead");
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -57,6 +62,8 @@ int run(int argc, const char* const* argv) {
     }
     if (units->parsed())
         return units_command(filter, std::cout);
+    if (functions->parsed())
+        return as_markdown ? functions_document_command(std::cout) : functions_command(filter, std::cout);
     if (!run_files->parsed() && is_interactive())
         return interactive_command(std::cout);
     return run_command(files, std::cin, std::cout, std::cerr);

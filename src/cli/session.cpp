@@ -1,6 +1,7 @@
 #include "cli/session.h"
 
 #include "calc/driver.h"
+#include "calc/solver_binding.h"
 
 namespace metrify {
 
@@ -15,6 +16,8 @@ constexpr std::string_view guard_message = "ERROR: Cannot parse line -- check ne
 std::string session::enter(std::string_view entry) {
     // An empty line keeps the entry's comments apart from those of the entry before.
     std::string program = program_ + std::string(entry) + "\n\n";
+    // What the run of the entry before has left due is written by this one in its own time.
+    teardown_solver_binding();
     const listing whole = interpret_dimensional_input_lines(program.c_str());
     const std::string_view all = whole.view();
     const bool goes_on = all.substr(0, listing_.size()) == listing_;

@@ -4,6 +4,26 @@
 
 namespace metrify {
 
+bool check_arg_count(std::string_view name, bool exact, std::int32_t expected, std::int32_t given,
+                     compile_ctx& ctx, text_str*& err) {
+    str_clear(&err);
+    if (exact ? given == expected : given >= expected)
+        return true;
+    replace_by_cleared_value(given, ctx);
+    str_append_three(&err, "ERROR:  Function ", name, " takes ");
+    err = str_append_int(&err, expected);
+    // There is no blank between the number and the word.
+    err = str_append_text(&err, expected == 1 ? "argument.\n" : "arguments.\n");
+    return false;
+}
+
+void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx) {
+    dim_value dropped;
+    for (std::int32_t i = 0; i < given; ++i)
+        pop_value(dropped, ctx);
+    push_value(dim_value(), ctx);
+}
+
 void append_refusal(text_str*& err, std::string_view name, const refusal& said) {
     str_append_three(&err, "ERROR:  ", said.before, name);
     str_append_three(&err, "()", said.after, ".\n");

@@ -16,8 +16,14 @@
 namespace metrify {
 
 /// A built-in takes its count arguments off the stack and pushes exactly one value. The number of arguments
-/// has been tested, and err is empty.
+/// has been tested, and err is empty, unless it is one that takes variables: those begin with other tests.
 using builtin = void (*)(std::int32_t count, compile_ctx& ctx, text_str*& err);
+
+/// Empties err and tests the number of arguments. If it is wrong, one cleared value takes their place and the
+/// message is in err, which doesn't tell where more would be right too.
+bool check_arg_count(std::string_view name, bool exact, std::int32_t expected, std::int32_t given,
+                     compile_ctx& ctx, text_str*& err);
+void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx);
 
 /// The arguments of a built-in at the place where they stand on the stack, in the order in which they were
 /// written. There is at least one.

@@ -3,6 +3,8 @@
 #include "calc/perfect_hash.h"
 #include "functions/constants.h"
 #include "functions/scalar_functions.h"
+#include "functions/solving_functions.h"
+#include "functions/special_functions.h"
 #include "functions/vector_functions.h"
 
 #include <algorithm>
@@ -21,23 +23,23 @@ constexpr std::array<function_row, function_count> functions = {{
     {2, "acos", 1, true, "acos", args_expressions, function_of<formulas>("acos")},
     {3, "acot", 1, true, "acot", args_expressions, function_of<formulas>("acot")},
     {4, "acsc", 1, true, "acsc", args_expressions, function_of<formulas>("acsc")},
-    {5, "AiryAi", 1, true, "AiryAi", args_expressions, nullptr},
-    {6, "AiryBi", 1, true, "AiryBi", args_expressions, nullptr},
+    {5, "AiryAi", 1, true, "AiryAi", args_expressions, function_of<special_functions>("AiryAi")},
+    {6, "AiryBi", 1, true, "AiryBi", args_expressions, function_of<special_functions>("AiryBi")},
     {7, "angle", 2, true, "angle", args_expressions, function_of<vector_functions>("angle")},
     {8, "asec", 1, true, "asec", args_expressions, function_of<formulas>("asec")},
     {9, "asin", 1, true, "asin", args_expressions, function_of<formulas>("asin")},
     {10, "atan", 1, true, "atan", args_expressions, function_of<formulas>("atan")},
     {11, "atan2", 2, true, "atan2", args_expressions, function_of<scalar_functions>("atan2")},
-    {12, "BesselI", 2, true, "BesselI", args_expressions, nullptr},
-    {13, "BesselJ", 2, true, "BesselJ", args_expressions, nullptr},
-    {14, "BesselK", 2, true, "BesselK", args_expressions, nullptr},
-    {15, "BesselY", 2, true, "BesselY", args_expressions, nullptr},
-    {16, "BetaFunc", 2, true, "BetaFunc", args_expressions, nullptr},
+    {12, "BesselI", 2, true, "BesselI", args_expressions, function_of<special_functions>("BesselI")},
+    {13, "BesselJ", 2, true, "BesselJ", args_expressions, function_of<special_functions>("BesselJ")},
+    {14, "BesselK", 2, true, "BesselK", args_expressions, function_of<special_functions>("BesselK")},
+    {15, "BesselY", 2, true, "BesselY", args_expressions, function_of<special_functions>("BesselY")},
+    {16, "BetaFunc", 2, true, "BetaFunc", args_expressions, function_of<special_functions>("BetaFunc")},
     {17, "Boltzmann", 0, true, "Boltzmann", args_expressions, function_of<constants>("Boltzmann")},
-    {18, "CarlsonRC", 2, true, "CarlsonRC", args_expressions, nullptr},
-    {19, "CarlsonRD", 3, true, "CarlsonRD", args_expressions, nullptr},
-    {20, "CarlsonRF", 3, true, "CarlsonRF", args_expressions, nullptr},
-    {21, "CarlsonRJ", 4, true, "CarlsonRJ", args_expressions, nullptr},
+    {18, "CarlsonRC", 2, true, "CarlsonRC", args_expressions, function_of<special_functions>("CarlsonRC")},
+    {19, "CarlsonRD", 3, true, "CarlsonRD", args_expressions, function_of<special_functions>("CarlsonRD")},
+    {20, "CarlsonRF", 3, true, "CarlsonRF", args_expressions, function_of<special_functions>("CarlsonRF")},
+    {21, "CarlsonRJ", 4, true, "CarlsonRJ", args_expressions, function_of<special_functions>("CarlsonRJ")},
     {22, "ceil", 1, true, "ceil", args_expressions, function_of<scalar_functions>("ceil")},
     {23, "CLight", 0, true, "CLight", args_expressions, function_of<constants>("CLight")},
     {24, "component", 2, true, "component", args_expressions, function_of<vector_functions>("component")},
@@ -48,42 +50,45 @@ constexpr std::array<function_row, function_count> functions = {{
     {29, "cross", 2, true, "cross", args_expressions, function_of<vector_functions>("cross")},
     {30, "csc", 1, true, "csc", args_expressions, function_of<formulas>("csc")},
     {31, "csch", 1, true, "csch", args_expressions, function_of<formulas>("csch")},
-    {32, "DawsonIntegral", 1, true, "DawsonIntegral", args_expressions, nullptr},
+    {32, "DawsonIntegral", 1, true, "DawsonIntegral", args_expressions,
+     function_of<special_functions>("DawsonIntegral")},
     {33, "dot", 2, true, "dot", args_expressions, function_of<vector_functions>("dot")},
-    {34, "EllipticE", 2, true, "EllipticE", args_expressions, nullptr},
-    {35, "EllipticF", 2, true, "EllipticF", args_expressions, nullptr},
-    {36, "EllipticPi", 3, true, "EllipticPi", args_expressions, nullptr},
-    {37, "Erf", 1, true, "Erf", args_expressions, nullptr},
-    {38, "Erfc", 1, true, "Erfc", args_expressions, nullptr},
+    {34, "EllipticE", 2, true, "EllipticE", args_expressions, function_of<special_functions>("EllipticE")},
+    {35, "EllipticF", 2, true, "EllipticF", args_expressions, function_of<special_functions>("EllipticF")},
+    {36, "EllipticPi", 3, true, "EllipticPi", args_expressions, function_of<special_functions>("EllipticPi")},
+    {37, "Erf", 1, true, "Erf", args_expressions, function_of<special_functions>("Erf")},
+    {38, "Erfc", 1, true, "Erfc", args_expressions, function_of<special_functions>("Erfc")},
     {39, "euler", 0, true, "pi", args_expressions, function_of<constants>("euler")},
     {40, "exp", 1, true, "exp", args_expressions, function_of<formulas>("exp")},
-    {41, "ExpInt", 1, true, "ExpInt", args_expressions, nullptr},
-    {42, "ExpIntEi", 1, true, "ExpInt", args_expressions, nullptr},
-    {43, "ExpIntN", 2, true, "ExpIntN", args_expressions, nullptr},
+    {41, "ExpInt", 1, true, "ExpInt", args_expressions, function_of<special_functions>("ExpInt")},
+    {42, "ExpIntEi", 1, true, "ExpInt", args_expressions, function_of<special_functions>("ExpIntEi")},
+    {43, "ExpIntN", 2, true, "ExpIntN", args_expressions, function_of<special_functions>("ExpIntN")},
     {44, "floor", 1, true, "floor", args_expressions, function_of<scalar_functions>("floor")},
-    {45, "fmax", 2, false, "max", args_variables, nullptr},
-    {46, "fmin", 2, false, "min", args_variables, nullptr},
-    {47, "func", 0, false, "func", args_variable_value, nullptr},
-    {48, "GammaFunc", 1, true, "GammaFunc", args_expressions, nullptr},
-    {49, "GammaPFunc", 2, true, "GammaPFunc", args_expressions, nullptr},
-    {50, "GammaQFunc", 2, true, "GammaQFunc", args_expressions, nullptr},
+    {45, "fmax", 2, false, "max", args_variables, run_fmax},
+    {46, "fmin", 2, false, "min", args_variables, run_fmin},
+    {47, "func", 0, false, "func", args_variable_value, run_func},
+    {48, "GammaFunc", 1, true, "GammaFunc", args_expressions, function_of<special_functions>("GammaFunc")},
+    {49, "GammaPFunc", 2, true, "GammaPFunc", args_expressions, function_of<special_functions>("GammaPFunc")},
+    {50, "GammaQFunc", 2, true, "GammaQFunc", args_expressions, function_of<special_functions>("GammaQFunc")},
     {51, "gas", 0, true, "gas", args_expressions, function_of<constants>("gas")},
     {52, "GEarth", 0, true, "GEarth", args_expressions, function_of<constants>("GEarth")},
     {53, "grav", 0, true, "grav", args_expressions, function_of<constants>("grav")},
-    {54, "IncBetaFunc", 3, true, "IncBetaFunc", args_expressions, nullptr},
+    {54, "IncBetaFunc", 3, true, "IncBetaFunc", args_expressions,
+     function_of<special_functions>("IncBetaFunc")},
     {55, "int", 1, true, "int", args_expressions, function_of<scalar_functions>("int")},
-    {56, "JacobiCN", 2, true, "JacobiCN", args_expressions, nullptr},
-    {57, "JacobiDN", 2, true, "JacobiDN", args_expressions, nullptr},
-    {58, "JacobiSN", 2, true, "JacobiSN", args_expressions, nullptr},
+    {56, "JacobiCN", 2, true, "JacobiCN", args_expressions, function_of<special_functions>("JacobiCN")},
+    {57, "JacobiDN", 2, true, "JacobiDN", args_expressions, function_of<special_functions>("JacobiDN")},
+    {58, "JacobiSN", 2, true, "JacobiSN", args_expressions, function_of<special_functions>("JacobiSN")},
     {59, "lininterp", 5, true, "LinInterp", args_expressions, function_of<vector_functions>("LinInterp")},
     {60, "ln", 1, true, "ln", args_expressions, function_of<formulas>("ln")},
     {61, "log", 1, true, "log", args_expressions, function_of<formulas>("log")},
     {62, "log10", 1, true, "log10", args_expressions, function_of<formulas>("log10")},
-    {63, "LogGammaFunc", 1, true, "LogGammaFunc", args_expressions, nullptr},
+    {63, "LogGammaFunc", 1, true, "LogGammaFunc", args_expressions,
+     function_of<special_functions>("LogGammaFunc")},
     {64, "mag", 1, true, "mag", args_expressions, function_of<vector_functions>("mag")},
     {65, "mod", 2, true, "mod", args_expressions, function_of<scalar_functions>("mod")},
-    {66, "Normsdist", 1, true, "Normsdist", args_expressions, nullptr},
-    {67, "Normsinv", 1, true, "Normsinv", args_expressions, nullptr},
+    {66, "Normsdist", 1, true, "Normsdist", args_expressions, function_of<special_functions>("Normsdist")},
+    {67, "Normsinv", 1, true, "Normsinv", args_expressions, function_of<special_functions>("Normsinv")},
     {68, "Number", 1, true, "Number", args_expressions, function_of<vector_functions>("Number")},
     {69, "pi", 0, true, "pi", args_expressions, function_of<constants>("pi")},
     {70, "Planck", 0, true, "Planck", args_expressions, function_of<constants>("Planck")},
@@ -95,7 +100,7 @@ constexpr std::array<function_row, function_count> functions = {{
     {76, "sign", 1, true, "sign", args_expressions, function_of<scalar_functions>("sign")},
     {77, "sin", 1, true, "sin", args_expressions, function_of<formulas>("sin")},
     {78, "sinh", 1, true, "sinh", args_expressions, function_of<formulas>("sinh")},
-    {79, "solve", 2, false, "solve", args_variables, nullptr},
+    {79, "solve", 2, false, "solve", args_variables, run_solve},
     {80, "sqrt", 1, true, "sqrt", args_expressions, function_of<scalar_functions>("sqrt")},
     {81, "StefanBoltzmann", 0, true, "Boltzmann", args_expressions,
      function_of<constants>("StefanBoltzmann")},
@@ -137,26 +142,6 @@ static_assert(std::is_sorted(functions.begin(), functions.end(),
               "a function's row is found by its number");
 static_assert(functions[function_Number - 1].name == "Number");
 static_assert(functions[function_component - 1].name == "component");
-
-void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx) {
-    dim_value dropped;
-    for (std::int32_t i = 0; i < given; ++i)
-        pop_value(dropped, ctx);
-    push_value(dim_value(), ctx);
-}
-
-// Too few or too many arguments are replaced by one cleared value.
-bool check_arg_count(const function_row& row, std::int32_t given, compile_ctx& ctx, text_str*& err) {
-    str_clear(&err);
-    if (row.exact ? given == row.arguments : given >= row.arguments)
-        return true;
-    replace_by_cleared_value(given, ctx);
-    str_append_three(&err, "ERROR:  Function ", row.name_in_count_message, " takes ");
-    err = str_append_int(&err, row.arguments);
-    // There is no blank between the number and the word.
-    err = str_append_text(&err, row.arguments == 1 ? "argument.\n" : "arguments.\n");
-    return false;
-}
 
 } // namespace
 
@@ -200,13 +185,9 @@ void call_func_by_number(std::int32_t number, std::int32_t, std::int32_t count, 
         return;
     }
     const function_row& row = functions[static_cast<std::size_t>(number - 1)];
-    if (!check_arg_count(row, count, ctx, err))
+    if (row.mode == args_expressions &&
+        !check_arg_count(row.name_in_count_message, row.exact, row.arguments, count, ctx, err))
         return;
-    if (row.run == nullptr) {
-        replace_by_cleared_value(count, ctx);
-        str_append_three(&err, "ERROR:  Function ", row.name, " is not available.\n");
-        return;
-    }
     row.run(count, ctx, err);
 }
 

@@ -18,7 +18,7 @@ struct function_row {
     bool exact; // false: that many or more
     std::string_view name_in_count_message;
     std::int32_t mode; // arg_mode
-    builtin run;       // null: the function is known, but not available
+    builtin run;
 };
 
 /// All functions, by number from 1 on.

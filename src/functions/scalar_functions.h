@@ -4,6 +4,7 @@
 // stands in the base system, and an angle comes out in radians.
 
 #include "functions/builtin.h"
+#include "numerics/trigonometry.h"
 
 #include <cmath>
 #include <numbers>
@@ -78,12 +79,12 @@ constexpr formula_limits acoth_limits = {[](double x) { return std::fabs(x) < 1.
 // clang-format off
 inline constexpr formula_function formulas[] = {
     // name    result          limits         formula
-    {"sin",   gives::number,  everywhere,    [](double x) { return std::sin(x); }},
-    {"cos",   gives::number,  everywhere,    [](double x) { return std::cos(x); }},
-    {"tan",   gives::number,  everywhere,    [](double x) { return std::tan(x); }},
-    {"sec",   gives::number,  everywhere,    [](double x) { return one_over(std::cos(x)); }},
-    {"csc",   gives::number,  everywhere,    [](double x) { return one_over(std::sin(x)); }},
-    {"cot",   gives::number,  everywhere,    [](double x) { return one_over(std::tan(x)); }},
+    {"sin",   gives::number,  everywhere,    [](double x) { return sine(x); }},
+    {"cos",   gives::number,  everywhere,    [](double x) { return cosine(x); }},
+    {"tan",   gives::number,  everywhere,    [](double x) { return tangent(x); }},
+    {"sec",   gives::number,  everywhere,    [](double x) { return one_over(cosine(x)); }},
+    {"csc",   gives::number,  everywhere,    [](double x) { return one_over(sine(x)); }},
+    {"cot",   gives::number,  everywhere,    [](double x) { return one_over(tangent(x)); }},
     {"asin",  gives::radians, within_one,    [](double x) { return std::asin(x); }},
     {"acos",  gives::radians, within_one,    [](double x) { return std::acos(x); }},
     {"atan",  gives::radians, everywhere,    [](double x) { return std::atan(x); }},

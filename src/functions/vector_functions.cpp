@@ -1,5 +1,7 @@
 #include "functions/vector_functions.h"
 
+#include "numerics/trigonometry.h"
+
 namespace metrify {
 
 exponents product_units(const dim_value& a, const dim_value& b) {
@@ -31,7 +33,7 @@ dim_value angle_between(const dim_value& a, const dim_value& b) {
 }
 
 dim_value polar_vector(const dim_value& r, double angle) {
-    return {1, {std::cos(angle) * r.comp[0], std::sin(angle) * r.comp[0], 0.0}, r.dim};
+    return {1, {cosine(angle) * r.comp[0], sine(angle) * r.comp[0], 0.0}, r.dim};
 }
 
 dim_value interpolated(arguments a) {

@@ -50,7 +50,7 @@ CellValue PartOf(const CellValue& value, std::int32_t row, std::int32_t column) 
                                                         : CellValue(CellError{xlerrNA});
 }
 
-CellValue ShownValue(CellValue value) {
+CellValue ShownValue(const CellValue& value) {
     return value.Is<EmptyCell>() ? CellValue(0.0) : value;
 }
 

@@ -18,7 +18,8 @@ struct CellAtHand {
 std::optional<CellAtHand> ReferredCell(const HostCall& call, std::size_t index) {
     if (call.IsMissing(index)) {
         const auto active = call.state.books.ActiveCell();
-        return active ? std::optional(CellAtHand{call.state.books.Active(), *active}) : std::nullopt;
+        const Sheet* sheet = call.state.books.Active();
+        return active && sheet ? std::optional(CellAtHand{sheet, *active}) : std::nullopt;
     }
     const auto* reference = call.Argument(index).As<Reference>();
     const Sheet* sheet = reference ? call.state.books.Find(reference->sheet) : nullptr;
@@ -60,7 +61,9 @@ HostAnswer ActiveCell(const HostCall& call) {
 }
 
 HostAnswer GetFormula(const HostCall& call) {
-    const std::optional<CellAtHand> cell = call.IsMissing(0) ? std::nullopt : ReferredCell(call, 0);
+    if (call.IsMissing(0))
+        return CellError{xlerrValue};
+    const std::optional<CellAtHand> cell = ReferredCell(call, 0);
     return cell ? CellValue(cell->sheet->FormulaText(cell->at)) : CellValue(CellError{xlerrValue});
 }
 

@@ -16,7 +16,11 @@ enum class ReferenceStyle { a1, r1c1 };
 struct CellPosition {
     std::int32_t row = 0;
     std::int32_t column = 0;
-    friend auto operator<=>(const CellPosition&, const CellPosition&) = default;
+    friend bool operator==(const CellPosition&, const CellPosition&) = default;
+    /// Row by row.
+    friend bool operator<(const CellPosition& left, const CellPosition& right) {
+        return left.row != right.row ? left.row < right.row : left.column < right.column;
+    }
 };
 
 /// Rows and columns of a sheet.

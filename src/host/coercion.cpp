@@ -55,13 +55,13 @@ CellValue ToBoolValue(const CellValue& value) {
             return true;
         return EqualIgnoringCase(*text, u"FALSE") ? CellValue(false) : value_error;
     }
-    const CellValue number = ToNumberValue(scalar);
+    CellValue number = ToNumberValue(scalar);
     const auto* digits = number.As<double>();
     return digits ? CellValue(*digits != 0.0) : number;
 }
 
 CellValue ToIntegerValue(const CellValue& value, double smallest, double largest) {
-    const CellValue number = ToNumberValue(value);
+    CellValue number = ToNumberValue(value);
     const auto* digits = number.As<double>();
     if (!digits)
         return number;

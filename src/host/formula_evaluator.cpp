@@ -29,7 +29,7 @@ CellValue Sum(const Arguments& arguments) {
             if (cell.Is<CellError>())
                 return cell;
             // In an array, only numbers count.
-            const CellValue number = array && !cell.Is<double>() ? CellValue(0.0) : ToNumberValue(cell);
+            CellValue number = array && !cell.Is<double>() ? CellValue(0.0) : ToNumberValue(cell);
             if (number.Is<CellError>())
                 return number;
             sum += *number.As<double>();
@@ -71,7 +71,7 @@ CellValue Repeat(const Arguments& arguments) {
 }
 
 CellValue Character(const Arguments& arguments) {
-    const CellValue code = ToIntegerValue(arguments[0], 1, 255);
+    CellValue code = ToIntegerValue(arguments[0], 1, 255);
     if (const auto* unit = code.As<std::int32_t>())
         return std::u16string(1, static_cast<char16_t>(*unit));
     return code;
@@ -149,8 +149,8 @@ CellValue Infix(const std::u16string& symbol, const CellValue& left_value, const
     }
     if (symbol.find_first_of(u"=<>") != symbol.npos)
         return Compare(symbol, left, right);
-    const CellValue left_number = ToNumberValue(left);
-    const CellValue right_number = ToNumberValue(right);
+    CellValue left_number = ToNumberValue(left);
+    CellValue right_number = ToNumberValue(right);
     if (left_number.Is<CellError>())
         return left_number;
     if (right_number.Is<CellError>())

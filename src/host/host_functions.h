@@ -13,9 +13,8 @@ inline constexpr int kRetNotThreadSafe = 128;
 
 /// A return code of the host, and with code 0 a value.
 struct HostAnswer {
-    template <class Value>
-    requires std::convertible_to<Value, CellValue> HostAnswer(Value&& given)
-        : value(std::forward<Value>(given)) {}
+    template <std::convertible_to<CellValue> Value>
+    HostAnswer(Value given) : value(std::move(given)) {}
 
     /// A refusal.
     static HostAnswer Code(int code) {

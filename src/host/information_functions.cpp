@@ -98,7 +98,7 @@ HostAnswer GetWindow(const HostCall& call) {
 }
 
 HostAnswer Info(const HostCall& call) {
-    const CellValue item = ToTextValue(call.arguments[0]);
+    CellValue item = ToTextValue(call.arguments[0]);
     const auto* name = item.As<std::u16string>();
     if (!name)
         return item;

@@ -43,6 +43,7 @@ std::u16string TextAt(const CellArray& table, std::int32_t row, std::int32_t col
 
 std::vector<MenuItem> RowsOf(const CellArray& table) {
     std::vector<MenuItem> items;
+    items.reserve(static_cast<std::size_t>(table.rows));
     for (std::int32_t row = 0; row < table.rows; ++row)
         items.push_back({TextAt(table, row, 0),
                          TextAt(table, row, 1),

@@ -6,8 +6,12 @@
 namespace metrify::host {
 
 RecordLedger::~RecordLedger() {
-    for (auto& [memory, record] : out_)
-        std::visit([](auto& kept) { DeepFree(kept); }, record);
+    for (auto& [memory, record] : out_) {
+        if (auto* narrow = std::get_if<XLOPER>(&record))
+            DeepFree(*narrow);
+        else if (auto* wide = std::get_if<XLOPER12>(&record))
+            DeepFree(*wide);
+    }
 }
 
 template <class Record>

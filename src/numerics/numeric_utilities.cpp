@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 namespace metrify {
 
@@ -15,13 +16,13 @@ void nrerror(const char* text) {
 namespace detail {
 
 void block_release::operator()(void* block) const {
-    std::free(block);
+    ::operator delete(block);
 }
 
 void* allocate_block(long count, std::size_t size, const char* failure) {
     const std::size_t bytes = static_cast<std::size_t>(count) * size;
     const bool fits = count >= 0 && bytes / size == static_cast<std::size_t>(count);
-    void* block = fits ? std::malloc(bytes) : nullptr;
+    void* block = fits ? ::operator new(bytes, std::nothrow) : nullptr;
     if (block == nullptr)
         nrerror(failure);
     return block;

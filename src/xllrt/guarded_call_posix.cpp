@@ -15,10 +15,10 @@ namespace metrify {
 namespace {
 
 // Big enough for a handler under every sanitizer.
-constexpr std::size_t kAlternateStackSize = 64 * 1024;
+constexpr std::size_t kAlternateStackSize = std::size_t{64} * 1024;
 
 // How far from the end of the stack an access is still one of a stack that has grown too long.
-constexpr std::size_t kOverflowReach = 64 * 1024;
+constexpr std::size_t kOverflowReach = std::size_t{64} * 1024;
 
 constexpr std::array<int, 4> kFaultSignals = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 

@@ -4,6 +4,7 @@
 #include "xllrt/host_version.h"
 #include "xllrt/record_memory.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -128,9 +129,9 @@ int CallNoArgs(CXlOper& result, int function) {
 }
 
 int CallVa(CXlOper& result, int function, int count, std::va_list arguments) {
-    std::vector<const CXlOper*> pointers;
-    for (int i = 0; i < count; ++i)
-        pointers.push_back(va_arg(arguments, const CXlOper*));
+    std::vector<const CXlOper*> pointers(static_cast<std::size_t>(std::max(count, 0)));
+    for (const CXlOper*& pointer : pointers)
+        pointer = va_arg(arguments, const CXlOper*);
     return CallArray(result, CallMode::by_host_flag, function, pointers);
 }
 

@@ -129,8 +129,8 @@ bool CopyReference(To& target, const From& source, bool& allocated) {
             return false;
         }
     }
-    block.release();
     target.val.mref.lpmref = list;
+    static_cast<void>(block.release());
     allocated = true;
     return true;
 }

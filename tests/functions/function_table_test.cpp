@@ -55,9 +55,6 @@ TEST(function_table, says_another_name_in_the_count_message_of_some_functions) {
         {"euler(1)", "ERROR:  Function pi takes 0arguments."},
         {"StefanBoltzmann(1)", "ERROR:  Function Boltzmann takes 0arguments."},
         {"ExpIntEi(1, 2)", "ERROR:  Function ExpInt takes 1argument."},
-        {"fmax(x)", "ERROR:  Function max takes 2arguments."},
-        {"fmin(x)", "ERROR:  Function min takes 2arguments."},
-        {"solve(x)", "ERROR:  Function solve takes 2arguments."},
     };
     expect_answers(lines);
 }
@@ -120,16 +117,9 @@ TEST(function_table, refuses_a_number_of_no_function) {
     }
 }
 
-TEST(function_table, a_function_that_is_not_available_says_so_and_leaves_one_cleared_value) {
-    for (const function_row& row : all_functions()) {
-        if (row.run != nullptr)
-            continue;
-        const outcome result = call(
-            row.name, std::vector<dim_value>(static_cast<std::size_t>(row.arguments), scalar(7.0, meter)));
-        EXPECT_EQ(result.err, "ERROR:  Function " + std::string(row.name) + " is not available.\n");
-        EXPECT_TRUE(is_cleared(result.value)) << row.name;
-        EXPECT_EQ(result.depth, 2U) << row.name;
-    }
+TEST(function_table, has_the_code_of_every_function) {
+    for (const function_row& row : all_functions())
+        EXPECT_TRUE(row.run != nullptr) << row.name;
 }
 
 } // namespace

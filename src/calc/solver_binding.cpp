@@ -1,0 +1,216 @@
+#include "calc/solver_binding.h"
+
+#include "calc/evaluator.h"
+#include "calc/func_block.h"
+#include "calc/operand_stack.h"
+#include "calc/thread_object.h"
+#include "calc/variables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace metrify {
+
+namespace {
+
+/// How the methods see an independent x.
+enum class scale_mode {
+    linear,
+    log,          // ln(x) of a positive x
+    log_negative, // ln(-x) of a negative x
+};
+
+/// The selected component's place. A whole variable stands for its first one.
+std::size_t place(const packed_reference& reference) {
+    const bool is_later = reference.component == 2 || reference.component == 3;
+    return is_later ? static_cast<std::size_t>(reference.component - 1) : 0;
+}
+
+std::uint32_t number(const packed_reference& reference) {
+    return static_cast<std::uint32_t>(reference.number);
+}
+
+/// 0 for a variable that can't be read.
+double read_component(const packed_reference& reference, text_str*& err) {
+    if (const var_entry* entry = find_var_by_num(number(reference)))
+        return entry->value.comp[place(reference)];
+    getvar_by_num(number(reference), err); // says so
+    return 0.0;
+}
+
+void write_component(const packed_reference& reference, double component, text_str*& err) {
+    if (var_entry* entry = find_var_by_num(number(reference)))
+        entry->value.comp[place(reference)] = component;
+    else
+        getvar_by_num(number(reference), err); // says so
+}
+
+struct independent_variable {
+    packed_reference reference = {};
+    scale_mode mode = scale_mode::linear;
+    double start = 0.0;
+};
+
+class block_function : public bound_function {
+  public:
+    long independents() const override { return static_cast<long>(inputs.size()); }
+    long dependents() const override { return static_cast<long>(outputs.size()); }
+    bool is_negated() const override { return objective_sign < 0.0; }
+    void read_solver_vector(double* x, text_str*& err) const override;
+    void evaluate_function(const double* x, double* y, text_str*& err) override;
+
+    std::vector<independent_variable> inputs;
+    std::vector<packed_reference> outputs;
+    double objective_sign = 1.0;
+
+  private:
+    compile_ctx replay_; // kept: an evaluation finds the room that the one before has made
+};
+
+struct solver_binding {
+    block_function block;
+    report_kind due = report_kind::none;
+};
+
+solver_binding& binding() {
+    return thread_object<solver_binding>();
+}
+
+void release_independents(const block_function& block) {
+    for (const independent_variable& input : block.inputs)
+        hold_var(number(input.reference), false);
+}
+
+void block_function::read_solver_vector(double* x, text_str*& err) const {
+    for (const independent_variable& input : inputs) {
+        const double component = read_component(input.reference, err);
+        switch (input.mode) {
+        case scale_mode::linear:
+            *x++ = component;
+            break;
+        case scale_mode::log:
+            *x++ = std::log(component);
+            break;
+        case scale_mode::log_negative:
+            *x++ = std::log(-component);
+            break;
+        }
+    }
+}
+
+double component_of(double x, scale_mode mode) {
+    switch (mode) {
+    case scale_mode::log:
+        return std::exp(x);
+    case scale_mode::log_negative:
+        return -std::exp(x);
+    default:
+        return x;
+    }
+}
+
+void block_function::evaluate_function(const double* x, double* y, text_str*& err) {
+    std::fill_n(y, outputs.size(), 0.0);
+    for (const independent_variable& input : inputs) {
+        if (!str_is_empty(err))
+            return;
+        write_component(input.reference, component_of(*x++, input.mode), err);
+    }
+    if (!str_is_empty(err))
+        return;
+    dim_value result; // what counts is what the block's lines have assigned
+    eval_compiled_stck(result, block_code(), replay_, err);
+    if (!str_is_empty(err))
+        return;
+    for (const packed_reference& output : outputs)
+        *y++ = objective_sign * read_component(output, err);
+}
+
+void check_dependent(const packed_reference& reference, text_str*& err) {
+    const dim_value value = getvar_by_num(number(reference), err);
+    if (!str_is_empty(err) || value.kind == 0 || reference.component != 0)
+        return;
+    str_append_three(&err, "ERROR:  Dependent arg ", *varname_by_num(number(reference), err),
+                     " must be a scalar.\n");
+}
+
+} // namespace
+
+void reset_solver_binding() {
+    block_function& block = binding().block;
+    block.inputs.clear();
+    block.outputs.clear();
+    block.objective_sign = 1.0;
+}
+
+void allocate_solver_binding(std::size_t independents, std::size_t dependents) {
+    block_function& block = binding().block;
+    release_independents(block);
+    block.inputs.assign(independents, {});
+    block.outputs.assign(dependents, {});
+}
+
+void teardown_solver_binding() {
+    allocate_solver_binding(0, 0);
+    binding().due = report_kind::none;
+}
+
+void record_independent(std::size_t i, const packed_reference& reference) {
+    binding().block.inputs[i].reference = reference;
+    hold_var(number(reference), true);
+}
+
+void record_dependent(std::size_t i, const packed_reference& reference) {
+    binding().block.outputs[i] = reference;
+}
+
+void save_start_values(text_str*& err) {
+    for (independent_variable& input : binding().block.inputs) {
+        input.start = read_component(input.reference, err);
+        if (!str_is_empty(err))
+            return;
+    }
+}
+
+void restore_start_values(text_str*& err) {
+    for (const independent_variable& input : binding().block.inputs)
+        write_component(input.reference, input.start, err);
+}
+
+void check_bound_variables(text_str*& err) {
+    const block_function& block = binding().block;
+    for (std::size_t i = 0; i < block.inputs.size() && str_is_empty(err); ++i)
+        getvar_by_num(number(block.inputs[i].reference), err);
+    for (std::size_t i = 0; i < block.outputs.size() && str_is_empty(err); ++i)
+        check_dependent(block.outputs[i], err);
+}
+
+void set_scale_modes(bool use_logs, text_str*& err) {
+    for (independent_variable& input : binding().block.inputs) {
+        const double component = read_component(input.reference, err);
+        input.mode = scale_mode::linear;
+        if (use_logs && component > 0.0)
+            input.mode = scale_mode::log;
+        else if (use_logs && component < 0.0)
+            input.mode = scale_mode::log_negative;
+    }
+}
+
+void negate_objective(bool negated) {
+    binding().block.objective_sign = negated ? -1.0 : 1.0;
+}
+
+void set_pending_report(report_kind report) {
+    binding().due = report;
+}
+
+report_kind pending_report() {
+    return binding().due;
+}
+
+bound_function& bound_block() {
+    return binding().block;
+}
+
+} // namespace metrify

@@ -1,0 +1,199 @@
+// J and Y of real order. The ratio J'/J comes from a continued fraction at the order nu; J is taken down to
+// an order near 0 by recurrence, where Y and the size of J come from Temme's series or from a second
+// fraction; Y is taken up again.
+
+#include "numerics/bessel_real.h"
+#include "numerics/bessel_steps.h"
+#include "numerics/failure.h"
+#include "numerics/trigonometry.h"
+
+#include <cstdint>
+#include <numbers>
+
+namespace metrify {
+
+namespace {
+
+using namespace bessel;
+using std::numbers::pi;
+
+/// A function and its derivative at one order, up to a common factor.
+struct ratio_pair {
+    double value, prime;
+};
+
+/// The first continued fraction, J'/J at the order nu, and the sign of J there.
+bool first_fraction(const reduced_order& order, double& ratio, double& sign) {
+    const double start = order.nu * order.xi;
+    ratio = start < FPMIN ? FPMIN : start;
+    sign = 1.0;
+    double b = order.xi2 * order.nu;
+    double d = 0.0;
+    double c = ratio;
+    for (int i = 1; i <= MAXIT; ++i) {
+        b += order.xi2;
+        d = b - d;
+        if (std::fabs(d) < FPMIN)
+            d = FPMIN;
+        c = b - 1.0 / c;
+        if (std::fabs(c) < FPMIN)
+            c = FPMIN;
+        d = 1.0 / d;
+        const double factor = c * d;
+        ratio *= factor;
+        if (d < 0.0)
+            sign = -sign;
+        if (std::fabs(factor - 1.0) < EPS)
+            return true;
+    }
+    return false;
+}
+
+/// From the order nu down to mu.
+ratio_pair lowered(const reduced_order& order, ratio_pair j) {
+    double factor = order.nu * order.xi;
+    for (auto l = static_cast<std::int64_t>(order.steps); l >= 1; --l) {
+        const double value = factor * j.value + j.prime;
+        factor -= order.xi;
+        j = {value, factor * value - j.value};
+        // Beyond an overflow the ratio of the two is no number whatever follows.
+        if (!std::isfinite(j.value) && j.prime != j.prime)
+            break;
+    }
+    if (j.value == 0.0)
+        j.value = EPS;
+    return j;
+}
+
+/// What the order mu comes to: J, and Y at mu and mu + 1.
+struct at_mu {
+    double j;
+    neighbours y;
+};
+
+/// Temme's series for Y, and J from the Wronskian; for x < XMIN. ratio is J'/J.
+bool series_at_mu(const reduced_order& order, double ratio, at_mu& result, text_str*& err) {
+    const double half = 0.5 * order.x;
+    const double mu = order.mu;
+    const double pi_mu = pi * mu;
+    const double log_term = -std::log(half);
+    const double power = mu * log_term;
+    const double fact = or_limit(pi_mu, pi_mu / sine(pi_mu));
+    const double fact2 = or_limit(power, std::sinh(power) / power);
+    const gamma_factors gamma = gamma_factors_of(mu, err);
+    double ff = 2.0 / pi * fact * (gamma.gam1 * std::cosh(power) + gamma.gam2 * fact2 * log_term);
+    const double e = std::exp(power);
+    double p = e / (gamma.plus * pi);
+    double q = 1.0 / (e * pi * gamma.minus);
+    const double pi_mu_half = 0.5 * pi_mu;
+    const double fact3 = or_limit(pi_mu_half, sine(pi_mu_half) / pi_mu_half);
+    const double r = pi * pi_mu_half * fact3 * fact3;
+    const double d = -half * half;
+    double c = 1.0;
+    double sum = ff + r * q;
+    double sum1 = p;
+    int i = 1;
+    for (; i <= MAXIT; ++i) {
+        ff = (i * ff + p + q) / (i * i - order.mu2);
+        c *= d / i;
+        p /= i - mu;
+        q /= i + mu;
+        const double term = c * (ff + r * q);
+        sum += term;
+        sum1 += c * p - i * term;
+        if (std::fabs(term) < (1.0 + std::fabs(sum)) * EPS)
+            break;
+    }
+    result.y = {-sum, -sum1 * order.xi2};
+    const double y_prime = mu * order.xi * result.y.at - result.y.above;
+    result.j = order.xi2 / pi / (y_prime - ratio * result.y.at);
+    return i <= MAXIT;
+}
+
+/// A complex number, which is all that the second fraction needs of one.
+struct complex_pair {
+    double re, im;
+};
+complex_pair product(const complex_pair& a, const complex_pair& b) {
+    return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+}
+complex_pair not_vanishing(const complex_pair& z) {
+    return std::fabs(z.re) + std::fabs(z.im) < FPMIN ? complex_pair{FPMIN, z.im} : z;
+}
+
+/// The second continued fraction, p + iq, for x >= XMIN.
+bool second_fraction(const reduced_order& order, complex_pair& pq) {
+    double a = 0.25 - order.mu2;
+    double p = -0.5 * order.xi;
+    double q = 1.0;
+    const double br = 2.0 * order.x;
+    double bi = 2.0;
+    double fact = a * order.xi / (p * p + q * q);
+    complex_pair c = {br + q * fact, bi + p * fact};
+    double den = br * br + bi * bi;
+    complex_pair d = {br / den, -bi / den};
+    complex_pair factor = product(c, d);
+    pq = product({p, q}, factor);
+    for (int i = 2; i <= MAXIT; ++i) {
+        a += 2 * (i - 1);
+        bi += 2.0;
+        d = not_vanishing({a * d.re + br, a * d.im + bi});
+        fact = a / (c.re * c.re + c.im * c.im);
+        c = not_vanishing({br + c.re * fact, bi - c.im * fact});
+        den = d.re * d.re + d.im * d.im;
+        d = {d.re / den, -d.im / den};
+        factor = product(c, d);
+        pq = product(pq, factor);
+        if (std::fabs(factor.re - 1.0) + std::fabs(factor.im) < EPS)
+            return true;
+    }
+    return false;
+}
+
+/// J and Y from both fractions. sign is that of J.
+bool fractions_at_mu(const reduced_order& order, double ratio, double sign, at_mu& result) {
+    complex_pair pq;
+    if (!second_fraction(order, pq))
+        return false;
+    const auto [p, q] = pq;
+    const double gam = (p - ratio) / q;
+    result.j = std::copysign(std::sqrt(order.xi2 / pi / ((p - ratio) * gam + q)), sign);
+    const double y = result.j * gam;
+    const double y_prime = y * (p + q / gam);
+    result.y = {y, order.mu * order.xi * y - y_prime};
+    return true;
+}
+
+} // namespace
+
+void math_func_bessjy(double x, double nu, double& j, double& y, double& j_prime, double& y_prime,
+                      text_str*& err) {
+    const auto fail = [&](const char* text) { j = y = j_prime = y_prime = numeric_failure(err, text); };
+    if (x <= 0.0)
+        return fail("ERROR:   x must be > 0 in math_func_bessjy().\n");
+    if (nu < 0.0)
+        return fail("ERROR:   nu must be >= 0 in math_func_bessjy().\n");
+    const reduced_order order(x, nu, x < XMIN ? nu + 0.5 : nu - x + 1.5);
+    double ratio = 0.0;
+    double sign = 1.0;
+    if (!first_fraction(order, ratio, sign))
+        return fail("ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+    const ratio_pair top = {sign * FPMIN, ratio * sign * FPMIN};
+    const ratio_pair bottom = lowered(order, top);
+    const double bottom_ratio = bottom.prime / bottom.value;
+    at_mu low = {};
+    if (x < XMIN) {
+        if (!series_at_mu(order, bottom_ratio, low, err))
+            return fail("ERROR: series failed to converge in math_func_bessjy().\n");
+    } else if (!fractions_at_mu(order, bottom_ratio, bottom.value, low)) {
+        return fail("ERROR: cf2 failed to converge in math_func_bessjy().\n");
+    }
+    const double scale = low.j / bottom.value;
+    j = top.value * scale;
+    j_prime = top.prime * scale;
+    const neighbours high = raised(order, -1.0, low.y);
+    y = high.at;
+    y_prime = nu * order.xi * high.at - high.above;
+}
+
+} // namespace metrify

@@ -1,0 +1,39 @@
+#include "numerics/bessel_steps.h"
+
+#include "numerics/chebyshev.h"
+
+#include <array>
+#include <cstdint>
+
+namespace metrify::bessel {
+
+reduced_order::reduced_order(double argument, double order, double distance)
+    : x(argument), nu(order), steps(distance >= 1.0 ? std::trunc(distance) : 0.0), mu(nu - steps),
+      mu2(mu * mu), xi(1.0 / x), xi2(2.0 * xi) {}
+
+gamma_factors gamma_factors_of(double mu, text_str*& err) {
+    constexpr std::array<double, 7> c1 = {-1.142022680371172, 0.006516511267076, 0.000308709017308,
+                                          -3.470626964e-06,   6.943764e-09,      3.678e-11,
+                                          -1.36e-13};
+    constexpr std::array<double, 8> c2 = {
+        1.843740587300906, -0.076852840844786, 0.001271927136655, -4.971736704e-06,
+        -3.312612e-08,     2.4231e-10,         -1.7e-13,          -1e-15};
+    const double t = 8.0 * mu * mu - 1.0;
+    const double gam1 = math_func_bes_chebev(-1.0, 1.0, c1.data(), static_cast<int>(c1.size()), t, err);
+    const double gam2 = math_func_bes_chebev(-1.0, 1.0, c2.data(), static_cast<int>(c2.size()), t, err);
+    return {gam1, gam2, gam2 - mu * gam1, gam2 + mu * gam1};
+}
+
+neighbours raised(const reduced_order& order, double sign, neighbours f) {
+    const auto steps = static_cast<std::int64_t>(order.steps);
+    for (std::int64_t i = 1; i <= steps; ++i) {
+        const double next = (order.mu + static_cast<double>(i)) * order.xi2 * f.above + sign * f.at;
+        f = {f.above, next};
+        // What no further step changes: behind an overflow, and where all has come to 0.
+        if (f.at != f.at || (sign > 0.0 && f.at == f.above && (std::isinf(f.at) || f.at == 0.0)))
+            break;
+    }
+    return f;
+}
+
+} // namespace metrify::bessel

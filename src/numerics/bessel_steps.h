@@ -1,0 +1,50 @@
+#pragma once
+
+// What the routines of real order for J and Y and for I and K have in common.
+
+#include "calc/text_str.h"
+
+#include <cmath>
+#include <cstdint>
+
+namespace metrify::bessel {
+
+constexpr double EPS = 1e-16;
+constexpr double FPMIN = 1e-30;
+constexpr int MAXIT = 10000;
+constexpr double XMIN = 2.0; // below it series are used, from it on the second continued fraction
+
+/// The argument and the order, which is brought near 0 by whole steps.
+struct reduced_order {
+    reduced_order(double argument, double order, double distance);
+
+    double x, nu;
+    double steps; // whole, at least 0
+    double mu;    // nu - steps
+    double mu2;   // its square
+    double xi;    // 1/x
+    double xi2;   // 2/x
+};
+
+/// Combinations of 1/gamma(1 - mu) and 1/gamma(1 + mu), for |mu| <= 1/2.
+struct gamma_factors {
+    double gam1, gam2;
+    double plus;  // 1/gamma(1 + mu)
+    double minus; // 1/gamma(1 - mu)
+};
+gamma_factors gamma_factors_of(double mu, text_str*& err);
+
+/// x / sin x and the like, with the limit 1 where the argument vanishes.
+inline double or_limit(double small, double quotient) {
+    return std::fabs(small) < EPS ? 1.0 : quotient;
+}
+
+/// A function of two neighbouring orders.
+struct neighbours {
+    double at, above;
+};
+
+/// The second kind from the orders mu, mu + 1 up to nu, nu + 1; sign is that of the recurrence's last term.
+neighbours raised(const reduced_order& order, double sign, neighbours f);
+
+} // namespace metrify::bessel

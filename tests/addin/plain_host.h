@@ -1,0 +1,38 @@
+#pragma once
+
+// A host of version 14 that keeps nothing, so that any number of threads may ask it.
+
+#include "xllrt/host_primitives.h"
+#include "xllrt/host_version.h"
+#include "xllrt/thread_state.h"
+
+namespace metrify {
+
+class PlainHost {
+  public:
+    /// Answers every wide call by this entry, which must not keep anything either.
+    explicit PlainHost(Excel12Entry (*find_entry)() = FindEntry) {
+        AllocateThreadStates();
+        ConnectHost({.find_entry = find_entry});
+        SetHostVersion(14);
+    }
+    PlainHost(const PlainHost&) = delete;
+    PlainHost& operator=(const PlainHost&) = delete;
+    ~PlainHost() {
+        ConnectHost({});
+        DestroyThreadState();
+    }
+
+  private:
+    static int METRIFY_HOST_CALL Answer(int /*function*/, int /*count*/, XLOPER12* /*arguments*/[],
+                                        XLOPER12* result) {
+        if (result) {
+            result->xltype = xltypeNum;
+            result->val.num = 14.0;
+        }
+        return xlretSuccess;
+    }
+    static Excel12Entry FindEntry() { return Answer; }
+};
+
+} // namespace metrify

@@ -1,0 +1,29 @@
+#pragma once
+
+// Programs whose one line, or whose number of lines, is as long as one likes.
+
+#include <cstddef>
+#include <ostream>
+#include <span>
+#include <string>
+
+namespace metrify {
+
+struct long_text {
+    std::string program;
+    std::string ending; // of its listing
+};
+
+struct long_program {
+    const char* name;
+    /// A program of about that many characters.
+    long_text (*make)(std::size_t size);
+};
+
+inline std::ostream& operator<<(std::ostream& out, const long_program& program) {
+    return out << program.name;
+}
+
+std::span<const long_program> all_long_programs();
+
+} // namespace metrify

@@ -1,0 +1,175 @@
+#include "cli/commands.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace {
+
+using namespace metrify;
+
+struct outcome {
+    int status = 0;
+    std::string out = {};
+    std::string err = {};
+};
+
+outcome convert(double val, std::string_view in_units, std::string_view out_units) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = convert_command(val, in_units, out_units, out, err);
+    return {status, out.str(), err.str()};
+}
+
+outcome run(const std::vector<std::string>& files, const std::string& standard_input = {}) {
+    std::istringstream in(standard_input);
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = run_command(files, in, out, err);
+    return {status, out.str(), err.str()};
+}
+
+std::string units(std::string_view text) {
+    std::ostringstream out;
+    EXPECT_EQ(units_command(text, out), 0);
+    return out.str();
+}
+
+std::string functions(std::string_view text) {
+    std::ostringstream out;
+    EXPECT_EQ(functions_command(text, out), 0);
+    return out.str();
+}
+
+class program_file {
+  public:
+    explicit program_file(const std::string& text)
+        : path_(std::filesystem::temp_directory_path() / ("metrify-" + std::to_string(++number) + ".txt")) {
+        std::ofstream(path_, std::ios::binary) << text;
+    }
+    ~program_file() { std::filesystem::remove(path_); }
+    program_file(const program_file&) = delete;
+    program_file& operator=(const program_file&) = delete;
+    std::string path() const { return path_.string(); }
+
+  private:
+    static inline int number = 0;
+    std::filesystem::path path_;
+};
+
+// convert
+
+TEST(convert_command, prints_number_and_unit) {
+    const outcome it = convert(3.5, "ft", "m");
+    EXPECT_EQ(it.status, 0);
+    EXPECT_EQ(it.out, "1.0668 m\n");
+    EXPECT_EQ(it.err, "");
+}
+TEST(convert_command, prints_the_number_alone_where_there_is_no_unit) {
+    EXPECT_EQ(convert(3.5, "", "").out, "3.5\n");
+}
+TEST(convert_command, prints_an_error_cell_on_the_error_stream) {
+    const outcome it = convert(3.5, "ft", "kg");
+    EXPECT_EQ(it.status, 1);
+    EXPECT_EQ(it.out, "");
+    EXPECT_EQ(it.err, "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
+}
+
+// run
+
+TEST(run_command, prints_the_listing_of_standard_input) {
+    const std::string listing = "[  1 ] x = 3 ft\n       x = 0.9144 m\n\n[  2 ] x; in\n        = 36 in\n\n";
+    for (const std::vector<std::string>& files : {std::vector<std::string>{}, {"-"}}) {
+        const outcome it = run(files, "x = 3 ft\nx; in\n");
+        EXPECT_EQ(it.status, 0);
+        EXPECT_EQ(it.out, listing);
+        EXPECT_EQ(it.err, "");
+    }
+}
+TEST(run_command, runs_each_file_on_its_own) {
+    const program_file first("x = 3 m\n");
+    const program_file second("x\n");
+    const outcome it = run({first.path(), second.path()});
+    EXPECT_EQ(it.status, 0);
+    EXPECT_EQ(it.out, "[  1 ] x = 3 m\n       x = 3 m\n\n[  1 ] x\n       ERROR: 'x' undefined.\n\n");
+}
+TEST(run_command, names_a_file_that_is_not_there_and_runs_the_others) {
+    const program_file there("1 m\n");
+    const outcome it = run({"no such file", there.path()});
+    EXPECT_EQ(it.status, 2);
+    EXPECT_EQ(it.out, "[  1 ] 1 m\n        = 1 m\n\n");
+    EXPECT_EQ(it.err, "metrify: no such file: No such file or directory\n");
+}
+TEST(run_command, refuses_a_folder) {
+    const outcome it = run({std::filesystem::temp_directory_path().string()});
+    EXPECT_EQ(it.status, 2);
+    EXPECT_EQ(it.out, "");
+    EXPECT_NE(it.err, "");
+}
+TEST(run_command, refuses_a_zero_byte_rather_than_lose_what_is_behind_it) {
+    const outcome it = run({}, std::string("1 m\0 2 m", 8));
+    EXPECT_EQ(it.status, 2);
+    EXPECT_EQ(it.out, "");
+    EXPECT_EQ(it.err,
+              "metrify: standard input: holds a zero byte at offset 3, where a program text would end\n");
+}
+TEST(run_command, takes_an_empty_file) {
+    const program_file empty("");
+    const outcome it = run({empty.path()});
+    EXPECT_EQ(it.status, 0);
+    EXPECT_EQ(it.err, "");
+}
+
+// units
+
+TEST(units_command, lists_every_unit) {
+    const std::string all = units("");
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 375);
+}
+TEST(units_command, shows_name_factor_and_dimension) {
+    const std::string found = units("degF");
+    EXPECT_EQ(found.substr(0, found.find('\n')), "degF                  1.8           degK");
+}
+TEST(units_command, lists_those_whose_name_contains_the_text) {
+    std::istringstream lines(units("met"));
+    std::string line;
+    int count = 0;
+    for (; std::getline(lines, line); ++count)
+        EXPECT_NE(line.substr(0, line.find(' ')).find("met"), std::string::npos) << line;
+    EXPECT_GT(count, 1);
+}
+TEST(units_command, lists_nothing_for_an_unknown_text) {
+    EXPECT_EQ(units("no such unit"), "");
+}
+
+// functions
+
+TEST(functions_command, lists_all_functions_a_line_each) {
+    const std::string all = functions("");
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 89);
+    EXPECT_NE(all.find("\nBesselJ(n, x)  "), std::string::npos);
+}
+
+TEST(functions_command, lists_the_functions_whose_line_contains_the_text) {
+    EXPECT_EQ(functions("The sine"), "sin(x)                        The sine\n");
+    EXPECT_EQ(functions("no such text"), "");
+}
+
+TEST(functions_command, shows_all_of_the_function_whose_name_is_given_in_any_case) {
+    const std::string entry = "### sin(x)\n\nThe sine.\n\n- takes: a number or an angle\n- gives: a number\n"
+                              "- domain: every x\n- example: `sin(30 deg)` shows `= 0.5`\n";
+    EXPECT_EQ(functions("sin"), entry);
+    EXPECT_EQ(functions("SIN"), entry);
+}
+
+TEST(functions_command, writes_the_document_with_every_entry_in_it) {
+    std::ostringstream out;
+    EXPECT_EQ(functions_document_command(out), 0);
+    EXPECT_NE(out.str().find(functions("sin")), std::string::npos);
+    EXPECT_NE(out.str().find(functions("EllipticPi")), std::string::npos);
+}
+
+} // namespace

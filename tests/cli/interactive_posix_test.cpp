@@ -1,0 +1,167 @@
+// The metrify command at a real terminal.
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+// A metrify at a terminal of its own, with a home folder of its own for the history.
+class terminal_session {
+  public:
+    explicit terminal_session(const std::string& home) {
+        child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
+        if (child_ == 0) {
+            setenv("HOME", home.c_str(), 1);
+            setenv("TERM", "xterm", 1);
+            // Heard by the leak sanitizer alone.
+            setenv("LSAN_OPTIONS",
+                   "suppressions=" METRIFY_SOURCE_DIR "/tests/cli/libedit.supp:fast_unwind_on_malloc=0", 1);
+            execl(METRIFY_BINARY_DIR "/metrify", "metrify", static_cast<char*>(nullptr));
+            _exit(127);
+        }
+    }
+    ~terminal_session() {
+        if (child_ > 0) {
+            kill(child_, SIGKILL);
+            waitpid(child_, nullptr, 0);
+        }
+        close(terminal_);
+    }
+    terminal_session(const terminal_session&) = delete;
+    terminal_session& operator=(const terminal_session&) = delete;
+
+    void type(std::string_view keys) {
+        ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    }
+
+    /// Waits until the screen has shown the text behind what was waited for before.
+    bool shows(std::string_view text) {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        for (;;) {
+            if (const std::size_t place = screen_.find(text, seen_); place != std::string::npos) {
+                seen_ = place + text.size();
+                return true;
+            }
+            if (std::chrono::steady_clock::now() > deadline || !read_more())
+                return false;
+        }
+    }
+
+    /// The exit status once the program has ended by itself.
+    int wait_for_end() {
+        while (read_more()) {
+        }
+        int status = -1;
+        waitpid(child_, &status, 0);
+        child_ = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    const std::string& screen() const { return screen_; }
+
+  private:
+    bool read_more() {
+        pollfd ready = {terminal_, POLLIN, 0};
+        if (poll(&ready, 1, 20000) <= 0)
+            return false;
+        char buffer[4096];
+        const ssize_t count = read(terminal_, buffer, sizeof buffer);
+        if (count <= 0)
+            return false;
+        screen_.append(buffer, static_cast<std::size_t>(count));
+        return true;
+    }
+
+    int terminal_ = -1;
+    pid_t child_ = -1;
+    std::string screen_;
+    std::size_t seen_ = 0;
+};
+
+class interactive : public testing::Test {
+  protected:
+    interactive() {
+        char pattern[] = "/tmp/metrify-home-XXXXXX";
+        home_ = mkdtemp(pattern);
+    }
+    ~interactive() override { std::system(("rm -rf " + home_).c_str()); }
+
+    std::string home_;
+};
+
+TEST_F(interactive, keeps_variables_from_line_to_line_and_ends_at_the_end_of_input) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> ")) << it.screen();
+    it.type("x = 3 ft\r");
+    EXPECT_TRUE(it.shows("x = 0.9144 m")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x; in\r");
+    EXPECT_TRUE(it.shows(" = 36 in")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("\x04");
+    EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
+}
+
+TEST_F(interactive, says_how_to_start_over_and_does_so) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type(":help\r");
+    EXPECT_TRUE(it.shows(":restart   forgets all of it and starts over")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x = 3 ft\r");
+    ASSERT_TRUE(it.shows("x = 0.9144 m")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type(":restart\r");
+    EXPECT_TRUE(it.shows("Everything is forgotten.")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x\r");
+    EXPECT_TRUE(it.shows("ERROR: 'x' undefined.")) << it.screen();
+    it.type(":quit\r");
+    EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
+}
+
+TEST_F(interactive, brings_an_interrupted_line_back) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("12 ft + 7 in");
+    ASSERT_TRUE(it.shows("7 in")) << it.screen();
+    it.type("\x03");
+    ASSERT_TRUE(it.shows("> ")) << it.screen();
+    it.type("\x1b[A");
+    ASSERT_TRUE(it.shows("7 in")) << it.screen();
+    it.type("\r");
+    EXPECT_TRUE(it.shows(" = 3.8354 m")) << it.screen();
+}
+
+TEST_F(interactive, takes_a_continued_line_as_one_entry) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("1 m + \\\r");
+    ASSERT_TRUE(it.shows("... ")) << it.screen();
+    it.type("2 m\r");
+    EXPECT_TRUE(it.shows(" = 3 m")) << it.screen();
+}
+
+TEST_F(interactive, remembers_lines_from_session_to_session) {
+    {
+        terminal_session first(home_);
+        ASSERT_TRUE(first.shows("> "));
+        first.type("17 ft\r");
+        ASSERT_TRUE(first.shows(" = 5.1816 m")) << first.screen();
+        first.type(":quit\r");
+        ASSERT_EQ(first.wait_for_end(), 0);
+    }
+    terminal_session second(home_);
+    ASSERT_TRUE(second.shows("> "));
+    second.type("\x1b[A\x1b[A");
+    EXPECT_TRUE(second.shows("17 ft")) << second.screen();
+}
+
+} // namespace

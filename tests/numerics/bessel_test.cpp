@@ -1,0 +1,206 @@
+// Bessel and Airy functions: particular values, failures, and what a failure leaves.
+
+#include "numerics/airy.h"
+#include "numerics/bessel_fits.h"
+#include "numerics/bessel_integer.h"
+#include "numerics/bessel_real.h"
+#include "numerics/chebyshev.h"
+#include "tests/numerics/evaluated.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+using namespace metrify;
+using namespace metrify::test;
+
+struct four_outputs {
+    double a = 7.0;
+    double b = 7.0;
+    double c = 7.0;
+    double d = 7.0;
+    std::string err;
+};
+
+template <class Routine, class... Arguments>
+four_outputs call(Routine routine, Arguments... arguments) {
+    four_outputs out;
+    work_text err;
+    routine(arguments..., out.a, out.b, out.c, out.d, err.str);
+    out.err = err.view();
+    return out;
+}
+
+void expect_failed(const four_outputs& out, const char* text) {
+    EXPECT_EQ(out.err, text);
+    for (const double x : {out.a, out.b, out.c, out.d})
+        EXPECT_EQ(x, 0.0) << text;
+}
+
+TEST(bessel, j0_at_0_is_the_ratio_of_two_constants) {
+    EXPECT_EQ(math_func_bessj0(0.0), 57568490574.0 / 57568490411.0);
+    EXPECT_NEAR(math_func_bessj0(0.0), 1.0000000028, 5e-11);
+    EXPECT_EQ(evaluate(math_func_bessj, 0, 0.0).value, math_func_bessj0(0.0));
+}
+
+TEST(bessel, integer_orders_from_2_are_exactly_0_at_0) {
+    for (const std::int32_t n : {2, 3, 100, 2147483647}) {
+        EXPECT_EQ(evaluate(math_func_bessj, n, 0.0).value, 0.0);
+        EXPECT_EQ(evaluate(math_func_bessi, n, 0.0).value, 0.0);
+    }
+}
+
+TEST(bessel, y_at_0_is_minus_infinity_without_a_text) {
+    const evaluated y = evaluate(math_func_bessy, 0, 0.0);
+    EXPECT_EQ(y.value, -plus_infinity);
+    EXPECT_EQ(y.err, "");
+}
+
+TEST(bessel, order_1_is_odd_on_both_ranges) {
+    for (const double x : {0.5, 3.0, 3.75, 7.9, 8.0, 30.0}) {
+        EXPECT_EQ(math_func_bessj1(-x), -math_func_bessj1(x)) << x;
+        EXPECT_EQ(math_func_bessi1(-x), -math_func_bessi1(x)) << x;
+    }
+}
+
+TEST(bessel, order_0_is_even) {
+    for (const double x : {0.5, 3.0, 3.75, 7.9, 8.0, 30.0}) {
+        EXPECT_EQ(math_func_bessj0(-x), math_func_bessj0(x)) << x;
+        EXPECT_EQ(math_func_bessi0(-x), math_func_bessi0(x)) << x;
+    }
+}
+
+TEST(bessel, i1_has_the_required_fourth_coefficient) {
+    // At 3.75/|x| = 1 the polynomial is the plain sum of its coefficients.
+    const double sum = 0.39894228 - 0.03988024 - 0.00362018 + 0.0016381 - 0.01031555 + 0.02282967 -
+                       0.02895312 + 0.01787654 - 0.00420059;
+    EXPECT_NEAR(math_func_bessi1(3.75) / (std::exp(3.75) / std::sqrt(3.75)), sum, 1e-15);
+}
+
+TEST(bessel, j0_and_y0_differ_in_the_last_coefficient_of_the_phase) {
+    const double x = 8.0;
+    const double phase = x - 0.785398164;
+    const double p = 1.0 - 0.1098628627e-2 + 0.2734510407e-4 - 0.2073370639e-5 + 0.2093887211e-6;
+    const double q = -0.1562499995e-1 + 0.1430488765e-3 - 0.6911147651e-5 + 0.7621095161e-6;
+    const double size = std::sqrt(0.636619772 / x);
+    EXPECT_NEAR(math_func_bessj0(x), size * (std::cos(phase) * p - std::sin(phase) * (q - 9.34935152e-8)),
+                1e-15);
+    EXPECT_NEAR(math_func_bessy0(x), size * (std::sin(phase) * p + std::cos(phase) * (q - 9.34945152e-8)),
+                1e-15);
+}
+
+TEST(bessel, odd_integer_orders_change_their_sign_with_x) {
+    for (const double x : {0.5, 2.5, 40.0}) {
+        EXPECT_EQ(evaluate(math_func_bessj, 3, -x).value, -evaluate(math_func_bessj, 3, x).value);
+        EXPECT_EQ(evaluate(math_func_bessj, 4, -x).value, evaluate(math_func_bessj, 4, x).value);
+        EXPECT_EQ(evaluate(math_func_bessi, 3, -x).value, -evaluate(math_func_bessi, 3, x).value);
+        EXPECT_EQ(evaluate(math_func_bessi, 4, -x).value, evaluate(math_func_bessi, 4, x).value);
+    }
+}
+
+TEST(bessel, k_of_a_negative_order_equals_that_of_the_positive_one) {
+    for (const std::int32_t n : {1, 2, 5})
+        EXPECT_EQ(evaluate(math_func_bessk, -n, 1.5).value, evaluate(math_func_bessk, n, 1.5).value);
+    EXPECT_EQ(evaluate(math_func_bessk_frac, -2.5, 1.5).value,
+              evaluate(math_func_bessk_frac, 2.5, 1.5).value);
+}
+
+TEST(bessel, i_of_a_negative_integer_order_reaches_the_fit_of_k_below_0_without_a_text) {
+    for (const double x : {0.0, -1.0}) {
+        const evaluated i = evaluate(math_func_bessi, -2, x);
+        EXPECT_TRUE(std::isnan(i.value)) << x;
+        EXPECT_EQ(i.err, "");
+    }
+}
+
+TEST(bessel, the_order_without_a_positive_counterpart_is_out_of_range) {
+    constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    const auto expect_out_of_range = [](const evaluated& f, const char* text) {
+        EXPECT_EQ(f.value, 0.0);
+        EXPECT_EQ(f.err, text);
+    };
+    expect_out_of_range(evaluate(math_func_bessj, least, 1.0),
+                        "ERROR:   order out of range in math_func_bessj().\n");
+    expect_out_of_range(evaluate(math_func_bessy, least, 1.0),
+                        "ERROR:   order out of range in math_func_bessy().\n");
+    expect_out_of_range(evaluate(math_func_bessi, least, 1.0),
+                        "ERROR:   order out of range in math_func_bessi().\n");
+    expect_out_of_range(evaluate(math_func_bessk, least, 1.0),
+                        "ERROR:   order out of range in math_func_bessk().\n");
+}
+
+TEST(bessel, real_orders_refuse_x_before_the_order) {
+    for (const double x : {0.0, -1.0}) {
+        expect_failed(call(math_func_bessjy, x, -1.0), "ERROR:   x must be > 0 in math_func_bessjy().\n");
+        expect_failed(call(math_func_bessik, x, -1.0), "ERROR:   x must be > 0 in math_func_bessik().\n");
+    }
+    expect_failed(call(math_func_bessjy, 1.0, -0.1), "ERROR:   nu must be >= 0 in math_func_bessjy().\n");
+    expect_failed(call(math_func_bessik, 1.0, -0.1), "ERROR:   nu must be >= 0 in math_func_bessik().\n");
+}
+
+TEST(bessel, real_orders_give_up_on_a_large_x) {
+    expect_failed(call(math_func_bessjy, 1e6, 0.5),
+                  "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+    expect_failed(call(math_func_bessik, 1e12, 0.5),
+                  "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+}
+
+TEST(bessel, a_not_a_number_ends_in_the_text_of_the_first_fraction) {
+    expect_failed(call(math_func_bessjy, quiet_nan, 0.5),
+                  "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+    expect_failed(call(math_func_bessik, 1.0, quiet_nan),
+                  "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+}
+
+TEST(bessel, integer_orders_of_a_not_a_number_are_none_without_a_text) {
+    for (const std::int32_t n : {0, 1, 2, 7, -2, 2147483647}) {
+        for (const auto routine : {math_func_bessj, math_func_bessy, math_func_bessi, math_func_bessk}) {
+            const evaluated f = evaluate(routine, n, quiet_nan);
+            EXPECT_TRUE(std::isnan(f.value)) << n;
+            EXPECT_EQ(f.err, "");
+        }
+    }
+}
+
+TEST(bessel, chebyshev_sum_of_one_term_is_half_of_it) {
+    const double c[] = {3.0, 5.0};
+    EXPECT_EQ(evaluate(math_func_bes_chebev, -1.0, 1.0, c, 1, 0.3).value, 1.5);
+    EXPECT_EQ(evaluate(math_func_bes_chebev, -1.0, 1.0, c, 2, 0.5).value, 4.0);
+    EXPECT_EQ(evaluate(math_func_bes_chebev, 0.0, 4.0, c, 2, 4.0).value, 6.5);
+}
+
+TEST(bessel, chebyshev_sum_refuses_what_lies_outside_its_range) {
+    const double c[] = {3.0, 5.0};
+    for (const double x : {-1.1, 1.1}) {
+        const evaluated sum = evaluate(math_func_bes_chebev, -1.0, 1.0, c, 2, x);
+        EXPECT_EQ(sum.value, 0.0);
+        EXPECT_EQ(sum.err, "ERROR:  x not in range in routine math_func_bes_chebev().\n");
+    }
+    EXPECT_EQ(evaluate(math_func_bes_chebev, -1.0, 1.0, c, 2, 1.0).err, "");
+}
+
+TEST(airy, at_0_are_the_stored_constants) {
+    for (const double x : {0.0, -0.0, quiet_nan}) {
+        const four_outputs f = call(math_func_airy, x);
+        EXPECT_EQ(f.a, 0.3550280538878172);
+        EXPECT_EQ(f.b, 0.6149266274460007);
+        EXPECT_EQ(f.c, -0.2588194037928068);
+        EXPECT_EQ(f.d, 0.44828835735382644);
+        EXPECT_EQ(f.err, "");
+    }
+}
+
+TEST(airy, failing_inner_calls_leave_a_text_each_and_zeros) {
+    const four_outputs below = call(math_func_airy, -1e6);
+    EXPECT_EQ(below.err, "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n"
+                         "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+    EXPECT_EQ(below.a, 0.0);
+    const four_outputs above = call(math_func_airy, 1e12);
+    EXPECT_EQ(above.err, "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n"
+                         "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+    EXPECT_EQ(above.b, 0.0);
+}
+
+} // namespace

@@ -1,0 +1,224 @@
+// The walk to a change of sign and Ridders' method, on plain functions.
+
+#include "numerics/one_dim_root.h"
+#include "tests/numerics/plain_function.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace metrify;
+using namespace metrify::test;
+using testing::ElementsAre;
+
+constexpr std::string_view no_solution =
+    "ERROR: No solution found.  Try a different initial independent value.\n";
+
+std::string solve(plain_function& f) {
+    work_text err;
+    solve_one_dim(f, err.str);
+    return std::string(err.view());
+}
+
+std::string bracket(plain_function& f, double x0, double dx, int Max_it, double growth, root_bracket& found,
+                    bool expected) {
+    work_text err;
+    EXPECT_EQ(bi_bracket_zero(f, x0, dx, Max_it, growth, found, err.str), expected);
+    return std::string(err.view());
+}
+
+TEST(solve_one_dim, walks_from_the_start_by_a_tenth_of_it) {
+    plain_function f = of_one(10.0, [](double x) { return x - 16.0; });
+    EXPECT_EQ(solve(f), "");
+    EXPECT_THAT(places(f), ElementsAre(10, 9, 11, 7, 13, 3, 17, 15, 16, 16));
+}
+
+TEST(solve_one_dim, walks_by_a_tenth_from_a_start_below_one) {
+    plain_function f = of_one(0.5, [](double x) { return x - 0.58; });
+    EXPECT_EQ(solve(f), "");
+    EXPECT_EQ(f.points[1][0], 0.5 - 0.1);
+    EXPECT_EQ(f.points[2][0], 0.5 + 0.1);
+    EXPECT_NEAR(f.last(), 0.58, 1e-8);
+}
+
+TEST(solve_one_dim, walks_by_the_magnitude_of_a_negative_start) {
+    plain_function f = of_one(-20.0, [](double x) { return x + 21.0; });
+    EXPECT_EQ(solve(f), "");
+    EXPECT_EQ(f.points[1][0], -22.0);
+    EXPECT_EQ(f.points[2][0], -18.0);
+}
+
+TEST(solve_one_dim, evaluates_a_start_that_is_a_root_once) {
+    plain_function f = of_one(3.0, [](double x) { return x - 3.0; });
+    EXPECT_EQ(solve(f), "");
+    EXPECT_THAT(places(f), ElementsAre(3));
+}
+
+TEST(solve_one_dim, stays_at_the_midpoint_where_a_walker_lands_on_the_root) {
+    plain_function f = of_one(10.0, [](double x) { return x - 13.0; });
+    EXPECT_EQ(solve(f), "");
+    EXPECT_EQ(f.last(), 12.0);
+}
+
+TEST(solve_one_dim, stays_at_a_midpoint_that_is_the_root) {
+    plain_function f = of_one(10.0, [](double x) { return x - 15.0; });
+    EXPECT_EQ(solve(f), "");
+    EXPECT_THAT(places(f), ElementsAre(10, 9, 11, 7, 13, 3, 17, 15));
+}
+
+TEST(solve_one_dim, says_in_its_own_words_that_there_is_no_bracket) {
+    plain_function f = of_one_in_places(1.0, [](double) { return fails_here; });
+    EXPECT_EQ(solve(f), no_solution);
+    EXPECT_EQ(f.evaluations(), 1U);
+}
+
+TEST(solve_one_dim, ends_with_one_walker_where_the_other_side_fails) {
+    plain_function f = of_one_in_places(10.0, [](double x) { return x < 9.5 ? fails_here : x - 16.0; });
+    EXPECT_EQ(solve(f), "");
+    EXPECT_THAT(places(f), ElementsAre(10, 9, 11, 13, 17, 15, 16, 16));
+}
+
+TEST(bi_bracket_zero, makes_up_a_bracket_at_a_root) {
+    plain_function f = of_one(0.0, [](double x) { return x - 3.0; });
+    root_bracket found;
+    EXPECT_EQ(bracket(f, 3.0, 0.1, 600, 2.0, found, true), "");
+    EXPECT_EQ(found.a, 3.0);
+    EXPECT_EQ(found.b, 4.0);
+    EXPECT_EQ(found.m, 3.5);
+    EXPECT_EQ(found.fa, 0.0);
+    EXPECT_EQ(found.fb, 0.5);
+    EXPECT_EQ(found.fm, 0.0);
+}
+
+TEST(bi_bracket_zero, takes_the_low_side_of_two) {
+    plain_function f = of_one(0.0, [](double x) { return 1.5 - std::fabs(x); });
+    root_bracket found;
+    EXPECT_EQ(bracket(f, 0.0, 1.0, 600, 2.0, found, true), "");
+    EXPECT_EQ(found.a, -1.0);
+    EXPECT_EQ(found.b, -3.0);
+    EXPECT_EQ(found.m, -2.0);
+    EXPECT_EQ(found.fa, 0.5);
+    EXPECT_EQ(found.fb, -1.5);
+    EXPECT_EQ(found.fm, -0.5);
+}
+
+TEST(bi_bracket_zero, has_texts_of_its_own_for_walkers_that_both_fail) {
+    plain_function at_once = of_one_in_places(0.0, [](double x) { return x == 0.0 ? 1.0 : fails_here; });
+    root_bracket found;
+    EXPECT_EQ(bracket(at_once, 0.0, 1.0, 600, 2.0, found, false), "Cannot evaluate bracketing points (1)");
+    plain_function later =
+        of_one_in_places(0.0, [](double x) { return std::fabs(x) < 5.0 ? 1.0 : fails_here; });
+    EXPECT_EQ(bracket(later, 0.0, 1.0, 600, 2.0, found, false), "Cannot evaluate bracketing points (2)");
+    EXPECT_THAT(places(later), ElementsAre(0, -1, 1, -3, 3, -7, 7));
+}
+
+TEST(bi_bracket_zero, gives_up_after_its_passes) {
+    constexpr const char* text = "ERROR:  Max_it reached w/o sign change in bi_bracket_zero()\n";
+    plain_function f = of_one(0.0, [](double) { return 1.0; });
+    root_bracket found;
+    EXPECT_EQ(bracket(f, 0.0, 1.0, 3, 2.0, found, false), text);
+    EXPECT_THAT(places(f), ElementsAre(0, -1, 1, -3, 3, -7, 7, -15, 15));
+    plain_function none = of_one(0.0, [](double) { return 1.0; });
+    EXPECT_EQ(bracket(none, 0.0, 1.0, 0, 2.0, found, false), text);
+    EXPECT_THAT(places(none), ElementsAre(0, -1, 1));
+}
+
+TEST(bi_bracket_zero, takes_growth_towards_the_midpoint_for_a_pole) {
+    plain_function f = of_one(0.0, [](double x) { return 1.0 / x; });
+    root_bracket found;
+    EXPECT_EQ(bracket(f, 1.0, 0.1, 600, 2.0, found, false),
+              "ERROR:  Possible singularity in bi_bracket_zero()\n");
+    EXPECT_NEAR(found.a, 0.3, 1e-15);
+    EXPECT_NEAR(found.b, -0.5, 1e-15);
+    EXPECT_NEAR(found.m, -0.1, 1e-15);
+}
+
+TEST(bi_bracket_zero, walks_on_over_values_that_are_no_numbers) {
+    plain_function f = of_one(0.0, [](double x) { return std::fabs(x) < 5.0 && x != 0.0 ? NAN : x - 10.0; });
+    root_bracket found;
+    EXPECT_EQ(bracket(f, 0.0, 1.0, 600, 2.0, found, true), "");
+    EXPECT_EQ(found.a, 7.0);
+    EXPECT_EQ(found.b, 15.0);
+}
+
+TEST(bi_bracket_zero, fails_where_the_midpoint_does) {
+    plain_function f = of_one_in_places(0.0, [](double x) { return x == 2.0 ? fails_here : x - 1.5; });
+    root_bracket found;
+    EXPECT_EQ(bracket(f, 0.0, 1.0, 600, 2.0, found, false), "evaluation failed");
+}
+
+double ridders(plain_function& f, const root_bracket& from, std::string& text) {
+    work_text err;
+    const double root = zriddr(f, from, 1e-8, err.str);
+    text = err.view();
+    return root;
+}
+
+TEST(zriddr, answers_a_zero_in_the_bracket_without_an_evaluation) {
+    plain_function f = of_one(0.0, [](double x) { return x; });
+    std::string text;
+    EXPECT_EQ(ridders(f, {1, 2, 3, 0, 0, 0}, text), 1.0);
+    EXPECT_EQ(ridders(f, {1, 2, 3, 1, 0, 0}, text), 2.0);
+    EXPECT_EQ(ridders(f, {1, 2, 3, 1, 1, 0}, text), 3.0);
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(f.evaluations(), 0U);
+}
+
+TEST(zriddr, refuses_what_is_no_bracket) {
+    plain_function f = of_one(0.0, [](double x) { return x; });
+    std::string text;
+    EXPECT_EQ(ridders(f, {1, 2, 3, 1, 1, 1}, text), 0.0);
+    EXPECT_EQ(text, "ERROR:  Root must be bracketed in zriddr()\n");
+}
+
+TEST(zriddr, leaves_the_function_at_the_root) {
+    plain_function f = of_one(0.0, [](double x) { return x * x * x - 2.0; });
+    std::string text;
+    const double root = ridders(f, {1, 2, 1.5, -1, 6, 1.375}, text);
+    EXPECT_EQ(text, "");
+    EXPECT_NEAR(root, std::cbrt(2.0), 1e-8);
+    EXPECT_EQ(f.last(), root);
+}
+
+TEST(zriddr, needs_no_order_of_the_ends) {
+    plain_function f = of_one(0.0, [](double x) { return x * x * x - 2.0; });
+    std::string text;
+    EXPECT_NEAR(ridders(f, {2, 1, 1.5, 6, -1, 1.375}, text), std::cbrt(2.0), 1e-8);
+}
+
+TEST(zriddr, tells_a_pole_from_a_root_at_the_end) {
+    plain_function f = of_one(0.0, [](double x) { return 1.0 / (x - 12.3); });
+    std::string text;
+    ridders(f, {11, 13, 12, 1 / -1.3, 1 / 0.7, 1 / -0.3}, text);
+    EXPECT_EQ(text, "ERROR:  Singularity detected in zriddr()\n");
+}
+
+TEST(zriddr, gives_zero_and_the_text_of_a_failed_evaluation) {
+    plain_function f = of_one_in_places(0.0, [](double) { return fails_here; });
+    std::string text;
+    EXPECT_EQ(ridders(f, {1, 2, 1.5, -1, 1, 0.5}, text), 0.0);
+    EXPECT_EQ(text, "evaluation failed");
+    EXPECT_EQ(f.evaluations(), 1U);
+}
+
+TEST(zriddr, ends_each_pass_with_the_midpoint_of_the_new_bracket) {
+    plain_function f = of_one(0.0, [](double x) { return x < 1.2 ? -1.0 : 1.0; });
+    std::string text;
+    ridders(f, {0, 2, 1, -1, 1, -1}, text);
+    // The first new point is 1 + 1/sqrt(2); the bracket from 1 to there has its midpoint in between.
+    EXPECT_NEAR(f.points[0][0], 1.0 + 1.0 / std::sqrt(2.0), 1e-15);
+    EXPECT_NEAR(f.points[1][0], 1.0 + 0.5 / std::sqrt(2.0), 1e-15);
+}
+
+TEST(zriddr, says_that_its_passes_are_used_up) {
+    // Not-a-number at each midpoint: no point is ever as near to the one before as the tolerance asks.
+    plain_function f = of_one(0.0, [](double x) { return x != x ? -1.0 : NAN; });
+    std::string text;
+    ridders(f, {0, 2, 1, NAN, 1, NAN}, text);
+    EXPECT_EQ(text, "ERROR:  Maximum iterations reached in zriddr()\n");
+    EXPECT_EQ(f.evaluations(), 1200U); // the closing one runs nothing
+}
+
+} // namespace

@@ -1,0 +1,134 @@
+#include "tests/numerics/routines.h"
+
+#include "numerics/airy.h"
+#include "numerics/bessel_fits.h"
+#include "numerics/bessel_integer.h"
+#include "numerics/bessel_real.h"
+#include "numerics/carlson.h"
+#include "numerics/elliptic.h"
+#include "numerics/error_functions.h"
+#include "numerics/exponential_integrals.h"
+#include "numerics/gamma_functions.h"
+#include "numerics/jacobi.h"
+
+#include <cstdint>
+
+namespace metrify::test {
+
+namespace {
+
+using one_argument = double (*)(double);
+using one_argument_or_text = double (*)(double, text_str*&);
+using two_arguments = double (*)(double, double, text_str*&);
+using integer_order = double (*)(std::int32_t, double, text_str*&);
+using three_arguments = double (*)(double, double, double, text_str*&);
+using four_arguments = double (*)(double, double, double, double, text_str*&);
+using two_outputs = void (*)(double&, double, double, double&, text_str*&);
+using four_outputs_of_one = void (*)(double, double&, double&, double&, double&, text_str*&);
+using four_outputs_of_two = void (*)(double, double, double&, double&, double&, double&, text_str*&);
+using three_outputs = void (*)(double, double, double&, double&, double&, text_str*&);
+
+template <one_argument f>
+routine_outputs call(const routine_arguments& x, text_str*&) {
+    return {f(x[0])};
+}
+template <one_argument_or_text f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    return {f(x[0], err)};
+}
+template <two_arguments f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    return {f(x[0], x[1], err)};
+}
+template <integer_order f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    return {f(static_cast<std::int32_t>(x[0]), x[1], err)};
+}
+template <three_arguments f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    return {f(x[0], x[1], x[2], err)};
+}
+template <four_arguments f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    return {f(x[0], x[1], x[2], x[3], err)};
+}
+template <two_outputs f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    routine_outputs out = {};
+    f(out[0], x[0], x[1], out[1], err);
+    return out;
+}
+template <four_outputs_of_one f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    routine_outputs out = {};
+    f(x[0], out[0], out[1], out[2], out[3], err);
+    return out;
+}
+template <four_outputs_of_two f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    routine_outputs out = {};
+    f(x[0], x[1], out[0], out[1], out[2], out[3], err);
+    return out;
+}
+template <three_outputs f>
+routine_outputs call(const routine_arguments& x, text_str*& err) {
+    routine_outputs out = {};
+    f(x[0], x[1], out[0], out[1], out[2], err);
+    return out;
+}
+
+// clang-format off
+constexpr routine routines[] = {
+    // name, arguments, outputs, call, bound of the error
+    {"math_func_bessj0", 1, 1, call<math_func_bessj0>, 1e-7},
+    {"math_func_bessj1", 1, 1, call<math_func_bessj1>, 1e-7},
+    {"math_func_bessy0", 1, 1, call<math_func_bessy0>, 1e-7},
+    {"math_func_bessy1", 1, 1, call<math_func_bessy1>, 1e-7},
+    {"math_func_bessi0", 1, 1, call<math_func_bessi0>, 6e-7},
+    {"math_func_bessi1", 1, 1, call<math_func_bessi1>, 6e-7},
+    {"math_func_bessk0", 1, 1, call<math_func_bessk0>, 2e-7},
+    {"math_func_bessk1", 1, 1, call<math_func_bessk1>, 2e-7},
+    {"math_func_bessj", 2, 1, call<math_func_bessj>, 6e-7},
+    {"math_func_bessy", 2, 1, call<math_func_bessy>, 1e-7},
+    {"math_func_bessi", 2, 1, call<math_func_bessi>, 6e-7},
+    {"math_func_bessk", 2, 1, call<math_func_bessk>, 2e-7},
+    {"math_func_bessj_frac", 2, 1, call<math_func_bessj_frac>, 4e-12},
+    {"math_func_bessy_frac", 2, 1, call<math_func_bessy_frac>, 4e-12},
+    {"math_func_bessi_frac", 2, 1, call<math_func_bessi_frac>, 4e-12},
+    {"math_func_bessk_frac", 2, 1, call<math_func_bessk_frac>, 1e-13},
+    {"math_func_bessjy", 2, 4, call<math_func_bessjy>, 4e-12},
+    {"math_func_bessik", 2, 4, call<math_func_bessik>, 4e-12},
+    {"math_func_airy", 1, 4, call<math_func_airy>, 1e-12},
+    {"math_func_gammln", 1, 1, call<math_func_gammln>, 3e-10},
+    {"math_func_gammp", 2, 1, call<math_func_gammp>, 5e-7},
+    {"math_func_gammq", 2, 1, call<math_func_gammq>, 5e-7},
+    {"math_func_gser", 2, 2, call<math_func_gser>, 5e-7},
+    {"math_func_gcf", 2, 2, call<math_func_gcf>, 5e-7},
+    {"math_func_beta", 2, 1, call<math_func_beta>, 3e-10},
+    {"math_func_betai", 3, 1, call<math_func_betai>, 3e-7},
+    {"math_func_betacf", 3, 1, call<math_func_betacf>, 3e-7},
+    {"math_func_erf", 1, 1, call<math_func_erf>, 3e-7},
+    {"math_func_erfc", 1, 1, call<math_func_erfc>, 3e-7},
+    {"math_func_expint", 2, 1, call<math_func_expint>, 5e-7},
+    {"math_func_ei", 1, 1, call<math_func_ei>, 3e-7},
+    {"math_func_dawson", 1, 1, call<math_func_dawson>, 5e-7},
+    {"math_func_CumNormal", 1, 1, call<math_func_CumNormal>, 1e-8},
+    {"math_func_CumNormalInv", 1, 1, call<math_func_CumNormalInv>, 1e-8},
+    {"math_func_carlsons_rc", 2, 1, call<math_func_carlsons_rc>, 1e-14},
+    {"math_func_carlsons_rd", 3, 1, call<math_func_carlsons_rd>, 1e-14},
+    {"math_func_carlsons_rf", 3, 1, call<math_func_carlsons_rf>, 1e-14},
+    {"math_func_carlsons_rj", 4, 1, call<math_func_carlsons_rj>, 1e-14},
+    {"math_func_elliptic_f", 2, 1, call<math_func_elliptic_f>, 5e-14},
+    {"math_func_elliptic_e", 2, 1, call<math_func_elliptic_e>, 1e-14},
+    {"math_func_elliptic_pi", 3, 1, call<math_func_elliptic_pi>, 1e-14},
+    {"math_func_sncndn", 2, 3, call<math_func_sncndn>, 1e-7},
+};
+// clang-format on
+
+} // namespace
+
+std::span<const routine> all_routines() {
+    return routines;
+}
+
+} // namespace metrify::test

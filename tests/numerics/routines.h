@@ -1,0 +1,30 @@
+#pragma once
+
+// Every routine of the special functions in one form, for the tests that go through all of them.
+
+#include "calc/text_str.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace metrify::test {
+
+constexpr std::size_t most_arguments = 4;
+constexpr std::size_t most_outputs = 4;
+
+using routine_arguments = std::array<double, most_arguments>;
+using routine_outputs = std::array<double, most_outputs>;
+
+struct routine {
+    std::string_view name;
+    std::size_t arguments;
+    std::size_t outputs;
+    routine_outputs (*call)(const routine_arguments& x, text_str*& err);
+    double bound; // of the error, relative to the scale in the routine's table of exact values
+};
+
+std::span<const routine> all_routines();
+
+} // namespace metrify::test

@@ -1,0 +1,129 @@
+// Published problems as programs of the language. A comment at the head of each says what is known of its
+// solution, and whether the required methods find it:
+//
+//   # solution: EXPRESSION = NUMBER within TOLERANCE
+//   # outcome: solved
+//   # outcome: not solved: REASON
+
+#include "calc/driver.h"
+#include "calc/number_text.h"
+#include "calc/solver_binding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path source_folder(METRIFY_SOURCE_DIR);
+
+struct known_number {
+    std::string expression, value, tolerance;
+};
+
+struct problem {
+    std::string title, text, outcome;
+    std::vector<known_number> solution;
+};
+
+std::string behind(const std::string& line, const std::string& mark) {
+    return line.starts_with(mark) ? line.substr(mark.size()) : std::string();
+}
+
+known_number read_solution(const std::string& text) {
+    const std::size_t equals = text.rfind(" = ");
+    const std::size_t within = text.rfind(" within ");
+    return {text.substr(0, equals), text.substr(equals + 3, within - equals - 3), text.substr(within + 8)};
+}
+
+problem read_problem(const fs::path& path) {
+    problem read;
+    std::ifstream in(path, std::ios::binary);
+    for (std::string line; std::getline(in, line);) {
+        if (read.title.empty())
+            read.title = behind(line, "# ");
+        if (const std::string solution = behind(line, "# solution: "); !solution.empty())
+            read.solution.push_back(read_solution(solution));
+        if (const std::string outcome = behind(line, "# outcome: "); !outcome.empty())
+            read.outcome = outcome;
+        read.text += line + "\n";
+    }
+    return read;
+}
+
+std::vector<fs::path> problems() {
+    std::vector<fs::path> found;
+    for (const fs::directory_entry& entry : fs::directory_iterator(source_folder / "tests" / "problems"))
+        found.push_back(entry.path());
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+std::string run(const std::string& program) {
+    metrify::teardown_solver_binding();
+    return std::string(metrify::interpret_dimensional_input_lines(program.c_str()).view());
+}
+
+// How far the expression is from what is known, as the language itself says.
+double distance(const problem& at, const known_number& known) {
+    const std::string shown =
+        run(at.text + "gap = abs((" + known.expression + ") - (" + known.value + "))\n");
+    const std::size_t answer = shown.rfind("gap = ");
+    double number = NAN;
+    metrify::read_double(shown.c_str() + answer + 6, number);
+    return number;
+}
+
+bool is_solved(const problem& at) {
+    const std::string shown = run(at.text);
+    if (shown.find("ERROR") != std::string::npos)
+        return false;
+    return std::all_of(at.solution.begin(), at.solution.end(), [&](const known_number& known) {
+        double tolerance = 0.0;
+        metrify::read_double(known.tolerance.c_str(), tolerance);
+        return distance(at, known) <= tolerance;
+    });
+}
+
+class published_problem : public testing::TestWithParam<fs::path> {};
+
+TEST_P(published_problem, comes_out_as_recorded) {
+    const problem at = read_problem(GetParam());
+    ASSERT_FALSE(at.solution.empty());
+    EXPECT_EQ(is_solved(at), at.outcome == "solved") << run(at.text);
+    if (at.outcome != "solved") {
+        EXPECT_THAT(at.outcome, testing::StartsWith("not solved: "));
+    }
+}
+
+std::string test_name(const testing::TestParamInfo<fs::path>& file) {
+    return file.param.stem().string();
+}
+
+INSTANTIATE_TEST_SUITE_P(problems, published_problem, testing::ValuesIn(problems()), test_name);
+
+TEST(published_problems, stand_in_the_table_for_users) {
+    std::ifstream in(source_folder / "docs" / "problems.md", std::ios::binary);
+    const std::string table{std::istreambuf_iterator<char>(in), {}};
+    std::size_t solved = 0;
+    for (const fs::path& path : problems()) {
+        const problem at = read_problem(path);
+        solved += at.outcome == "solved" ? 1 : 0;
+        EXPECT_THAT(table, testing::HasSubstr("| " + path.stem().string() + " | " + at.title + " | " +
+                                              at.outcome + " |"));
+    }
+    EXPECT_THAT(table, testing::HasSubstr(std::to_string(solved) + " of " +
+                                          std::to_string(problems().size()) + " are solved"));
+    EXPECT_GE(problems().size(), 30U);
+}
+
+} // namespace
