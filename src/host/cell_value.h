@@ -70,7 +70,7 @@ struct CellValue {
     CellValue() = default;
     CellValue(double number) : content(number) {}
     CellValue(std::int32_t integer) : content(integer) {}
-    CellValue(bool boolean) : content(boolean) {}
+    CellValue(bool logical) : content(logical) {}
     CellValue(const char16_t* text) : content(std::u16string(text)) {}
     CellValue(std::u16string text) : content(std::move(text)) {}
     CellValue(CellError error) : content(error) {}

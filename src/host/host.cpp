@@ -28,6 +28,13 @@ constexpr int kMostArguments<XLOPER> = kMostNarrowArguments;
 template <class Record>
 constexpr bool kIsWide = std::is_same_v<Record, XLOPER12>;
 
+// The code that a call is made to fail with, or success.
+int FaultOf(HostState& state, int function) {
+    if (CurrentContext() == CallContext::calculation_thread)
+        return xlretSuccess;
+    return state.faults.IsCallFailing() ? xlretFailed : state.faults.RefusalOf(WithoutOptions(function));
+}
+
 template <class Record>
 std::optional<CellValue> AskName(HostState& state, const char* entry_name, const CellValue& action) {
     using Entry = Record*(METRIFY_HOST_CALL*)(Record*);
@@ -81,6 +88,8 @@ int Host::Call(int function, Record* result, int count, Record* const* arguments
         if (!arguments[i] || !ReadRecord(*arguments[i], sheet ? sheet->id() : 0, values.emplace_back()))
             return finish(HostAnswer::Code(xlretInvXloper));
     }
+    if (const int refusal = FaultOf(state_, function); refusal != xlretSuccess)
+        return finish(HostAnswer::Code(refusal));
     const HostAnswer answer = CallHostFunction(state_, function, values, CurrentContext(), kIsWide<Record>);
     if (answer.code == xlretSuccess && result) {
         WriteRecord(answer.value, *result);

@@ -4,6 +4,7 @@
 
 #include "host/add_in_module.h"
 #include "host/call_log.h"
+#include "host/fault_switch.h"
 #include "host/menu_bar.h"
 #include "host/record_ledger.h"
 #include "host/registration_table.h"
@@ -54,6 +55,7 @@ struct HostState {
     RecordLedger ledger;  ///< records handed to add-ins
     ResultCounts results; ///< records that add-ins handed over
     CallLog log;
+    FaultSwitch faults; ///< not for calculation threads
 
     const AddInModule* module = nullptr; ///< the one whose code runs, or ran last
 

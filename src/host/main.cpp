@@ -1,5 +1,6 @@
 // The metrify-sheet program.
 
+#include "host/host.h"
 #include "host/program_platform.h"
 #include "host/sheet_command.h"
 
@@ -16,6 +17,14 @@ constexpr int kOldestRelease = 4;
 constexpr int kNewestRelease = 16;
 constexpr int kLastNarrowRelease = 11;
 constexpr unsigned kMostThreads = 256;
+
+int Serve(int release) {
+    Host host(release);
+    if (ServeOtherPrograms(host))
+        return 0;
+    std::cerr << "metrify-sheet: programs can't be found by others on this system\n";
+    return kWrongUsage;
+}
 
 int Run(const std::vector<std::string>& arguments) {
     CLI::App app("Evaluates formulas with an add-in, as a spreadsheet does: one line for each row of a "
@@ -44,8 +53,12 @@ int Run(const std::vector<std::string>& arguments) {
     bool is_refused = false;
     app.add_flag("--refuse", is_refused, "answer the macro's questions with Cancel; otherwise with OK")
         ->needs("--macro");
-    const CLI::Option* formula = app.add_option(
+    CLI::Option* formula = app.add_option(
         "FORMULA", options.formulas, "a formula with its =, or - for formulas on standard input, one a line");
+    bool is_serving = false;
+    app.add_flag("--serve", is_serving,
+                 "a spreadsheet without add-in that other programs find, until its window is closed")
+        ->excludes(formula);
 
     // The parser takes them last first, and without the program's name.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend() - 1);
@@ -54,7 +67,7 @@ int Run(const std::vector<std::string>& arguments) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
-    if (!*formula && !*macro) {
+    if (!*formula && !*macro && !is_serving) {
         std::cerr << "metrify-sheet: a FORMULA is required\n";
         return kWrongUsage;
     }
@@ -66,6 +79,8 @@ int Run(const std::vector<std::string>& arguments) {
         std::cerr << "metrify-sheet: a spreadsheet of that version passes other text\n";
         return kWrongUsage;
     }
+    if (is_serving)
+        return Serve(options.release);
     return SheetCommand(options, std::cin, std::cout, std::cerr);
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
-// What the system tells a program of itself.
+// What the system does for a program.
 
 #include <string>
 #include <vector>
 
 namespace metrify::host {
+
+class Host;
 
 /// The arguments of this program, in UTF-8.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
@@ -15,5 +17,9 @@ std::string ModuleBesideProgram();
 
 /// Newlines go in and out as they are.
 void UseBinaryStreams();
+
+/// Shows the host to other programs by its windows and its automation, until its main window is closed. False
+/// where programs have no such things.
+bool ServeOtherPrograms(Host& host);
 
 } // namespace metrify::host

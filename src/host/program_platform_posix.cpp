@@ -15,4 +15,8 @@ std::string ModuleBesideProgram() {
 
 void UseBinaryStreams() {}
 
+bool ServeOtherPrograms(Host& /*host*/) {
+    return false;
+}
+
 } // namespace metrify::host

@@ -1,3 +1,4 @@
+#include "host/automation/automation_host.h"
 #include "host/program_platform.h"
 #include "host/utf8.h"
 
@@ -30,6 +31,17 @@ std::string ModuleBesideProgram() {
 void UseBinaryStreams() {
     for (std::FILE* stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
+}
+
+bool ServeOtherPrograms(Host& host) {
+    AutomationHost automation(host);
+    automation.ShowAsRunning();
+    MSG message;
+    while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+    return true;
 }
 
 } // namespace metrify::host

@@ -45,6 +45,8 @@ Workbooks::Workbooks(SheetSize size) : size_(size) {
 Sheet& Workbooks::Open() {
     ++last_id_;
     open_.push_back({Sheet(last_id_, u"Sheet" + NumberText(static_cast<double>(last_id_))), CellPosition{}});
+    if (on_change)
+        on_change();
     return open_.back().sheet;
 }
 
@@ -52,6 +54,8 @@ bool Workbooks::Close() {
     if (open_.empty())
         return false;
     open_.pop_back();
+    if (on_change)
+        on_change();
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "host/cell_reference.h"
 #include "host/cell_value.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -55,6 +56,9 @@ class Workbooks {
     /// Closes the active workbook. False if none is open.
     bool Close();
     std::size_t count() const { return open_.size(); }
+
+    /// Called when a workbook has been opened or closed.
+    std::function<void()> on_change;
 
     /// The active sheet, or null.
     Sheet* Active() { return open_.empty() ? nullptr : &open_.back().sheet; }

@@ -124,6 +124,14 @@ bool RegisterAll(CXllApp& application) {
     return is_complete;
 }
 
+bool RegisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor) {
+    return Register(application, descriptor, ModuleName(application));
+}
+
+void UnregisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor) {
+    Unregister(application, descriptor, ModuleName(application));
+}
+
 void UnregisterAll(CXllApp& application) {
     const CXlOper module_name = ModuleName(application);
     for (CXlFunctionDescriptor* descriptor : application.functions.All()) {

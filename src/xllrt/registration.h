@@ -12,6 +12,12 @@ namespace metrify {
 /// registered, or has no place in this host.
 bool RegisterAll(CXllApp& application);
 
+/// Registers one function, which may have come to the application later.
+bool RegisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor);
+
+/// Takes one function back. What the host answers is not looked at.
+void UnregisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor);
+
 /// Takes all functions back. What the host answers is not looked at.
 void UnregisterAll(CXllApp& application);
 

@@ -2,6 +2,7 @@
 
 #include "addin/application.h"
 #include "addin/function_records.h"
+#include "addin/module/module_integration.h"
 #include "xllrt/ribbon_callback.h"
 
 namespace metrify {
@@ -11,7 +12,7 @@ namespace {
 const CXlFunctionRecordLink metrify_link(metrify_record);
 const CXlFunctionRecordLink macro_link(macro_record);
 
-CMetrifyApp application;
+CMetrifyApp application(ModuleIntegration());
 
 const CXlFunctionRecordLink ribbon_link(ribbon_record);
 const CRibbonEventRegistrar ribbon_registrar;

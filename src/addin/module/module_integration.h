@@ -1,0 +1,12 @@
+#pragma once
+
+// The integration of the module with its host: a real one where there are such hosts.
+
+#include "xllrt/integration.h"
+
+namespace metrify {
+
+/// Lives as long as the module.
+const CXlIntegration& ModuleIntegration();
+
+} // namespace metrify

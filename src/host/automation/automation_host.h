@@ -1,0 +1,53 @@
+#pragma once
+
+// A host with windows, an object model and a place in the running object table.
+
+#include "host/automation/application_object.h"
+#include "host/automation/host_windows.h"
+#include "host/automation/running_objects.h"
+#include "host/automation/sheet_objects.h"
+#include "host/host.h"
+
+#include <memory>
+
+namespace metrify::host {
+
+/// Lives on the thread that it is made on, which takes part in the component system as long.
+class AutomationHost {
+  public:
+    /// The host must outlive it.
+    explicit AutomationHost(Host& host);
+    ~AutomationHost();
+    AutomationHost(const AutomationHost&) = delete;
+    AutomationHost& operator=(const AutomationHost&) = delete;
+
+    /// Enters the host and its workbooks into the running object table.
+    void ShowAsRunning();
+
+    /// Opens or closes nothing: brings windows and table up to the workbooks that are open.
+    void FollowWorkbooks();
+
+    HostWindows& windows() { return windows_; }
+    ApplicationObject& application() { return *application_.Get(); }
+    const ReferenceLedger& ledger() const { return *surroundings_->ledger; }
+    const std::shared_ptr<ObjectSurroundings>& surroundings() const { return surroundings_; }
+
+    ComPtr<IDispatch> MakeWorkbook(const std::u16string& name);
+    ComPtr<IDispatch> MakeWorksheet(const std::u16string& workbook, const std::u16string& name);
+    ComPtr<IDispatch> MakeRange(const ComPtr<IDispatch>& worksheet, RangeAddresses addresses);
+
+  private:
+    struct Apartment {
+        Apartment();
+        ~Apartment();
+    };
+
+    Host& host_;
+    Apartment apartment_; // entered before anything else, left last
+    std::shared_ptr<ObjectSurroundings> surroundings_ = std::make_shared<ObjectSurroundings>();
+    ComPtr<ApplicationObject> application_;
+    HostWindows windows_;
+    std::unique_ptr<RunningObjects> running_;
+};
+
+} // namespace metrify::host

@@ -1,0 +1,87 @@
+#pragma once
+
+// What every object of the host's does: it counts its references, and can be made to fail.
+
+#include "host/automation/reference_ledger.h"
+#include "host/fault_switch.h"
+#include "integration/com_ptr.h"
+
+#include <atomic>
+#include <memory>
+
+namespace metrify::host {
+
+/// What objects share. It outlives them, whoever still holds one.
+struct ObjectSurroundings {
+    std::shared_ptr<ReferenceLedger> ledger = std::make_shared<ReferenceLedger>();
+    /// Null when the host has gone.
+    FaultSwitch* faults = nullptr;
+
+    bool IsCallFailing() const { return faults && faults->IsCallFailing(); }
+};
+
+/// An object with these interfaces, born with one reference. The first is its identity.
+template <class First, class... Others>
+class CountedObject : public First, public Others... {
+  public:
+    explicit CountedObject(std::shared_ptr<ObjectSurroundings> surroundings)
+        : surroundings_(std::move(surroundings)) {
+        surroundings_->ledger->NoteObject(1);
+        surroundings_->ledger->NoteReference(1);
+    }
+    CountedObject(const CountedObject&) = delete;
+    CountedObject& operator=(const CountedObject&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) final {
+        if (!object)
+            return E_POINTER;
+        *object = nullptr;
+        if (IsCallFailing())
+            return E_FAIL;
+        if (iid == __uuidof(IUnknown))
+            *object = static_cast<First*>(this);
+        else if (!(Answer<First>(iid, object) || ... || Answer<Others>(iid, object)))
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+
+    ULONG STDMETHODCALLTYPE AddRef() final {
+        surroundings_->ledger->NoteReference(1);
+        return ++references_;
+    }
+
+    ULONG STDMETHODCALLTYPE Release() final {
+        surroundings_->ledger->NoteReference(-1);
+        const ULONG left = --references_;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+
+  protected:
+    virtual ~CountedObject() { surroundings_->ledger->NoteObject(-1); }
+
+    bool IsCallFailing() const { return surroundings_->IsCallFailing(); }
+    const std::shared_ptr<ObjectSurroundings>& Surroundings() const { return surroundings_; }
+
+  private:
+    template <class Interface>
+    bool Answer(REFIID iid, void** object) {
+        if (iid != __uuidof(Interface))
+            return false;
+        *object = static_cast<Interface*>(this);
+        return true;
+    }
+
+    std::shared_ptr<ObjectSurroundings> surroundings_;
+    std::atomic<ULONG> references_ = 1;
+};
+
+/// Makes an object, and holds the reference it is born with.
+template <class Object, class... Arguments>
+ComPtr<Object> MakeObject(Arguments&&... arguments) {
+    return ComPtr<Object>::Take(new Object(std::forward<Arguments>(arguments)...));
+}
+
+} // namespace metrify::host

@@ -1,0 +1,43 @@
+#pragma once
+
+// The connection point through which a host tells of its events.
+
+#include "host/automation/counted_object.h"
+#include "integration/com_value.h"
+
+#include <map>
+#include <ocidl.h>
+#include <span>
+
+namespace metrify::host {
+
+/// The host's application events.
+inline constexpr IID kApplicationEvents = {
+    0x00024413, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+
+class EventPoint final : public CountedObject<IConnectionPoint> {
+  public:
+    using CountedObject::CountedObject;
+
+    HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override;
+    HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override;
+    HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override;
+    HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
+    HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
+
+    /// Sinks that are connected.
+    std::size_t count() const { return sinks_.size(); }
+
+    /// Tells every sink of an event, with the arguments in the order in which they are declared. Gives the
+    /// code of the last.
+    HRESULT Fire(DISPID event, std::span<const VARIANT> arguments);
+
+    /// Lets every sink go.
+    void Clear() { sinks_.clear(); }
+
+  private:
+    std::map<DWORD, ComPtr<IDispatch>> sinks_;
+    DWORD last_cookie_ = 0;
+};
+
+} // namespace metrify::host

@@ -1,0 +1,89 @@
+#include "host/automation/sheet_objects.h"
+
+namespace metrify::host {
+
+WorkbookObject::WorkbookObject(std::shared_ptr<ObjectSurroundings> surroundings,
+                               ComPtr<IDispatch> application, std::u16string name)
+    : DispatchObject(std::move(surroundings)), application_(std::move(application)), name_(std::move(name)) {}
+
+std::span<const MemberRow<WorkbookObject>> WorkbookObject::Members() {
+    static constexpr MemberRow<WorkbookObject> members[] = {
+        {L"Application", &WorkbookObject::Application},
+        {L"Name", &WorkbookObject::Name},
+    };
+    return members;
+}
+
+HRESULT WorkbookObject::Application(const MemberCall& /*call*/, ComVariant& answer) {
+    answer = ComVariant(application_.Get());
+    return S_OK;
+}
+
+HRESULT WorkbookObject::Name(const MemberCall& /*call*/, ComVariant& answer) {
+    answer = ComVariant(name_);
+    return S_OK;
+}
+
+WorksheetObject::WorksheetObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> workbook,
+                                 std::u16string name)
+    : DispatchObject(std::move(surroundings)), workbook_(std::move(workbook)), name_(std::move(name)) {}
+
+std::span<const MemberRow<WorksheetObject>> WorksheetObject::Members() {
+    static constexpr MemberRow<WorksheetObject> members[] = {
+        {L"Parent", &WorksheetObject::Parent},
+        {L"Name", &WorksheetObject::Name},
+    };
+    return members;
+}
+
+HRESULT WorksheetObject::Parent(const MemberCall& /*call*/, ComVariant& answer) {
+    answer = ComVariant(workbook_.Get());
+    return S_OK;
+}
+
+HRESULT WorksheetObject::Name(const MemberCall& /*call*/, ComVariant& answer) {
+    answer = ComVariant(name_);
+    return S_OK;
+}
+
+RangeObject::RangeObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> worksheet,
+                         RangeAddresses addresses)
+    : DispatchObject(std::move(surroundings)), worksheet_(std::move(worksheet)),
+      addresses_(std::move(addresses)) {}
+
+std::span<const MemberRow<RangeObject>> RangeObject::Members() {
+    static constexpr MemberRow<RangeObject> members[] = {
+        {L"AddressLocal", &RangeObject::AddressLocal},
+        {L"Worksheet", &RangeObject::Worksheet},
+    };
+    return members;
+}
+
+// Arguments: row absolute, column absolute, reference style, external, relative to. All may be left out.
+HRESULT RangeObject::AddressLocal(const MemberCall& call, ComVariant& answer) {
+    constexpr std::size_t kExternal = 3;
+    const ComVariant external = call.At(kExternal);
+    const bool is_external = external.Type() == VT_BOOL && V_BOOL(&external.Get()) != VARIANT_FALSE;
+    answer = ComVariant(is_external ? addresses_.external : addresses_.plain);
+    return S_OK;
+}
+
+HRESULT RangeObject::Worksheet(const MemberCall& /*call*/, ComVariant& answer) {
+    answer = ComVariant(worksheet_.Get());
+    return S_OK;
+}
+
+WindowObject::WindowObject(std::shared_ptr<ObjectSurroundings> surroundings, ComVariant application)
+    : DispatchObject(std::move(surroundings)), application_(std::move(application)) {}
+
+std::span<const MemberRow<WindowObject>> WindowObject::Members() {
+    static constexpr MemberRow<WindowObject> members[] = {{L"Application", &WindowObject::Application}};
+    return members;
+}
+
+HRESULT WindowObject::Application(const MemberCall& /*call*/, ComVariant& answer) {
+    answer = application_;
+    return S_OK;
+}
+
+} // namespace metrify::host

@@ -1,0 +1,59 @@
+#pragma once
+
+// The host's formula dialog: five boxes, a scroll bar, and the name of the function for screen readers.
+
+#include "host/automation/counted_object.h"
+
+#include <array>
+#include <memory>
+#include <oleacc.h>
+#include <string>
+#include <windows.h>
+
+namespace metrify::host {
+
+inline constexpr int kDialogBoxes = 5;
+
+struct WizardDialogOptions {
+    HWND owner = nullptr;
+    std::string title = "Function Arguments";
+    std::string class_name = "bosa_sdm_XL9";
+    std::u16string function{}; ///< the name shown
+    int arguments = kDialogBoxes;
+    bool is_name_nested = false; ///< the name stands in an object of its own
+    int misplaced_box = -1;      ///< a box that stands out of the line
+};
+
+class WizardDialog {
+  public:
+    WizardDialog(std::shared_ptr<ObjectSurroundings> surroundings, const WizardDialogOptions& options);
+    ~WizardDialog();
+    WizardDialog(const WizardDialog&) = delete;
+    WizardDialog& operator=(const WizardDialog&) = delete;
+
+    /// Shows and activates it.
+    void Show();
+    /// Closes it.
+    void Close();
+
+    HWND window() const { return window_; }
+    HWND box(int index) const { return boxes_.at(static_cast<std::size_t>(index)); }
+    HWND scroll_bar() const { return scroll_bar_; }
+
+    /// Scrolls the arguments, so that this one is in the first box.
+    void ScrollTo(int argument);
+
+    void SetText(int box, const std::string& text);
+    std::string Text(int box) const;
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);
+    void MakeControls(const WizardDialogOptions& options);
+
+    HWND window_ = nullptr;
+    std::array<HWND, kDialogBoxes> boxes_{};
+    HWND scroll_bar_ = nullptr;
+    ComPtr<IDispatch> accessible_;
+};
+
+} // namespace metrify::host

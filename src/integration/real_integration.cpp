@@ -1,0 +1,59 @@
+#include "integration/real_integration.h"
+
+#include "integration/com_holder.h"
+#include "integration/wizard_detector.h"
+#include "integration/wizard_hook.h"
+#include "integration/wizard_registry.h"
+
+#include <utility>
+
+namespace metrify {
+
+namespace {
+
+// Watches the host's formula dialog while there is a registry.
+class ComHelper final : public IXlComHelper {
+  public:
+    ComHelper() = default;
+    ComHelper(const ComHelper&) = delete;
+    ComHelper& operator=(const ComHelper&) = delete;
+    ~ComHelper() override { ComHelper::ReleaseRegistry(); }
+
+    void HoldRegistry(IXlWizardRegistry& registry) override {
+        if (auto* const functions = dynamic_cast<IXlWizExUIFunctionRegistry*>(&registry)) {
+            CWizardHook::Install(*functions);
+            holds_registry_ = true;
+        }
+    }
+
+    bool HoldsRegistry() const override { return holds_registry_; }
+
+    void ReleaseRegistry() override {
+        if (std::exchange(holds_registry_, false)) {
+            CWizardHook::Remove();
+        }
+    }
+
+  private:
+    bool holds_registry_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<IXlComHelper> CXlRealIntegration::MakeComHelper() const {
+    return std::make_unique<ComHelper>();
+}
+
+std::unique_ptr<IXlWizardRegistry> CXlRealIntegration::MakeWizardRegistry() const {
+    return std::make_unique<CXlWizExUIFunctionRegistry>();
+}
+
+std::unique_ptr<IXlFormulaWizardDetector> CXlRealIntegration::MakeWizardDetector() const {
+    return std::make_unique<CXlFormulaWizardDetector>();
+}
+
+std::unique_ptr<IXlComHolder> CXlRealIntegration::MakeComHolder() const {
+    return std::make_unique<CXlComHolder>();
+}
+
+} // namespace metrify

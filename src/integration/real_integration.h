@@ -1,0 +1,17 @@
+#pragma once
+
+// The integration with a real host: windows, automation, events.
+
+#include "xllrt/integration.h"
+
+namespace metrify {
+
+class CXlRealIntegration final : public CXlIntegration {
+  public:
+    std::unique_ptr<IXlComHelper> MakeComHelper() const override;
+    std::unique_ptr<IXlWizardRegistry> MakeWizardRegistry() const override;
+    std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const override;
+    std::unique_ptr<IXlComHolder> MakeComHolder() const override;
+};
+
+} // namespace metrify

@@ -1,0 +1,183 @@
+// Connecting to the host's events: by a connection point, or in old hosts by three properties that name a
+// macro.
+
+#include "integration/command_descriptor.h"
+#include "integration/dispatch_call.h"
+#include "integration/xll_com.h"
+#include "xllrt/code_page.h"
+#include "xllrt/host_paths.h"
+#include "xllrt/registration.h"
+
+#include <new>
+#include <ocidl.h>
+
+namespace metrify {
+
+namespace {
+
+// Hosts above this version have a connection point.
+constexpr double kLastMacroVersion = 5.0;
+
+// In this order they are numbered.
+constexpr std::array<const char16_t*, 3> kMacroEvents = {u"OnSheetActivate", u"OnSheetDeactivate",
+                                                         u"OnCalculate"};
+
+HRESULT FindPoint(IUnknown* source, ComPtr<IConnectionPoint>& point) {
+    ComPtr<IConnectionPointContainer> container;
+    const HRESULT code = source->QueryInterface(IID_IConnectionPointContainer, container.ReceiveAny());
+    return FAILED(code) ? code : container->FindConnectionPoint(kHostApplicationEvents, point.Receive());
+}
+
+HRESULT AtlAdvise(IUnknown* source, IUnknown* sink, DWORD& cookie) {
+    ComPtr<IConnectionPoint> point;
+    const HRESULT code = FindPoint(source, point);
+    return FAILED(code) ? code : point->Advise(sink, &cookie);
+}
+
+HRESULT AtlUnadvise(IUnknown* source, DWORD cookie) {
+    ComPtr<IConnectionPoint> point;
+    const HRESULT code = FindPoint(source, point);
+    return FAILED(code) ? code : point->Unadvise(cookie);
+}
+
+// A host that is busy may refuse once, and the connection must not stay behind.
+template <class Call>
+void TryTwice(Call call) {
+    if (FAILED(call())) {
+        call();
+    }
+}
+
+std::u16string BaseNameOfAddIn() {
+    const std::string name = GetAddInFileName(GetHostPathText());
+    return ToWide(std::string_view(name).substr(0, name.rfind('.')));
+}
+
+CXlFunctionDescriptor MacroDescriptor(const std::u16string& base_name, const char16_t* event) {
+    return CommandDescriptor(FilledText(u"xll_{0}_{1}", base_name, event),
+                             ToNarrow(FilledText(u"CXllComImpl_{0}", event)));
+}
+
+} // namespace
+
+bool CXllCom::SetEvents(bool enable, ComFailure& failure) {
+    failure = {};
+    if (enable == are_events_connected_) {
+        return true;
+    }
+    const bool has_point = host_version_ > kLastMacroVersion;
+    if (enable) {
+        are_events_connected_ = has_point ? Connect(failure) : SetMacros(failure);
+        return are_events_connected_;
+    }
+    if (has_point) {
+        Disconnect();
+    } else {
+        RestoreMacros(kMacroEvents.size());
+    }
+    are_events_connected_ = false;
+    return true;
+}
+
+bool CXllCom::Connect(ComFailure& failure) {
+    if (!application_) {
+        failure = {SystemText(u"AtlAdvise", E_POINTER), E_POINTER};
+        return false;
+    }
+    const auto sink = ComPtr<CDispatchSink>::Take(new (std::nothrow) CDispatchSink);
+    if (!sink) {
+        failure = {u"CreateInstance", E_OUTOFMEMORY};
+        return false;
+    }
+    sink->SetApplication(application_object_);
+    ComPtr<IUnknown> identity;
+    failure.code = sink->QueryInterface(IID_IUnknown, identity.ReceiveAny());
+    if (FAILED(failure.code)) {
+        failure.text = u"QueryInterface";
+        return false;
+    }
+    failure.code = AtlAdvise(application_.Get(), identity.Get(), cookie_);
+    if (FAILED(failure.code)) {
+        failure.text = SystemText(u"AtlAdvise", failure.code);
+        return false;
+    }
+    sink_ = sink;
+    return true;
+}
+
+void CXllCom::Disconnect() {
+    TryTwice([this] { return AtlUnadvise(application_.Get(), cookie_); });
+    cookie_ = 0;
+    // Whoever still holds the sink tells nobody any more.
+    sink_->SetApplication(nullptr);
+    sink_ = ComPtr<CDispatchSink>();
+}
+
+bool CXllCom::SetMacros(ComFailure& failure) {
+    if (!application_ || !RegisterMacros()) {
+        failure = {u"xlfRegister", E_FAIL};
+        return false;
+    }
+    for (std::size_t i = 0; i < macro_events_.size(); ++i) {
+        MacroEvent& event = macro_events_[i];
+        failure.code = GetTextProperty(application_.Get(), kMacroEvents[i], event.saved_name);
+        if (SUCCEEDED(failure.code)) {
+            failure.code =
+                PutProperty(application_.Get(), kMacroEvents[i], ComVariant(event.descriptor->functionName));
+        }
+        if (FAILED(failure.code)) {
+            failure.text = SystemText(kMacroEvents[i], failure.code);
+            RestoreMacros(i);
+            return false;
+        }
+    }
+    return true;
+}
+
+void CXllCom::RestoreMacros(std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const ComVariant name(macro_events_[i].saved_name);
+        TryTwice([this, i, &name] { return PutProperty(application_.Get(), kMacroEvents[i], name); });
+    }
+}
+
+bool CXllCom::RegisterMacros() {
+    const std::u16string base_name = BaseNameOfAddIn();
+    for (std::size_t i = 0; i < macro_events_.size(); ++i) {
+        CXlFunctionDescriptor*& descriptor = macro_events_[i].descriptor;
+        if (!descriptor) {
+            descriptor = &application_object_->functions.Add(MacroDescriptor(base_name, kMacroEvents[i]));
+        }
+        if (descriptor->registered == 0 && !RegisterFunction(*application_object_, *descriptor)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CXllCom::HandleMacroEvent(std::size_t index) {
+    if (!are_events_connected_) {
+        return;
+    }
+    ComPtr<IDispatch> sheet;
+    ActiveWorksheet(sheet);
+    switch (index) {
+    case 0:
+        application_object_->OnSheetActivate(AsHostObject(sheet.Get()));
+        break;
+    case 1:
+        application_object_->OnSheetDeactivate(AsHostObject(sheet.Get()));
+        break;
+    default:
+        application_object_->OnCalculate(AsHostObject(sheet.Get()));
+        break;
+    }
+    // Whoever was there before is served too, after this add-in.
+    const std::u16string& saved_name = macro_events_.at(index).saved_name;
+    if (!saved_name.empty()) {
+        ComVariant dropped;
+        RunExcelMacroFromDisp(application_.Get(), FilledText(u"{0}()", saved_name), dropped);
+    }
+}
+
+} // namespace metrify

@@ -1,0 +1,359 @@
+// The host's events on their way from its connection point to the application.
+
+#include "tests/integration/integration_host.h"
+
+#include <array>
+
+namespace metrify::host {
+namespace {
+
+// Notes which operations are called, and with what.
+class NotingApp : public CXllApp {
+  public:
+    using CXllApp::CXllApp;
+
+    bool Note(std::string name, std::vector<IDispatch*> objects = {}, std::optional<bool> flag = {}) {
+        last = std::move(name);
+        given = std::move(objects);
+        given_flag = flag;
+        return answer;
+    }
+
+#define NOTE_OBJECT(name)                                                                                    \
+    bool name(XlHostObject* first) override {                                                                \
+        return Note(#name, {AsDispatch(first)});                                                             \
+    }
+#define NOTE_TWO(name)                                                                                       \
+    bool name(XlHostObject* first, XlHostObject* second) override {                                          \
+        return Note(#name, {AsDispatch(first), AsDispatch(second)});                                         \
+    }
+    NOTE_OBJECT(OnNewWorkbook)
+    NOTE_TWO(OnSelectionChange)
+    NOTE_TWO(OnBeforeDoubleClick)
+    NOTE_TWO(OnBeforeRightClick)
+    NOTE_OBJECT(OnSheetActivate)
+    NOTE_OBJECT(OnSheetDeactivate)
+    NOTE_OBJECT(OnCalculate)
+    NOTE_TWO(OnSheetChange)
+    NOTE_OBJECT(OnWorkbookOpen)
+    NOTE_OBJECT(OnWorkbookActivate)
+    NOTE_OBJECT(OnWorkbookDeactivate)
+    NOTE_OBJECT(OnWorkbookBeforeClose)
+    NOTE_OBJECT(OnWorkbookEvent13)
+    NOTE_TWO(OnWorkbookNewSheet)
+    NOTE_OBJECT(OnWorkbookEvent15)
+    NOTE_OBJECT(OnWorkbookEvent16)
+#undef NOTE_OBJECT
+#undef NOTE_TWO
+    bool OnWorkbookBeforeSave(XlHostObject* book, bool save_as) override {
+        return Note("OnWorkbookBeforeSave", {AsDispatch(book)}, save_as);
+    }
+    bool OnWorkbookAfterSave(XlHostObject* book, bool success) override {
+        return Note("OnWorkbookAfterSave", {AsDispatch(book)}, success);
+    }
+    bool OnAfterCalculate() override {
+        return Note("OnAfterCalculate");
+    }
+    void OnReservedEvent17() override {
+        Note("OnReservedEvent17");
+    }
+    void OnReservedEvent18() override {
+        Note("OnReservedEvent18");
+    }
+    void OnReservedEvent19() override {
+        Note("OnReservedEvent19");
+    }
+
+    std::string last;
+    std::vector<IDispatch*> given;
+    std::optional<bool> given_flag;
+    bool answer = false;
+};
+
+// A host with an application connected to its events.
+struct Connected {
+    explicit Connected(int version = 16) : host(version) {
+        EXPECT_TRUE(road.Init());
+        EXPECT_TRUE(road.com.SetEvents(true, road.failure));
+    }
+    IntegrationHost host;
+    NotingApp application;
+    Road road;
+};
+
+struct EventCase {
+    DISPID id;
+    std::string arguments; ///< D object, B flag, R flag by reference
+    std::string operation;
+};
+
+void PrintTo(const EventCase& event, std::ostream* out) {
+    *out << event.id;
+}
+
+class com_event : public testing::TestWithParam<EventCase> {
+  protected:
+    // Arguments that fit; R is left to the caller.
+    static std::vector<ComVariant> Fitting(IntegrationHost& host, const std::string& letters) {
+        std::vector<ComVariant> arguments;
+        for (const char letter : letters) {
+            if (letter == 'D')
+                arguments.push_back(host.Sheet());
+            else if (letter == 'B')
+                arguments.emplace_back(true);
+        }
+        return arguments;
+    }
+
+    static HRESULT FireFitting(IntegrationHost& host, VARIANT_BOOL& cancel) {
+        const EventCase& event = GetParam();
+        return host.Fire(event.id, Fitting(host, event.arguments),
+                         event.arguments.ends_with('R') ? &cancel : nullptr);
+    }
+};
+
+TEST_P(com_event, reaches_its_operation_with_its_arguments) {
+    Connected connected;
+    const EventCase& event = GetParam();
+    const auto arguments = Fitting(connected.host, event.arguments);
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    EXPECT_EQ(connected.host.Fire(event.id, arguments, event.arguments.ends_with('R') ? &cancel : nullptr),
+              S_OK);
+    EXPECT_EQ(connected.application.last, event.operation);
+    for (std::size_t i = 0; i < connected.application.given.size(); ++i)
+        EXPECT_EQ(connected.application.given[i], arguments[i].Object().Get());
+    if (event.arguments.find('B') != std::string::npos) {
+        EXPECT_EQ(connected.application.given_flag, true);
+    }
+}
+
+TEST_P(com_event, stores_true_or_false_where_the_host_asks_whether_to_cancel) {
+    if (!GetParam().arguments.ends_with('R'))
+        GTEST_SKIP() << "nothing to cancel";
+    Connected connected;
+    VARIANT_BOOL cancel = 7;
+    EXPECT_EQ(FireFitting(connected.host, cancel), S_OK);
+    EXPECT_EQ(cancel, 0);
+    connected.application.answer = true;
+    EXPECT_EQ(FireFitting(connected.host, cancel), S_OK);
+    EXPECT_EQ(cancel, -1);
+}
+
+TEST_P(com_event, refuses_another_count_of_arguments) {
+    Connected connected;
+    auto arguments = Fitting(connected.host, GetParam().arguments);
+    arguments.resize(GetParam().arguments.size(), ComVariant(true));
+    arguments.emplace_back(true);
+    EXPECT_EQ(connected.host.Fire(GetParam().id, arguments), static_cast<HRESULT>(0x8002000E));
+    EXPECT_EQ(connected.application.last, "");
+}
+
+TEST_P(com_event, refuses_arguments_of_another_type) {
+    if (GetParam().arguments.empty())
+        GTEST_SKIP() << "no arguments";
+    Connected connected;
+    for (std::size_t wrong = 0; wrong < GetParam().arguments.size(); ++wrong) {
+        auto arguments = Fitting(connected.host, GetParam().arguments);
+        VARIANT_BOOL cancel = VARIANT_FALSE;
+        const bool has_answer = GetParam().arguments.ends_with('R');
+        const bool is_answer_wrong = has_answer && wrong + 1 == GetParam().arguments.size();
+        if (is_answer_wrong)
+            arguments.emplace_back(true); // a flag, but not by reference
+        else
+            arguments[wrong] = ComVariant(u"text");
+        EXPECT_EQ(
+            connected.host.Fire(GetParam().id, arguments, has_answer && !is_answer_wrong ? &cancel : nullptr),
+            static_cast<HRESULT>(0x80020005));
+    }
+    EXPECT_EQ(connected.application.last, "");
+}
+
+const EventCase kEventCases[] = {
+    {1554, "DD", "OnReservedEvent17"},
+    {1556, "DD", "OnReservedEvent18"},
+    {1557, "DD", "OnReservedEvent19"},
+    {1558, "DD", "OnSelectionChange"},
+    {1559, "DDR", "OnBeforeDoubleClick"},
+    {1560, "DDR", "OnBeforeRightClick"},
+    {1561, "D", "OnSheetActivate"},
+    {1562, "D", "OnSheetDeactivate"},
+    {1563, "D", "OnCalculate"},
+    {1564, "DD", "OnSheetChange"},
+    {1565, "D", "OnNewWorkbook"},
+    {1567, "D", "OnWorkbookOpen"},
+    {1568, "D", "OnWorkbookActivate"},
+    {1569, "D", "OnWorkbookDeactivate"},
+    {1570, "DR", "OnWorkbookBeforeClose"},
+    {1571, "DBR", "OnWorkbookBeforeSave"},
+    {1572, "DR", "OnWorkbookEvent13"},
+    {1573, "DD", "OnWorkbookNewSheet"},
+    {1574, "D", "OnWorkbookEvent15"},
+    {1575, "D", "OnWorkbookEvent16"},
+    {2612, "", "OnAfterCalculate"},
+    {2911, "DB", "OnWorkbookAfterSave"},
+};
+INSTANTIATE_TEST_SUITE_P(all, com_event, testing::ValuesIn(kEventCases));
+
+TEST(com_events, that_are_unknown_are_refused) {
+    Connected connected;
+    for (const DISPID id : {1555, 1566, 1, 3000})
+        EXPECT_EQ(connected.host.Fire(id, {connected.host.Sheet()}), static_cast<HRESULT>(0x80020003)) << id;
+}
+
+TEST(com_events, without_parameters_are_refused) {
+    const auto sink = ComPtr<CDispatchSink>::Take(new CDispatchSink);
+    EXPECT_EQ(sink->Invoke(1561, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+              static_cast<HRESULT>(0x80020004));
+}
+
+TEST(com_events, are_connected_once) {
+    Connected connected;
+    EXPECT_TRUE(connected.road.com.AreEventsConnected());
+    EXPECT_TRUE(connected.road.com.SetEvents(true, connected.road.failure));
+    EXPECT_EQ(connected.host.sinks(), 1U);
+}
+
+TEST(com_events, are_disconnected_and_connected_again) {
+    Connected connected;
+    EXPECT_TRUE(connected.road.com.SetEvents(false, connected.road.failure));
+    EXPECT_EQ(connected.host.sinks(), 0U);
+    EXPECT_TRUE(connected.road.com.SetEvents(false, connected.road.failure));
+    EXPECT_FALSE(connected.road.com.AreEventsConnected());
+    EXPECT_TRUE(connected.road.com.SetEvents(true, connected.road.failure));
+    EXPECT_EQ(connected.host.sinks(), 1U);
+}
+
+TEST(com_events, end_with_the_road_to_the_host) {
+    IntegrationHost host(16);
+    NotingApp application;
+    {
+        Road road;
+        ASSERT_TRUE(road.Init());
+        ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+        EXPECT_EQ(host.sinks(), 1U);
+    }
+    EXPECT_EQ(host.sinks(), 0U);
+}
+
+TEST(com_events, cannot_be_had_of_an_application_that_is_none) {
+    IntegrationHost host(16);
+    NotingApp application;
+    host.automation.windows().SetNativeObject(ComPtr<IDispatch>(
+        MakeObject<WindowObject>(host.automation.surroundings(), ComVariant(host.Range())).Get()));
+    Road road;
+    ASSERT_TRUE(road.Init()); // a range passes for an application, but has no events
+    EXPECT_FALSE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(road.failure.text, SystemText(u"AtlAdvise", E_NOINTERFACE));
+    EXPECT_EQ(road.failure.code, E_NOINTERFACE);
+    EXPECT_FALSE(road.com.AreEventsConnected());
+}
+
+// ---- To an observer and back
+
+struct ClosingObserver final : CXlEventObserver<CXlBeforeCloseEventArgs> {
+    void Notify(CXlBeforeCloseEventArgs& args) override {
+        workbook = args.workbook;
+        args.cancel = cancels;
+    }
+    std::string workbook;
+    bool cancels = true;
+};
+
+struct SelectionObserver final : CXlEventObserver<CXlRangeEventArgs> {
+    void Notify(CXlRangeEventArgs& args) override { seen = args; }
+    CXlRangeEventArgs seen;
+};
+
+struct SavingObserver final : CXlEventObserver<CXlBeforeSaveEventArgs> {
+    void Notify(CXlBeforeSaveEventArgs& args) override { seen = args; }
+    CXlBeforeSaveEventArgs seen;
+};
+
+// An application with its observer function known to the host.
+struct Observing {
+    explicit Observing(int version) : host(version) {
+        AddObserverFunction(application);
+        EXPECT_TRUE(RegisterAll(application));
+    }
+    IntegrationHost host;
+    CXlRealIntegration integration;
+    CXllApp application{integration};
+};
+
+class observed_event : public testing::TestWithParam<int> {};
+
+TEST_P(observed_event, is_cancelled_by_an_observer) {
+    Observing observing(GetParam());
+    ClosingObserver observer;
+    observing.application.events.workbookBeforeClose.AddObserver(&observer);
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    EXPECT_EQ(observing.host.Fire(1570, {observing.host.Workbook()}, &cancel), S_OK);
+    EXPECT_EQ(observer.workbook, "Book1");
+    EXPECT_EQ(cancel, VARIANT_TRUE);
+}
+
+TEST_P(observed_event, goes_on_if_no_observer_cancels_it) {
+    Observing observing(GetParam());
+    ClosingObserver observer;
+    observer.cancels = false;
+    observing.application.events.workbookBeforeClose.AddObserver(&observer);
+    VARIANT_BOOL cancel = VARIANT_TRUE;
+    EXPECT_EQ(observing.host.Fire(1570, {observing.host.Workbook()}, &cancel), S_OK);
+    EXPECT_EQ(observer.workbook, "Book1");
+    EXPECT_EQ(cancel, VARIANT_FALSE);
+}
+
+TEST_P(observed_event, describes_sheet_and_range) {
+    Observing observing(GetParam());
+    SelectionObserver observer;
+    observing.application.events.selectionChange.AddObserver(&observer);
+    EXPECT_EQ(observing.host.Fire(1558, {observing.host.Sheet(), observing.host.Range()}), S_OK);
+    EXPECT_EQ(observer.seen.sheet, "[Book1]Sheet1");
+    EXPECT_EQ(observer.seen.range, "$A$1");
+}
+
+TEST_P(observed_event, tells_of_flags) {
+    Observing observing(GetParam());
+    SavingObserver observer;
+    observing.application.events.workbookBeforeSave.AddObserver(&observer);
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    EXPECT_EQ(observing.host.Fire(1571, {observing.host.Workbook(), ComVariant(true)}, &cancel), S_OK);
+    EXPECT_EQ(observer.seen.workbook, "Book1");
+    EXPECT_TRUE(observer.seen.saveAs);
+}
+
+INSTANTIATE_TEST_SUITE_P(versions, observed_event, testing::Values(8, 11, 12, 16));
+
+TEST(observed_event, connects_nothing_without_an_observer) {
+    Observing observing(16);
+    EXPECT_EQ(observing.host.sinks(), 0U);
+    EXPECT_EQ(CXllCom::Instance(), nullptr);
+}
+
+TEST(observed_event, is_an_exception_of_components_if_the_host_cannot_be_found) {
+    Observing observing(16);
+    observing.host.automation.windows().SetNativeObject({});
+    ClosingObserver observer;
+    try {
+        observing.application.events.workbookBeforeClose.AddObserver(&observer);
+        FAIL() << "connected";
+    } catch (const CXlComException& exception) {
+        EXPECT_EQ(exception.Call(), u"AccessibleObjectFromWindow");
+        EXPECT_NE(exception.Code(), 0U);
+    }
+    EXPECT_EQ(CXllCom::Instance(), nullptr);
+}
+
+TEST(observed_event, is_handled_by_the_macro_set_for_it) {
+    Observing observing(16);
+    ClosingObserver observer;
+    observing.application.events.workbookBeforeClose.AddObserver(&observer);
+    observing.application.eventHandlers[11] = "no such macro";
+    VARIANT_BOOL cancel = VARIANT_TRUE;
+    EXPECT_EQ(observing.host.Fire(1570, {observing.host.Workbook()}, &cancel), S_OK);
+    EXPECT_EQ(observer.workbook, "");
+    EXPECT_EQ(cancel, VARIANT_FALSE);
+}
+
+} // namespace
+} // namespace metrify::host

@@ -1,0 +1,104 @@
+#pragma once
+
+// A host with windows and automation in this process, and an add-in that is part of the test.
+
+#include "host/automation/automation_host.h"
+#include "host/host_exports.h"
+#include "integration/integration_exports.h"
+#include "integration/real_integration.h"
+#include "integration/xll_com.h"
+#include "tests/host/calling.h"
+#include "xllrt/host_primitives.h"
+#include "xllrt/host_version.h"
+#include "xllrt/observer_function.h"
+#include "xllrt/registration.h"
+#include "xllrt/thread_state.h"
+#include "xllrt/xll_exports.h"
+#include "xllrt/xll_lifecycle.h"
+
+#include <gtest/gtest.h>
+
+namespace metrify::host {
+
+/// What the module of this test shows to the host.
+inline std::map<std::string, void*> AddInEntries() {
+    return {
+        {"xlCheckInstance", EntryOf(xlCheckInstance)},
+        {"CXllComImpl_OnSheetActivate", EntryOf(CXllComImpl_OnSheetActivate)},
+        {"CXllComImpl_OnSheetDeactivate", EntryOf(CXllComImpl_OnSheetDeactivate)},
+        {"CXllComImpl_OnCalculate", EntryOf(CXllComImpl_OnCalculate)},
+        {"CXlApp_ObserverEventHandler12", EntryOf(CXlApp_ObserverEventHandler12)},
+        {"CXlApp_ObserverEventHandler4", EntryOf(CXlApp_ObserverEventHandler4)},
+        {"xlAutoFree12", EntryOf(xlAutoFree12)},
+        {"xlAutoFree", EntryOf(xlAutoFree)},
+        {"xlAutoRemove", EntryOf(xlAutoRemove)},
+    };
+}
+
+/// Lives around all else, and undoes what a test leaves behind.
+class IntegrationHost {
+  public:
+    explicit IntegrationHost(int version, std::map<std::string, void*> entries = AddInEntries())
+        : context_(CallContext::command), host(version), automation(host) {
+        AllocateThreadStates();
+        Adopt(host, std::move(entries));
+        ConnectHost(NewestHostPrimitives());
+        DetectHostVersion();
+    }
+    ~IntegrationHost() { ReleaseThreadStates(); }
+    IntegrationHost(const IntegrationHost&) = delete;
+    IntegrationHost& operator=(const IntegrationHost&) = delete;
+
+    ApplicationSettings& settings() { return automation.application().settings; }
+    FaultSwitch& faults() { return host.state().faults; }
+    std::size_t books() { return host.state().books.count(); }
+    std::size_t sinks() { return automation.application().events().count(); }
+
+    /// Fires an event with its arguments in the order in which they are declared.
+    HRESULT Fire(DISPID event, const std::vector<ComVariant>& arguments, VARIANT_BOOL* cancel = nullptr) {
+        std::vector<VARIANT> given;
+        for (const ComVariant& argument : arguments)
+            given.push_back(argument.Get());
+        if (cancel) {
+            VARIANT& reference = given.emplace_back();
+            VariantInit(&reference);
+            V_VT(&reference) = VT_BYREF | VT_BOOL;
+            V_BOOLREF(&reference) = cancel;
+        }
+        return automation.application().events().Fire(event, given);
+    }
+
+    ComVariant Workbook() { return ComVariant(automation.MakeWorkbook(u"Book1").Get()); }
+    ComVariant Sheet() { return ComVariant(automation.MakeWorksheet(u"Book1", u"Sheet1").Get()); }
+    ComVariant Range() {
+        return ComVariant(
+            automation
+                .MakeRange(automation.MakeWorksheet(u"Book1", u"Sheet1"), {u"$A$1", u"[Book1]Sheet1!$A$1"})
+                .Get());
+    }
+
+  private:
+    ContextScope context_;
+
+  public:
+    Host host;
+    AutomationHost automation;
+};
+
+/// A road to the host, with what it said when it was tried.
+struct Road {
+    CXllCom com;
+    ComFailure failure;
+
+    bool Init() { return com.Init(failure); }
+};
+
+/// The program names of the host, known to the system as long as this lives.
+struct ProgramNames {
+    ProgramNames() { RegisterProgramNames(); }
+    ~ProgramNames() { UnregisterProgramNames(); }
+    ProgramNames(const ProgramNames&) = delete;
+    ProgramNames& operator=(const ProgramNames&) = delete;
+};
+
+} // namespace metrify::host

@@ -1,0 +1,206 @@
+// Whole modules in a host with windows and automation, from their loading to their unloading.
+
+#include "host/automation/automation_host.h"
+#include "host/program_platform.h"
+#include "host/utf8.h"
+#include "tests/integration/integration_host.h"
+
+#include <chrono>
+#include <filesystem>
+#include <iostream>
+#include <thread>
+
+namespace metrify::host {
+namespace {
+
+std::string Beside(const char* name) {
+    return ToUtf8(std::filesystem::path(FromUtf8(ModuleBesideProgram())).replace_filename(name).u16string());
+}
+
+// A host of its own for modules.
+class ModuleHost {
+  public:
+    explicit ModuleHost(int version) : host(version), automation(host) { automation.ShowAsRunning(); }
+
+    bool Open(const char* name) {
+        std::string error;
+        EXPECT_TRUE(host.Load(Beside(name), error)) << error;
+        return host.CallEntryPoint("xlAutoOpen") == 1;
+    }
+
+    void Close() {
+        host.CallEntryPoint("xlAutoClose");
+        host.Unload();
+    }
+
+    std::size_t Sinks() { return automation.application().events().count(); }
+
+    // Whether a workbook may be closed, by the word of whoever observes that.
+    bool IsKept(const std::u16string& name) {
+        VARIANT_BOOL cancel = VARIANT_FALSE;
+        const ComPtr<IDispatch> workbook = automation.MakeWorkbook(name);
+        VARIANT arguments[2];
+        V_VT(&arguments[0]) = VT_DISPATCH;
+        V_DISPATCH(&arguments[0]) = workbook.Get();
+        V_VT(&arguments[1]) = VT_BYREF | VT_BOOL;
+        V_BOOLREF(&arguments[1]) = &cancel;
+        automation.application().events().Fire(1570, arguments);
+        return cancel == VARIANT_TRUE;
+    }
+
+    const ProgramNames names;
+    Host host;
+    AutomationHost automation;
+};
+
+class observing_module : public testing::TestWithParam<int> {};
+
+TEST_P(observing_module, cancels_an_event_of_the_host) {
+    ModuleHost modules(GetParam());
+    ASSERT_TRUE(modules.Open("Observing.xll"));
+    EXPECT_EQ(modules.Sinks(), 1U);
+    EXPECT_TRUE(modules.IsKept(u"Keep"));
+    EXPECT_FALSE(modules.IsKept(u"Other"));
+    modules.Close();
+}
+
+TEST_P(observing_module, leaves_nothing_behind) {
+    ModuleHost modules(GetParam());
+    const int objects = modules.automation.ledger().objects();
+    const int references = modules.automation.ledger().references();
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_TRUE(modules.Open("Observing.xll"));
+        EXPECT_TRUE(modules.IsKept(u"Keep"));
+        EXPECT_GT(modules.automation.ledger().references(), references);
+        modules.Close();
+        EXPECT_EQ(modules.Sinks(), 0U);
+        EXPECT_EQ(modules.automation.ledger().objects(), objects);
+        EXPECT_EQ(modules.automation.ledger().references(), references);
+    }
+    EXPECT_EQ(modules.host.state().ledger.Counts().Outstanding(), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(versions, observing_module, testing::Values(6, 11, 12, 16));
+
+TEST(observing_module, leaves_nothing_behind_whatever_call_fails) {
+    ModuleHost modules(16);
+    const auto live = [&modules] {
+        if (modules.Open("Observing.xll"))
+            modules.IsKept(u"Keep");
+        modules.Close();
+    };
+    live();
+    const int objects = modules.automation.ledger().objects();
+    const int references = modules.automation.ledger().references();
+    std::size_t n = 0;
+    std::size_t calls = 0;
+    do {
+        modules.host.state().faults.FailCall(++n);
+        live();
+        calls = modules.host.state().faults.calls();
+        modules.host.state().faults.Stop();
+        modules.automation.application().settings.displayAlerts = true;
+        EXPECT_EQ(modules.Sinks(), 0U) << "call " << n << " failed";
+        EXPECT_EQ(modules.automation.ledger().objects(), objects) << "call " << n << " failed";
+        EXPECT_EQ(modules.automation.ledger().references(), references) << "call " << n << " failed";
+    } while (calls >= n);
+    std::cout << "module: each of " << n - 1 << " calls failed once\n";
+    EXPECT_GT(n, 30U);
+}
+
+TEST(metrify_module, connects_to_no_events_and_hooks_nothing) {
+    ModuleHost modules(16);
+    const int references = modules.automation.ledger().references();
+    ASSERT_TRUE(modules.Open("Metrify.xll"));
+    EXPECT_EQ(modules.Sinks(), 0U);
+    EXPECT_EQ(modules.automation.ledger().references(), references);
+    modules.Close();
+    EXPECT_EQ(modules.automation.ledger().references(), references);
+}
+
+TEST(metrify_module, shows_the_entries_of_the_integration) {
+    ModuleHost modules(16);
+    ASSERT_TRUE(modules.Open("Metrify.xll"));
+    for (const char* name : {"xlCheckInstance", "CXllComImpl_OnSheetActivate",
+                             "CXllComImpl_OnSheetDeactivate", "CXllComImpl_OnCalculate"})
+        EXPECT_EQ(modules.host.CallEntryPoint(name), 1) << name;
+    modules.Close();
+}
+
+// ---- Another host at the same time
+
+class AnotherHost {
+  public:
+    explicit AnotherHost(int version) {
+        std::string command(1, '"');
+        command.append(Beside("metrify-sheet.exe")).append("\" --serve --release ");
+        command.append(std::to_string(version));
+        STARTUPINFOA start{};
+        start.cb = sizeof(start);
+        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                       &process_);
+        // It is there when the system knows it as running.
+        for (int i = 0; i < 200 && !Active(); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    ~AnotherHost() {
+        EnumWindows(CloseWindowOf, static_cast<LPARAM>(process_.dwProcessId));
+        if (WaitForSingleObject(process_.hProcess, 10000) != WAIT_OBJECT_0)
+            TerminateProcess(process_.hProcess, 1);
+        CloseHandle(process_.hThread);
+        CloseHandle(process_.hProcess);
+    }
+    AnotherHost(const AnotherHost&) = delete;
+    AnotherHost& operator=(const AnotherHost&) = delete;
+
+    // The host that the system gives to whoever asks for one.
+    static ComPtr<IUnknown> Active() {
+        CLSID class_id{};
+        ComPtr<IUnknown> active;
+        if (SUCCEEDED(CLSIDFromProgID(L"Excel.Application", &class_id)))
+            GetActiveObject(class_id, nullptr, active.Receive());
+        return active;
+    }
+
+  private:
+    static BOOL CALLBACK CloseWindowOf(HWND window, LPARAM process) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        std::array<char, 50> class_name{};
+        GetClassNameA(window, class_name.data(), 50);
+        if (owner == static_cast<DWORD>(process) && std::string_view(class_name.data()) == kMainWindowClass)
+            PostMessageA(window, WM_CLOSE, 0, 0);
+        return TRUE;
+    }
+
+    PROCESS_INFORMATION process_{};
+};
+
+class two_hosts : public testing::TestWithParam<int> {};
+
+TEST_P(two_hosts, are_told_apart) {
+    CoInitialize(nullptr);
+    {
+        const ProgramNames names;
+        const AnotherHost another(GetParam());
+        ASSERT_TRUE(AnotherHost::Active());
+        IntegrationHost host(GetParam());
+        CXllApp application;
+        // The other is the one that whoever asks gets; of ours a workbook is listed.
+        RunningObjects listed;
+        listed.AddWorkbook(u"C:\\Ours.xls", host.automation.MakeWorkbook(u"Ours.xls").Get());
+        ComPtr<IDispatch> active;
+        AnotherHost::Active()->QueryInterface(IID_IDispatch, active.ReceiveAny());
+        EXPECT_NE(active.Get(), &host.automation.application());
+        Road road;
+        EXPECT_TRUE(road.Init());
+        EXPECT_EQ(road.com.Application(), &host.automation.application());
+        EXPECT_EQ(road.failure.text, u"");
+    }
+    CoUninitialize();
+}
+
+INSTANTIATE_TEST_SUITE_P(versions, two_hosts, testing::Values(7, 16));
+
+} // namespace
+} // namespace metrify::host

@@ -1,0 +1,158 @@
+// The events of hosts that call a macro for them.
+
+#include "tests/integration/integration_host.h"
+
+namespace metrify::host {
+namespace {
+
+class NotingApp : public CXllApp {
+  public:
+    bool OnSheetActivate(XlHostObject* sheet) override {
+        active_sheet = AsDispatch(sheet);
+        return Note("activate");
+    }
+    bool OnSheetDeactivate(XlHostObject* /*sheet*/) override { return Note("deactivate"); }
+    bool OnCalculate(XlHostObject* /*sheet*/) override { return Note("calculate"); }
+
+    bool Note(const char* event) {
+        order.emplace_back(event);
+        return false;
+    }
+
+    static inline std::vector<std::string> order;
+    IDispatch* active_sheet = nullptr;
+};
+
+std::int32_t METRIFY_HOST_CALL MacroOfTheUser() {
+    NotingApp::order.emplace_back("user");
+    return 1;
+}
+
+class old_events : public testing::Test {
+  protected:
+    static std::map<std::string, void*> Entries() {
+        auto entries = AddInEntries();
+        entries["MacroOfTheUser"] = EntryOf(MacroOfTheUser);
+        return entries;
+    }
+
+    old_events() : host(5, Entries()) {
+        NotingApp::order.clear();
+        host.automation.ShowAsRunning();
+        EXPECT_TRUE(road.Init());
+        RegisterEntry(host.host, u"MacroOfTheUser", u"J", u"MacroOfTheUser", 2.0);
+    }
+
+    bool Enable(bool enable) { return road.com.SetEvents(enable, road.failure); }
+    std::u16string Macro(std::size_t index) { return host.settings().eventMacros.at(index); }
+    void RunMacroOf(std::size_t index) { host.host.RunCommand(Macro(index)); }
+
+    const ProgramNames names;
+    IntegrationHost host;
+    NotingApp application;
+    Road road;
+};
+
+TEST_F(old_events, name_a_macro_for_each_property) {
+    ASSERT_TRUE(Enable(true));
+    EXPECT_EQ(Macro(0), u"xll_Test_OnSheetActivate");
+    EXPECT_EQ(Macro(1), u"xll_Test_OnSheetDeactivate");
+    EXPECT_EQ(Macro(2), u"xll_Test_OnCalculate");
+    EXPECT_EQ(host.sinks(), 0U);
+}
+
+TEST_F(old_events, register_the_macros_once) {
+    ASSERT_TRUE(Enable(true));
+    const std::size_t functions = application.functions.All().size();
+    ASSERT_TRUE(Enable(false));
+    host.host.state().log.Start();
+    ASSERT_TRUE(Enable(true));
+    EXPECT_EQ(application.functions.All().size(), functions);
+    EXPECT_TRUE(host.host.state().log.CallsOf(xlfRegister).empty());
+}
+
+TEST_F(old_events, reach_their_operations) {
+    const ComVariant sheet = host.Sheet();
+    host.settings().activeWorksheet = sheet.Object();
+    ASSERT_TRUE(Enable(true));
+    for (std::size_t i = 0; i < 3; ++i)
+        RunMacroOf(i);
+    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"activate", "deactivate", "calculate"}));
+    EXPECT_EQ(application.active_sheet, sheet.Object().Get());
+}
+
+TEST_F(old_events, give_1) {
+    ASSERT_TRUE(Enable(true));
+    EXPECT_EQ(CXllComImpl_OnSheetActivate(), 1);
+    EXPECT_EQ(CXllComImpl_OnSheetDeactivate(), 1);
+    EXPECT_EQ(CXllComImpl_OnCalculate(), 1);
+}
+
+TEST_F(old_events, chain_the_macro_that_was_there_before_behind_the_add_in) {
+    host.settings().eventMacros[2] = u"MacroOfTheUser";
+    ASSERT_TRUE(Enable(true));
+    RunMacroOf(2);
+    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"calculate", "user"}));
+}
+
+TEST_F(old_events, chain_nothing_if_nothing_was_there) {
+    ASSERT_TRUE(Enable(true));
+    RunMacroOf(2);
+    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"calculate"}));
+}
+
+TEST_F(old_events, ignore_a_chained_macro_that_fails) {
+    host.settings().eventMacros[0] = u"NoSuchMacro";
+    ASSERT_TRUE(Enable(true));
+    RunMacroOf(0);
+    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"activate"}));
+}
+
+TEST_F(old_events, write_the_saved_names_back) {
+    host.settings().eventMacros = {u"First", u"", u"Third"};
+    ASSERT_TRUE(Enable(true));
+    ASSERT_TRUE(Enable(false));
+    EXPECT_EQ(Macro(0), u"First");
+    EXPECT_EQ(Macro(1), u"");
+    EXPECT_EQ(Macro(2), u"Third");
+}
+
+TEST_F(old_events, overwrite_a_property_that_was_changed_in_the_meantime) {
+    host.settings().eventMacros[0] = u"First";
+    ASSERT_TRUE(Enable(true));
+    host.settings().eventMacros[0] = u"SetByTheUser";
+    ASSERT_TRUE(Enable(false));
+    EXPECT_EQ(Macro(0), u"First");
+}
+
+TEST_F(old_events, leave_the_properties_as_they_were_if_a_macro_is_refused) {
+    host.settings().eventMacros[0] = u"First";
+    host.faults().Refuse(xlfRegister, xlretFailed);
+    EXPECT_FALSE(Enable(true));
+    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_EQ(Macro(0), u"First");
+}
+
+TEST_F(old_events, end_with_the_road_to_the_host) {
+    host.settings().eventMacros[0] = u"First";
+    ASSERT_TRUE(Enable(true));
+    road.com.Shutdown();
+    EXPECT_EQ(Macro(0), u"First");
+    EXPECT_EQ(CXllComImpl_OnSheetActivate(), 1); // nobody is there
+    EXPECT_TRUE(NotingApp::order.empty());
+}
+
+TEST(old_events_of_version_6, come_through_the_connection_point) {
+    const ProgramNames names;
+    IntegrationHost host(6);
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    Road road;
+    ASSERT_TRUE(road.Init());
+    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(host.sinks(), 1U);
+    EXPECT_EQ(host.settings().eventMacros[0], u"");
+}
+
+} // namespace
+} // namespace metrify::host

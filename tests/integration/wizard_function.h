@@ -1,0 +1,62 @@
+#pragma once
+
+// A function with a list beside its first argument and a button beside its second.
+
+#include "integration/wizard_registry.h"
+
+#include <vector>
+#include <windows.h>
+
+namespace metrify {
+
+class UnitList final : public IXlWizExList {
+  public:
+    int ItemCount() const override { return 4; }
+    std::string ItemText(int item) const override { return Row(item)[0]; }
+    std::string ValueText(int item) const override { return Row(item)[1]; }
+
+  private:
+    static const char* const* Row(int item) {
+        static const char* const rows[][2] = {
+            {"metre", "\"m\""}, {"foot", "\"ft\""}, {"inch", "\"in\""}, {"yard", "\"yd\""}};
+        return rows[item];
+    }
+};
+
+class TextButton final : public IXlWizExButton {
+  public:
+    bool Run(std::string& text, void* parent_window) override {
+        seen = text;
+        was_dialog_enabled = IsWindowEnabled(static_cast<HWND>(parent_window)) != FALSE;
+        text = answer;
+        return changes;
+    }
+
+    std::string answer = "from the dialog";
+    bool changes = true;
+    std::string seen;
+    bool was_dialog_enabled = true;
+};
+
+class WizardFunction final : public IXlWizExFunction {
+  public:
+    int KindCount() const override { return static_cast<int>(kinds.size()); }
+    ArgumentUi KindOf(int argument) const override {
+        const auto index = static_cast<std::size_t>(argument);
+        return index < kinds.size() ? kinds[index] : ArgumentUi::none;
+    }
+    IXlWizExList* ListOf(int argument) override {
+        return KindOf(argument) == ArgumentUi::list ? &list : nullptr;
+    }
+    IXlWizExButton* ButtonOf(int argument) override {
+        return KindOf(argument) == ArgumentUi::button ? &button : nullptr;
+    }
+    XlWizExKey KeyOf(int /*argument*/) const override { return key; }
+
+    std::vector<ArgumentUi> kinds{ArgumentUi::list, ArgumentUi::button};
+    UnitList list;
+    TextButton button;
+    XlWizExKey key;
+};
+
+} // namespace metrify
