@@ -61,13 +61,6 @@ TEST(check_instance, registers_its_callback_as_a_private_command) {
     EXPECT_EQ(given[9], CellValue(u"Implementation function used by library initialisation routines.."));
 }
 
-void ExpectFailure(Road& road, const std::u16string& text) {
-    EXPECT_FALSE(road.Init());
-    EXPECT_EQ(road.failure.text, text);
-    EXPECT_TRUE(FAILED(road.failure.code));
-    EXPECT_EQ(road.com.Application(), nullptr);
-}
-
 TEST(check_instance, says_that_the_program_name_is_unknown) {
     IntegrationHost host(7);
     CXllApp application;

@@ -93,6 +93,14 @@ struct Road {
     bool Init() { return com.Init(failure); }
 };
 
+/// The road leads nowhere, and says this.
+inline void ExpectFailure(Road& road, const std::u16string& text) {
+    EXPECT_FALSE(road.Init());
+    EXPECT_EQ(road.failure.text, text);
+    EXPECT_TRUE(FAILED(road.failure.code));
+    EXPECT_EQ(road.com.Application(), nullptr);
+}
+
 /// The program names of the host, known to the system as long as this lives.
 struct ProgramNames {
     ProgramNames() { RegisterProgramNames(); }

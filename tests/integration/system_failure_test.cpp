@@ -1,0 +1,135 @@
+// What is said when the system itself refuses.
+
+#include "integration/wizard_hook.h"
+#include "tests/integration/integration_host.h"
+#include "tests/integration/replaced_call.h"
+
+#include <objbase.h>
+
+namespace metrify::host {
+namespace {
+
+// ---- Hooks
+
+template <int refused>
+HHOOK WINAPI SetHookUnless(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
+    using Function = decltype(&SetWindowsHookExA);
+    static const auto original = reinterpret_cast<Function>(
+        AddressOf(GetProcAddress(GetModuleHandleA("user32.dll"), "SetWindowsHookExA")));
+    if (kind != refused)
+        return original(kind, procedure, module, thread);
+    SetLastError(ERROR_ACCESS_DENIED);
+    return nullptr;
+}
+
+template <int refused>
+void ExpectNoHook(const char* text) {
+    CXlWizExUIFunctionRegistry registry;
+    {
+        const ReplacedPointer refusing(ImportedFunction("SetWindowsHookExA"),
+                                       AddressOf(SetHookUnless<refused>));
+        try {
+            CWizardHook::Install(registry);
+            FAIL() << "installed";
+        } catch (const CXlRuntimeException& exception) {
+            EXPECT_STREQ(exception.what(), text);
+        }
+        EXPECT_EQ(CWizardHook::Instance(), nullptr);
+    }
+    EXPECT_NO_THROW(CWizardHook::Install(registry));
+    CWizardHook::Remove();
+}
+
+TEST(system_failure, no_hook_for_messages) {
+    ExpectNoHook<WH_CALLWNDPROCRET>("SetWindowsHookEx failed for WH_CALLWNDPROCRET. hr=80070005");
+}
+
+TEST(system_failure, no_hook_for_keys) {
+    ExpectNoHook<WH_KEYBOARD>("SetWindowsHookEx failed for WH_KEYBOARD. hr=80070005");
+}
+
+// ---- The running object table
+
+HRESULT WINAPI MakeNoContext(DWORD, IBindCtx** context) {
+    *context = nullptr;
+    return E_OUTOFMEMORY;
+}
+
+HRESULT STDMETHODCALLTYPE RefuseObject(IUnknown*, IUnknown** object) {
+    *object = nullptr;
+    return E_ACCESSDENIED;
+}
+
+HRESULT STDMETHODCALLTYPE RefuseCall(IUnknown*) {
+    return E_FAIL;
+}
+
+// The numbers of methods in their interfaces.
+constexpr std::size_t kGetRunningObjectTable = 8;
+constexpr std::size_t kEnumRunning = 9;
+constexpr std::size_t kReset = 5;
+
+// No host is entered, so that the search comes to the table.
+class running_objects_failure : public testing::Test {
+  protected:
+    running_objects_failure() {
+        CreateBindCtx(0, context.Receive());
+        context->GetRunningObjectTable(table.Receive());
+        table->EnumRunning(monikers.Receive());
+    }
+
+    ProgramNames names;
+    IntegrationHost host{7};
+    CXllApp application;
+    Road road;
+    ComPtr<IBindCtx> context;
+    ComPtr<IRunningObjectTable> table;
+    ComPtr<IEnumMoniker> monikers;
+};
+
+TEST_F(running_objects_failure, no_context) {
+    const ReplacedPointer refusing(ImportedFunction("CreateBindCtx"), AddressOf(MakeNoContext));
+    ExpectFailure(road, u"CreateBindCtx() failed with error 0x8007000E");
+}
+
+TEST_F(running_objects_failure, no_table) {
+    const ReplacedPointer refusing(MethodOf(context.Get(), kGetRunningObjectTable), AddressOf(RefuseObject));
+    ExpectFailure(road, u"GetRunningObjectTable() failed with error 0x80070005");
+}
+
+TEST_F(running_objects_failure, no_list) {
+    const ReplacedPointer refusing(MethodOf(table.Get(), kEnumRunning), AddressOf(RefuseObject));
+    ExpectFailure(road, u"EnumRunning() failed with error 0x80070005");
+}
+
+TEST_F(running_objects_failure, no_first_entry) {
+    const ReplacedPointer refusing(MethodOf(monikers.Get(), kReset), AddressOf(RefuseCall));
+    ExpectFailure(road, u"Reset() failed with error 0x80004005");
+}
+
+// ---- The active object
+
+using QueryInterfaceFunction = HRESULT(STDMETHODCALLTYPE*)(IUnknown*, REFIID, void**);
+QueryInterfaceFunction original_query = nullptr;
+
+HRESULT STDMETHODCALLTYPE QueryNoDispatch(IUnknown* object, REFIID iid, void** found) {
+    if (iid != IID_IDispatch)
+        return original_query(object, iid, found);
+    *found = nullptr;
+    return E_NOINTERFACE;
+}
+
+TEST(system_failure, an_active_object_that_cannot_be_called_by_name) {
+    const ProgramNames names;
+    IntegrationHost host(7);
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    void** const query = MethodOf(&host.automation.application(), 0);
+    original_query = reinterpret_cast<QueryInterfaceFunction>(*query);
+    const ReplacedPointer refusing(query, AddressOf(QueryNoDispatch));
+    Road road;
+    ExpectFailure(road, u"QueryInterface(IID_IDispatch) failed with error 0x80004002");
+}
+
+} // namespace
+} // namespace metrify::host
