@@ -83,7 +83,7 @@ TEST_P(document, shows_what_its_programs_give) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(documents, document, testing::Values("solving.md", "examples.md"),
+INSTANTIATE_TEST_SUITE_P(documents, document, testing::Values("language.md", "solving.md", "examples.md"),
                          [](const testing::TestParamInfo<const char*>& file) {
                              return fs::path(file.param).stem().string();
                          });
