@@ -211,6 +211,12 @@ TEST(exponential_integrals, expint_of_a_not_a_number_is_a_series_that_fails) {
                   "ERROR:  series failed in routine math_func_expint().\n");
 }
 
+TEST(exponential_integrals, expint_of_infinity_is_a_fraction_that_fails) {
+    for (const std::int32_t n : {1, 2})
+        expect_result(evaluate(math_func_expint, n, plus_infinity), 0.0,
+                      "ERROR:  continued fraction failed in routine math_func_expint().\n");
+}
+
 TEST(exponential_integrals, ei_refuses_what_is_not_above_0) {
     for (const double x : {0.0, -1.0})
         expect_result(evaluate(math_func_ei, x), 0.0, "ERROR:  x must be > 0 in routine math_func_ei().\n");

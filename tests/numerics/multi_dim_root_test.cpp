@@ -106,6 +106,18 @@ TEST(broydn, reports_a_singular_jacobian) {
     EXPECT_EQ(f.evaluations(), 3U);
 }
 
+TEST(broydn, reports_factors_that_an_update_makes_singular) {
+    // Around the start the values are linear and their differences exact. The first step ends at the origin,
+    // whose values are such that the update takes away the first row of the factors.
+    plain_function f({1.0, 1.0}, 2, [](const point& x) {
+        return x[0] == 0.0 && x[1] == 0.0 ? point{2.0, 0.0} : point{x[0], 2.0 * x[1]};
+    });
+    const outcome result = solve(f, true);
+    EXPECT_EQ(result.text, "ERROR:  r singular in broydn.\n");
+    EXPECT_EQ(result.check, 0U);
+    EXPECT_EQ(f.evaluations(), 4U);
+}
+
 TEST(newt, goes_on_over_a_column_of_zeros) {
     plain_function f({10.0, 10.0}, 2, [](const point& x) { return point{x[0] - 3.0, 2.0 * x[0] - 6.0}; });
     const outcome result = solve(f, false);
