@@ -96,6 +96,19 @@ double miller_j(std::int32_t n, double ax) {
     return value / (2.0 * sum - at);
 }
 
+// A value that lies this far in logarithms below what it is divided by has been scaled down to nothing.
+constexpr double certainly_underflows = 800.0;
+
+/// J for ax <= n: what the recurrence gives, without running it where its end is certain.
+double downward_j(std::int32_t n, double ax) {
+    // Logarithm of what the recurrence grows by from the order n to ax, from the integral of acosh(t / x)
+    // over the orders.
+    const double decay = n * std::acosh(n / ax) - std::sqrt((n - ax) * (n + ax));
+    if (decay > certainly_underflows && scaling_keeps_up(static_cast<double>(n + lead(n)) * (2.0 / ax)))
+        return 0.0;
+    return miller_j(n, ax);
+}
+
 /// I by downward recurrence, normalised by the order 0, for ax > 0.
 double miller_i(std::int32_t n, double ax, double order_0) {
     const double tox = 2.0 / ax;
@@ -130,7 +143,6 @@ double downward_i(std::int32_t n, double ax) {
     // Logarithm of I(0) / I(n), from the integral of asinh(t / x) over the orders.
     const double decay = n * std::asinh(n / ax) - n * (n / (std::hypot(n, ax) + ax));
     if (scaling_keeps_up(static_cast<double>(2 * (n + lead(n))) * (2.0 / ax))) {
-        constexpr double certainly_underflows = 800.0;
         constexpr double certainly_does_not = 600.0;
         if (decay > certainly_underflows)
             return 0.0 * order_0;
@@ -164,7 +176,7 @@ double math_func_bessj(std::int32_t n, double x, text_str*& err) {
         return 0.0;
     const double value =
         ax > n ? recurred_upward_alternating(n, 2.0 / ax, math_func_bessj0(ax), math_func_bessj1(ax))
-               : miller_j(n, ax);
+               : downward_j(n, ax);
     return with_parity(n, x, value);
 }
 

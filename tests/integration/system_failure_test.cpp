@@ -124,7 +124,7 @@ TEST(system_failure, an_active_object_that_cannot_be_called_by_name) {
     IntegrationHost host(7);
     CXllApp application;
     host.automation.ShowAsRunning();
-    void** const query = MethodOf(&host.automation.application(), 0);
+    void** const query = MethodOf(static_cast<IDispatch*>(&host.automation.application()), 0);
     original_query = reinterpret_cast<QueryInterfaceFunction>(*query);
     const ReplacedPointer refusing(query, AddressOf(QueryNoDispatch));
     Road road;
