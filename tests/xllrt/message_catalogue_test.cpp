@@ -1,3 +1,4 @@
+#include "expected_messages.h"
 #include "fake_resources.h"
 #include "xllrt/message_catalogue.h"
 
@@ -8,82 +9,8 @@ namespace {
 
 using namespace metrify;
 
-// What every message must be in the string table; the built-in table differs at number 49 alone.
-const char* const expected_texts[] = {
-    "",
-    "#ERROR: {0}",
-    "#WAIT!",
-    "unknown type",
-    "boolean",
-    "number",
-    "integer",
-    "string",
-    "error",
-    "long integer",
-    "Conversion error",
-    "Expected {0}",
-    "Expected {1} for {0}",
-    "Expected at least 1 value for {0}",
-    "Label {1} not found in {0}",
-    "Expected vector for {0}",
-    "Expected at least {1} values for {0}",
-    "Expected 1 row in {0}",
-    "Expected {1} rows in {0}",
-    "Expected 1 column in {0}",
-    "Expected {1} columns in {0}",
-    "Expected 1 value in {0}",
-    "Expected {1} values in {0}",
-    "Expected 1 value in row {2} of {0}",
-    "Expected {1} values in row {2} of {0}",
-    "Expected 1 value in column {2} of {0}",
-    "Expected {1} values in column {2} of {0}",
-    "Expected at least {1} rows for {0}",
-    "Expected at least {1} columns for {0}",
-    "Failed to convert {0} from {1} to {2}",
-    "Index out of range",
-    "Illegal argument",
-    "Bad XLOPER type",
-    "Failed to convert {0} to any of the permitted types",
-    "XlElemTraits is not implemented for this type",
-    "Array is too large",
-    "Array is empty",
-    "String is too long",
-    "Extended {0} parameter index {1} for argument {2} is out of range",
-    "Right-hand side of cell assignment must be a scalar value",
-    "Parameter ignoreItems is out of range (maximum = {0})",
-    "Source must be a scalar value",
-    "Expected all items in the array to be empty",
-    "CXlOper instance is not initialized",
-    "{0} is not initialized",
-    "{0} is not initialized. Expected {1}.",
-    "{0} is not initialized. Expected {1} vector.",
-    "{0} is not initialized. Expected {1} matrix.",
-    "Illegal value for result of common function. Must be 0, &xloResult or static.",
-    "The following functions in {0} failed to register:\n{1}\nDo you wish to continue loading the add-in?",
-    "Add-in Load Failure",
-    "Memory allocation failed",
-    "Excel API call failed",
-    "Excel API call {0} failed with error code {1}",
-    "'C' structured exception occurred",
-    "'C' exception {0}",
-    "Threw Excel error {0}",
-    "COM call failed",
-    "{0} failed with error code {1}",
-    "short integer",
-    "unsigned short integer",
-    "Expected at least 1 value for {0}",
-    "Expected at least 1 row for {0}",
-    "Expected at least 1 column for {0}",
-    "Expected one of {1} for {0}",
-    "handle to {0}",
-};
-
 const std::string built_in_49 =
     "The following functions in {0} failed to register:\n\n{1}\nDo you wish to continue loading the add-in?";
-
-std::u16string Wide(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
-}
 
 std::string Formatted(unsigned number, auto... arguments) {
     std::string text;
@@ -189,26 +116,6 @@ TEST(MessageCatalogue, the_numbers_raised_have_names) {
     for (const auto& [number, text] : named)
         EXPECT_EQ(kBuiltInMessages[number], text);
     EXPECT_EQ(kMessageRegistrationFailed, 49U);
-}
-
-// Where the program has a string table of its own, on Windows, it is the one the messages come from.
-TEST(MessageCatalogue, the_programs_own_string_table_holds_every_message) {
-    const std::vector<std::uint16_t> languages = SystemResources().BlockLanguages(53249 / 16 + 1);
-    if (languages.empty())
-        GTEST_SKIP() << "no string tables on this platform";
-    EXPECT_EQ(languages, std::vector<std::uint16_t>{kUsEnglish});
-    EXPECT_EQ(53248 + kMessageCount - 1, 53313U);
-    for (unsigned number = 1; number < kMessageCount; ++number) {
-        std::u16string text;
-        ASSERT_TRUE(LoadResourceText(text, 53248 + number, kUsEnglish)) << number;
-        EXPECT_EQ(text, Wide(expected_texts[number])) << number;
-        EXPECT_EQ(MessageText(number), expected_texts[number]) << number;
-    }
-    std::u16string text;
-    EXPECT_FALSE(LoadResourceText(text, 53248, kUsEnglish));
-    EXPECT_FALSE(LoadResourceText(text, 53314, kUsEnglish));
-    EXPECT_EQ(SystemResources().CountryCode(kUsEnglish), 1);
-    EXPECT_EQ(SystemResources().CountryCode(kGerman), 49);
 }
 
 } // namespace
