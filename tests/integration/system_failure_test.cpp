@@ -4,10 +4,37 @@
 #include "tests/integration/integration_host.h"
 #include "tests/integration/replaced_call.h"
 
+#include <cstdlib>
+#include <new>
 #include <objbase.h>
+
+namespace {
+bool is_memory_refused = false;
+}
+
+// For those who ask whether there is memory.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return is_memory_refused ? nullptr : std::malloc(size);
+}
 
 namespace metrify::host {
 namespace {
+
+// ---- Memory
+
+TEST(system_failure, no_memory_for_what_listens_to_events) {
+    IntegrationHost host(16);
+    CXllApp application;
+    Road road;
+    ASSERT_TRUE(road.Init());
+    is_memory_refused = true;
+    const bool is_connected = road.com.SetEvents(true, road.failure);
+    is_memory_refused = false;
+    EXPECT_FALSE(is_connected);
+    EXPECT_EQ(road.failure.text, u"CreateInstance");
+    EXPECT_EQ(road.failure.code, E_OUTOFMEMORY);
+    EXPECT_EQ(host.sinks(), 0U);
+}
 
 // ---- Hooks
 
