@@ -136,26 +136,19 @@ TEST_F(running_objects_failure, no_first_entry) {
 
 // ---- The active object
 
-using QueryInterfaceFunction = HRESULT(STDMETHODCALLTYPE*)(IUnknown*, REFIID, void**);
-QueryInterfaceFunction original_query = nullptr;
-
-HRESULT STDMETHODCALLTYPE QueryNoDispatch(IUnknown* object, REFIID iid, void** found) {
-    if (iid != IID_IDispatch)
-        return original_query(object, iid, found);
-    *found = nullptr;
-    return E_NOINTERFACE;
-}
-
 TEST(system_failure, an_active_object_that_cannot_be_called_by_name) {
+    constexpr CLSID kApplicationClass = {
+        0x00024500, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
     const ProgramNames names;
     IntegrationHost host(7);
     CXllApp application;
-    host.automation.ShowAsRunning();
-    void** const query = MethodOf(static_cast<IDispatch*>(&host.automation.application()), 0);
-    original_query = reinterpret_cast<QueryInterfaceFunction>(*query);
-    const ReplacedPointer refusing(query, AddressOf(QueryNoDispatch));
+    ComPtr<IBindCtx> silent;
+    CreateBindCtx(0, silent.Receive());
+    DWORD cookie = 0;
+    ASSERT_EQ(RegisterActiveObject(silent.Get(), kApplicationClass, ACTIVEOBJECT_STRONG, &cookie), S_OK);
     Road road;
     ExpectFailure(road, u"QueryInterface(IID_IDispatch) failed with error 0x80004002");
+    RevokeActiveObject(cookie, nullptr);
 }
 
 } // namespace
