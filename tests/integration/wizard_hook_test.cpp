@@ -40,13 +40,24 @@ class wizard_hook : public testing::Test {
 
     // A key as the user presses it.
     static void Press(WORD key) {
+        Send(key, 0);
+        Send(key, KEYEVENTF_KEYUP);
+        Pump();
+    }
+
+    static void PressWith(WORD modifier, WORD key) {
+        Send(modifier, 0);
+        Press(key);
+        Send(modifier, KEYEVENTF_KEYUP);
+        Pump();
+    }
+
+    static void Send(WORD key, DWORD flags) {
         INPUT input{};
         input.type = INPUT_KEYBOARD;
         input.ki.wVk = key;
+        input.ki.dwFlags = flags;
         SendInput(1, &input, sizeof(input));
-        input.ki.dwFlags = KEYEVENTF_KEYUP;
-        SendInput(1, &input, sizeof(input));
-        Pump();
     }
 
     static void Pump() {
@@ -321,6 +332,10 @@ TEST_F(wizard_hook, asks_for_the_modifier_of_a_key) {
     dialog->SetText(1, "5");
     Press(VK_F4);
     EXPECT_EQ(function.button.seen, "");
+    PressWith(VK_CONTROL, VK_F4);
+    EXPECT_EQ(function.button.seen, "");
+    PressWith(VK_SHIFT, VK_F4);
+    EXPECT_EQ(function.button.seen, "5");
 }
 
 TEST_F(wizard_hook, moves_the_selection_by_the_arrows_and_takes_it_by_the_tabulator) {
@@ -347,6 +362,18 @@ TEST_F(wizard_hook, goes_from_the_last_box_to_the_first_by_the_tabulator) {
     Click(Hook().Overlay(2));
     Press(VK_TAB);
     EXPECT_EQ(GetFocus(), dialog->box(0));
+}
+
+TEST_F(wizard_hook, goes_to_the_former_box_by_the_tabulator_with_shift) {
+    function.kinds = std::vector<ArgumentUi>(5, ArgumentUi::list);
+    Open({.arguments = 3});
+    SetForegroundWindow(dialog->window());
+    Click(Hook().Overlay(1));
+    PressWith(VK_SHIFT, VK_TAB);
+    EXPECT_EQ(GetFocus(), dialog->box(0));
+    Click(Hook().Overlay(0));
+    PressWith(VK_SHIFT, VK_TAB);
+    EXPECT_EQ(GetFocus(), dialog->box(2));
 }
 
 // ---- From the add-in's opening to its closing
