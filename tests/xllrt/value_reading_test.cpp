@@ -325,6 +325,7 @@ class ValueReading : public testing::Test {
     static CXlOper Value(const XLOPER12& record) { return CXlOper::Wrap12(&record); }
 
     CXlOper Str(std::string_view text) {
+        DeepFree(text_.record);
         MakeText(text_.record, text);
         return Value(text_.record);
     }
