@@ -1,6 +1,9 @@
-// I and K of real order. The ratio I'/I comes from a continued fraction at the order nu; I is taken down to
+// I and K of real order. The ratio of I at nu + 1 and nu comes from a continued fraction; I is taken down to
 // an order near 0 by recurrence, where K comes from Temme's series or from a second fraction and the
 // Wronskian gives I; K is taken up again.
+//
+// The pair that is carried is a function at two neighbouring orders. Its derivative would do as well on
+// paper, but for a small x it is a difference of two much larger numbers.
 
 #include "numerics/bessel_real.h"
 #include "numerics/bessel_steps.h"
@@ -17,21 +20,17 @@ namespace {
 using namespace bessel;
 using std::numbers::pi;
 
-struct ratio_pair {
-    double value, prime;
-};
-
-/// The first continued fraction, I'/I at the order nu.
+/// The first continued fraction, which comes to I at nu + 1 over I at nu. All its terms are positive, so that
+/// nothing cancels here nor in what is made of it.
 bool first_fraction(const reduced_order& order, double& ratio) {
-    const double start = order.nu * order.xi;
-    ratio = start < FPMIN ? FPMIN : start;
-    double b = order.xi2 * order.nu;
-    double d = 0.0;
-    double c = ratio;
-    for (int i = 1; i <= MAXIT; ++i) {
-        b += order.xi2;
+    double d = 1.0 / order.term(order.whole + 1).sum();
+    ratio = d;
+    double tail = 0.0;
+    for (int i = 2; i <= MAXIT; ++i) {
+        const double b = order.term(order.whole + i).sum();
+        const double c = b + tail;
         d = 1.0 / (b + d);
-        c = b + 1.0 / c;
+        tail = 1.0 / c;
         const double factor = c * d;
         ratio *= factor;
         if (std::fabs(factor - 1.0) < EPS)
@@ -40,22 +39,15 @@ bool first_fraction(const reduced_order& order, double& ratio) {
     return false;
 }
 
-/// From the order nu down to mu.
-ratio_pair lowered(const reduced_order& order, ratio_pair i) {
-    double factor = order.nu * order.xi;
-    for (auto l = static_cast<std::int64_t>(order.steps); l >= 1; --l) {
-        const double value = factor * i.value + i.prime;
-        factor -= order.xi;
-        i = {value, factor * value + i.value};
-        // Beyond an overflow the ratio of the two is no number whatever follows.
-        if (!std::isfinite(i.value) && !std::isfinite(i.prime))
-            break;
-    }
-    return i;
-}
+/// What the order mu comes to: K there and at mu + 1, and what I was multiplied by, which is from the
+/// Wronskian. That is a sum of two products, both positive.
+struct at_mu {
+    double scale;
+    neighbours k;
+};
 
-/// Temme's series for K at mu and mu + 1, for x < XMIN.
-bool series_at_mu(const reduced_order& order, neighbours& k, text_str*& err) {
+/// Temme's series, for x < XMIN.
+bool series_at_mu(const reduced_order& order, const neighbours& i_mu, at_mu& result, text_str*& err) {
     const double half = 0.5 * order.x;
     const double mu = order.mu;
     const double pi_mu = pi * mu;
@@ -84,12 +76,14 @@ bool series_at_mu(const reduced_order& order, neighbours& k, text_str*& err) {
         if (std::fabs(term) < std::fabs(sum) * EPS)
             break;
     }
-    k = {sum, sum1 * order.xi2};
+    result.k = {sum, sum1 * order.xi2};
+    // Times x: K at mu + 1 may overflow.
+    result.scale = 1.0 / (2.0 * i_mu.at * sum1 + i_mu.above * sum * order.x);
     return i <= MAXIT;
 }
 
-/// Steed's second fraction for K at mu and mu + 1, for x >= XMIN.
-bool fraction_at_mu(const reduced_order& order, neighbours& k) {
+/// Steed's second fraction, for x >= XMIN.
+bool fraction_at_mu(const reduced_order& order, const neighbours& i_mu, at_mu& result) {
     const double x = order.x;
     double b = 2.0 * (1.0 + x);
     double d = 1.0 / b;
@@ -121,7 +115,9 @@ bool fraction_at_mu(const reduced_order& order, neighbours& k) {
     }
     h = a1 * h;
     const double at = std::sqrt(pi / (2.0 * x)) * std::exp(-x) / s;
-    k = {at, at * (order.mu + x + 0.5 - h) * order.xi};
+    const double above = at * (order.mu + x + 0.5 - h) * order.xi;
+    result.k = {at, above};
+    result.scale = order.xi / (i_mu.at * above + i_mu.above * at);
     return i <= MAXIT;
 }
 
@@ -138,20 +134,18 @@ void math_func_bessik(double x, double nu, double& i, double& k, double& i_prime
     double ratio = 0.0;
     if (!first_fraction(order, ratio))
         return fail("ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
-    const ratio_pair top = {FPMIN, ratio * FPMIN};
-    const ratio_pair bottom = lowered(order, top);
-    neighbours low = {};
+    const neighbours top = {FPMIN, ratio * FPMIN};
+    const auto [bottom, unit] = lowered(order, 1.0, top);
+    at_mu low = {};
     if (x < XMIN) {
-        if (!series_at_mu(order, low, err))
+        if (!series_at_mu(order, bottom, low, err))
             return fail("ERROR: series failed to converge in math_func_bessik().\n");
-    } else if (!fraction_at_mu(order, low)) {
+    } else if (!fraction_at_mu(order, bottom, low)) {
         return fail("ERROR: cf2 failed to converge in math_func_bessik().\n");
     }
-    const double k_mu_prime = order.mu * order.xi * low.at - low.above;
-    const double i_mu = order.xi / (bottom.prime / bottom.value * low.at - k_mu_prime);
-    i = i_mu * top.value / bottom.value;
-    i_prime = i_mu * top.prime / bottom.value;
-    const neighbours high = raised(order, 1.0, low);
+    i = top.at * low.scale / unit;
+    i_prime = i * (nu * order.xi + ratio);
+    const neighbours high = raised(order, 1.0, low.k);
     k = high.at;
     k_prime = nu * order.xi * high.at - high.above;
 }

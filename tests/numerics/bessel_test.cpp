@@ -140,6 +140,18 @@ TEST(bessel, real_orders_refuse_x_before_the_order) {
     expect_failed(call(math_func_bessik, 1.0, -0.1), "ERROR:   nu must be >= 0 in math_func_bessik().\n");
 }
 
+TEST(bessel, real_orders_come_to_their_first_term_where_x_is_tiny) {
+    for (const double nu : {0.25, 0.5, 0.75}) {
+        for (const double x : {1e-300, 1e-200, 1e-30}) {
+            const double first_term = std::pow(0.5 * x, nu) / std::tgamma(1.0 + nu);
+            EXPECT_NEAR(evaluate(math_func_bessj_frac, nu, x).value / first_term, 1.0, 1e-13)
+                << nu << ' ' << x;
+            EXPECT_NEAR(evaluate(math_func_bessi_frac, nu, x).value / first_term, 1.0, 1e-13)
+                << nu << ' ' << x;
+        }
+    }
+}
+
 TEST(bessel, real_orders_give_up_on_a_large_x) {
     expect_failed(call(math_func_bessjy, 1e6, 0.5),
                   "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
