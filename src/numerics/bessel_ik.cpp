@@ -8,9 +8,7 @@
 #include "numerics/bessel_real.h"
 #include "numerics/bessel_steps.h"
 #include "numerics/failure.h"
-#include "numerics/trigonometry.h"
 
-#include <cstdint>
 #include <numbers>
 
 namespace metrify {
@@ -39,51 +37,35 @@ bool first_fraction(const reduced_order& order, double& ratio) {
     return false;
 }
 
-/// What the order mu comes to: K there and at mu + 1, and what I was multiplied by, which is from the
-/// Wronskian. That is a sum of two products, both positive.
-struct at_mu {
-    double scale;
-    neighbours k;
+/// K at the order mu, and x times K at mu + 1, which overflows later than K itself.
+struct second_at_mu {
+    double k;
+    double x_above;
 };
 
 /// Temme's series, for x < XMIN.
-bool series_at_mu(const reduced_order& order, const neighbours& i_mu, at_mu& result, text_str*& err) {
-    const double half = 0.5 * order.x;
-    const double mu = order.mu;
-    const double pi_mu = pi * mu;
-    const double log_term = -std::log(half);
-    const double power = mu * log_term;
-    const double fact = or_limit(pi_mu, pi_mu / sine(pi_mu));
-    const double fact2 = or_limit(power, std::sinh(power) / power);
-    const gamma_factors gamma = gamma_factors_of(mu, err);
-    double ff = fact * (gamma.gam1 * std::cosh(power) + gamma.gam2 * fact2 * log_term);
-    const double e = std::exp(power);
-    double p = 0.5 * e / gamma.plus;
-    double q = 0.5 / (e * gamma.minus);
-    const double d = half * half;
+bool sum_series(const reduced_order& order, second_at_mu& result, text_str*& err) {
+    temme_series series(order, err);
+    const double d = 0.25 * order.x * order.x;
     double c = 1.0;
-    double sum = ff;
-    double sum1 = p;
+    double sum = series.f;
+    double sum1 = series.p;
     int i = 1;
     for (; i <= MAXIT; ++i) {
-        ff = (i * ff + p + q) / (i * i - order.mu2);
+        series.advance(i);
         c *= d / i;
-        p /= i - mu;
-        q /= i + mu;
-        const double term = c * ff;
+        const double term = c * series.f;
         sum += term;
-        sum1 += c * (p - i * ff);
+        sum1 += c * (series.p - i * series.f);
         if (std::fabs(term) < std::fabs(sum) * EPS)
             break;
     }
-    result.k = {sum, sum1 * order.xi2};
-    // Times x: K at mu + 1 may overflow.
-    result.scale = 1.0 / (2.0 * i_mu.at * sum1 + i_mu.above * sum * order.x);
+    result = {sum, 2.0 * sum1};
     return i <= MAXIT;
 }
 
 /// Steed's second fraction, for x >= XMIN.
-bool fraction_at_mu(const reduced_order& order, const neighbours& i_mu, at_mu& result) {
+bool second_fraction(const reduced_order& order, second_at_mu& result) {
     const double x = order.x;
     double b = 2.0 * (1.0 + x);
     double d = 1.0 / b;
@@ -115,10 +97,30 @@ bool fraction_at_mu(const reduced_order& order, const neighbours& i_mu, at_mu& r
     }
     h = a1 * h;
     const double at = std::sqrt(pi / (2.0 * x)) * std::exp(-x) / s;
-    const double above = at * (order.mu + x + 0.5 - h) * order.xi;
-    result.k = {at, above};
-    result.scale = order.xi / (i_mu.at * above + i_mu.above * at);
+    result = {at, at * (order.mu + x + 0.5 - h)};
     return i <= MAXIT;
+}
+
+/// The text of the failure, if there is one.
+const char* find_second_at_mu(const reduced_order& order, second_at_mu& result, text_str*& err) {
+    if (order.x < XMIN)
+        return sum_series(order, result, err) ? nullptr
+                                              : "ERROR: series failed to converge in math_func_bessik().\n";
+    return second_fraction(order, result) ? nullptr
+                                          : "ERROR: cf2 failed to converge in math_func_bessik().\n";
+}
+
+reduced_order reduced_to_half(double x, double nu) {
+    return {x, nu, nu + 0.5};
+}
+
+neighbours second_at_nu(const reduced_order& order, const second_at_mu& low) {
+    return raised(order, 1.0, {low.k, low.x_above * order.xi});
+}
+
+/// True where the first fraction ends in a ratio for sure: it takes some 6 sqrt(x) steps.
+bool first_fraction_ends(double x, double nu) {
+    return x > 1e-200 && x < 1e4 && nu < 1e100;
 }
 
 } // namespace
@@ -130,24 +132,40 @@ void math_func_bessik(double x, double nu, double& i, double& k, double& i_prime
         return fail("ERROR:   x must be > 0 in math_func_bessik().\n");
     if (nu < 0.0)
         return fail("ERROR:   nu must be >= 0 in math_func_bessik().\n");
-    const reduced_order order(x, nu, nu + 0.5);
+    const reduced_order order = reduced_to_half(x, nu);
     double ratio = 0.0;
     if (!first_fraction(order, ratio))
         return fail("ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
     const neighbours top = {FPMIN, ratio * FPMIN};
     const auto [bottom, unit] = lowered(order, 1.0, top);
-    at_mu low = {};
-    if (x < XMIN) {
-        if (!series_at_mu(order, bottom, low, err))
-            return fail("ERROR: series failed to converge in math_func_bessik().\n");
-    } else if (!fraction_at_mu(order, bottom, low)) {
-        return fail("ERROR: cf2 failed to converge in math_func_bessik().\n");
-    }
-    i = top.at * low.scale / unit;
+    second_at_mu low = {};
+    if (const char* failure = find_second_at_mu(order, low, err))
+        return fail(failure);
+    // The Wronskian, as a sum of two products that are both positive.
+    const double scale = 1.0 / (bottom.at * low.x_above + bottom.above * low.k * x);
+    i = top.at * scale / unit;
     i_prime = i * (nu * order.xi + ratio);
-    const neighbours high = raised(order, 1.0, low.k);
+    const neighbours high = second_at_nu(order, low);
     k = high.at;
     k_prime = nu * order.xi * high.at - high.above;
+}
+
+// K needs nothing of I; only the failures of math_func_bessik stay.
+double math_func_bessk_frac(double nu, double x, text_str*& err) {
+    const double size = std::fabs(nu);
+    if (!first_fraction_ends(x, size)) {
+        double i = 0.0;
+        double k = 0.0;
+        double i_prime = 0.0;
+        double k_prime = 0.0;
+        math_func_bessik(x, size, i, k, i_prime, k_prime, err);
+        return k;
+    }
+    const reduced_order order = reduced_to_half(x, size);
+    second_at_mu low = {};
+    if (const char* failure = find_second_at_mu(order, low, err))
+        return numeric_failure(err, failure);
+    return second_at_nu(order, low).at;
 }
 
 } // namespace metrify

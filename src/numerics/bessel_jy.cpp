@@ -7,7 +7,6 @@
 #include "numerics/failure.h"
 #include "numerics/trigonometry.h"
 
-#include <cstdint>
 #include <numbers>
 
 namespace metrify {
@@ -50,34 +49,22 @@ struct at_mu {
 
 /// Temme's series for Y, and the size of J from the Wronskian; for x < XMIN.
 bool series_at_mu(const reduced_order& order, const neighbours& j, at_mu& result, text_str*& err) {
+    temme_series series(order, err);
     const double half = 0.5 * order.x;
-    const double mu = order.mu;
-    const double pi_mu = pi * mu;
-    const double log_term = -std::log(half);
-    const double power = mu * log_term;
-    const double fact = or_limit(pi_mu, pi_mu / sine(pi_mu));
-    const double fact2 = or_limit(power, std::sinh(power) / power);
-    const gamma_factors gamma = gamma_factors_of(mu, err);
-    double ff = 2.0 / pi * fact * (gamma.gam1 * std::cosh(power) + gamma.gam2 * fact2 * log_term);
-    const double e = std::exp(power);
-    double p = e / (gamma.plus * pi);
-    double q = 1.0 / (e * pi * gamma.minus);
-    const double pi_mu_half = 0.5 * pi_mu;
-    const double fact3 = or_limit(pi_mu_half, sine(pi_mu_half) / pi_mu_half);
-    const double r = pi * pi_mu_half * fact3 * fact3;
+    const double pi_mu_half = 0.5 * pi * order.mu;
+    const double quotient = or_limit(pi_mu_half, sine(pi_mu_half) / pi_mu_half);
+    const double r = pi * pi_mu_half * quotient * quotient;
     const double d = -half * half;
-    double c = 1.0;
-    double sum = ff + r * q;
-    double sum1 = p;
+    double c = 2.0 / pi;
+    double sum = c * (series.f + r * series.q);
+    double sum1 = c * series.p;
     int i = 1;
     for (; i <= MAXIT; ++i) {
-        ff = (i * ff + p + q) / (i * i - order.mu2);
+        series.advance(i);
         c *= d / i;
-        p /= i - mu;
-        q /= i + mu;
-        const double term = c * (ff + r * q);
+        const double term = c * (series.f + r * series.q);
         sum += term;
-        sum1 += c * p - i * term;
+        sum1 += c * series.p - i * term;
         if (std::fabs(term) < (1.0 + std::fabs(sum)) * EPS)
             break;
     }

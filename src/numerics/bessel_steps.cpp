@@ -2,8 +2,10 @@
 
 #include "numerics/chebyshev.h"
 #include "numerics/exact_product.h"
+#include "numerics/trigonometry.h"
 
 #include <array>
+#include <numbers>
 
 namespace metrify::bessel {
 
@@ -24,6 +26,15 @@ reduced_order::reduced_order(double argument, double order, double distance)
       mu2(mu * mu), xi(1.0 / x), xi2(2.0 * xi), whole(std::floor(order)), whole_mu(whole - steps),
       xi2_parts(two_over(x, xi2)), rest((order - whole) * xi2) {}
 
+namespace {
+
+/// Combinations of 1/gamma(1 - mu) and 1/gamma(1 + mu), for |mu| <= 1/2.
+struct gamma_factors {
+    double gam1, gam2;
+    double plus;  // 1/gamma(1 + mu)
+    double minus; // 1/gamma(1 - mu)
+};
+
 gamma_factors gamma_factors_of(double mu, text_str*& err) {
     constexpr std::array<double, 7> c1 = {-1.142022680371172, 0.006516511267076, 0.000308709017308,
                                           -3.470626964e-06,   6.943764e-09,      3.678e-11,
@@ -35,6 +46,33 @@ gamma_factors gamma_factors_of(double mu, text_str*& err) {
     const double gam1 = math_func_bes_chebev(-1.0, 1.0, c1.data(), static_cast<int>(c1.size()), t, err);
     const double gam2 = math_func_bes_chebev(-1.0, 1.0, c2.data(), static_cast<int>(c2.size()), t, err);
     return {gam1, gam2, gam2 - mu * gam1, gam2 + mu * gam1};
+}
+
+/// sinh x / x, of which e is the exponential of x.
+double sinh_quotient(double x, double e) {
+    if (std::fabs(x) > 0.5)
+        return 0.5 * (e - 1.0 / e) / x;
+    const double t = x * x;
+    return 1.0 +
+           t * (1.0 / 6.0) *
+               (1.0 + t * (1.0 / 20.0) *
+                          (1.0 + t * (1.0 / 42.0) *
+                                     (1.0 + t * (1.0 / 72.0) *
+                                                (1.0 + t * (1.0 / 110.0) * (1.0 + t * (1.0 / 156.0))))));
+}
+
+} // namespace
+
+temme_series::temme_series(const reduced_order& order, text_str*& err) : mu(order.mu), mu2(order.mu2) {
+    const double pi_mu = std::numbers::pi * mu;
+    const double log_term = -std::log(0.5 * order.x);
+    const double power = mu * log_term;
+    const double e = std::exp(power);
+    const double factor = or_limit(pi_mu, pi_mu / sine(pi_mu));
+    const gamma_factors gamma = gamma_factors_of(mu, err);
+    f = factor * (gamma.gam1 * 0.5 * (e + 1.0 / e) + gamma.gam2 * sinh_quotient(power, e) * log_term);
+    p = 0.5 * e / gamma.plus;
+    q = 0.5 / (e * gamma.minus);
 }
 
 scaled_neighbours lowered(const reduced_order& order, double sign, neighbours f) {

@@ -44,13 +44,25 @@ struct reduced_order {
     double rest;        // 2 fraction/x
 };
 
-/// Combinations of 1/gamma(1 - mu) and 1/gamma(1 + mu), for |mu| <= 1/2.
-struct gamma_factors {
-    double gam1, gam2;
-    double plus;  // 1/gamma(1 + mu)
-    double minus; // 1/gamma(1 - mu)
+/// The terms of Temme's series for the second kind, of which those of I and K are the halves of those of J
+/// and Y, times pi.
+struct temme_series {
+    /// Those of the number 0.
+    temme_series(const reduced_order& order, text_str*& err);
+
+    /// From the number i - 1 to i.
+    void advance(double i) {
+        const double divisor = 1.0 / (i * i - mu2);
+        f = (i * f + p + q) * divisor;
+        p *= (i + mu) * divisor;
+        q *= (i - mu) * divisor;
+    }
+
+    double f, p, q;
+
+  private:
+    double mu, mu2;
 };
-gamma_factors gamma_factors_of(double mu, text_str*& err);
 
 /// x / sin x and the like, with the limit 1 where the argument vanishes.
 inline double or_limit(double small, double quotient) {

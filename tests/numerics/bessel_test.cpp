@@ -7,7 +7,9 @@
 #include "numerics/chebyshev.h"
 #include "tests/numerics/evaluated.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -105,6 +107,19 @@ TEST(bessel, k_of_a_negative_order_equals_that_of_the_positive_one) {
         EXPECT_EQ(evaluate(math_func_bessk, -n, 1.5).value, evaluate(math_func_bessk, n, 1.5).value);
     EXPECT_EQ(evaluate(math_func_bessk_frac, -2.5, 1.5).value,
               evaluate(math_func_bessk_frac, 2.5, 1.5).value);
+}
+
+TEST(bessel, k_of_a_real_order_is_the_second_output_to_the_last_bit) {
+    for (const double nu : {0.0, 0.3, 0.5, 2.5, 30.25, 1e9 + 0.5, 1e300, quiet_nan}) {
+        for (const double x :
+             {-1.0, 0.0, 1e-310, 1e-200, 1e-9, 1.0, 2.0, 700.0, 9999.0, 1e4, 1e12, quiet_nan}) {
+            const four_outputs both = call(math_func_bessik, x, nu);
+            const evaluated k = evaluate(math_func_bessk_frac, nu, x);
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(k.value), std::bit_cast<std::uint64_t>(both.b))
+                << nu << ' ' << x;
+            EXPECT_EQ(k.err, both.err) << nu << ' ' << x;
+        }
+    }
 }
 
 TEST(bessel, i_of_a_negative_integer_order_reaches_the_fit_of_k_below_0_without_a_text) {
