@@ -1,12 +1,15 @@
+#include "xllrt/fault_handlers_posix.h"
+#include "xllrt/fault_treatment.h"
 #include "xllrt/guarded_call.h"
 #include "xllrt/thread_slot.h"
 
-#include <array>
+#include <atomic>
 #include <csetjmp>
 #include <csignal>
 #include <cstddef>
 #include <memory>
 #include <new>
+#include <optional>
 #include <pthread.h>
 #include <sys/mman.h>
 
@@ -19,8 +22,6 @@ constexpr std::size_t kAlternateStackSize = std::size_t{64} * 1024;
 
 // How far from the end of the stack an access is still one of a stack that has grown too long.
 constexpr std::size_t kOverflowReach = std::size_t{64} * 1024;
-
-constexpr std::array<int, 4> kFaultSignals = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 
 // ---- What a thread needs
 
@@ -84,11 +85,12 @@ std::uintptr_t LowEndOfStack() {
 
 struct ThreadGuard {
     FaultScope* innermost = nullptr;
+    std::optional<FaultHandlerHold> handlers;
     std::uintptr_t low_end_of_stack = LowEndOfStack();
     AlternateStack alternate_stack;
 };
 
-// Read by the handlers, so it must not be memory that a first access allocates.
+// Read inside a handler, so it must not be memory that a first access allocates.
 constinit ThreadSlot slot;
 
 void DestroyGuard(void* guard) {
@@ -135,84 +137,33 @@ std::uint32_t FaultOf(int signal, const siginfo_t& info, const ThreadGuard& guar
     }
 }
 
-extern "C" void metrify_on_fault(int signal, siginfo_t* info, void* context);
+// Goes back into the innermost guard of this thread, if there is one. A signal that somebody sent is no fault
+// of the code that it meets.
+void TakeFault(int signal, const siginfo_t& info) {
+    const auto* guard = static_cast<const ThreadGuard*>(slot.Get());
+    if (guard && guard->innermost && info.si_code > 0) {
+        guard->innermost->code = FaultOf(signal, info, *guard);
+        siglongjmp(guard->innermost->resume, 1);
+    }
+}
 
-// The handlers of the process, with what they stand in front of.
-class FaultHandlers {
+// ---- Guards
+
+// The slot is the module's, and goes with it.
+class GuardSlot {
   public:
-    FaultHandlers() {
+    GuardSlot() {
         if (!slot.Allocate(DestroyGuard)) {
             throw std::bad_alloc();
         }
-        struct sigaction ours {};
-        ours.sa_sigaction = metrify_on_fault;
-        // The jump out of the handler does not restore a mask, so none is set.
-        ours.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
-        for (std::size_t i = 0; i < kFaultSignals.size(); ++i) {
-            sigaction(kFaultSignals[i], &ours, &earlier_[i]);
-        }
     }
-    FaultHandlers(const FaultHandlers&) = delete;
-    FaultHandlers& operator=(const FaultHandlers&) = delete;
-    // When the module goes, so do its handlers.
-    ~FaultHandlers() {
-        for (std::size_t i = 0; i < kFaultSignals.size(); ++i) {
-            struct sigaction present {};
-            sigaction(kFaultSignals[i], nullptr, &present);
-            if (present.sa_sigaction == metrify_on_fault) {
-                sigaction(kFaultSignals[i], &earlier_[i], nullptr);
-            }
-        }
-        slot.Release();
-    }
-
-    // Does what would have been done without our handler.
-    void PassOn(int signal, siginfo_t* info, void* context) const {
-        const struct sigaction& earlier = EarlierOf(signal);
-        const bool was_sent = info->si_code <= 0;
-        if ((earlier.sa_flags & SA_SIGINFO) != 0) {
-            earlier.sa_sigaction(signal, info, context);
-        } else if (earlier.sa_handler != SIG_DFL && earlier.sa_handler != SIG_IGN) {
-            earlier.sa_handler(signal);
-        } else if (!(was_sent && earlier.sa_handler == SIG_IGN)) {
-            // Once it is no longer handled, the fault comes again with the return; a sent signal does not.
-            sigaction(signal, &earlier, nullptr);
-            if (was_sent) {
-                raise(signal);
-            }
-        }
-    }
-
-  private:
-    const struct sigaction& EarlierOf(int signal) const {
-        std::size_t i = 0;
-        while (kFaultSignals[i] != signal) {
-            ++i;
-        }
-        return earlier_[i];
-    }
-
-    std::array<struct sigaction, kFaultSignals.size()> earlier_{};
+    GuardSlot(const GuardSlot&) = delete;
+    GuardSlot& operator=(const GuardSlot&) = delete;
+    ~GuardSlot() { slot.Release(); }
 };
 
-const FaultHandlers& Handlers() {
-    static const FaultHandlers handlers;
-    return handlers;
-}
-
-// Only what may be done in the midst of anything: no memory, no locks.
-extern "C" void metrify_on_fault(int signal, siginfo_t* info, void* context) {
-    const auto* guard = static_cast<const ThreadGuard*>(slot.Get());
-    // A signal that somebody sent is no fault of the code that it meets.
-    if (guard && guard->innermost && info->si_code > 0) {
-        guard->innermost->code = FaultOf(signal, *info, *guard);
-        siglongjmp(guard->innermost->resume, 1);
-    }
-    Handlers().PassOn(signal, info, context);
-}
-
 ThreadGuard& GuardOfThisThread() {
-    Handlers();
+    static const GuardSlot allocated;
     if (void* guard = slot.Get()) {
         return *static_cast<ThreadGuard*>(guard);
     }
@@ -223,22 +174,54 @@ ThreadGuard& GuardOfThisThread() {
     return *guard.release();
 }
 
-// Makes a scope the innermost one while it lives, also when an exception passes.
+// Of an open add-in. The add-in's own end empties it, before the module goes.
+constinit std::optional<FaultHandlerHold> kept_treatment;
+
+// All threads read this for each guard, so it changes with the treatment only.
+constinit std::atomic<bool> is_treatment_kept = false;
+
+// Makes a scope the innermost one while it lives, also when an exception passes. The outermost scope of a
+// thread sees to the handlers.
 class ScopeLink {
   public:
     ScopeLink(ThreadGuard& guard, FaultScope& scope) : guard_(guard) {
         scope.earlier = guard.innermost;
+        if (!scope.earlier && !is_treatment_kept) {
+            guard.handlers.emplace(TakeFault);
+        }
         guard.innermost = &scope;
     }
     ScopeLink(const ScopeLink&) = delete;
     ScopeLink& operator=(const ScopeLink&) = delete;
-    ~ScopeLink() { guard_.innermost = guard_.innermost->earlier; }
+    ~ScopeLink() {
+        guard_.innermost = guard_.innermost->earlier;
+        if (!guard_.innermost) {
+            guard_.handlers.reset();
+        }
+    }
 
   private:
     ThreadGuard& guard_;
 };
 
 } // namespace
+
+void KeepFaultTreatment() {
+    if (!kept_treatment) {
+        kept_treatment.emplace(TakeFault);
+        is_treatment_kept = true;
+    }
+}
+
+void ReturnFaultTreatment() {
+    is_treatment_kept = false;
+    // A command of the add-in may be what closes it.
+    auto* const guard = static_cast<ThreadGuard*>(slot.Get());
+    if (kept_treatment && guard && guard->innermost && !guard->handlers) {
+        guard->handlers.emplace(TakeFault);
+    }
+    kept_treatment.reset();
+}
 
 std::uint32_t CallGuarded(void (*body)(void*), void* context) {
     FaultScope scope;

@@ -5,8 +5,7 @@
 #include "xllrt/exceptions.h"
 #include "xllrt/guarded_call.h"
 
-#include <memory>
-#include <type_traits>
+#include <cstdint>
 
 namespace metrify {
 
@@ -21,9 +20,9 @@ class CXlSeTranslatorScope {
     /// Calls the body. A fault in it is thrown from here as a `CXlStructuredException`.
     template <class Body>
     void Run(Body&& body) const {
-        using Callable = std::remove_reference_t<Body>;
+        auto call = [&body] { body(); };
         const std::uint32_t code =
-            CallGuarded([](void* context) { (*static_cast<Callable*>(context))(); }, std::addressof(body));
+            CallGuarded([](void* context) { (*static_cast<decltype(call)*>(context))(); }, &call);
         if (code != 0) {
             throw CXlStructuredException(code);
         }

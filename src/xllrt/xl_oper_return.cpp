@@ -15,7 +15,8 @@ Record* CXlOper::ReturnRecord(Record& kept) {
     if ((state_ & Bits::kValid) != 0 && (state_ & Bits::kHostOwned) == 0) {
         // Moved, not copied: from here on the host says when it is released.
         kept = *Side<Record>();
-        kept.xltype = TypeOf(kept);
+        // The mark says who owns what the record points at. It is this value that knows.
+        kept.xltype &= static_cast<std::uint16_t>(~xlbitDLLFree);
         allocated = (state_ & Bits::kOwned) != 0;
         state_ &= static_cast<std::uint16_t>(~Bits::kOwned);
     } else if (!(HasValue4() || HasValue12()) || !CopyInto(kept, allocated)) {

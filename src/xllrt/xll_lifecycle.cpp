@@ -1,5 +1,6 @@
 #include "xllrt/xll_lifecycle.h"
 
+#include "xllrt/fault_treatment.h"
 #include "xllrt/format_printf.h"
 #include "xllrt/host_alert.h"
 #include "xllrt/host_letters.h"
@@ -140,11 +141,13 @@ int OpenAddIn() {
     if (is_opened || !LoadOrTell()) {
         return 0;
     }
+    KeepFaultTreatment();
     CXllApp::Instance()->OnOpened();
     return 1;
 }
 
 int CloseAddIn() {
+    ReturnFaultTreatment();
     CXllApp* const application = CXllApp::Instance();
     if (!application) {
         return 1;

@@ -1,5 +1,6 @@
 // The module's load and end.
 
+#include "xllrt/fault_treatment.h"
 #include "xllrt/module_handle.h"
 #include "xllrt/thread_state.h"
 #include "xllrt/xll_app.h"
@@ -34,6 +35,7 @@ int Enter(void* module, ProcessReason reason) {
             application->OnProcessDetach();
         }
         KeepModuleHandle(nullptr);
+        ReturnFaultTreatment();
     }
     if (!ChangeThreadStates(reason)) {
         return 0;

@@ -8,6 +8,8 @@
 #include <pty.h>
 #include <string>
 #include <sys/wait.h>
+#include <termios.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -38,6 +40,7 @@ class terminal_session {
     terminal_session& operator=(const terminal_session&) = delete;
 
     void type(std::string_view keys) {
+        ASSERT_TRUE(takes_keys()) << screen_;
         ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
 
@@ -54,10 +57,12 @@ class terminal_session {
         }
     }
 
-    /// The exit status once the program has ended by itself.
+    /// The exit status once the program has ended by itself; that of a killed one if it doesn't.
     int wait_for_end() {
         while (read_more()) {
         }
+        if (!is_hung_up_)
+            kill(child_, SIGKILL);
         int status = -1;
         waitpid(child_, &status, 0);
         child_ = -1;
@@ -67,13 +72,28 @@ class terminal_session {
     const std::string& screen() const { return screen_; }
 
   private:
+    // The line editor sets the terminal a moment after it has shown its prompt. Until then the terminal
+    // itself would treat keys such as that for the end of input.
+    bool takes_keys() const {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        termios modes{};
+        while (tcgetattr(terminal_, &modes) == 0 && (modes.c_lflag & ICANON) != 0) {
+            if (std::chrono::steady_clock::now() > deadline)
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return true;
+    }
+
+    // False if nothing comes for a long time, or never again.
     bool read_more() {
         pollfd ready = {terminal_, POLLIN, 0};
         if (poll(&ready, 1, 20000) <= 0)
             return false;
         char buffer[4096];
         const ssize_t count = read(terminal_, buffer, sizeof buffer);
-        if (count <= 0)
+        is_hung_up_ = count <= 0;
+        if (is_hung_up_)
             return false;
         screen_.append(buffer, static_cast<std::size_t>(count));
         return true;
@@ -83,6 +103,7 @@ class terminal_session {
     pid_t child_ = -1;
     std::string screen_;
     std::size_t seen_ = 0;
+    bool is_hung_up_ = false;
 };
 
 class interactive : public testing::Test {

@@ -3,6 +3,7 @@
 // An application in a scripted host. What its virtual operations do stands in the host's list of calls.
 
 #include "scripted_host.h"
+#include "xllrt/fault_treatment.h"
 #include "xllrt/host_version.h"
 #include "xllrt/thread_state.h"
 #include "xllrt/xll_app.h"
@@ -22,6 +23,7 @@ class AddInTest : public testing::Test {
     }
     ~AddInTest() override {
         SetAddInOpened(false);
+        ReturnFaultTreatment();
         CXllApp::SetInstance(earlier_);
         // Made in the family of this test's host.
         DestroyThreadState();

@@ -1,4 +1,4 @@
-#include "xllrt/guarded_call.h"
+#include "faulting_code.h"
 #include "xllrt/se_translator.h"
 
 #include <atomic>
@@ -13,25 +13,15 @@
 namespace {
 
 using namespace metrify;
+using namespace metrify::faulting;
 using testing::Each;
 
 // ---- Faults, which the compiler must neither see coming nor leave out
 
-volatile std::uintptr_t unmapped_address = 64;
-volatile int zero = 0;
 volatile bool goes_on = true;
-
-void TouchNothing() {
-    *reinterpret_cast<volatile int*>(unmapped_address) = 1;
-}
 
 void ReadNothing() {
     static_cast<void>(*reinterpret_cast<volatile int*>(unmapped_address));
-}
-
-void DivideByZero() {
-    volatile int number = 1;
-    number = number / zero;
 }
 
 void DivideWithRemainderByZero() {
@@ -58,11 +48,6 @@ void ExhaustStack() {
 }
 
 // ---- Guards
-
-template <class Body>
-std::uint32_t Guarded(Body body) {
-    return CallGuarded([](void* context) { (*static_cast<Body*>(context))(); }, &body);
-}
 
 /// Starts so many threads, which wait for each other, and gives what each of them gives.
 template <class Body>
@@ -297,6 +282,11 @@ TEST(SeTranslatorScope, a_fault_is_thrown_with_its_code_and_message) {
         EXPECT_STREQ(exception.what(), "'C' exception 0xC0000005");
         EXPECT_EQ(exception.WideMessage(), u"'C' exception 0xC0000005");
     }
+}
+
+TEST(SeTranslatorScope, runs_a_plain_function) {
+    const CXlSeTranslatorScope translator;
+    EXPECT_THROW(translator.Run(DivideByZero), CXlStructuredException);
 }
 
 TEST(SeTranslatorScope, other_exceptions_and_what_ends_well_are_left_alone) {

@@ -84,6 +84,14 @@ TEST_F(OperReturn, a_wrapped_text_is_handed_out_as_it_is) {
     EXPECT_EQ(record->xltype, 2u) << "unmarked, for it is not ours";
 }
 
+TEST_F(OperReturn, of_the_marks_of_a_wrapped_record_only_the_one_of_ownership_is_dropped) {
+    XLOPER12 source{};
+    source.xltype = 0x5001;
+    source.val.num = 2.5;
+    CXlOper value = CXlOper::Wrap12(&source);
+    EXPECT_EQ(value.ReturnValue12()->xltype, 0x1001u) << "else memory of the host would be given back here";
+}
+
 TEST_F(OperReturn, what_the_host_filled_is_copied) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
