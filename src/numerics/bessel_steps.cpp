@@ -76,8 +76,8 @@ temme_series::temme_series(const reduced_order& order, text_str*& err) : mu(orde
 }
 
 scaled_neighbours lowered(const reduced_order& order, double sign, neighbours f) {
-    for (double step = 0.0; step < order.steps; ++step) {
-        f = {order.term(order.whole - step).sum() * f.at + sign * f.above, f.at};
+    for (std::int64_t step = 0; step < order.step_count(); ++step) {
+        f = {order.term(order.whole - static_cast<double>(step)).sum() * f.at + sign * f.above, f.at};
         // Beyond an overflow there is no number whatever follows.
         if (!std::isfinite(f.at))
             break;
@@ -87,8 +87,9 @@ scaled_neighbours lowered(const reduced_order& order, double sign, neighbours f)
 }
 
 neighbours raised(const reduced_order& order, double sign, neighbours f) {
-    for (double step = 1.0; step <= order.steps; ++step) {
-        const double next = order.term(order.whole_mu + step).sum() * f.above + sign * f.at;
+    for (std::int64_t step = 1; step <= order.step_count(); ++step) {
+        const double next =
+            order.term(order.whole_mu + static_cast<double>(step)).sum() * f.above + sign * f.at;
         f = {f.above, next};
         // What no further step changes: behind an overflow, and where all has come to 0.
         if (f.at != f.at || (sign > 0.0 && f.at == f.above && (std::isinf(f.at) || f.at == 0.0)))

@@ -25,10 +25,14 @@ struct reduced_order {
     reduced_order(double argument, double order, double distance);
 
     /// The coefficient of the recurrences at the order n + fraction, 2 (n + fraction)/x, for a whole n. It is
-    /// exact to 26 digits more than a double has as long as n is below 2^27. Rounded, the coefficients of a
-    /// long recurrence would be off the same way again and again, which comes to a shift of x or of the
+    /// exact to 26 binary digits more than a double has as long as n is below 2^27. Rounded, the coefficients
+    /// of a long recurrence would be off the same way again and again, which comes to a shift of x or of the
     /// order.
     in_parts term(double n) const { return {n * xi2_parts.main, n * xi2_parts.small + rest}; }
+
+    /// The steps, as the limit of a counter. It never gets to more than it holds: the functions overflow
+    /// first.
+    std::int64_t step_count() const { return static_cast<std::int64_t>(steps < 9e18 ? steps : 9e18); }
 
     double x, nu;
     double steps; // whole, at least 0
@@ -44,8 +48,7 @@ struct reduced_order {
     double rest;        // 2 fraction/x
 };
 
-/// The terms of Temme's series for the second kind, of which those of I and K are the halves of those of J
-/// and Y, times pi.
+/// The terms of Temme's series for K; those for Y are 2/pi times as large.
 struct temme_series {
     /// Those of the number 0.
     temme_series(const reduced_order& order, text_str*& err);
