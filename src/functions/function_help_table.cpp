@@ -103,12 +103,12 @@ constexpr std::string_view first_kind_domain = "every x where n is whole, x > 0 
 constexpr std::string_view second_kind_domain = "x > 0; orders of 32 bits";
 
 constexpr help_row bessel[] = {
-    {"BesselJ", "n, x", "The Bessel function of the first kind, to 6e-7, for other than whole orders to 2e-13", order_and_x, number, first_kind_domain, "BesselJ(0, 1)", "= 0.765198"},
+    {"BesselJ", "n, x", "The Bessel function of the first kind, to 6e-7, for other than whole orders to 1e-13", order_and_x, number, first_kind_domain, "BesselJ(0, 1)", "= 0.765198"},
     {"BesselY", "n, x", "The Bessel function of the second kind, as accurate", order_and_x, number, second_kind_domain, "BesselY(0, 1)", "= 0.088257"},
     {"BesselI", "n, x", "The modified Bessel function of the first kind, as accurate", order_and_x, number, first_kind_domain, "BesselI(0, 1)", "= 1.26607"},
-    {"BesselK", "n, x", "The modified Bessel function of the second kind, as accurate", order_and_x, number, second_kind_domain, "BesselK(2, 1)", "= 1.62484"},
-    {"AiryAi", "x", "The Airy function Ai, to 2e-13", number, number, "-600 to 100000; a message where the fractions end", "AiryAi(1)", "= 0.135292"},
-    {"AiryBi", "x", "The Airy function Bi, to 2e-13", number, number, "-600 to 104, infinite above; a message where the fractions end", "AiryBi(1)", "= 1.20742"},
+    {"BesselK", "n, x", "The modified Bessel function of the second kind, as accurate, just below x = 2 to 2e-13", order_and_x, number, second_kind_domain, "BesselK(2, 1)", "= 1.62484"},
+    {"AiryAi", "x", "The Airy function Ai, to 1e-13", number, number, "-600 to 100000; a message where the fractions end", "AiryAi(1)", "= 0.135292"},
+    {"AiryBi", "x", "The Airy function Bi, to 1e-13", number, number, "-600 to 104, infinite above; a message where the fractions end", "AiryBi(1)", "= 1.20742"},
 };
 
 constexpr help_row gamma_and_beta[] = {

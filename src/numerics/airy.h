@@ -5,7 +5,8 @@
 // Source: Abramowitz and Stegun, Handbook of Mathematical Functions, 10.4; Press et al., Numerical Recipes,
 // 6.7.
 //
-// Accuracy: 2e-13 relative for x > -8; below that relative to the amplitude, and growing with the phase.
+// Accuracy: 1e-13 relative; where the functions oscillate, within a tenth of the amplitude of a zero, 1e-14
+// of the amplitude.
 //
 // Domain: every x for which the Bessel functions of 2/3 |x|^(3/2) are found.
 //

@@ -1,13 +1,14 @@
-// I and K of real order. The ratio I'/I comes from a continued fraction at the order nu; I is taken down to
+// I and K of real order. The ratio of I at nu + 1 and nu comes from a continued fraction; I is taken down to
 // an order near 0 by recurrence, where K comes from Temme's series or from a second fraction and the
 // Wronskian gives I; K is taken up again.
+//
+// The pair that is carried is a function at two neighbouring orders. Its derivative would do as well on
+// paper, but for a small x it is a difference of two much larger numbers.
 
 #include "numerics/bessel_real.h"
 #include "numerics/bessel_steps.h"
 #include "numerics/failure.h"
-#include "numerics/trigonometry.h"
 
-#include <cstdint>
 #include <numbers>
 
 namespace metrify {
@@ -17,21 +18,17 @@ namespace {
 using namespace bessel;
 using std::numbers::pi;
 
-struct ratio_pair {
-    double value, prime;
-};
-
-/// The first continued fraction, I'/I at the order nu.
+/// The first continued fraction, which comes to I at nu + 1 over I at nu. All its terms are positive, so that
+/// nothing cancels here nor in what is made of it.
 bool first_fraction(const reduced_order& order, double& ratio) {
-    const double start = order.nu * order.xi;
-    ratio = start < FPMIN ? FPMIN : start;
-    double b = order.xi2 * order.nu;
-    double d = 0.0;
-    double c = ratio;
-    for (int i = 1; i <= MAXIT; ++i) {
-        b += order.xi2;
+    double d = 1.0 / order.term(order.whole + 1).sum();
+    ratio = d;
+    double tail = 0.0;
+    for (int i = 2; i <= MAXIT; ++i) {
+        const double b = order.term(order.whole + i).sum();
+        const double c = b + tail;
         d = 1.0 / (b + d);
-        c = b + 1.0 / c;
+        tail = 1.0 / c;
         const double factor = c * d;
         ratio *= factor;
         if (std::fabs(factor - 1.0) < EPS)
@@ -40,56 +37,35 @@ bool first_fraction(const reduced_order& order, double& ratio) {
     return false;
 }
 
-/// From the order nu down to mu.
-ratio_pair lowered(const reduced_order& order, ratio_pair i) {
-    double factor = order.nu * order.xi;
-    for (auto l = static_cast<std::int64_t>(order.steps); l >= 1; --l) {
-        const double value = factor * i.value + i.prime;
-        factor -= order.xi;
-        i = {value, factor * value + i.value};
-        // Beyond an overflow the ratio of the two is no number whatever follows.
-        if (!std::isfinite(i.value) && !std::isfinite(i.prime))
-            break;
-    }
-    return i;
-}
+/// K at the order mu, and x times K at mu + 1, which overflows later than K itself.
+struct second_at_mu {
+    double k;
+    double x_above;
+};
 
-/// Temme's series for K at mu and mu + 1, for x < XMIN.
-bool series_at_mu(const reduced_order& order, neighbours& k, text_str*& err) {
-    const double half = 0.5 * order.x;
-    const double mu = order.mu;
-    const double pi_mu = pi * mu;
-    const double log_term = -std::log(half);
-    const double power = mu * log_term;
-    const double fact = or_limit(pi_mu, pi_mu / sine(pi_mu));
-    const double fact2 = or_limit(power, std::sinh(power) / power);
-    const gamma_factors gamma = gamma_factors_of(mu, err);
-    double ff = fact * (gamma.gam1 * std::cosh(power) + gamma.gam2 * fact2 * log_term);
-    const double e = std::exp(power);
-    double p = 0.5 * e / gamma.plus;
-    double q = 0.5 / (e * gamma.minus);
-    const double d = half * half;
+/// Temme's series, for x < XMIN.
+bool sum_series(const reduced_order& order, second_at_mu& result, text_str*& err) {
+    temme_series series(order, err);
+    const double d = 0.25 * order.x * order.x;
     double c = 1.0;
-    double sum = ff;
-    double sum1 = p;
+    double sum = series.f;
+    double sum1 = series.p;
     int i = 1;
     for (; i <= MAXIT; ++i) {
-        ff = (i * ff + p + q) / (i * i - order.mu2);
+        series.advance(i);
         c *= d / i;
-        p /= i - mu;
-        q /= i + mu;
-        const double term = c * ff;
+        const double term = c * series.f;
         sum += term;
-        sum1 += c * (p - i * ff);
+        sum1 += c * (series.p - i * series.f);
         if (std::fabs(term) < std::fabs(sum) * EPS)
             break;
     }
-    k = {sum, sum1 * order.xi2};
+    result = {sum, 2.0 * sum1};
     return i <= MAXIT;
 }
 
-/// Steed's second fraction for K at mu and mu + 1, for x >= XMIN.
-bool fraction_at_mu(const reduced_order& order, neighbours& k) {
+/// Steed's second fraction, for x >= XMIN.
+bool second_fraction(const reduced_order& order, second_at_mu& result) {
     const double x = order.x;
     double b = 2.0 * (1.0 + x);
     double d = 1.0 / b;
@@ -121,8 +97,30 @@ bool fraction_at_mu(const reduced_order& order, neighbours& k) {
     }
     h = a1 * h;
     const double at = std::sqrt(pi / (2.0 * x)) * std::exp(-x) / s;
-    k = {at, at * (order.mu + x + 0.5 - h) * order.xi};
+    result = {at, at * (order.mu + x + 0.5 - h)};
     return i <= MAXIT;
+}
+
+/// The text of the failure, if there is one.
+const char* find_second_at_mu(const reduced_order& order, second_at_mu& result, text_str*& err) {
+    if (order.x < XMIN)
+        return sum_series(order, result, err) ? nullptr
+                                              : "ERROR: series failed to converge in math_func_bessik().\n";
+    return second_fraction(order, result) ? nullptr
+                                          : "ERROR: cf2 failed to converge in math_func_bessik().\n";
+}
+
+reduced_order reduced_to_half(double x, double nu) {
+    return {x, nu, nu + 0.5};
+}
+
+neighbours second_at_nu(const reduced_order& order, const second_at_mu& low) {
+    return raised(order, 1.0, {low.k, low.x_above * order.xi});
+}
+
+/// True where the first fraction ends in a ratio for sure: it takes some 6 sqrt(x) steps.
+bool first_fraction_ends(double x, double nu) {
+    return x > 1e-200 && x < 1e4 && nu < 1e100;
 }
 
 } // namespace
@@ -134,26 +132,40 @@ void math_func_bessik(double x, double nu, double& i, double& k, double& i_prime
         return fail("ERROR:   x must be > 0 in math_func_bessik().\n");
     if (nu < 0.0)
         return fail("ERROR:   nu must be >= 0 in math_func_bessik().\n");
-    const reduced_order order(x, nu, nu + 0.5);
+    const reduced_order order = reduced_to_half(x, nu);
     double ratio = 0.0;
     if (!first_fraction(order, ratio))
         return fail("ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
-    const ratio_pair top = {FPMIN, ratio * FPMIN};
-    const ratio_pair bottom = lowered(order, top);
-    neighbours low = {};
-    if (x < XMIN) {
-        if (!series_at_mu(order, low, err))
-            return fail("ERROR: series failed to converge in math_func_bessik().\n");
-    } else if (!fraction_at_mu(order, low)) {
-        return fail("ERROR: cf2 failed to converge in math_func_bessik().\n");
-    }
-    const double k_mu_prime = order.mu * order.xi * low.at - low.above;
-    const double i_mu = order.xi / (bottom.prime / bottom.value * low.at - k_mu_prime);
-    i = i_mu * top.value / bottom.value;
-    i_prime = i_mu * top.prime / bottom.value;
-    const neighbours high = raised(order, 1.0, low);
+    const neighbours top = {FPMIN, ratio * FPMIN};
+    const auto [bottom, unit] = lowered(order, 1.0, top);
+    second_at_mu low = {};
+    if (const char* failure = find_second_at_mu(order, low, err))
+        return fail(failure);
+    // The Wronskian, as a sum of two products that are both positive.
+    const double scale = 1.0 / (bottom.at * low.x_above + bottom.above * low.k * x);
+    i = top.at * scale / unit;
+    i_prime = i * (nu * order.xi + ratio);
+    const neighbours high = second_at_nu(order, low);
     k = high.at;
     k_prime = nu * order.xi * high.at - high.above;
+}
+
+// K needs nothing of I; only the failures of math_func_bessik stay.
+double math_func_bessk_frac(double nu, double x, text_str*& err) {
+    const double size = std::fabs(nu);
+    if (!first_fraction_ends(x, size)) {
+        double i = 0.0;
+        double k = 0.0;
+        double i_prime = 0.0;
+        double k_prime = 0.0;
+        math_func_bessik(x, size, i, k, i_prime, k_prime, err);
+        return k;
+    }
+    const reduced_order order = reduced_to_half(x, size);
+    second_at_mu low = {};
+    if (const char* failure = find_second_at_mu(order, low, err))
+        return numeric_failure(err, failure);
+    return second_at_nu(order, low).at;
 }
 
 } // namespace metrify

@@ -1,4 +1,4 @@
-// J and Y of real order. The ratio J'/J comes from a continued fraction at the order nu; J is taken down to
+// J and Y of real order. The ratio of J at nu + 1 and nu comes from a continued fraction; J is taken down to
 // an order near 0 by recurrence, where Y and the size of J come from Temme's series or from a second
 // fraction; Y is taken up again.
 
@@ -7,7 +7,6 @@
 #include "numerics/failure.h"
 #include "numerics/trigonometry.h"
 
-#include <cstdint>
 #include <numbers>
 
 namespace metrify {
@@ -17,28 +16,21 @@ namespace {
 using namespace bessel;
 using std::numbers::pi;
 
-/// A function and its derivative at one order, up to a common factor.
-struct ratio_pair {
-    double value, prime;
-};
+double not_vanishing(double x) {
+    return std::fabs(x) < FPMIN ? FPMIN : x;
+}
 
-/// The first continued fraction, J'/J at the order nu, and the sign of J there.
+/// The first continued fraction, which comes to J at nu + 1 over J at nu, and the sign of J at nu.
 bool first_fraction(const reduced_order& order, double& ratio, double& sign) {
-    const double start = order.nu * order.xi;
-    ratio = start < FPMIN ? FPMIN : start;
+    double d = 1.0 / order.term(order.whole + 1).sum();
+    ratio = d;
     sign = 1.0;
-    double b = order.xi2 * order.nu;
-    double d = 0.0;
-    double c = ratio;
-    for (int i = 1; i <= MAXIT; ++i) {
-        b += order.xi2;
-        d = b - d;
-        if (std::fabs(d) < FPMIN)
-            d = FPMIN;
-        c = b - 1.0 / c;
-        if (std::fabs(c) < FPMIN)
-            c = FPMIN;
-        d = 1.0 / d;
+    double tail = 0.0;
+    for (int i = 2; i <= MAXIT; ++i) {
+        const auto [b, rest] = order.term(order.whole + i);
+        const double c = not_vanishing(b - tail + rest);
+        d = 1.0 / not_vanishing(b - d + rest);
+        tail = 1.0 / c;
         const double factor = c * d;
         ratio *= factor;
         if (d < 0.0)
@@ -49,64 +41,36 @@ bool first_fraction(const reduced_order& order, double& ratio, double& sign) {
     return false;
 }
 
-/// From the order nu down to mu.
-ratio_pair lowered(const reduced_order& order, ratio_pair j) {
-    double factor = order.nu * order.xi;
-    for (auto l = static_cast<std::int64_t>(order.steps); l >= 1; --l) {
-        const double value = factor * j.value + j.prime;
-        factor -= order.xi;
-        j = {value, factor * value - j.value};
-        // Beyond an overflow the ratio of the two is no number whatever follows.
-        if (!std::isfinite(j.value) && j.prime != j.prime)
-            break;
-    }
-    if (j.value == 0.0)
-        j.value = EPS;
-    return j;
-}
-
-/// What the order mu comes to: J, and Y at mu and mu + 1.
+/// What the order mu comes to: Y there and at mu + 1, and what J was multiplied by.
 struct at_mu {
-    double j;
+    double scale;
     neighbours y;
 };
 
-/// Temme's series for Y, and J from the Wronskian; for x < XMIN. ratio is J'/J.
-bool series_at_mu(const reduced_order& order, double ratio, at_mu& result, text_str*& err) {
+/// Temme's series for Y, and the size of J from the Wronskian; for x < XMIN.
+bool series_at_mu(const reduced_order& order, const neighbours& j, at_mu& result, text_str*& err) {
+    temme_series series(order, err);
     const double half = 0.5 * order.x;
-    const double mu = order.mu;
-    const double pi_mu = pi * mu;
-    const double log_term = -std::log(half);
-    const double power = mu * log_term;
-    const double fact = or_limit(pi_mu, pi_mu / sine(pi_mu));
-    const double fact2 = or_limit(power, std::sinh(power) / power);
-    const gamma_factors gamma = gamma_factors_of(mu, err);
-    double ff = 2.0 / pi * fact * (gamma.gam1 * std::cosh(power) + gamma.gam2 * fact2 * log_term);
-    const double e = std::exp(power);
-    double p = e / (gamma.plus * pi);
-    double q = 1.0 / (e * pi * gamma.minus);
-    const double pi_mu_half = 0.5 * pi_mu;
-    const double fact3 = or_limit(pi_mu_half, sine(pi_mu_half) / pi_mu_half);
-    const double r = pi * pi_mu_half * fact3 * fact3;
+    const double pi_mu_half = 0.5 * pi * order.mu;
+    const double quotient = or_limit(pi_mu_half, sine(pi_mu_half) / pi_mu_half);
+    const double r = pi * pi_mu_half * quotient * quotient;
     const double d = -half * half;
-    double c = 1.0;
-    double sum = ff + r * q;
-    double sum1 = p;
+    double c = 2.0 / pi;
+    double sum = c * (series.f + r * series.q);
+    double sum1 = c * series.p;
     int i = 1;
     for (; i <= MAXIT; ++i) {
-        ff = (i * ff + p + q) / (i * i - order.mu2);
+        series.advance(i);
         c *= d / i;
-        p /= i - mu;
-        q /= i + mu;
-        const double term = c * (ff + r * q);
+        const double term = c * (series.f + r * series.q);
         sum += term;
-        sum1 += c * p - i * term;
+        sum1 += c * series.p - i * term;
         if (std::fabs(term) < (1.0 + std::fabs(sum)) * EPS)
             break;
     }
     result.y = {-sum, -sum1 * order.xi2};
-    const double y_prime = mu * order.xi * result.y.at - result.y.above;
-    result.j = order.xi2 / pi / (y_prime - ratio * result.y.at);
+    // The Wronskian, times x/2: Y at mu + 1 may overflow.
+    result.scale = 1.0 / (pi * (j.at * sum1 - j.above * sum * half));
     return i <= MAXIT;
 }
 
@@ -150,16 +114,18 @@ bool second_fraction(const reduced_order& order, complex_pair& pq) {
     return false;
 }
 
-/// J and Y from both fractions. sign is that of J.
-bool fractions_at_mu(const reduced_order& order, double ratio, double sign, at_mu& result) {
+/// Y and the size of J from both fractions; for x from XMIN on.
+bool fractions_at_mu(const reduced_order& order, const neighbours& j, at_mu& result) {
     complex_pair pq;
     if (!second_fraction(order, pq))
         return false;
     const auto [p, q] = pq;
-    const double gam = (p - ratio) / q;
-    result.j = std::copysign(std::sqrt(order.xi2 / pi / ((p - ratio) * gam + q)), sign);
-    const double y = result.j * gam;
-    const double y_prime = y * (p + q / gam);
+    const double j_prime = order.mu * order.xi * j.at - j.above;
+    const double u = p * j.at - j_prime;
+    const double v = q * j.at;
+    result.scale = std::sqrt(order.xi2 / pi * q / (u * u + v * v));
+    const double y = u / q * result.scale;
+    const double y_prime = p * y + v * result.scale;
     result.y = {y, order.mu * order.xi * y - y_prime};
     return true;
 }
@@ -178,19 +144,18 @@ void math_func_bessjy(double x, double nu, double& j, double& y, double& j_prime
     double sign = 1.0;
     if (!first_fraction(order, ratio, sign))
         return fail("ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
-    const ratio_pair top = {sign * FPMIN, ratio * sign * FPMIN};
-    const ratio_pair bottom = lowered(order, top);
-    const double bottom_ratio = bottom.prime / bottom.value;
+    const neighbours top = {sign * FPMIN, ratio * sign * FPMIN};
+    const auto [bottom, unit] = lowered(order, -1.0, top);
     at_mu low = {};
     if (x < XMIN) {
-        if (!series_at_mu(order, bottom_ratio, low, err))
+        if (!series_at_mu(order, bottom, low, err))
             return fail("ERROR: series failed to converge in math_func_bessjy().\n");
-    } else if (!fractions_at_mu(order, bottom_ratio, bottom.value, low)) {
+    } else if (!fractions_at_mu(order, bottom, low)) {
         return fail("ERROR: cf2 failed to converge in math_func_bessjy().\n");
     }
-    const double scale = low.j / bottom.value;
-    j = top.value * scale;
-    j_prime = top.prime * scale;
+    const double scale = low.scale / unit;
+    j = top.at * scale;
+    j_prime = (nu * order.xi * top.at - top.above) * scale;
     const neighbours high = raised(order, -1.0, low.y);
     y = high.at;
     y_prime = nu * order.xi * high.at - high.above;

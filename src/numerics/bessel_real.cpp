@@ -52,8 +52,4 @@ double math_func_bessi_frac(double nu, double x, text_str*& err) {
     return nu < 0.0 ? i + two_over_pi * sine(order * std::numbers::pi) * k : i;
 }
 
-double math_func_bessk_frac(double nu, double x, text_str*& err) {
-    return i_and_k(std::fabs(nu), x, err).second;
-}
-
 } // namespace metrify

@@ -7,7 +7,9 @@
 #include "numerics/chebyshev.h"
 #include "tests/numerics/evaluated.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -107,6 +109,19 @@ TEST(bessel, k_of_a_negative_order_equals_that_of_the_positive_one) {
               evaluate(math_func_bessk_frac, 2.5, 1.5).value);
 }
 
+TEST(bessel, k_of_a_real_order_is_the_second_output_to_the_last_bit) {
+    for (const double nu : {0.0, 0.3, 0.5, 2.5, 30.25, 1e9 + 0.5, 1e300, quiet_nan}) {
+        for (const double x :
+             {-1.0, 0.0, 1e-310, 1e-200, 1e-9, 1.0, 2.0, 700.0, 9999.0, 1e4, 1e12, quiet_nan}) {
+            const four_outputs both = call(math_func_bessik, x, nu);
+            const evaluated k = evaluate(math_func_bessk_frac, nu, x);
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(k.value), std::bit_cast<std::uint64_t>(both.b))
+                << nu << ' ' << x;
+            EXPECT_EQ(k.err, both.err) << nu << ' ' << x;
+        }
+    }
+}
+
 TEST(bessel, i_of_a_negative_integer_order_reaches_the_fit_of_k_below_0_without_a_text) {
     for (const double x : {0.0, -1.0}) {
         const evaluated i = evaluate(math_func_bessi, -2, x);
@@ -138,6 +153,18 @@ TEST(bessel, real_orders_refuse_x_before_the_order) {
     }
     expect_failed(call(math_func_bessjy, 1.0, -0.1), "ERROR:   nu must be >= 0 in math_func_bessjy().\n");
     expect_failed(call(math_func_bessik, 1.0, -0.1), "ERROR:   nu must be >= 0 in math_func_bessik().\n");
+}
+
+TEST(bessel, real_orders_come_to_their_first_term_where_x_is_tiny) {
+    for (const double nu : {0.25, 0.5, 0.75}) {
+        for (const double x : {1e-300, 1e-200, 1e-30}) {
+            const double first_term = std::pow(0.5 * x, nu) / std::tgamma(1.0 + nu);
+            EXPECT_NEAR(evaluate(math_func_bessj_frac, nu, x).value / first_term, 1.0, 1e-13)
+                << nu << ' ' << x;
+            EXPECT_NEAR(evaluate(math_func_bessi_frac, nu, x).value / first_term, 1.0, 1e-13)
+                << nu << ' ' << x;
+        }
+    }
 }
 
 TEST(bessel, real_orders_give_up_on_a_large_x) {

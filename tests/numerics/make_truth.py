@@ -4,7 +4,7 @@
 Needs python3-mpmath. A line is the arguments, as the shortest decimal numbers that read back as the doubles
 meant, a colon, and for each output of the routine two numbers: the value to 25 digits, computed with 40, and
 the magnitude that an error is divided by. That is the value's own, except near a zero of an oscillating
-function (the amplitude there) and where a header says otherwise.
+function (its amplitude there, or a tenth of it) and where a header says otherwise.
 """
 import math
 import pathlib
@@ -57,7 +57,9 @@ def one(_):
     return mpf(1)
 
 
-# Bessel functions. Beyond its order a function oscillates, and an error is one relative to the amplitude.
+# Bessel functions. Beyond its order a function oscillates. An error of the fits of integer order is one
+# relative to the amplitude there; one of a real order is relative to the value itself, down to a tenth of the
+# amplitude.
 
 def oscillates(nu, x):
     return abs(x) > max(abs(nu), 0.5)
@@ -66,6 +68,19 @@ def oscillates(nu, x):
 def against_amplitude(nu, x, value, other):
     amplitude = mp.sqrt(value ** 2 + other ** 2)
     return (value, amplitude if oscillates(nu, x) and not mp.isinf(amplitude) else abs(value))
+
+
+def away_from_zeros(nu, x, value, other):
+    scale = abs(value)
+    if oscillates(nu, x):
+        scale = max(scale, mp.sqrt(value ** 2 + other ** 2) / 10)
+    return (value, scale)
+
+
+def beside_first(x, value, first):
+    """A modified function of the second kind. Below 2 the required constants of the gamma factors leave an error
+    of 1e-14 of the first kind in it, whose tenth is therefore the least that an error is divided by there."""
+    return (value, max(abs(value), abs(first) / 10) if x < 2 else abs(value))
 
 
 def j_of(nu, x):
@@ -113,20 +128,23 @@ def reflected_angle(nu):
     return mpf(-float(nu) * math.pi)
 
 
-def first_kind_any(nu, x):
+def both_kinds_any(nu, x):
     nu = mpf(nu)
+    j, y = j_of(abs(nu), x), y_of(abs(nu), abs(x))
     if nu >= 0:
-        return first_kind(nu, x)
-    a, j, y = reflected_angle(nu), j_of(-nu, x), y_of(-nu, x)
-    return [against_amplitude(nu, x, mp.cos(a) * j - mp.sin(a) * y, mp.sin(a) * j + mp.cos(a) * y)]
+        return j, y
+    a = reflected_angle(nu)
+    return mp.cos(a) * j - mp.sin(a) * y, mp.sin(a) * j + mp.cos(a) * y
 
 
-def second_kind_any(nu, x):
-    nu = mpf(nu)
-    if nu >= 0:
-        return second_kind(nu, x)
-    a, j, y = reflected_angle(nu), j_of(-nu, x), y_of(-nu, x)
-    return [against_amplitude(nu, x, mp.sin(a) * j + mp.cos(a) * y, mp.cos(a) * j - mp.sin(a) * y)]
+def first_kind_any(nu, x, scaled=against_amplitude):
+    j, y = both_kinds_any(nu, x)
+    return [scaled(nu, x, j, y)]
+
+
+def second_kind_any(nu, x, scaled=against_amplitude):
+    j, y = both_kinds_any(nu, x)
+    return [scaled(nu, x, y, j)]
 
 
 def first_modified_any(nu, x):
@@ -158,12 +176,20 @@ def second_modified_any(nu, x):
     return [(value, value)]
 
 
+def second_modified_real(nu, x):
+    nu = abs(mpf(nu))
+    return [beside_first(x, k_of(nu, x), i_of(nu, x))]
+
+
 REFLECTED = "A negative order has the required value: the sine and cosine of |order| pi are those of the double."
+TENTH = "Beyond the order an error is relative to the value, but at least to a tenth of the amplitude."
+BESIDE = "Below 2 an error of K is relative to K, but at least to a tenth of I."
 FIT_POINTS = logarithmic(1e-8, 1e4, 120) + linear(0.1, 40, 120)
 INTEGER_ORDERS = [2, 3, 4, 7, 10, 25, 60, -1, -2, -3, -8]
 INTEGER_POINTS = logarithmic(1e-3, 2e3, 18) + around(8.0) + around(3.75) + around(2.0)
-REAL_ORDERS = [0.25, 1 / 3, 0.5, 2 / 3, 1.5, 2.75, 5.5, 10.1, 20.5]
-REAL_POINTS = logarithmic(1e-3, 1e3, 18) + around(2.0) + around(5.5) + [19.0, 20.5, 22.0]
+REAL_ORDERS = [0.005, 0.25, 1 / 3, 0.5, 2 / 3, 1.0157, 1.5, 2.75, 5.5, 10.1, 20.5, 45.852]
+REAL_POINTS = (logarithmic(1e-3, 1e3, 18) + around(2.0) + around(5.5) + [19.0, 20.5, 22.0] +
+               [1e-50, 1e-6, 3e-5, 1.5629, 1.8382, 600.3, 673.4, 744.61, 827.35, 935.12, 970.67])
 
 
 def bessel_tables():
@@ -187,35 +213,41 @@ def bessel_tables():
     yield "bessk", REFLECTED, tame_grid, second_modified_any
     real = pairs(REAL_ORDERS + [-nu for nu in REAL_ORDERS], REAL_POINTS)
     tame_real = [(nu, x) for nu, x in real if x < 680]
-    yield "bessj_frac", REFLECTED, real, first_kind_any
-    yield "bessy_frac", REFLECTED, real, second_kind_any
+    yield ("bessj_frac", f"{REFLECTED} {TENTH}", real,
+           lambda nu, x: first_kind_any(nu, x, away_from_zeros))
+    yield ("bessy_frac", f"{REFLECTED} {TENTH}", real,
+           lambda nu, x: second_kind_any(nu, x, away_from_zeros))
     yield "bessi_frac", REFLECTED, tame_real, first_modified_any
-    yield "bessk_frac", REFLECTED, tame_real, second_modified_any
+    yield "bessk_frac", BESIDE, tame_real, second_modified_real
     orders = [0.0, 1.0, 3.0] + REAL_ORDERS
 
     def jy(x, nu):
         nu = mpf(nu)
         j, y, jp, yp = j_of(nu, x), y_of(nu, x), j_prime(nu, x), y_prime(nu, x)
-        return [against_amplitude(nu, x, *two) for two in ((j, y), (y, j), (jp, yp), (yp, jp))]
+        return [away_from_zeros(nu, x, *two) for two in ((j, y), (y, j), (jp, yp), (yp, jp))]
 
     def ik(x, nu):
         nu = mpf(nu)
-        return [(f, abs(f)) for f in (i_of(nu, x), k_of(nu, x), i_prime(nu, x), k_prime(nu, x))]
+        i, k, ip, kp = i_of(nu, x), k_of(nu, x), i_prime(nu, x), k_prime(nu, x)
+        return [(i, abs(i)), beside_first(x, k, i), (ip, abs(ip)), beside_first(x, kp, ip)]
 
-    yield "bessjy", "", [(x, nu) for x in REAL_POINTS for nu in orders], jy
-    yield "bessik", "", [(x, nu) for x in REAL_POINTS if x < 680 for nu in orders], ik
+    yield "bessjy", TENTH, [(x, nu) for x in REAL_POINTS for nu in orders], jy
+    yield "bessik", BESIDE, [(x, nu) for x in REAL_POINTS if x < 680 for nu in orders], ik
 
     def airy(x):
         x = mpf(x)
         f = [mp.airyai(x), mp.airybi(x), mp.airyai(x, derivative=1), mp.airybi(x, derivative=1)]
         if x > -1:
             return [(value, abs(value)) for value in f]
-        amplitudes = [mp.sqrt(f[0] ** 2 + f[1] ** 2), mp.sqrt(f[2] ** 2 + f[3] ** 2)]
-        return list(zip(f, [amplitudes[0], amplitudes[0], amplitudes[1], amplitudes[1]]))
+        amplitude, amplitude_prime = mp.sqrt(f[0] ** 2 + f[1] ** 2), mp.sqrt(f[2] ** 2 + f[3] ** 2)
+        least = [amplitude / 10] * 2 + [amplitude_prime / 10] * 2
+        return [(value, max(abs(value), a)) for value, a in zip(f, least)]
 
     switch = (1.5 * 2.0) ** (2 / 3)  # the Bessel functions change their method at 2
     points = logarithmic(1e-6, 60, 60) + linear(0.05, 20, 60) + around(switch)
-    yield "airy", "Ai, Bi, Ai', Bi'", [(x,) for x in both_signs(points)], airy
+    points += [0.992796716761901, 1.7999394957846675, 75.25, 99.5]
+    yield ("airy", "Ai, Bi, Ai', Bi'. Below -1 an error is relative to the value, but at least to a tenth of "
+           "the amplitude.", [(x,) for x in both_signs(points)], airy)
 
 
 # Gamma, beta, error functions, exponential integrals

@@ -99,22 +99,6 @@ std::string routine_name(const testing::TestParamInfo<routine>& tested) {
     return std::string(tested.param.name);
 }
 
-// Where neither the phase nor a long recurrence costs digits.
-TEST(truth_of_real_orders, is_met_closely_at_moderate_arguments) {
-    for (const routine& tested : all_routines()) {
-        const bool order_first = tested.name.ends_with("_frac");
-        if (!order_first && !tested.name.ends_with("jy") && !tested.name.ends_with("ik"))
-            continue;
-        for (const truth_row& row : read_truth(tested)) {
-            const double order = std::fabs(row.arguments[order_first ? 0 : 1]);
-            const double x = row.arguments[order_first ? 1 : 0];
-            if (x > 50.0 || x < 0.1 * order)
-                continue;
-            EXPECT_LE(largest_error(tested, row), 2e-13) << tested.name << ' ' << row.text;
-        }
-    }
-}
-
 INSTANTIATE_TEST_SUITE_P(special_functions, truth,
                          testing::ValuesIn(all_routines().begin(), all_routines().end()), routine_name);
 
