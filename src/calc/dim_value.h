@@ -89,10 +89,10 @@ bool is_plain_radian(const dim_value& v);
 /// True for a scalar with all exponents 0 whose unused components are alike, as they usually are.
 inline bool is_plain_number(const dim_value& v) {
     const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
-    const auto& [a, b, c, d, e, f, g, h] = v.dim; // no loop: this is what a variable costs in a replay
-    const std::uint64_t set = bits(a) | bits(b) | bits(c) | bits(d) | bits(e) | bits(f) | bits(g) | bits(h);
-    return ((set << 1U) | (bits(v.comp[1]) ^ bits(v.comp[2]))) == 0 &&
-           v.kind == 0; // signs of zeros don't count
+    std::uint64_t set = 0;
+    for (const double exponent : v.dim)
+        set |= bits(exponent) << 1U; // 0 for both zeros
+    return (set | (bits(v.comp[1]) ^ bits(v.comp[2]))) == 0 && v.kind == 0;
 }
 /// True if all components and exponents are exactly 0, whatever the kind.
 bool is_pure_zero(const dim_value& v);

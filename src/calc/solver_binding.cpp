@@ -21,7 +21,7 @@ enum class scale_mode {
     log_negative, // ln(-x) of a negative x
 };
 
-std::uint32_t number(const packed_reference& reference) {
+std::uint32_t number_of(const packed_reference& reference) {
     return static_cast<std::uint32_t>(reference.number);
 }
 
@@ -32,14 +32,14 @@ struct bound_variable {
 
     void bind(const packed_reference& to) {
         reference = to;
-        entry = find_var_by_num(number(to));
+        entry = find_var_by_num(number_of(to));
     }
 
     /// 0 for a variable that can't be read.
     double read(text_str*& err) const {
         if (entry != nullptr)
             return entry->value.comp[place()];
-        getvar_by_num(number(reference), err); // says so
+        getvar_by_num(number_of(reference), err); // says so
         return 0.0;
     }
 
@@ -47,7 +47,7 @@ struct bound_variable {
         if (entry != nullptr)
             entry->value.comp[place()] = component;
         else
-            getvar_by_num(number(reference), err); // says so
+            getvar_by_num(number_of(reference), err); // says so
     }
 
   private:
@@ -92,7 +92,7 @@ solver_binding& binding() {
 
 void release_independents(const block_function& block) {
     for (const independent_variable& input : block.inputs)
-        hold_var(number(input.variable.reference), false);
+        hold_var(number_of(input.variable.reference), false);
 }
 
 void block_function::read_solver_vector(double* x, text_str*& err) const {
@@ -140,10 +140,10 @@ void block_function::evaluate_function(const double* x, double* y, text_str*& er
 }
 
 void check_dependent(const packed_reference& reference, text_str*& err) {
-    const dim_value value = getvar_by_num(number(reference), err);
+    const dim_value value = getvar_by_num(number_of(reference), err);
     if (!str_is_empty(err) || value.kind == 0 || reference.component != 0)
         return;
-    str_append_three(&err, "ERROR:  Dependent arg ", *varname_by_num(number(reference), err),
+    str_append_three(&err, "ERROR:  Dependent arg ", *varname_by_num(number_of(reference), err),
                      " must be a scalar.\n");
 }
 
@@ -170,7 +170,7 @@ void teardown_solver_binding() {
 
 void record_independent(std::size_t i, const packed_reference& reference) {
     binding().block.inputs[i].variable.bind(reference);
-    hold_var(number(reference), true);
+    hold_var(number_of(reference), true);
 }
 
 void record_dependent(std::size_t i, const packed_reference& reference) {
@@ -193,7 +193,7 @@ void restore_start_values(text_str*& err) {
 void check_bound_variables(text_str*& err) {
     const block_function& block = binding().block;
     for (std::size_t i = 0; i < block.inputs.size() && str_is_empty(err); ++i)
-        getvar_by_num(number(block.inputs[i].variable.reference), err);
+        getvar_by_num(number_of(block.inputs[i].variable.reference), err);
     for (std::size_t i = 0; i < block.outputs.size() && str_is_empty(err); ++i)
         check_dependent(block.outputs[i].reference, err);
 }
