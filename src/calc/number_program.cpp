@@ -59,9 +59,9 @@ void number_program::prepare(const code_list& list) {
 bool number_program::call(const number_call& made, number* arguments, compile_ctx& ctx,
                           text_str*& err) const {
     const exponents* units = code_.call_units.data() + made.first_units;
-    for (std::int32_t i = 0; i < made.made.count; ++i)
+    for (std::int32_t i = 0; i < made.record.count; ++i)
         push_value(to_value(arguments[i], *units++), ctx);
-    call_func_by_number(made.made.function, made.made.call_class, made.made.count, ctx, err);
+    call_func_by_number(made.record.function, made.record.call_class, made.record.count, ctx, err);
     const dim_value& value = ctx.stack.top().value;
     const bool is_done = str_is_empty(err) && is_scalar_in(value, *units);
     *arguments = {value.comp[0], value.comp[1]};
@@ -116,7 +116,7 @@ bool number_program::run(const replay_statement& statement, dim_value& result, c
             is_done = operate(assign_scale);
             break;
         case action::call:
-            end -= code_.calls[step.call].made.count;
+            end -= code_.calls[step.call].record.count;
             is_done = call(code_.calls[step.call], end, ctx, err);
             ++end;
             break;

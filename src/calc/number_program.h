@@ -34,7 +34,7 @@ struct number_variable {
 /// A call of a function. The units of its arguments, and behind them those that its value has to have, stand
 /// among the units of the calls.
 struct number_call {
-    packed_call made;
+    packed_call record;
     std::size_t first_units;
 };
 
