@@ -9,10 +9,13 @@ namespace metrify_bench {
 /// The arithmetic of each statement, y from x and the y before: a dozen operations.
 inline constexpr const char* statement_text = "(x + y)*0.5 - y/3 + x*(y - 2)/7 + x*0.1";
 
-inline std::string block_program(std::size_t statements) {
-    std::string text = "x = 1.5\ny = 1\nbegin\n";
+/// The same of lengths.
+inline constexpr const char* statement_with_units = "(x + y)*0.5 - y/3 + x*(y - 2 m)/(7 m) + x*0.1";
+
+inline std::string block_program(std::size_t statements, bool has_units = false) {
+    std::string text = has_units ? "x = 1.5 m\ny = 1 m\nbegin\n" : "x = 1.5\ny = 1\nbegin\n";
     for (std::size_t i = 0; i < statements; ++i)
-        text.append("y = ").append(statement_text).append("\n");
+        text.append("y = ").append(has_units ? statement_with_units : statement_text).append("\n");
     return text + "end\n";
 }
 

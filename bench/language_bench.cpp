@@ -40,8 +40,11 @@ void replay(benchmark::State& state) {
     metrify::cursor text(expression_text);
     metrify::dim_value result;
     metrify::compile_input_line(text, result, &list, err.str);
+    metrify::number_program numbers;
+    numbers.prepare(list);
+    metrify::compile_ctx ctx;
     for (auto _ : state) {
-        metrify::eval_compiled_stck(result, list, err.str);
+        metrify::eval_compiled_stck(result, list, numbers, ctx, err.str);
         benchmark::DoNotOptimize(result);
     }
     metrify::free_all_vars();

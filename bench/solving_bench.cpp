@@ -38,9 +38,9 @@ void run_program(const std::string& text) {
     run_lines("", cursor(kept.c_str()), out.str, err.str);
 }
 
-void block(benchmark::State& state) {
+void block(benchmark::State& state, bool has_units) {
     const auto statements = static_cast<std::size_t>(state.range(0));
-    run_program(metrify_bench::block_program(statements));
+    run_program(metrify_bench::block_program(statements, has_units));
     allocate_solver_binding(1, 1);
     record_independent(0, variable("x"));
     record_dependent(0, variable("y"));
@@ -58,7 +58,8 @@ void block(benchmark::State& state) {
     teardown_solver_binding();
     state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(block)->Name("block/evaluate_function")->Arg(1)->Arg(4)->Arg(20);
+BENCHMARK_CAPTURE(block, evaluate_function, false)->Arg(1)->Arg(4)->Arg(20);
+BENCHMARK_CAPTURE(block, evaluate_function_with_units, true)->Arg(1)->Arg(4)->Arg(20);
 
 void plain_block(benchmark::State& state) {
     const auto statements = static_cast<std::size_t>(state.range(0));

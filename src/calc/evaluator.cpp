@@ -1,7 +1,6 @@
 #include "calc/evaluator.h"
 
 #include "calc/function_dispatch.h"
-#include "calc/number_replay.h"
 #include "calc/operators.h"
 #include "calc/variables.h"
 
@@ -90,36 +89,38 @@ constexpr std::array<action, opcode_count> actions = {
     pop_result,                    // OP_POP_RESULT
 };
 
-// Up to the next statement, or to the first message. Gives the number of instructions.
-std::size_t replay_statement(std::span<const stck_node> nodes, replay& at) {
-    std::size_t taken = 0;
-    do {
-        const stck_node& node = nodes[taken++];
+// Instruction by instruction, to the end or to the first message.
+void replay_nodes(std::span<const stck_node> nodes, replay& at) {
+    for (const stck_node& node : nodes) {
         if (node.opcode < opcode_count)
             actions[node.opcode](at, node);
-    } while (str_is_empty(at.err) && taken < nodes.size() && nodes[taken].opcode != OP_NOP);
-    return taken;
+        if (!str_is_empty(at.err))
+            return;
+    }
 }
 
 } // namespace
 
 void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err) {
     compile_ctx ctx;
-    eval_compiled_stck(result, list, ctx, err);
+    number_program numbers;
+    numbers.prepare(list);
+    eval_compiled_stck(result, list, numbers, ctx, err);
 }
 
-void eval_compiled_stck(dim_value& result, const code_list& list, compile_ctx& ctx, text_str*& err) {
+void eval_compiled_stck(dim_value& result, const code_list& list, const number_program& numbers,
+                        compile_ctx& ctx, text_str*& err) {
     dim_clear(result);
     str_clear(&err);
     ctx.stack.clear();
     replay at = {ctx, list, result, err};
-    for (std::span<const stck_node> rest = list.nodes(); !rest.empty();) {
-        std::size_t taken = replay_numbers(rest, list, result, ctx, err);
-        if (taken == 0)
-            taken = replay_statement(rest, at);
+    const std::span nodes(list.nodes());
+    for (const replay_statement& statement : numbers.statements()) {
+        if (statement.has_steps && numbers.run(statement, result, ctx, err))
+            continue;
+        replay_nodes(nodes.subspan(statement.first_node, statement.nodes), at);
         if (!str_is_empty(err))
             return;
-        rest = rest.subspan(taken);
     }
 }
 

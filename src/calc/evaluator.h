@@ -4,6 +4,7 @@
 
 #include "calc/code_list.h"
 #include "calc/dim_value.h"
+#include "calc/number_program.h"
 #include "calc/operand_stack.h"
 
 namespace metrify {
@@ -11,7 +12,9 @@ namespace metrify {
 /// Runs a list on an operand stack of its own. result holds what the last statement came to. Stops at the
 /// first instruction that leaves a message in err, with result as it stands then.
 void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err);
-/// The same on the stack of a ctx that records nothing. What stands on it is dropped, its room is used again.
-void eval_compiled_stck(dim_value& result, const code_list& list, compile_ctx& ctx, text_str*& err);
+/// The same for a list that has been prepared, on the stack of a ctx that records nothing. What stands on it
+/// is dropped, its room is used again.
+void eval_compiled_stck(dim_value& result, const code_list& list, const number_program& numbers,
+                        compile_ctx& ctx, text_str*& err);
 
 } // namespace metrify

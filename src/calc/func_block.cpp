@@ -16,6 +16,7 @@ struct func_block {
     cursor text_start;              // behind the word `begin`
     const char* text_end = nullptr; // behind the word `end`
     code_list code;
+    number_program numbers; // refers to the code
 };
 
 func_block& block() {
@@ -36,6 +37,7 @@ void begin_func_block(const cursor& expptr) {
     b.recording = true;
     b.text_start = expptr;
     b.text_end = nullptr;
+    b.numbers.clear();
     b.code.clear();
     b.code.emit(OP_NOP);
 }
@@ -46,6 +48,7 @@ void end_func_block(const cursor& expptr) {
     if (b.state == block_state::open) {
         b.state = block_state::closed;
         b.text_end = expptr.at;
+        b.numbers.prepare(b.code);
     }
 }
 
@@ -71,6 +74,10 @@ void store_block_code(const code_list& list) {
 
 const code_list& block_code() {
     return block().code;
+}
+
+const number_program& block_numbers() {
+    return block().numbers;
 }
 
 void run_block_listing(std::string_view header, std::string_view prefix, text_str*& out, text_str*& err) {

@@ -5,6 +5,7 @@
 
 #include "calc/code_list.h"
 #include "calc/cursor.h"
+#include "calc/number_program.h"
 
 #include <string_view>
 
@@ -26,6 +27,8 @@ bool is_definition_open(); // begun and not ended
 /// Appends a statement's instructions to the block. Only while the block is recording.
 void store_block_code(const code_list& list);
 const code_list& block_code();
+/// The same for the evaluations of a block that is closed.
+const number_program& block_numbers();
 
 /// Runs the text of a closed block once more and appends the header and the listing to out; the prefix goes
 /// in front of the statement numbers. Without a closed block nothing is written.

@@ -21,33 +21,45 @@ enum class scale_mode {
     log_negative, // ln(-x) of a negative x
 };
 
-/// The selected component's place. A whole variable stands for its first one.
-std::size_t place(const packed_reference& reference) {
-    const bool is_later = reference.component == 2 || reference.component == 3;
-    return is_later ? static_cast<std::size_t>(reference.component - 1) : 0;
-}
-
-std::uint32_t number(const packed_reference& reference) {
+std::uint32_t number_of(const packed_reference& reference) {
     return static_cast<std::uint32_t>(reference.number);
 }
 
-/// 0 for a variable that can't be read.
-double read_component(const packed_reference& reference, text_str*& err) {
-    if (const var_entry* entry = find_var_by_num(number(reference)))
-        return entry->value.comp[place(reference)];
-    getvar_by_num(number(reference), err); // says so
-    return 0.0;
-}
+/// A variable, or a component of it, found once for all evaluations.
+struct bound_variable {
+    packed_reference reference = {};
+    var_entry* entry = nullptr; // null where there is no such variable
 
-void write_component(const packed_reference& reference, double component, text_str*& err) {
-    if (var_entry* entry = find_var_by_num(number(reference)))
-        entry->value.comp[place(reference)] = component;
-    else
-        getvar_by_num(number(reference), err); // says so
-}
+    void bind(const packed_reference& to) {
+        reference = to;
+        entry = find_var_by_num(number_of(to));
+    }
+
+    /// 0 for a variable that can't be read.
+    double read(text_str*& err) const {
+        if (entry != nullptr)
+            return entry->value.comp[place()];
+        getvar_by_num(number_of(reference), err); // says so
+        return 0.0;
+    }
+
+    void write(double component, text_str*& err) const {
+        if (entry != nullptr)
+            entry->value.comp[place()] = component;
+        else
+            getvar_by_num(number_of(reference), err); // says so
+    }
+
+  private:
+    // A whole variable stands for its first component.
+    std::size_t place() const {
+        const bool is_later = reference.component == 2 || reference.component == 3;
+        return is_later ? static_cast<std::size_t>(reference.component - 1) : 0;
+    }
+};
 
 struct independent_variable {
-    packed_reference reference = {};
+    bound_variable variable;
     scale_mode mode = scale_mode::linear;
     double start = 0.0;
 };
@@ -61,11 +73,12 @@ class block_function : public bound_function {
     void evaluate_function(const double* x, double* y, text_str*& err) override;
 
     std::vector<independent_variable> inputs;
-    std::vector<packed_reference> outputs;
+    std::vector<bound_variable> outputs;
     double objective_sign = 1.0;
 
   private:
-    compile_ctx replay_; // kept: an evaluation finds the room that the one before has made
+    compile_ctx replay_;      // kept: an evaluation finds the room that the one before has made
+    dim_value unused_result_; // what counts is what the block's lines assign
 };
 
 struct solver_binding {
@@ -79,12 +92,12 @@ solver_binding& binding() {
 
 void release_independents(const block_function& block) {
     for (const independent_variable& input : block.inputs)
-        hold_var(number(input.reference), false);
+        hold_var(number_of(input.variable.reference), false);
 }
 
 void block_function::read_solver_vector(double* x, text_str*& err) const {
     for (const independent_variable& input : inputs) {
-        const double component = read_component(input.reference, err);
+        const double component = input.variable.read(err);
         switch (input.mode) {
         case scale_mode::linear:
             *x++ = component;
@@ -115,23 +128,22 @@ void block_function::evaluate_function(const double* x, double* y, text_str*& er
     for (const independent_variable& input : inputs) {
         if (!str_is_empty(err))
             return;
-        write_component(input.reference, component_of(*x++, input.mode), err);
+        input.variable.write(component_of(*x++, input.mode), err);
     }
     if (!str_is_empty(err))
         return;
-    dim_value result; // what counts is what the block's lines have assigned
-    eval_compiled_stck(result, block_code(), replay_, err);
+    eval_compiled_stck(unused_result_, block_code(), block_numbers(), replay_, err);
     if (!str_is_empty(err))
         return;
-    for (const packed_reference& output : outputs)
-        *y++ = objective_sign * read_component(output, err);
+    for (const bound_variable& output : outputs)
+        *y++ = objective_sign * output.read(err);
 }
 
 void check_dependent(const packed_reference& reference, text_str*& err) {
-    const dim_value value = getvar_by_num(number(reference), err);
+    const dim_value value = getvar_by_num(number_of(reference), err);
     if (!str_is_empty(err) || value.kind == 0 || reference.component != 0)
         return;
-    str_append_three(&err, "ERROR:  Dependent arg ", *varname_by_num(number(reference), err),
+    str_append_three(&err, "ERROR:  Dependent arg ", *varname_by_num(number_of(reference), err),
                      " must be a scalar.\n");
 }
 
@@ -157,17 +169,17 @@ void teardown_solver_binding() {
 }
 
 void record_independent(std::size_t i, const packed_reference& reference) {
-    binding().block.inputs[i].reference = reference;
-    hold_var(number(reference), true);
+    binding().block.inputs[i].variable.bind(reference);
+    hold_var(number_of(reference), true);
 }
 
 void record_dependent(std::size_t i, const packed_reference& reference) {
-    binding().block.outputs[i] = reference;
+    binding().block.outputs[i].bind(reference);
 }
 
 void save_start_values(text_str*& err) {
     for (independent_variable& input : binding().block.inputs) {
-        input.start = read_component(input.reference, err);
+        input.start = input.variable.read(err);
         if (!str_is_empty(err))
             return;
     }
@@ -175,20 +187,20 @@ void save_start_values(text_str*& err) {
 
 void restore_start_values(text_str*& err) {
     for (const independent_variable& input : binding().block.inputs)
-        write_component(input.reference, input.start, err);
+        input.variable.write(input.start, err);
 }
 
 void check_bound_variables(text_str*& err) {
     const block_function& block = binding().block;
     for (std::size_t i = 0; i < block.inputs.size() && str_is_empty(err); ++i)
-        getvar_by_num(number(block.inputs[i].reference), err);
+        getvar_by_num(number_of(block.inputs[i].variable.reference), err);
     for (std::size_t i = 0; i < block.outputs.size() && str_is_empty(err); ++i)
-        check_dependent(block.outputs[i], err);
+        check_dependent(block.outputs[i].reference, err);
 }
 
 void set_scale_modes(bool use_logs, text_str*& err) {
     for (independent_variable& input : binding().block.inputs) {
-        const double component = read_component(input.reference, err);
+        const double component = input.variable.read(err);
         input.mode = scale_mode::linear;
         if (use_logs && component > 0.0)
             input.mode = scale_mode::log;
