@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 namespace metrify {
 
@@ -107,6 +108,10 @@ bool TellSafely(const EventRow& row, CXllApp& application, const EventArguments&
 }
 
 } // namespace
+
+ComPtr<CDispatchSink> CDispatchSink::Create(CXllApp* application) {
+    return ComPtr<CDispatchSink>::Take(new (std::nothrow) CDispatchSink(application));
+}
 
 HRESULT CDispatchSink::QueryInterface(REFIID iid, void** object) {
     const bool is_known = iid == IID_IUnknown || iid == IID_IDispatch || iid == kHostApplicationEvents;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <uxtheme.h>
 
 namespace metrify {
@@ -58,9 +59,14 @@ WizardTheme::~WizardTheme() {
     }
 }
 
+bool WizardTheme::HasFunctions() const {
+    return library_ && std::all_of(kFunctionNames.begin(), kFunctionNames.end(), [this](const char* name) {
+               return GetProcAddress(library_, name) != nullptr;
+           });
+}
+
 void WizardTheme::Open(HWND window) {
-    const auto is_there = [this](const char* name) { return GetProcAddress(library_, name) != nullptr; };
-    if (IsOpen() || !library_ || !std::all_of(kFunctionNames.begin(), kFunctionNames.end(), is_there)) {
+    if (std::exchange(is_asked_for_, true) || !HasFunctions()) {
         return;
     }
     auto* const open = Find<decltype(OpenThemeData)>(library_, "OpenThemeData");
@@ -69,6 +75,7 @@ void WizardTheme::Open(HWND window) {
 }
 
 void WizardTheme::Close() {
+    is_asked_for_ = false;
     for (HANDLE* const theme : {&combo_box_, &button_}) {
         if (*theme) {
             Find<decltype(CloseThemeData)>(library_, "CloseThemeData")(*theme);

@@ -216,7 +216,7 @@ TEST(com_events, that_are_unknown_are_refused) {
 }
 
 TEST(com_events, without_parameters_are_refused) {
-    const auto sink = ComPtr<CDispatchSink>::Take(new CDispatchSink);
+    const auto sink = CDispatchSink::Create(nullptr);
     EXPECT_EQ(sink->Invoke(1561, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
               static_cast<HRESULT>(0x80020004));
 }

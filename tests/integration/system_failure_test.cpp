@@ -36,6 +36,35 @@ TEST(system_failure, no_memory_for_what_listens_to_events) {
     EXPECT_EQ(host.sinks(), 0U);
 }
 
+// ---- What listens to events
+
+HRESULT STDMETHODCALLTYPE RefuseInterface(IUnknown*, REFIID, void** object) {
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
+
+TEST(system_failure, what_listens_to_events_gives_no_identity) {
+    constexpr std::size_t kQueryInterface = 0;
+    IntegrationHost host(16);
+    CXllApp application;
+    Road road;
+    ASSERT_TRUE(road.Init());
+    const int references = host.automation.ledger().references();
+    {
+        const auto another = CDispatchSink::Create(nullptr);
+        const ReplacedPointer refusing(MethodOf(another.Get(), kQueryInterface), AddressOf(RefuseInterface));
+        EXPECT_FALSE(road.com.SetEvents(true, road.failure));
+    }
+    EXPECT_EQ(road.failure.text, u"QueryInterface");
+    EXPECT_EQ(road.failure.code, E_NOINTERFACE);
+    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_EQ(host.sinks(), 0U);
+    EXPECT_EQ(host.automation.ledger().references(), references);
+    EXPECT_TRUE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(road.failure.text, u"");
+    EXPECT_EQ(host.sinks(), 1U);
+}
+
 // ---- Hooks
 
 template <int refused>
