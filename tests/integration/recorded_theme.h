@@ -2,6 +2,7 @@
 
 // The drawing that the system offers, written down instead of done.
 
+#include "host/fault_switch.h"
 #include "tests/integration/replaced_call.h"
 
 #include <map>
@@ -29,11 +30,16 @@ class RecordedTheme {
     /// The windows that themes were opened for.
     const std::set<HWND>& Windows() const { return windows_; }
 
+    /// Themes that have not been closed.
+    std::size_t OpenCount() const { return open_.size(); }
+
     bool hasLibrary = true;
     /// Functions that the library lacks.
     std::set<std::string> missing;
     /// Functions that fail; an opening by the line that it makes.
     std::set<std::string> refused;
+    /// Fails calls too, if it is there.
+    FaultSwitch* faults = nullptr;
 
   private:
     struct Functions;

@@ -39,7 +39,10 @@ inline void Press(WORD key) {
 }
 
 inline void PressWith(WORD modifier, WORD key) {
+    // The system may answer for a moment that a key is up that was so when it was last asked.
+    constexpr DWORD kMoment = 80;
     SendKey(modifier, 0);
+    Sleep(kMoment);
     Press(key);
     SendKey(modifier, KEYEVENTF_KEYUP);
     PumpMessages();
