@@ -39,10 +39,12 @@ inline void Press(WORD key) {
 }
 
 inline void PressWith(WORD modifier, WORD key) {
-    // The system may answer for a moment that a key is up that was so when it was last asked.
+    // What the display still has to tell of its keys comes first, and the system forgets what it answered
+    // when it was last asked whether a key is down.
     constexpr DWORD kMoment = 80;
-    SendKey(modifier, 0);
     Sleep(kMoment);
+    PumpMessages();
+    SendKey(modifier, 0);
     Press(key);
     SendKey(modifier, KEYEVENTF_KEYUP);
     PumpMessages();

@@ -65,46 +65,12 @@ TEST_F(wizard_hook, leaves_dialogs_of_another_class_alone) {
     EXPECT_EQ(Overlays(), Standing(5, false));
 }
 
-TEST_F(wizard_hook, leaves_a_dialog_alone_whose_boxes_are_not_in_a_line) {
-    Open({.misplaced_box = 3});
-    EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
-    EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
 TEST_F(wizard_hook, forgets_the_function_with_the_next_dialog) {
     Hook().SetFunctionName("Convert");
     dialog.emplace(host.automation.surroundings(), WizardDialogOptions{.function = u"Convert"});
     dialog->Show();
     EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
     EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
-TEST_F(wizard_hook, drops_the_function_if_the_dialog_shows_another) {
-    Open({.function = u"Another"});
-    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
-    EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
-TEST_F(wizard_hook, reads_the_name_also_in_an_object_below) {
-    Open({.function = u"Another", .is_name_nested = true});
-    EXPECT_EQ(Overlays(), Standing(5, false));
-    dialog.reset();
-    Open({.is_name_nested = true});
-    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
-}
-
-TEST_F(wizard_hook, reads_the_name_where_it_was_the_last_time) {
-    Open();
-    dialog.reset();
-    Open({.function = u"Another"});
-    EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
-TEST_F(wizard_hook, keeps_no_reference_to_the_dialog) {
-    const int before = host.automation.ledger().references();
-    Open();
-    dialog.reset();
-    EXPECT_EQ(host.automation.ledger().references(), before);
 }
 
 TEST_F(wizard_hook, puts_nothing_beside_hidden_boxes) {
@@ -132,14 +98,129 @@ TEST_F(wizard_hook, rebuilds_everything_for_the_new_arguments_when_they_are_scro
     EXPECT_EQ(Hook().Overlay(1), standing);
 }
 
+// Gives a box another size.
+void Resize(HWND box) {
+    const RECT place = PlaceOf(box);
+    SetWindowPos(box, nullptr, 0, 0, place.right - place.left - 5, place.bottom - place.top,
+                 SWP_NOMOVE | SWP_NOZORDER);
+}
+
 TEST_F(wizard_hook, rebuilds_when_the_last_box_gets_another_size) {
     Open();
+    ShowWindow(dialog->box(1), SW_HIDE);
+    Resize(dialog->box(3));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+    Resize(dialog->box(4));
+    EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
+}
+
+TEST_F(wizard_hook, rebuilds_on_a_size_only_if_it_saw_the_dialog_being_made) {
+    CWizardHook::Remove();
+    dialog.emplace(host.automation.surroundings(), WizardDialogOptions{.function = u"Convert"});
+    CWizardHook::Install(registry);
+    Hook().SetFunctionName("Convert");
+    dialog->Show();
+    ASSERT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+    ShowWindow(dialog->box(1), SW_HIDE);
+    Resize(dialog->box(4));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+}
+
+TEST_F(wizard_hook, rebuilds_nothing_on_a_size_where_nothing_stands) {
+    function.kinds = {ArgumentUi::list};
+    Make();
+    ShowWindow(dialog->box(0), SW_HIDE);
+    dialog->Show();
+    ShowWindow(dialog->box(0), SW_SHOWNA);
+    Resize(dialog->box(4));
+    EXPECT_EQ(Overlays(), Standing(5, false));
+}
+
+TEST_F(wizard_hook, rebuilds_only_for_a_position_of_the_dialogs_own_scroll_bar) {
+    Open();
+    SCROLLINFO range{sizeof(SCROLLINFO), SIF_RANGE, 0, 9, 1, 5, 0};
+    ShowWindow(dialog->box(1), SW_HIDE);
+    SendMessageA(dialog->scroll_bar(), SBM_SETSCROLLINFO, TRUE, reinterpret_cast<LPARAM>(&range));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+    const HWND other = CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | SBS_VERT, 0, 0, 18, 100,
+                                       dialog->window(), nullptr, nullptr, nullptr);
+    SCROLLINFO position{sizeof(SCROLLINFO), SIF_POS, 0, 0, 0, 1, 0};
+    SendMessageA(other, SBM_SETSCROLLINFO, TRUE, reinterpret_cast<LPARAM>(&position));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+}
+
+TEST_F(wizard_hook, begins_with_the_argument_that_the_scroll_bar_is_at) {
+    Make();
+    dialog->ScrollTo(1);
+    dialog->Show();
+    EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
+}
+
+// ---- What becomes of the dialog
+
+TEST_F(wizard_hook, notices_no_dialog_whose_class_comes_as_a_number) {
+    const WizardDialog named(host.automation.surroundings(), {});
+    CWizardHook::Remove();
+    CWizardHook::Install(registry);
+    const auto number = static_cast<ATOM>(GetClassLongPtrA(named.window(), GCW_ATOM));
+    const HWND window = CreateWindowExA(0, MAKEINTATOM(number), "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                        GetModuleHandleA(nullptr), nullptr);
+    ASSERT_TRUE(window);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::idle);
+    DestroyWindow(window);
+}
+
+TEST_F(wizard_hook, is_active_from_the_activation_on) {
+    Make();
+    ShowWindow(dialog->window(), SW_SHOWNA);
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_INACTIVE, 0);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_CLICKACTIVE, 0);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+}
+
+TEST_F(wizard_hook, stays_with_its_dialog_when_another_comes_and_goes) {
+    Open();
     const HWND standing = Hook().Overlay(0);
-    SetWindowPos(dialog->box(3), nullptr, 0, 0, 200, 22, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_EQ(Hook().Overlay(0), standing);
-    SetWindowPos(dialog->box(4), nullptr, 0, 0, 200, 22, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_NE(Hook().Overlay(0), nullptr);
-    EXPECT_FALSE(IsWindow(standing) && Hook().Overlay(0) != standing);
+    {
+        WizardDialog other(host.automation.surroundings(), {.function = u"Convert"});
+        EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+        other.Show();
+        EXPECT_EQ(Hook().Overlay(0), standing);
+        EXPECT_EQ(GetParent(standing), dialog->window());
+    }
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+    EXPECT_TRUE(IsWindow(standing));
+    dialog->Close();
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::idle);
+}
+
+class strange_dialog : public WizardHookTest, public testing::WithParamInterface<WizardDialogOptions> {};
+
+TEST_P(strange_dialog, is_left_alone_and_the_function_forgotten) {
+    Open(GetParam());
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
+    EXPECT_EQ(Overlays(), Standing(5, false));
+}
+
+INSTANTIATE_TEST_SUITE_P(all, strange_dialog,
+                         testing::Values(WizardDialogOptions{.misplaced_box = 1},
+                                         WizardDialogOptions{.misplaced_box = 4},
+                                         WizardDialogOptions{.foreign_box = 0},
+                                         WizardDialogOptions{.foreign_box = 4},
+                                         WizardDialogOptions{.has_scroll_bar = false},
+                                         WizardDialogOptions{.arguments = 0, .has_scroll_bar = false}));
+
+TEST_F(wizard_hook, forgets_the_function_with_a_dialog_that_is_not_right) {
+    Open({.misplaced_box = 3});
+    const POINT right = {PlaceOf(dialog->box(2)).left, PlaceOf(dialog->box(3)).top};
+    POINT inside = right;
+    ScreenToClient(dialog->window(), &inside);
+    SetWindowPos(dialog->box(3), nullptr, inside.x, inside.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+    EXPECT_EQ(Overlays(), Standing(5, false));
 }
 
 // ---- From the add-in's opening to its closing

@@ -76,5 +76,98 @@ TEST_F(wizard_keys, goes_to_the_former_box_by_the_tabulator_with_shift) {
     EXPECT_EQ(GetFocus(), dialog->box(2));
 }
 
+TEST_F(wizard_keys, keep_the_selection_within_the_list) {
+    OpenInFront();
+    Click(Hook().Overlay(0));
+    Press(VK_UP);
+    EXPECT_EQ(Selection(), 0);
+    Press(VK_UP);
+    EXPECT_EQ(Selection(), 0);
+    for (int i = 0; i < 5; ++i)
+        Press(VK_DOWN);
+    EXPECT_EQ(Selection(), 3);
+}
+
+TEST_F(wizard_keys, leave_the_text_if_nothing_was_selected_before_the_tabulator) {
+    OpenInFront();
+    dialog->SetText(0, "before");
+    Click(Hook().Overlay(0));
+    Press(VK_TAB);
+    EXPECT_EQ(dialog->Text(0), "before");
+    EXPECT_EQ(GetFocus(), dialog->box(1));
+}
+
+TEST_F(wizard_keys, that_open_are_swallowed_and_others_are_not) {
+    function.key = {.key = 'A', .modifier = 0, .content_mode = 1};
+    function.button.changes = false;
+    OpenInFront();
+    SetFocus(dialog->box(1));
+    Press('A');
+    EXPECT_EQ(dialog->Text(1), "");
+    EXPECT_EQ(function.button.runs, 1);
+    Press('B');
+    EXPECT_EQ(dialog->Text(1), "b");
+    Press('A'); // the box is not empty any more
+    EXPECT_EQ(dialog->Text(1), "ba");
+    EXPECT_EQ(function.button.runs, 1);
+}
+
+TEST_F(wizard_keys, open_the_list_of_a_box) {
+    function.key = {.key = VK_F4, .modifier = 0, .content_mode = 3};
+    OpenInFront();
+    SetFocus(dialog->box(0));
+    Press(VK_F4);
+    EXPECT_EQ(Hook().OpenIndex(), 0);
+}
+
+TEST_F(wizard_keys, need_no_modifier_if_theirs_is_none_of_the_three) {
+    function.key = {.key = VK_F4, .modifier = 99, .content_mode = 3};
+    OpenInFront();
+    SetFocus(dialog->box(1));
+    Press(VK_F4);
+    EXPECT_EQ(function.button.runs, 1);
+}
+
+class wizard_modifier : public WizardHookTest, public testing::WithParamInterface<WORD> {};
+
+TEST_P(wizard_modifier, is_asked_for) {
+    function.key = {.key = VK_F7, .modifier = GetParam(), .content_mode = 3};
+    OpenInFront();
+    SetFocus(dialog->box(1));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 0);
+    PressWith(GetParam(), VK_F7);
+    EXPECT_EQ(function.button.runs, 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(all, wizard_modifier, testing::Values(WORD{16}, WORD{17}, WORD{18}));
+
+TEST_F(wizard_keys, open_nothing_outside_of_the_boxes) {
+    function.key = {.key = VK_F7, .modifier = 0, .content_mode = 3};
+    OpenInFront();
+    SetFocus(dialog->scroll_bar());
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 0);
+}
+
+TEST_F(wizard_keys, open_nothing_where_nothing_stands) {
+    function.key = {.key = VK_F7, .modifier = 0, .content_mode = 3};
+    function.kinds = {ArgumentUi::none, ArgumentUi::none};
+    OpenInFront();
+    SetFocus(dialog->box(1));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 0);
+}
+
+TEST_F(wizard_keys, open_the_argument_that_is_scrolled_to) {
+    function.key = {.key = VK_F7, .modifier = 0, .content_mode = 3};
+    OpenInFront();
+    dialog->ScrollTo(1);
+    SetFocus(dialog->box(0));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 1);
+    EXPECT_EQ(dialog->Text(0), "from the dialog");
+}
+
 } // namespace
 } // namespace metrify::host

@@ -62,19 +62,25 @@ void WizardDialog::MakeControls(const WizardDialogOptions& options) {
     for (int i = 0; i < kDialogBoxes; ++i) {
         const DWORD visible = i < options.arguments ? WS_VISIBLE : 0;
         const int left = i == options.misplaced_box ? kLeft + 5 : kLeft;
-        boxes_[static_cast<std::size_t>(i)] = CreateWindowExA(
-            0, kBoxClass, "", WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | visible, left,
-            kTop + i * kStep, 240, 22, window_, nullptr, Program(), nullptr);
+        boxes_[static_cast<std::size_t>(i)] =
+            CreateWindowExA(0, i == options.foreign_box ? "EDIT" : kBoxClass, "",
+                            WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | visible, left,
+                            kTop + i * kStep, 240, 22, window_, nullptr, Program(), nullptr);
     }
-    scroll_bar_ = CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | WS_VISIBLE | SBS_VERT, kLeft + 260, kTop, 18,
-                                  kDialogBoxes * kStep, window_, nullptr, Program(), nullptr);
-    SCROLLINFO range{sizeof(SCROLLINFO), SIF_RANGE | SIF_PAGE, 0, 20, 1, 0, 0};
-    SetScrollInfo(scroll_bar_, SB_CTL, &range, FALSE);
+    if (options.has_scroll_bar)
+        MakeScrollBar(kLeft + 260, kTop, kDialogBoxes * kStep);
     for (int i = 0; i < options.arguments; ++i) {
         const std::string label = "Argument " + std::to_string(i + 1);
         CreateWindowExA(0, "STATIC", label.c_str(), WS_CHILD | WS_VISIBLE | SS_RIGHT, 10,
                         kTop + i * kStep + 3, kLeft - 20, 18, window_, nullptr, Program(), nullptr);
     }
+}
+
+void WizardDialog::MakeScrollBar(int left, int top, int height) {
+    scroll_bar_ = CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | WS_VISIBLE | SBS_VERT, left, top, 18, height,
+                                  window_, nullptr, Program(), nullptr);
+    SCROLLINFO range{sizeof(SCROLLINFO), SIF_RANGE | SIF_PAGE, 0, 20, 1, 0, 0};
+    SetScrollInfo(scroll_bar_, SB_CTL, &range, FALSE);
 }
 
 void WizardDialog::Show() {
