@@ -114,6 +114,9 @@ ComPtr<CDispatchSink> CDispatchSink::Create(CXllApp* application) {
 }
 
 HRESULT CDispatchSink::QueryInterface(REFIID iid, void** object) {
+    if (!object) {
+        return E_POINTER;
+    }
     const bool is_known = iid == IID_IUnknown || iid == IID_IDispatch || iid == kHostApplicationEvents;
     *object = is_known ? static_cast<IDispatch*>(this) : nullptr;
     if (!is_known) {

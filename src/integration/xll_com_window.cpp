@@ -72,7 +72,10 @@ bool CXllCom::FindByWindow(ComFailure& failure) {
     ComPtr<IDispatch> window;
     failure.code = AccessibleObjectFromWindow(workbook.Get(), static_cast<DWORD>(OBJID_NATIVEOM),
                                               IID_IDispatch, window.ReceiveAny());
-    if (FAILED(failure.code) || !window) {
+    if (SUCCEEDED(failure.code) && !window) {
+        failure.code = E_FAIL;
+    }
+    if (FAILED(failure.code)) {
         failure.text = u"AccessibleObjectFromWindow";
         return false;
     }

@@ -163,6 +163,21 @@ TEST_F(running_objects_failure, no_first_entry) {
     ExpectFailure(road, u"Reset() failed with error 0x80004005");
 }
 
+// ---- The window of a workbook
+
+HRESULT WINAPI GiveNothing(HWND, DWORD, REFIID, void** object) {
+    *object = nullptr;
+    return S_OK;
+}
+
+TEST(system_failure, a_workbook_window_that_gives_nothing_without_a_failure) {
+    IntegrationHost host(16);
+    CXllApp application;
+    const ReplacedPointer giving(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(GiveNothing));
+    Road road;
+    ExpectFailure(road, u"AccessibleObjectFromWindow");
+}
+
 // ---- The active object
 
 TEST(system_failure, an_active_object_that_cannot_be_called_by_name) {
