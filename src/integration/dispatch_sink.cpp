@@ -1,5 +1,7 @@
 #include "integration/dispatch_sink.h"
 
+#include "integration/guarded.h"
+
 #include <algorithm>
 #include <iterator>
 #include <new>
@@ -98,15 +100,6 @@ bool AreOfTypes(const EventArguments& arguments, std::string_view letters) {
     return true;
 }
 
-// What an observer throws must not reach the host.
-bool TellSafely(const EventRow& row, CXllApp& application, const EventArguments& arguments) {
-    try {
-        return row.tell(application, arguments);
-    } catch (const CXlRuntimeException&) {
-        return false;
-    }
-}
-
 } // namespace
 
 ComPtr<CDispatchSink> CDispatchSink::Create(CXllApp* application) {
@@ -166,7 +159,7 @@ HRESULT CDispatchSink::Invoke(DISPID event, REFIID /*iid*/, LCID /*locale*/, WOR
     if (!AreOfTypes(arguments, row->arguments)) {
         return DISP_E_TYPEMISMATCH;
     }
-    const bool answer = application_ && TellSafely(*row, *application_, arguments);
+    const bool answer = application_ && Guarded([&] { return row->tell(*application_, arguments); });
     if (row->arguments.ends_with('R')) {
         *V_BOOLREF(&arguments.At(arguments.count() - 1)) = answer ? VARIANT_TRUE : VARIANT_FALSE;
     }

@@ -2,6 +2,7 @@
 
 #include "integration/wizard_hook.h"
 
+#include "integration/guarded.h"
 #include "xllrt/exceptions.h"
 #include "xllrt/format_printf.h"
 
@@ -94,7 +95,8 @@ CWizardHook::~CWizardHook() {
 
 LRESULT CALLBACK CWizardHook::MessageProcedure(int code, WPARAM first, LPARAM second) {
     if (code == HC_ACTION && installed) {
-        installed->HandleMessage(*reinterpret_cast<const CWPRETSTRUCT*>(second));
+        const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(second);
+        Guarded([&message] { installed->HandleMessage(message); });
     }
     return CallNextHookEx(nullptr, code, first, second);
 }

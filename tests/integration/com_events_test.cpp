@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 #include <iterator>
+#include <stdexcept>
 
 namespace metrify::host {
 namespace {
@@ -243,6 +244,25 @@ TEST(com_events, find_neither_types_nor_names_in_what_listens) {
     EXPECT_EQ(count, 0U);
     EXPECT_EQ(sink->GetTypeInfo(0, 0, nullptr), E_NOTIMPL);
     EXPECT_EQ(sink->GetIDsOfNames(IID_NULL, nullptr, 0, 0, nullptr), E_NOTIMPL);
+}
+
+class ThrowingApp final : public CXllApp {
+    bool OnSheetActivate(XlHostObject* /*sheet*/) override { throw std::runtime_error("not now"); }
+    bool OnWorkbookBeforeClose(XlHostObject* /*book*/) override {
+        throw CXlRuntimeException(std::string("not now"));
+    }
+};
+
+TEST(com_events, end_with_whoever_throws) {
+    IntegrationHost host(16);
+    ThrowingApp application;
+    Road road;
+    ASSERT_TRUE(road.Init());
+    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(host.Fire(1561, {host.Sheet()}), S_OK);
+    VARIANT_BOOL cancel = VARIANT_TRUE;
+    EXPECT_EQ(host.Fire(1570, {host.Workbook()}, &cancel), S_OK);
+    EXPECT_EQ(cancel, VARIANT_FALSE);
 }
 
 TEST(com_events, have_no_effect_on_what_was_left_behind) {

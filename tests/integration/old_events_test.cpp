@@ -2,6 +2,8 @@
 
 #include "tests/integration/integration_host.h"
 
+#include <stdexcept>
+
 namespace metrify::host {
 namespace {
 
@@ -11,7 +13,11 @@ class NotingApp : public CXllApp {
         active_sheet = AsDispatch(sheet);
         return Note("activate");
     }
-    bool OnSheetDeactivate(XlHostObject* /*sheet*/) override { return Note("deactivate"); }
+    bool OnSheetDeactivate(XlHostObject* /*sheet*/) override {
+        if (throws)
+            throw std::runtime_error("not now");
+        return Note("deactivate");
+    }
     bool OnCalculate(XlHostObject* /*sheet*/) override { return Note("calculate"); }
 
     bool Note(const char* event) {
@@ -21,6 +27,7 @@ class NotingApp : public CXllApp {
 
     static inline std::vector<std::string> order;
     IDispatch* active_sheet = nullptr;
+    bool throws = false;
 };
 
 std::int32_t METRIFY_HOST_CALL MacroOfTheUser() {
@@ -79,6 +86,13 @@ TEST_F(old_events, reach_their_operations) {
         RunMacroOf(i);
     EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"activate", "deactivate", "calculate"}));
     EXPECT_EQ(application.active_sheet, sheet.Object().Get());
+}
+
+TEST_F(old_events, end_with_whoever_throws) {
+    ASSERT_TRUE(Enable(true));
+    application.throws = true;
+    EXPECT_EQ(CXllComImpl_OnSheetDeactivate(), 1);
+    EXPECT_TRUE(NotingApp::order.empty());
 }
 
 TEST_F(old_events, give_1) {

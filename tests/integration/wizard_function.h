@@ -4,6 +4,7 @@
 
 #include "integration/wizard_registry.h"
 
+#include <stdexcept>
 #include <vector>
 #include <windows.h>
 
@@ -30,12 +31,15 @@ class TextButton final : public IXlWizExButton {
         seen = text;
         parent = parent_window;
         was_dialog_enabled = IsWindowEnabled(static_cast<HWND>(parent_window)) != FALSE;
+        if (throws)
+            throw std::runtime_error("no dialog");
         text = answer;
         return changes;
     }
 
     std::string answer = "from the dialog";
     bool changes = true;
+    bool throws = false;
     int runs = 0;
     std::string seen;
     void* parent = nullptr;

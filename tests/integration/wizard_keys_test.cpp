@@ -128,6 +128,28 @@ TEST_F(wizard_keys, need_no_modifier_if_theirs_is_none_of_the_three) {
     EXPECT_EQ(function.button.runs, 1);
 }
 
+TEST_F(wizard_keys, go_on_to_the_box_if_the_dialog_of_a_button_throws) {
+    function.key = {.key = 'A', .modifier = 0, .content_mode = 3};
+    function.button.throws = true;
+    OpenInFront();
+    SetFocus(dialog->box(1));
+    Press('A');
+    EXPECT_EQ(function.button.runs, 1);
+    EXPECT_EQ(dialog->Text(1), "a");
+}
+
+TEST_F(wizard_keys, lead_on_from_a_list_also_where_boxes_came_later) {
+    OpenInFront({.arguments = 0});
+    ShowWindow(dialog->box(0), SW_SHOWNA);
+    function.kinds = {ArgumentUi::none, ArgumentUi::list};
+    dialog->ScrollTo(1);
+    ASSERT_EQ(Overlays(), (Standing{true, false, false, false, false}));
+    Click(Hook().Overlay(0));
+    Press(VK_TAB);
+    EXPECT_EQ(Hook().OpenIndex(), -1);
+    EXPECT_EQ(GetFocus(), dialog->box(0));
+}
+
 class wizard_modifier : public WizardHookTest, public testing::WithParamInterface<WORD> {};
 
 TEST_P(wizard_modifier, is_asked_for) {

@@ -182,6 +182,16 @@ TEST_F(wizard_lists, gives_a_button_at_most_255_characters) {
     EXPECT_EQ(function.button.seen, std::string(255, 'x'));
 }
 
+TEST_F(wizard_lists, leave_everything_as_it_was_if_the_dialog_of_a_button_throws) {
+    function.button.throws = true;
+    Open();
+    dialog->SetText(1, "before");
+    Click(Hook().Overlay(1));
+    EXPECT_EQ(function.button.runs, 1);
+    EXPECT_TRUE(IsWindowEnabled(dialog->window()));
+    EXPECT_EQ(dialog->Text(1), "before");
+}
+
 TEST_F(wizard_lists, run_no_dialog_where_a_button_has_none) {
     function.hasParts = false;
     Open();

@@ -32,7 +32,7 @@ void RegisterBoxClass() {
 
 } // namespace
 
-WizardDialog::WizardDialog(std::shared_ptr<ObjectSurroundings> surroundings,
+WizardDialog::WizardDialog(const std::shared_ptr<ObjectSurroundings>& surroundings,
                            const WizardDialogOptions& options) {
     ComPtr<IDispatch> group;
     if (options.is_name_nested)

@@ -28,7 +28,7 @@ struct WizardDialogOptions {
 
 class WizardDialog {
   public:
-    WizardDialog(std::shared_ptr<ObjectSurroundings> surroundings, const WizardDialogOptions& options);
+    WizardDialog(const std::shared_ptr<ObjectSurroundings>& surroundings, const WizardDialogOptions& options);
     ~WizardDialog();
     WizardDialog(const WizardDialog&) = delete;
     WizardDialog& operator=(const WizardDialog&) = delete;
