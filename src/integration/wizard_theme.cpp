@@ -31,7 +31,7 @@ bool IsPressed(const DRAWITEMSTRUCT& item) {
     return (item.itemState & ODS_SELECTED) != 0;
 }
 
-void DrawClassic(ArgumentUi kind, const DRAWITEMSTRUCT& item, HFONT font) {
+void DrawClassic(ArgumentUi kind, const DRAWITEMSTRUCT& item) {
     RECT place = item.rcItem;
     const UINT pressed = IsPressed(item) ? DFCS_PUSHED : 0;
     if (kind == ArgumentUi::list) {
@@ -39,10 +39,8 @@ void DrawClassic(ArgumentUi kind, const DRAWITEMSTRUCT& item, HFONT font) {
         return;
     }
     DrawFrameControl(item.hDC, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pressed);
-    const HGDIOBJ before = SelectObject(item.hDC, font);
     SetBkMode(item.hDC, TRANSPARENT);
     DrawTextA(item.hDC, "...", -1, &place, kCentred);
-    SelectObject(item.hDC, before);
 }
 
 static_assert(DFC_SCROLL == 3 && DFCS_SCROLLCOMBOBOX == 5 && (DFCS_SCROLLCOMBOBOX | DFCS_PUSHED) == 517);
@@ -85,9 +83,11 @@ void WizardTheme::Close() {
 }
 
 void WizardTheme::Draw(ArgumentUi kind, const DRAWITEMSTRUCT& item, HFONT font) const {
+    const HGDIOBJ before = SelectObject(item.hDC, font);
     if (!IsOpen() || !DrawThemed(kind, item)) {
-        DrawClassic(kind, item, font);
+        DrawClassic(kind, item);
     }
+    SelectObject(item.hDC, before);
 }
 
 bool WizardTheme::DrawThemed(ArgumentUi kind, const DRAWITEMSTRUCT& item) const {

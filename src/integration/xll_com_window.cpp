@@ -4,6 +4,7 @@
 #include "integration/xll_com.h"
 #include "xllrt/host_gate.h"
 #include "xllrt/host_window.h"
+#include "xllrt/passed_pointer.h"
 
 #include <array>
 #include <oleacc.h>
@@ -19,7 +20,7 @@ BOOL CALLBACK LookAtChild(HWND child, LPARAM context) {
     if (std::string_view(class_name.data()) != "EXCEL7") {
         return TRUE;
     }
-    *reinterpret_cast<HWND*>(context) = child;
+    *PassedPointer<HWND*>(context) = child;
     return FALSE;
 }
 

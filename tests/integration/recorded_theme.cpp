@@ -21,6 +21,13 @@ std::string Text(int part, int state) {
     return " " + std::to_string(part) + " " + std::to_string(state);
 }
 
+// The font that a text is drawn in.
+std::string FontHeight(HDC context) {
+    LOGFONTA font{};
+    GetObjectA(GetCurrentObject(context, OBJ_FONT), sizeof(font), &font);
+    return " of height " + std::to_string(font.lfHeight);
+}
+
 std::string Narrow(const wchar_t* text) {
     return ToUtf8(reinterpret_cast<const char16_t*>(text));
 }
@@ -58,11 +65,12 @@ struct RecordedTheme::Functions {
         return Result("GetThemeBackgroundContentRect", theme, Text(part, state) + Text(*place));
     }
 
-    static HRESULT WINAPI DrawText(HANDLE theme, HDC, int part, int state, const wchar_t* text, int length,
-                                   DWORD flags, DWORD more_flags, const RECT* place) {
+    static HRESULT WINAPI DrawText(HANDLE theme, HDC context, int part, int state, const wchar_t* text,
+                                   int length, DWORD flags, DWORD more_flags, const RECT* place) {
         return Result("DrawThemeText", theme,
                       Text(part, state) + " " + Narrow(text) + " " + std::to_string(length) + " " +
-                          std::to_string(flags) + " " + std::to_string(more_flags) + Text(*place));
+                          std::to_string(flags) + " " + std::to_string(more_flags) + Text(*place) +
+                          FontHeight(context));
     }
 
     static HRESULT WINAPI PartSize(HANDLE theme, HDC, int part, int state, const RECT*, int, SIZE*) {
@@ -80,9 +88,9 @@ struct RecordedTheme::Functions {
         return TRUE;
     }
 
-    static int WINAPI DrawClassicText(HDC, const char* text, int length, RECT* place, UINT flags) {
+    static int WINAPI DrawClassicText(HDC context, const char* text, int length, RECT* place, UINT flags) {
         recorder->Note("DrawTextA", std::string(text) + " " + std::to_string(length) + " " +
-                                        std::to_string(flags) + Text(*place));
+                                        std::to_string(flags) + Text(*place) + FontHeight(context));
         return 1;
     }
 

@@ -14,7 +14,8 @@ const Lines kOpened = {"OpenThemeData COMBOBOX", "OpenThemeData BUTTON"};
 const Lines kClosed = {"CloseThemeData COMBOBOX", "CloseThemeData BUTTON"};
 const Lines kThemedArrow = {"DrawThemeBackground COMBOBOX 1 1 (3,4,20,24)"};
 const Lines kClassicArrow = {"DrawFrameControl 3 5 (3,4,20,24)"};
-const Lines kClassicButton = {"DrawFrameControl 4 16 (3,4,20,24)", "DrawTextA ... -1 37 (3,4,20,24)"};
+const Lines kClassicButton = {"DrawFrameControl 4 16 (3,4,20,24)",
+                              "DrawTextA ... -1 37 (3,4,20,24) of height 12"};
 
 struct Recording {
     RecordedTheme theme;
@@ -209,13 +210,14 @@ TEST_F(wizard_theme, has_an_arrow_for_a_list) {
 
 TEST_F(wizard_theme, has_a_button_with_three_dots_in_its_content) {
     Open();
-    EXPECT_EQ(Drawn(Hook().Overlay(1)), (Lines{"DrawThemeBackground BUTTON 1 1 (3,4,20,24)",
-                                               "GetThemeBackgroundContentRect BUTTON 1 1 (3,4,20,24)",
-                                               "DrawThemeText BUTTON 1 1 ... -1 37 0 (5,6,18,22)"}));
+    EXPECT_EQ(Drawn(Hook().Overlay(1)),
+              (Lines{"DrawThemeBackground BUTTON 1 1 (3,4,20,24)",
+                     "GetThemeBackgroundContentRect BUTTON 1 1 (3,4,20,24)",
+                     "DrawThemeText BUTTON 1 1 ... -1 37 0 (5,6,18,22) of height 12"}));
     EXPECT_EQ(Drawn(Hook().Overlay(1), ODS_SELECTED),
               (Lines{"DrawThemeBackground BUTTON 1 3 (3,4,20,24)",
                      "GetThemeBackgroundContentRect BUTTON 1 3 (3,4,20,24)",
-                     "DrawThemeText BUTTON 1 3 ... -1 37 0 (5,6,18,22)"}));
+                     "DrawThemeText BUTTON 1 3 ... -1 37 0 (5,6,18,22) of height 12"}));
 }
 
 TEST_F(wizard_theme, places_arrow_and_button_at_the_edge_of_their_boxes) {

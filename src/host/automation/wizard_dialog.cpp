@@ -1,6 +1,7 @@
 #include "host/automation/wizard_dialog.h"
 
 #include "host/automation/accessible_dialog.h"
+#include "xllrt/passed_pointer.h"
 
 namespace metrify::host {
 
@@ -111,7 +112,7 @@ std::string WizardDialog::Text(int box_index) const {
 }
 
 LRESULT CALLBACK WizardDialog::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
-    const auto* const dialog = reinterpret_cast<WizardDialog*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    const auto* const dialog = PassedPointer<WizardDialog*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     if (message == WM_GETOBJECT && static_cast<LONG>(second) == OBJID_CLIENT && dialog)
         return LresultFromObject(IID_IAccessible, first, dialog->accessible_.Get());
     return DefWindowProcA(window, message, first, second);
