@@ -1,6 +1,7 @@
 // The events of hosts that call a macro for them.
 
 #include "tests/integration/integration_host.h"
+#include "tests/integration/replaced_call.h"
 
 #include <stdexcept>
 
@@ -34,6 +35,31 @@ std::int32_t METRIFY_HOST_CALL MacroOfTheUser() {
     NotingApp::order.emplace_back("user");
     return 1;
 }
+
+// How often the host is asked to do something, rather than for a property.
+class CountedMethods {
+  public:
+    explicit CountedMethods(ApplicationObject& application)
+        : replaced_(MethodOf(static_cast<IDispatch*>(&application), kInvoke), AddressOf(Invoke)) {
+        count = 0;
+        original = reinterpret_cast<decltype(original)>(replaced_.original());
+    }
+
+    static inline int count = 0;
+
+  private:
+    static constexpr std::size_t kInvoke = 6;
+
+    static HRESULT STDMETHODCALLTYPE Invoke(IDispatch* object, DISPID id, REFIID iid, LCID locale, WORD flags,
+                                            DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                            UINT* wrong_argument) {
+        count += flags == DISPATCH_METHOD ? 1 : 0;
+        return original(object, id, iid, locale, flags, parameters, result, exception, wrong_argument);
+    }
+
+    static inline decltype(&Invoke) original = nullptr;
+    ReplacedPointer replaced_;
+};
 
 class old_events : public testing::Test {
   protected:
@@ -111,8 +137,16 @@ TEST_F(old_events, chain_the_macro_that_was_there_before_behind_the_add_in) {
 
 TEST_F(old_events, chain_nothing_if_nothing_was_there) {
     ASSERT_TRUE(Enable(true));
+    const CountedMethods methods(host.automation.application());
     RunMacroOf(2);
     EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"calculate"}));
+    EXPECT_EQ(CountedMethods::count, 0);
+    host.settings().eventMacros[2] = u"MacroOfTheUser";
+    ASSERT_TRUE(Enable(false));
+    host.settings().eventMacros[2] = u"MacroOfTheUser";
+    ASSERT_TRUE(Enable(true));
+    RunMacroOf(2);
+    EXPECT_EQ(CountedMethods::count, 1);
 }
 
 TEST_F(old_events, ignore_a_chained_macro_that_fails) {

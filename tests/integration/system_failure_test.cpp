@@ -65,6 +65,33 @@ TEST(system_failure, what_listens_to_events_gives_no_identity) {
     EXPECT_EQ(host.sinks(), 1U);
 }
 
+struct SheetApp final : CXllApp {
+    bool OnSheetActivate(XlHostObject* /*sheet*/) override {
+        ++activations;
+        return false;
+    }
+    int activations = 0;
+};
+
+HRESULT STDMETHODCALLTYPE KeepSink(IConnectionPoint*, DWORD) {
+    return E_FAIL;
+}
+
+TEST(system_failure, a_host_that_keeps_what_listens_tells_nobody_any_more) {
+    constexpr std::size_t kUnadvise = 6;
+    IntegrationHost host(16);
+    SheetApp application;
+    Road road;
+    ASSERT_TRUE(road.Init());
+    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    const ReplacedPointer keeping(MethodOf(&host.automation.application().events(), kUnadvise),
+                                  AddressOf(KeepSink));
+    EXPECT_TRUE(road.com.SetEvents(false, road.failure));
+    EXPECT_EQ(host.sinks(), 1U);
+    EXPECT_EQ(host.Fire(1561, {host.Sheet()}), S_OK);
+    EXPECT_EQ(application.activations, 0);
+}
+
 // ---- Hooks
 
 template <int refused>
