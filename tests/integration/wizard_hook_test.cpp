@@ -196,6 +196,17 @@ TEST_F(wizard_hook, stays_with_its_dialog_when_another_comes_and_goes) {
     EXPECT_EQ(Hook().Now(), CWizardHook::State::idle);
 }
 
+TEST_F(wizard_hook, counts_boxes_up_to_the_last_that_is_visible) {
+    Open({.arguments = 3});
+    WizardControls controls;
+    ShowWindow(dialog->box(1), SW_HIDE);
+    ASSERT_TRUE(FindWizardControls(dialog->window(), controls));
+    EXPECT_EQ(controls.count, 3);
+    ShowWindow(dialog->box(2), SW_HIDE);
+    ASSERT_TRUE(FindWizardControls(dialog->window(), controls));
+    EXPECT_EQ(controls.count, 1);
+}
+
 class strange_dialog : public WizardHookTest, public testing::WithParamInterface<WizardDialogOptions> {};
 
 TEST_P(strange_dialog, is_left_alone_and_the_function_forgotten) {
