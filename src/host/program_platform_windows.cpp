@@ -16,6 +16,7 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
     std::vector<std::string> arguments;
     int count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    arguments.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         arguments.push_back(ToUtf8(std::filesystem::path(wide[i]).u16string()));
     LocalFree(wide);

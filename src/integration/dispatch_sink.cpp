@@ -1,7 +1,10 @@
 #include "integration/dispatch_sink.h"
 
+#include "integration/guarded.h"
+
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 namespace metrify {
 
@@ -97,18 +100,16 @@ bool AreOfTypes(const EventArguments& arguments, std::string_view letters) {
     return true;
 }
 
-// What an observer throws must not reach the host.
-bool TellSafely(const EventRow& row, CXllApp& application, const EventArguments& arguments) {
-    try {
-        return row.tell(application, arguments);
-    } catch (const CXlRuntimeException&) {
-        return false;
-    }
-}
-
 } // namespace
 
+ComPtr<CDispatchSink> CDispatchSink::Create(CXllApp* application) {
+    return ComPtr<CDispatchSink>::Take(new (std::nothrow) CDispatchSink(application));
+}
+
 HRESULT CDispatchSink::QueryInterface(REFIID iid, void** object) {
+    if (!object) {
+        return E_POINTER;
+    }
     const bool is_known = iid == IID_IUnknown || iid == IID_IDispatch || iid == kHostApplicationEvents;
     *object = is_known ? static_cast<IDispatch*>(this) : nullptr;
     if (!is_known) {
@@ -158,7 +159,7 @@ HRESULT CDispatchSink::Invoke(DISPID event, REFIID /*iid*/, LCID /*locale*/, WOR
     if (!AreOfTypes(arguments, row->arguments)) {
         return DISP_E_TYPEMISMATCH;
     }
-    const bool answer = application_ && TellSafely(*row, *application_, arguments);
+    const bool answer = application_ && Guarded([&] { return row->tell(*application_, arguments); });
     if (row->arguments.ends_with('R')) {
         *V_BOOLREF(&arguments.At(arguments.count() - 1)) = answer ? VARIANT_TRUE : VARIANT_FALSE;
     }

@@ -24,7 +24,9 @@ inline IDispatch* AsDispatch(XlHostObject* object) {
 
 class CDispatchSink final : public IDispatch {
   public:
-    CDispatchSink() = default;
+    /// A sink that tells this application; none if there is no memory for it.
+    static ComPtr<CDispatchSink> Create(CXllApp* application);
+
     CDispatchSink(const CDispatchSink&) = delete;
     CDispatchSink& operator=(const CDispatchSink&) = delete;
 
@@ -44,9 +46,10 @@ class CDispatchSink final : public IDispatch {
                                      UINT* wrong_argument) override;
 
   private:
+    explicit CDispatchSink(CXllApp* application) : application_(application) {}
     ~CDispatchSink() = default;
 
-    CXllApp* application_ = nullptr;
+    CXllApp* application_;
     std::atomic<ULONG> references_ = 1;
 };
 

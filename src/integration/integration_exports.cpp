@@ -1,5 +1,6 @@
 #include "integration/integration_exports.h"
 
+#include "integration/guarded.h"
 #include "integration/xll_com.h"
 
 namespace metrify {
@@ -8,7 +9,7 @@ namespace {
 
 std::int32_t HandleEvent(std::size_t index) {
     if (CXllCom* const com = CXllCom::Instance()) {
-        com->HandleMacroEvent(index);
+        Guarded([com, index] { com->HandleMacroEvent(index); });
     }
     return 1;
 }

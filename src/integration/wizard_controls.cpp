@@ -1,5 +1,7 @@
 #include "integration/wizard_controls.h"
 
+#include "xllrt/passed_pointer.h"
+
 #include <algorithm>
 #include <string_view>
 #include <vector>
@@ -9,7 +11,7 @@ namespace metrify {
 namespace {
 
 BOOL CALLBACK CollectChild(HWND child, LPARAM context) {
-    reinterpret_cast<std::vector<HWND>*>(context)->push_back(child);
+    PassedPointer<std::vector<HWND>*>(context)->push_back(child);
     return TRUE;
 }
 

@@ -1,6 +1,7 @@
 #include "integration/wizard_detector.h"
 
 #include "xllrt/host_window.h"
+#include "xllrt/passed_pointer.h"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +28,7 @@ struct DialogSearch {
 
 // Ends the enumeration with the dialog.
 BOOL CALLBACK LookAtWindow(HWND window, LPARAM context) {
-    auto& search = *reinterpret_cast<DialogSearch*>(context);
+    auto& search = *PassedPointer<DialogSearch*>(context);
     search.is_found = search.detector.IsFormulaDialog(window, search.host_window);
     return search.is_found ? FALSE : TRUE;
 }

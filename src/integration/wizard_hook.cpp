@@ -2,8 +2,10 @@
 
 #include "integration/wizard_hook.h"
 
+#include "integration/guarded.h"
 #include "xllrt/exceptions.h"
 #include "xllrt/format_printf.h"
+#include "xllrt/passed_pointer.h"
 
 #include <commctrl.h>
 #include <string_view>
@@ -94,7 +96,8 @@ CWizardHook::~CWizardHook() {
 
 LRESULT CALLBACK CWizardHook::MessageProcedure(int code, WPARAM first, LPARAM second) {
     if (code == HC_ACTION && installed) {
-        installed->HandleMessage(*reinterpret_cast<const CWPRETSTRUCT*>(second));
+        const auto& message = *PassedPointer<const CWPRETSTRUCT*>(second);
+        Guarded([&message] { installed->HandleMessage(message); });
     }
     return CallNextHookEx(nullptr, code, first, second);
 }
@@ -121,7 +124,7 @@ void CWizardHook::HandleMessage(const CWPRETSTRUCT& message) {
 }
 
 void CWizardHook::HandleCreation(const CWPRETSTRUCT& message) {
-    const auto& creation = *reinterpret_cast<const CREATESTRUCTA*>(message.lParam);
+    const auto& creation = *PassedPointer<const CREATESTRUCTA*>(message.lParam);
     if (state_ == State::active || IS_INTRESOURCE(creation.lpszClass) || !IsDialog(message.hwnd)) {
         return;
     }
@@ -169,17 +172,17 @@ void CWizardHook::HandleActiveMessage(const CWPRETSTRUCT& message) {
         break;
     case WM_DRAWITEM:
         if (are_controls_made_ && is_to_dialog) {
-            HandleDrawing(*reinterpret_cast<const DRAWITEMSTRUCT*>(message.lParam));
+            HandleDrawing(*PassedPointer<const DRAWITEMSTRUCT*>(message.lParam));
         }
         break;
     case SBM_SETSCROLLINFO:
         if (message.hwnd == controls_.scroll_bar) {
-            HandleScroll(*reinterpret_cast<const SCROLLINFO*>(message.lParam));
+            HandleScroll(*PassedPointer<const SCROLLINFO*>(message.lParam));
         }
         break;
     case WM_COMMAND:
         if (is_to_dialog) {
-            HandleCommand(HIWORD(message.wParam), reinterpret_cast<HWND>(message.lParam));
+            HandleCommand(HIWORD(message.wParam), PassedPointer<HWND>(message.lParam));
         }
         break;
     default:

@@ -1,5 +1,6 @@
 // What the wizard hook does with the lists, buttons and keys of the boxes.
 
+#include "integration/guarded.h"
 #include "integration/wizard_content.h"
 #include "integration/wizard_hook.h"
 
@@ -17,6 +18,20 @@ std::string TextIn(HWND window) {
     GetWindowTextA(window, text.data(), kTextBuffer);
     return text.data();
 }
+
+// Takes no input as long as this lives.
+class DisabledWindow {
+  public:
+    explicit DisabledWindow(HWND window) : window_(window) { EnableWindow(window_, FALSE); }
+    ~DisabledWindow() { EnableWindow(window_, TRUE); }
+    DisabledWindow(const DisabledWindow&) = delete;
+    DisabledWindow& operator=(const DisabledWindow&) = delete;
+
+    HWND Get() const { return window_; }
+
+  private:
+    HWND window_;
+};
 
 bool IsDown(int key) {
     return GetAsyncKeyState(key) < 0;
@@ -97,20 +112,21 @@ void CWizardHook::OpenButton(int box) {
         return;
     }
     const HWND window = controls_.boxes[static_cast<std::size_t>(box)];
-    const HWND dialog = dialog_;
     std::string text = TextIn(window);
-    EnableWindow(dialog, FALSE);
-    if (button->Run(text, dialog)) {
-        SetWindowTextA(window, text.c_str());
+    {
+        const DisabledWindow disabled(dialog_);
+        if (button->Run(text, disabled.Get())) {
+            SetWindowTextA(window, text.c_str());
+        }
     }
-    EnableWindow(dialog, TRUE);
     SetFocus(window);
 }
 
 LRESULT CALLBACK CWizardHook::KeyboardProcedure(int code, WPARAM key, LPARAM flags) {
     constexpr LPARAM kReleased = 0x80000000;
     CWizardHook* const hook = Instance();
-    if (code == HC_ACTION && hook && (flags & kReleased) == 0 && hook->HandleKey(static_cast<WORD>(key))) {
+    const bool is_pressed = code == HC_ACTION && (flags & kReleased) == 0;
+    if (hook && is_pressed && Guarded([hook, key] { return hook->HandleKey(static_cast<WORD>(key)); })) {
         return 1; // swallowed
     }
     return CallNextHookEx(nullptr, code, key, flags);
@@ -131,8 +147,9 @@ bool CWizardHook::HandleKey(WORD key) {
 
 bool CWizardHook::HandleListKey(WORD key) {
     if (key == VK_TAB) {
-        const int step = IsDown(VK_SHIFT) ? controls_.count - 1 : 1;
-        const int next = (open_index_ + step) % controls_.count;
+        // Boxes may have come since they were counted.
+        const int count = std::max(controls_.count, open_index_ + 1);
+        const int next = (open_index_ + (IsDown(VK_SHIFT) ? count - 1 : 1)) % count;
         TakeSelection();
         SendMessageA(list_, CB_SHOWDROPDOWN, FALSE, 0);
         CloseList();

@@ -35,11 +35,13 @@ bool HasNameRole(IAccessible* object, LONG child) {
 
 std::vector<ComVariant> ChildrenOf(IAccessible* object) {
     LONG count = 0;
-    object->get_accChildCount(&count);
+    std::vector<ComVariant> children;
+    if (FAILED(object->get_accChildCount(&count)) || count <= 0) {
+        return children;
+    }
     std::vector<VARIANT> given(static_cast<std::size_t>(count));
     LONG obtained = 0;
-    std::vector<ComVariant> children;
-    if (count > 0 && SUCCEEDED(AccessibleChildren(object, 0, count, given.data(), &obtained))) {
+    if (SUCCEEDED(AccessibleChildren(object, 0, count, given.data(), &obtained))) {
         for (LONG i = 0; i < obtained; ++i) {
             children.emplace_back(given[static_cast<std::size_t>(i)]);
             VariantClear(&given[static_cast<std::size_t>(i)]);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <uxtheme.h>
 
 namespace metrify {
@@ -30,7 +31,7 @@ bool IsPressed(const DRAWITEMSTRUCT& item) {
     return (item.itemState & ODS_SELECTED) != 0;
 }
 
-void DrawClassic(ArgumentUi kind, const DRAWITEMSTRUCT& item, HFONT font) {
+void DrawClassic(ArgumentUi kind, const DRAWITEMSTRUCT& item) {
     RECT place = item.rcItem;
     const UINT pressed = IsPressed(item) ? DFCS_PUSHED : 0;
     if (kind == ArgumentUi::list) {
@@ -38,10 +39,8 @@ void DrawClassic(ArgumentUi kind, const DRAWITEMSTRUCT& item, HFONT font) {
         return;
     }
     DrawFrameControl(item.hDC, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pressed);
-    const HGDIOBJ before = SelectObject(item.hDC, font);
     SetBkMode(item.hDC, TRANSPARENT);
     DrawTextA(item.hDC, "...", -1, &place, kCentred);
-    SelectObject(item.hDC, before);
 }
 
 static_assert(DFC_SCROLL == 3 && DFCS_SCROLLCOMBOBOX == 5 && (DFCS_SCROLLCOMBOBOX | DFCS_PUSHED) == 517);
@@ -58,9 +57,14 @@ WizardTheme::~WizardTheme() {
     }
 }
 
+bool WizardTheme::HasFunctions() const {
+    return library_ && std::all_of(kFunctionNames.begin(), kFunctionNames.end(), [this](const char* name) {
+               return GetProcAddress(library_, name) != nullptr;
+           });
+}
+
 void WizardTheme::Open(HWND window) {
-    const auto is_there = [this](const char* name) { return GetProcAddress(library_, name) != nullptr; };
-    if (IsOpen() || !library_ || !std::all_of(kFunctionNames.begin(), kFunctionNames.end(), is_there)) {
+    if (std::exchange(is_asked_for_, true) || !HasFunctions()) {
         return;
     }
     auto* const open = Find<decltype(OpenThemeData)>(library_, "OpenThemeData");
@@ -69,6 +73,7 @@ void WizardTheme::Open(HWND window) {
 }
 
 void WizardTheme::Close() {
+    is_asked_for_ = false;
     for (HANDLE* const theme : {&combo_box_, &button_}) {
         if (*theme) {
             Find<decltype(CloseThemeData)>(library_, "CloseThemeData")(*theme);
@@ -78,9 +83,11 @@ void WizardTheme::Close() {
 }
 
 void WizardTheme::Draw(ArgumentUi kind, const DRAWITEMSTRUCT& item, HFONT font) const {
+    const HGDIOBJ before = SelectObject(item.hDC, font);
     if (!IsOpen() || !DrawThemed(kind, item)) {
-        DrawClassic(kind, item, font);
+        DrawClassic(kind, item);
     }
+    SelectObject(item.hDC, before);
 }
 
 bool WizardTheme::DrawThemed(ArgumentUi kind, const DRAWITEMSTRUCT& item) const {

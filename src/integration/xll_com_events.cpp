@@ -8,7 +8,6 @@
 #include "xllrt/host_paths.h"
 #include "xllrt/registration.h"
 
-#include <new>
 #include <ocidl.h>
 
 namespace metrify {
@@ -84,14 +83,15 @@ bool CXllCom::Connect(ComFailure& failure) {
         failure = {SystemText(u"AtlAdvise", E_POINTER), E_POINTER};
         return false;
     }
-    const auto sink = ComPtr<CDispatchSink>::Take(new (std::nothrow) CDispatchSink);
+    const auto sink = CDispatchSink::Create(application_object_);
     if (!sink) {
         failure = {u"CreateInstance", E_OUTOFMEMORY};
         return false;
     }
-    sink->SetApplication(application_object_);
+    // As any object it is asked through its interface.
+    IUnknown* const object = sink.Get();
     ComPtr<IUnknown> identity;
-    failure.code = sink->QueryInterface(IID_IUnknown, identity.ReceiveAny());
+    failure.code = object->QueryInterface(IID_IUnknown, identity.ReceiveAny());
     if (FAILED(failure.code)) {
         failure.text = u"QueryInterface";
         return false;

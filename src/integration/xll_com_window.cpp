@@ -4,6 +4,7 @@
 #include "integration/xll_com.h"
 #include "xllrt/host_gate.h"
 #include "xllrt/host_window.h"
+#include "xllrt/passed_pointer.h"
 
 #include <array>
 #include <oleacc.h>
@@ -19,7 +20,7 @@ BOOL CALLBACK LookAtChild(HWND child, LPARAM context) {
     if (std::string_view(class_name.data()) != "EXCEL7") {
         return TRUE;
     }
-    *reinterpret_cast<HWND*>(context) = child;
+    *PassedPointer<HWND*>(context) = child;
     return FALSE;
 }
 
@@ -72,7 +73,10 @@ bool CXllCom::FindByWindow(ComFailure& failure) {
     ComPtr<IDispatch> window;
     failure.code = AccessibleObjectFromWindow(workbook.Get(), static_cast<DWORD>(OBJID_NATIVEOM),
                                               IID_IDispatch, window.ReceiveAny());
-    if (FAILED(failure.code) || !window) {
+    if (SUCCEEDED(failure.code) && !window) {
+        failure.code = E_FAIL;
+    }
+    if (FAILED(failure.code)) {
         failure.text = u"AccessibleObjectFromWindow";
         return false;
     }

@@ -1,4 +1,5 @@
 #include "xllrt/host_window.h"
+#include "xllrt/passed_pointer.h"
 
 #include <array>
 #include <string_view>
@@ -16,7 +17,7 @@ struct WindowSearch {
 
 // Ends the enumeration with the first match.
 BOOL CALLBACK LookAtWindow(HWND window, LPARAM context) {
-    auto& search = *reinterpret_cast<WindowSearch*>(context);
+    auto& search = *PassedPointer<WindowSearch*>(context);
     std::array<char, 64> class_name{};
     GetClassNameA(window, class_name.data(), static_cast<int>(class_name.size()));
     const auto low_bits = static_cast<std::uint16_t>(reinterpret_cast<std::uintptr_t>(window));

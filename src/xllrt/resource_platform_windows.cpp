@@ -1,4 +1,5 @@
 #include "xllrt/module_handle.h"
+#include "xllrt/passed_pointer.h"
 #include "xllrt/resource_platform.h"
 
 #include <algorithm>
@@ -31,7 +32,7 @@ void AddOnce(std::vector<std::uint16_t>& languages, std::uint16_t language) {
 // The enumerations take a list of languages through their last parameter.
 
 BOOL CALLBACK AddLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR languages) {
-    AddOnce(*reinterpret_cast<std::vector<std::uint16_t>*>(languages), language);
+    AddOnce(*PassedPointer<std::vector<std::uint16_t>*>(languages), language);
     return TRUE;
 }
 

@@ -1,6 +1,8 @@
 // The road to an old host by the running object table, and the proof that a host is ours.
 
+#include "integration/command_descriptor.h"
 #include "tests/integration/integration_host.h"
+#include "tests/integration/stranger.h"
 
 #include <objbase.h>
 
@@ -59,6 +61,37 @@ TEST(check_instance, registers_its_callback_as_a_private_command) {
     EXPECT_EQ(given[5], CellValue(u"2"));
     EXPECT_EQ(given[6], CellValue(u"Private Macros"));
     EXPECT_EQ(given[9], CellValue(u"Implementation function used by library initialisation routines.."));
+}
+
+TEST(check_instance, takes_the_callback_that_is_in_the_list_already) {
+    const ProgramNames names;
+    IntegrationHost host(7);
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    CXlFunctionDescriptor known = CommandDescriptor(u"xlCheckInstance", "xlCheckInstance");
+    known.wideCategory = u"Known before";
+    known.narrowCategory = "Known before";
+    application.functions.Add(std::move(known));
+    host.host.state().log.Start();
+    Road road;
+    ASSERT_TRUE(road.Init());
+    const auto calls = host.host.state().log.CallsOf(xlfRegister);
+    ASSERT_FALSE(calls.empty());
+    EXPECT_EQ(calls[0].arguments.at(6), CellValue(u"Known before"));
+    EXPECT_EQ(application.functions.FindFunction(u"xlCheckInstance"), nullptr);
+}
+
+TEST(check_instance, leaves_the_callback_without_effect_behind_the_search) {
+    const ProgramNames names;
+    IntegrationHost host(7);
+    CXllApp application;
+    {
+        Road road;
+        EXPECT_FALSE(road.Init());
+        EXPECT_EQ(xlCheckInstance(), 1);
+    }
+    Road second;
+    ExpectFailure(second, u"GetActiveObject(\"Excel.Application.5\") failed with error 0x800401E3");
 }
 
 TEST(check_instance, says_that_the_program_name_is_unknown) {
@@ -180,24 +213,6 @@ TEST(check_instance, replaces_an_earlier_failure_by_that_of_the_end) {
     Road road;
     ExpectFailure(road, u"TermExcelOleFix() failed to close temporary workbook with error 32");
 }
-
-// An object in the running object table under a name.
-class Stranger {
-  public:
-    Stranger(const wchar_t* name, IUnknown* object) {
-        ComPtr<IMoniker> moniker;
-        CreateFileMoniker(name, moniker.Receive());
-        GetRunningObjectTable(0, table_.Receive());
-        table_->Register(ROTFLAGS_REGISTRATIONKEEPSALIVE, object, moniker.Get(), &cookie_);
-    }
-    ~Stranger() { table_->Revoke(cookie_); }
-    Stranger(const Stranger&) = delete;
-    Stranger& operator=(const Stranger&) = delete;
-
-  private:
-    ComPtr<IRunningObjectTable> table_;
-    DWORD cookie_ = 0;
-};
 
 TEST(check_instance, passes_by_strangers_in_the_table) {
     IntegrationHost host(7);

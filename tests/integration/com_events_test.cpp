@@ -6,6 +6,7 @@
 #include <array>
 #include <functional>
 #include <iterator>
+#include <stdexcept>
 
 namespace metrify::host {
 namespace {
@@ -216,9 +217,62 @@ TEST(com_events, that_are_unknown_are_refused) {
 }
 
 TEST(com_events, without_parameters_are_refused) {
-    const auto sink = ComPtr<CDispatchSink>::Take(new CDispatchSink);
+    const auto sink = CDispatchSink::Create(nullptr);
     EXPECT_EQ(sink->Invoke(1561, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
               static_cast<HRESULT>(0x80020004));
+    EXPECT_EQ(sink->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
+              static_cast<HRESULT>(0x80020004));
+}
+
+TEST(com_events, find_three_interfaces_of_what_listens) {
+    const auto sink = CDispatchSink::Create(nullptr);
+    for (const IID& iid : {IID_IUnknown, IID_IDispatch, kHostApplicationEvents}) {
+        ComPtr<IUnknown> found;
+        EXPECT_EQ(sink->QueryInterface(iid, found.ReceiveAny()), S_OK);
+        EXPECT_EQ(found.Get(), sink.Get());
+    }
+    void* none = sink.Get();
+    EXPECT_EQ(sink->QueryInterface(IID_IMoniker, &none), E_NOINTERFACE);
+    EXPECT_EQ(none, nullptr);
+    EXPECT_EQ(sink->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+}
+
+TEST(com_events, find_neither_types_nor_names_in_what_listens) {
+    const auto sink = CDispatchSink::Create(nullptr);
+    UINT count = 7;
+    EXPECT_EQ(sink->GetTypeInfoCount(&count), S_OK);
+    EXPECT_EQ(count, 0U);
+    EXPECT_EQ(sink->GetTypeInfo(0, 0, nullptr), E_NOTIMPL);
+    EXPECT_EQ(sink->GetIDsOfNames(IID_NULL, nullptr, 0, 0, nullptr), E_NOTIMPL);
+}
+
+class ThrowingApp final : public CXllApp {
+    bool OnSheetActivate(XlHostObject* /*sheet*/) override { throw std::runtime_error("not now"); }
+    bool OnWorkbookBeforeClose(XlHostObject* /*book*/) override {
+        throw CXlRuntimeException(std::string("not now"));
+    }
+};
+
+TEST(com_events, end_with_whoever_throws) {
+    IntegrationHost host(16);
+    ThrowingApp application;
+    Road road;
+    ASSERT_TRUE(road.Init());
+    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(host.Fire(1561, {host.Sheet()}), S_OK);
+    VARIANT_BOOL cancel = VARIANT_TRUE;
+    EXPECT_EQ(host.Fire(1570, {host.Workbook()}, &cancel), S_OK);
+    EXPECT_EQ(cancel, VARIANT_FALSE);
+}
+
+TEST(com_events, have_no_effect_on_what_was_left_behind) {
+    Connected connected;
+    const ComVariant sheet = connected.host.Sheet();
+    DISPPARAMS parameters{const_cast<VARIANT*>(&sheet.Get()), nullptr, 1, 0};
+    const auto sink = CDispatchSink::Create(&connected.application);
+    sink->SetApplication(nullptr);
+    EXPECT_EQ(sink->Invoke(1561, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(connected.application.last, "");
 }
 
 TEST(com_events, are_connected_once) {
@@ -226,6 +280,14 @@ TEST(com_events, are_connected_once) {
     EXPECT_TRUE(connected.road.com.AreEventsConnected());
     EXPECT_TRUE(connected.road.com.SetEvents(true, connected.road.failure));
     EXPECT_EQ(connected.host.sinks(), 1U);
+}
+
+TEST(com_events, clear_an_earlier_failure_also_if_nothing_is_to_do) {
+    Connected connected;
+    connected.road.failure = {u"earlier", E_FAIL};
+    EXPECT_TRUE(connected.road.com.SetEvents(true, connected.road.failure));
+    EXPECT_EQ(connected.road.failure.text, u"");
+    EXPECT_EQ(connected.road.failure.code, S_OK);
 }
 
 TEST(com_events, are_disconnected_and_connected_again) {
@@ -261,6 +323,17 @@ TEST(com_events, cannot_be_had_of_an_application_that_is_none) {
     EXPECT_EQ(road.failure.text, SystemText(u"AtlAdvise", E_NOINTERFACE));
     EXPECT_EQ(road.failure.code, E_NOINTERFACE);
     EXPECT_FALSE(road.com.AreEventsConnected());
+}
+
+TEST(com_events, cannot_be_had_without_an_application) {
+    IntegrationHost host(16);
+    NotingApp application;
+    host.automation.windows().SetNativeObject(ComPtr<IDispatch>(
+        MakeObject<WindowObject>(host.automation.surroundings(), ComVariant(u"no object")).Get()));
+    Road road;
+    ASSERT_TRUE(road.Init());
+    EXPECT_FALSE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(road.failure.text, SystemText(u"AtlAdvise", E_POINTER));
 }
 
 // ---- To an observer and back

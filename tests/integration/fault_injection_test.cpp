@@ -1,9 +1,6 @@
 // Every call of the host's fails once. Nothing may stay behind: no reference, no connection, no workbook.
 
-#include "tests/integration/integration_host.h"
-
-#include <iostream>
-#include <set>
+#include "tests/integration/fault_injection.h"
 
 namespace metrify::host {
 namespace {
@@ -16,51 +13,6 @@ struct Selection final : CXlEventObserver<CXlRangeEventArgs> {
     void Notify(CXlRangeEventArgs& args) override { range = args.range; }
     std::string range;
 };
-
-// What a host holds when nobody uses it.
-struct Holdings {
-    int objects;
-    int references;
-    std::size_t sinks;
-    std::size_t books;
-    friend bool operator==(const Holdings&, const Holdings&) = default;
-};
-
-void PrintTo(const Holdings& holdings, std::ostream* out) {
-    *out << holdings.objects << " objects, " << holdings.references << " references, " << holdings.sinks
-         << " sinks, " << holdings.books << " workbooks";
-}
-
-Holdings HoldingsOf(IntegrationHost& host) {
-    const ReferenceLedger& ledger = host.automation.ledger();
-    return {ledger.objects(), ledger.references(), host.sinks(), host.books()};
-}
-
-// Runs a session of an add-in again and again, with the n-th call failing, until there is no n-th call any
-// more. Gives the number of calls.
-template <class Session>
-std::size_t FailEachCall(IntegrationHost& host, Session session) {
-    session(); // what comes once and stays is there from here on
-    const Holdings before = HoldingsOf(host);
-    for (std::size_t n = 1;; ++n) {
-        host.faults().FailCall(n);
-        session();
-        const std::size_t calls = host.faults().calls();
-        host.faults().Stop();
-        EXPECT_EQ(HoldingsOf(host), before) << "call " << n << " failed";
-        EXPECT_EQ(CXllCom::Instance(), nullptr);
-        if (calls < n)
-            return n - 1;
-        // What a failure leaves switched is not this test's affair.
-        host.settings().displayAlerts = true;
-        host.host.state().echo = true;
-    }
-}
-
-void Report(const char* what, std::size_t calls) {
-    std::cout << what << ": each of " << calls << " calls failed once\n";
-    testing::Test::RecordProperty(what, static_cast<int>(calls));
-}
 
 // The road to the host, events, macros and addresses, and back.
 void UseHost(IntegrationHost& host) {

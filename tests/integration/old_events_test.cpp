@@ -1,6 +1,9 @@
 // The events of hosts that call a macro for them.
 
 #include "tests/integration/integration_host.h"
+#include "tests/integration/replaced_call.h"
+
+#include <stdexcept>
 
 namespace metrify::host {
 namespace {
@@ -11,7 +14,11 @@ class NotingApp : public CXllApp {
         active_sheet = AsDispatch(sheet);
         return Note("activate");
     }
-    bool OnSheetDeactivate(XlHostObject* /*sheet*/) override { return Note("deactivate"); }
+    bool OnSheetDeactivate(XlHostObject* /*sheet*/) override {
+        if (throws)
+            throw std::runtime_error("not now");
+        return Note("deactivate");
+    }
     bool OnCalculate(XlHostObject* /*sheet*/) override { return Note("calculate"); }
 
     bool Note(const char* event) {
@@ -21,12 +28,38 @@ class NotingApp : public CXllApp {
 
     static inline std::vector<std::string> order;
     IDispatch* active_sheet = nullptr;
+    bool throws = false;
 };
 
 std::int32_t METRIFY_HOST_CALL MacroOfTheUser() {
     NotingApp::order.emplace_back("user");
     return 1;
 }
+
+// How often the host is asked to do something, rather than for a property.
+class CountedMethods {
+  public:
+    explicit CountedMethods(ApplicationObject& application)
+        : replaced_(MethodOf(static_cast<IDispatch*>(&application), kInvoke), AddressOf(Invoke)) {
+        count = 0;
+        original = reinterpret_cast<decltype(original)>(replaced_.original());
+    }
+
+    static inline int count = 0;
+
+  private:
+    static constexpr std::size_t kInvoke = 6;
+
+    static HRESULT STDMETHODCALLTYPE Invoke(IDispatch* object, DISPID id, REFIID iid, LCID locale, WORD flags,
+                                            DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                            UINT* wrong_argument) {
+        count += flags == DISPATCH_METHOD ? 1 : 0;
+        return original(object, id, iid, locale, flags, parameters, result, exception, wrong_argument);
+    }
+
+    static inline decltype(&Invoke) original = nullptr;
+    ReplacedPointer replaced_;
+};
 
 class old_events : public testing::Test {
   protected:
@@ -81,6 +114,13 @@ TEST_F(old_events, reach_their_operations) {
     EXPECT_EQ(application.active_sheet, sheet.Object().Get());
 }
 
+TEST_F(old_events, end_with_whoever_throws) {
+    ASSERT_TRUE(Enable(true));
+    application.throws = true;
+    EXPECT_EQ(CXllComImpl_OnSheetDeactivate(), 1);
+    EXPECT_TRUE(NotingApp::order.empty());
+}
+
 TEST_F(old_events, give_1) {
     ASSERT_TRUE(Enable(true));
     EXPECT_EQ(CXllComImpl_OnSheetActivate(), 1);
@@ -97,8 +137,16 @@ TEST_F(old_events, chain_the_macro_that_was_there_before_behind_the_add_in) {
 
 TEST_F(old_events, chain_nothing_if_nothing_was_there) {
     ASSERT_TRUE(Enable(true));
+    const CountedMethods methods(host.automation.application());
     RunMacroOf(2);
     EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"calculate"}));
+    EXPECT_EQ(CountedMethods::count, 0);
+    host.settings().eventMacros[2] = u"MacroOfTheUser";
+    ASSERT_TRUE(Enable(false));
+    host.settings().eventMacros[2] = u"MacroOfTheUser";
+    ASSERT_TRUE(Enable(true));
+    RunMacroOf(2);
+    EXPECT_EQ(CountedMethods::count, 1);
 }
 
 TEST_F(old_events, ignore_a_chained_macro_that_fails) {

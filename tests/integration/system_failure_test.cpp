@@ -36,6 +36,62 @@ TEST(system_failure, no_memory_for_what_listens_to_events) {
     EXPECT_EQ(host.sinks(), 0U);
 }
 
+// ---- What listens to events
+
+HRESULT STDMETHODCALLTYPE RefuseInterface(IUnknown*, REFIID, void** object) {
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
+
+TEST(system_failure, what_listens_to_events_gives_no_identity) {
+    constexpr std::size_t kQueryInterface = 0;
+    IntegrationHost host(16);
+    CXllApp application;
+    Road road;
+    ASSERT_TRUE(road.Init());
+    const int references = host.automation.ledger().references();
+    {
+        const auto another = CDispatchSink::Create(nullptr);
+        const ReplacedPointer refusing(MethodOf(another.Get(), kQueryInterface), AddressOf(RefuseInterface));
+        EXPECT_FALSE(road.com.SetEvents(true, road.failure));
+    }
+    EXPECT_EQ(road.failure.text, u"QueryInterface");
+    EXPECT_EQ(road.failure.code, E_NOINTERFACE);
+    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_EQ(host.sinks(), 0U);
+    EXPECT_EQ(host.automation.ledger().references(), references);
+    EXPECT_TRUE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(road.failure.text, u"");
+    EXPECT_EQ(host.sinks(), 1U);
+}
+
+struct SheetApp final : CXllApp {
+    bool OnSheetActivate(XlHostObject* /*sheet*/) override {
+        ++activations;
+        return false;
+    }
+    int activations = 0;
+};
+
+HRESULT STDMETHODCALLTYPE KeepSink(IConnectionPoint*, DWORD) {
+    return E_FAIL;
+}
+
+TEST(system_failure, a_host_that_keeps_what_listens_tells_nobody_any_more) {
+    constexpr std::size_t kUnadvise = 6;
+    IntegrationHost host(16);
+    SheetApp application;
+    Road road;
+    ASSERT_TRUE(road.Init());
+    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    const ReplacedPointer keeping(MethodOf(&host.automation.application().events(), kUnadvise),
+                                  AddressOf(KeepSink));
+    EXPECT_TRUE(road.com.SetEvents(false, road.failure));
+    EXPECT_EQ(host.sinks(), 1U);
+    EXPECT_EQ(host.Fire(1561, {host.Sheet()}), S_OK);
+    EXPECT_EQ(application.activations, 0);
+}
+
 // ---- Hooks
 
 template <int refused>
@@ -132,6 +188,21 @@ TEST_F(running_objects_failure, no_list) {
 TEST_F(running_objects_failure, no_first_entry) {
     const ReplacedPointer refusing(MethodOf(monikers.Get(), kReset), AddressOf(RefuseCall));
     ExpectFailure(road, u"Reset() failed with error 0x80004005");
+}
+
+// ---- The window of a workbook
+
+HRESULT WINAPI GiveNothing(HWND, DWORD, REFIID, void** object) {
+    *object = nullptr;
+    return S_OK;
+}
+
+TEST(system_failure, a_workbook_window_that_gives_nothing_without_a_failure) {
+    IntegrationHost host(16);
+    CXllApp application;
+    const ReplacedPointer giving(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(GiveNothing));
+    Road road;
+    ExpectFailure(road, u"AccessibleObjectFromWindow");
 }
 
 // ---- The active object

@@ -4,6 +4,7 @@
 
 #include "integration/wizard_registry.h"
 
+#include <stdexcept>
 #include <vector>
 #include <windows.h>
 
@@ -26,15 +27,22 @@ class UnitList final : public IXlWizExList {
 class TextButton final : public IXlWizExButton {
   public:
     bool Run(std::string& text, void* parent_window) override {
+        ++runs;
         seen = text;
+        parent = parent_window;
         was_dialog_enabled = IsWindowEnabled(static_cast<HWND>(parent_window)) != FALSE;
+        if (throws)
+            throw std::runtime_error("no dialog");
         text = answer;
         return changes;
     }
 
     std::string answer = "from the dialog";
     bool changes = true;
+    bool throws = false;
+    int runs = 0;
     std::string seen;
+    void* parent = nullptr;
     bool was_dialog_enabled = true;
 };
 
@@ -46,14 +54,15 @@ class WizardFunction final : public IXlWizExFunction {
         return index < kinds.size() ? kinds[index] : ArgumentUi::none;
     }
     IXlWizExList* ListOf(int argument) override {
-        return KindOf(argument) == ArgumentUi::list ? &list : nullptr;
+        return hasParts && KindOf(argument) == ArgumentUi::list ? &list : nullptr;
     }
     IXlWizExButton* ButtonOf(int argument) override {
-        return KindOf(argument) == ArgumentUi::button ? &button : nullptr;
+        return hasParts && KindOf(argument) == ArgumentUi::button ? &button : nullptr;
     }
     XlWizExKey KeyOf(int /*argument*/) const override { return key; }
 
     std::vector<ArgumentUi> kinds{ArgumentUi::list, ArgumentUi::button};
+    bool hasParts = true; ///< whether there is a list or a dialog where the kind says so
     UnitList list;
     TextButton button;
     XlWizExKey key;

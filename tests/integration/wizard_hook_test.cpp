@@ -1,90 +1,11 @@
-// The wizard hook on a real dialog.
+// The wizard hook on a real dialog: which messages it follows, and what it puts there.
 
-#include "host/automation/wizard_dialog.h"
-#include "integration/wizard_hook.h"
-#include "tests/integration/integration_host.h"
-#include "tests/integration/wizard_function.h"
-
-#include <commctrl.h>
+#include "tests/integration/wizard_fixture.h"
 
 namespace metrify::host {
 namespace {
 
-class wizard_hook : public testing::Test {
-  protected:
-    wizard_hook() {
-        registry.Add("Convert", function);
-        CWizardHook::Install(registry);
-    }
-    ~wizard_hook() override { CWizardHook::Remove(); }
-
-    static CWizardHook& Hook() { return *CWizardHook::Instance(); }
-
-    void Open(WizardDialogOptions options = {}) {
-        options.owner = host.automation.windows().main();
-        if (options.function.empty())
-            options.function = u"Convert";
-        dialog.emplace(host.automation.surroundings(), options);
-        Hook().SetFunctionName("Convert");
-        dialog->Show();
-    }
-
-    static void Click(HWND overlay) { SendMessageA(overlay, BM_CLICK, 0, 0); }
-
-    static std::vector<bool> Overlays() {
-        std::vector<bool> standing;
-        for (int box = 0; box < kDialogBoxes; ++box)
-            standing.push_back(Hook().Overlay(box) != nullptr);
-        return standing;
-    }
-
-    // A key as the user presses it.
-    static void Press(WORD key) {
-        Send(key, 0);
-        Send(key, KEYEVENTF_KEYUP);
-        Pump();
-    }
-
-    static void PressWith(WORD modifier, WORD key) {
-        Send(modifier, 0);
-        Press(key);
-        Send(modifier, KEYEVENTF_KEYUP);
-        Pump();
-    }
-
-    static void Send(WORD key, DWORD flags) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        input.ki.dwFlags = flags;
-        SendInput(1, &input, sizeof(input));
-    }
-
-    static void Pump() {
-        MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
-        }
-    }
-
-    void Select(int item) {
-        SendMessageA(Hook().List(), CB_SETCURSEL, static_cast<WPARAM>(item), 0);
-        Notify(CBN_SELENDOK);
-    }
-
-    void Notify(int notification) {
-        SendMessageA(dialog->window(), WM_COMMAND, MAKEWPARAM(0, notification),
-                     reinterpret_cast<LPARAM>(Hook().List()));
-    }
-
-    IntegrationHost host{16};
-    CXlWizExUIFunctionRegistry registry;
-    WizardFunction function;
-    std::optional<WizardDialog> dialog;
-};
-
-using Standing = std::vector<bool>;
+using wizard_hook = WizardHookTest;
 
 TEST_F(wizard_hook, is_installed_once) {
     try {
@@ -144,46 +65,12 @@ TEST_F(wizard_hook, leaves_dialogs_of_another_class_alone) {
     EXPECT_EQ(Overlays(), Standing(5, false));
 }
 
-TEST_F(wizard_hook, leaves_a_dialog_alone_whose_boxes_are_not_in_a_line) {
-    Open({.misplaced_box = 3});
-    EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
-    EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
 TEST_F(wizard_hook, forgets_the_function_with_the_next_dialog) {
     Hook().SetFunctionName("Convert");
     dialog.emplace(host.automation.surroundings(), WizardDialogOptions{.function = u"Convert"});
     dialog->Show();
     EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
     EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
-TEST_F(wizard_hook, drops_the_function_if_the_dialog_shows_another) {
-    Open({.function = u"Another"});
-    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
-    EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
-TEST_F(wizard_hook, reads_the_name_also_in_an_object_below) {
-    Open({.function = u"Another", .is_name_nested = true});
-    EXPECT_EQ(Overlays(), Standing(5, false));
-    dialog.reset();
-    Open({.is_name_nested = true});
-    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
-}
-
-TEST_F(wizard_hook, reads_the_name_where_it_was_the_last_time) {
-    Open();
-    dialog.reset();
-    Open({.function = u"Another"});
-    EXPECT_EQ(Overlays(), Standing(5, false));
-}
-
-TEST_F(wizard_hook, keeps_no_reference_to_the_dialog) {
-    const int before = host.automation.ledger().references();
-    Open();
-    dialog.reset();
-    EXPECT_EQ(host.automation.ledger().references(), before);
 }
 
 TEST_F(wizard_hook, puts_nothing_beside_hidden_boxes) {
@@ -211,169 +98,141 @@ TEST_F(wizard_hook, rebuilds_everything_for_the_new_arguments_when_they_are_scro
     EXPECT_EQ(Hook().Overlay(1), standing);
 }
 
+// Gives a box another size.
+void Resize(HWND box) {
+    const RECT place = PlaceOf(box);
+    SetWindowPos(box, nullptr, 0, 0, place.right - place.left - 5, place.bottom - place.top,
+                 SWP_NOMOVE | SWP_NOZORDER);
+}
+
 TEST_F(wizard_hook, rebuilds_when_the_last_box_gets_another_size) {
     Open();
+    ShowWindow(dialog->box(1), SW_HIDE);
+    Resize(dialog->box(3));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+    Resize(dialog->box(4));
+    EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
+}
+
+TEST_F(wizard_hook, rebuilds_on_a_size_only_if_it_saw_the_dialog_being_made) {
+    CWizardHook::Remove();
+    dialog.emplace(host.automation.surroundings(), WizardDialogOptions{.function = u"Convert"});
+    CWizardHook::Install(registry);
+    Hook().SetFunctionName("Convert");
+    dialog->Show();
+    ASSERT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+    ShowWindow(dialog->box(1), SW_HIDE);
+    Resize(dialog->box(4));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+}
+
+TEST_F(wizard_hook, rebuilds_nothing_on_a_size_where_nothing_stands) {
+    function.kinds = {ArgumentUi::list};
+    Make();
+    ShowWindow(dialog->box(0), SW_HIDE);
+    dialog->Show();
+    ShowWindow(dialog->box(0), SW_SHOWNA);
+    Resize(dialog->box(4));
+    EXPECT_EQ(Overlays(), Standing(5, false));
+}
+
+TEST_F(wizard_hook, rebuilds_only_for_a_position_of_the_dialogs_own_scroll_bar) {
+    Open();
+    SCROLLINFO range{sizeof(SCROLLINFO), SIF_RANGE, 0, 9, 1, 5, 0};
+    ShowWindow(dialog->box(1), SW_HIDE);
+    SendMessageA(dialog->scroll_bar(), SBM_SETSCROLLINFO, TRUE, reinterpret_cast<LPARAM>(&range));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+    const HWND other = CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | SBS_VERT, 0, 0, 18, 100,
+                                       dialog->window(), nullptr, nullptr, nullptr);
+    SCROLLINFO position{sizeof(SCROLLINFO), SIF_POS, 0, 0, 0, 1, 0};
+    SendMessageA(other, SBM_SETSCROLLINFO, TRUE, reinterpret_cast<LPARAM>(&position));
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+}
+
+TEST_F(wizard_hook, begins_with_the_argument_that_the_scroll_bar_is_at) {
+    Make();
+    dialog->ScrollTo(1);
+    dialog->Show();
+    EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
+}
+
+// ---- What becomes of the dialog
+
+TEST_F(wizard_hook, notices_no_dialog_whose_class_comes_as_a_number) {
+    const WizardDialog named(host.automation.surroundings(), {});
+    CWizardHook::Remove();
+    CWizardHook::Install(registry);
+    const auto number = static_cast<ATOM>(GetClassLongPtrA(named.window(), GCW_ATOM));
+    const HWND window = CreateWindowExA(0, MAKEINTATOM(number), "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                        GetModuleHandleA(nullptr), nullptr);
+    ASSERT_TRUE(window);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::idle);
+    DestroyWindow(window);
+}
+
+TEST_F(wizard_hook, is_active_from_the_activation_on) {
+    Make();
+    ShowWindow(dialog->window(), SW_SHOWNA);
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_INACTIVE, 0);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_CLICKACTIVE, 0);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+    EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
+}
+
+TEST_F(wizard_hook, stays_with_its_dialog_when_another_comes_and_goes) {
+    Open();
     const HWND standing = Hook().Overlay(0);
-    SetWindowPos(dialog->box(3), nullptr, 0, 0, 200, 22, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_EQ(Hook().Overlay(0), standing);
-    SetWindowPos(dialog->box(4), nullptr, 0, 0, 200, 22, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_NE(Hook().Overlay(0), nullptr);
-    EXPECT_FALSE(IsWindow(standing) && Hook().Overlay(0) != standing);
+    {
+        WizardDialog other(host.automation.surroundings(), {.function = u"Convert"});
+        EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+        other.Show();
+        EXPECT_EQ(Hook().Overlay(0), standing);
+        EXPECT_EQ(GetParent(standing), dialog->window());
+    }
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+    EXPECT_TRUE(IsWindow(standing));
+    dialog->Close();
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::idle);
 }
 
-// ---- Lists
-
-TEST_F(wizard_hook, opens_the_list_of_an_argument_under_its_box) {
-    Open();
-    Click(Hook().Overlay(0));
-    EXPECT_EQ(Hook().OpenIndex(), 0);
-    EXPECT_EQ(SendMessageA(Hook().List(), CB_GETCOUNT, 0, 0), 4);
-    EXPECT_TRUE(SendMessageA(Hook().List(), CB_GETDROPPEDSTATE, 0, 0));
-    EXPECT_FALSE(IsWindowVisible(Hook().Overlay(0)));
-    RECT list{};
-    RECT box{};
-    GetWindowRect(Hook().List(), &list);
-    GetWindowRect(dialog->box(0), &box);
-    EXPECT_EQ(list.left, box.left);
-    EXPECT_EQ(list.top, box.bottom);
-    EXPECT_EQ(list.right, box.right + 3);
-}
-
-TEST_F(wizard_hook, writes_the_value_of_the_selection_into_the_box) {
-    Open();
-    Click(Hook().Overlay(0));
-    Select(1);
-    EXPECT_EQ(dialog->Text(0), "\"ft\"");
-}
-
-TEST_F(wizard_hook, shows_the_arrow_again_and_goes_to_the_box_when_the_list_closes) {
-    Open();
-    Click(Hook().Overlay(0));
-    Notify(CBN_CLOSEUP);
-    EXPECT_EQ(Hook().OpenIndex(), -1);
-    EXPECT_TRUE(IsWindowVisible(Hook().Overlay(0)));
-    EXPECT_FALSE(IsWindowVisible(Hook().List()));
-    EXPECT_EQ(GetFocus(), dialog->box(0));
-    EXPECT_EQ(dialog->Text(0), "");
-}
-
-TEST_F(wizard_hook, moves_the_list_with_its_box_when_the_text_changes) {
-    Open();
-    Click(Hook().Overlay(0));
-    SetWindowPos(dialog->box(0), nullptr, 130, 24, 220, 22, SWP_NOZORDER);
-    SendMessageA(dialog->window(), WM_COMMAND, MAKEWPARAM(0, EN_CHANGE),
-                 reinterpret_cast<LPARAM>(dialog->box(0)));
-    RECT list{};
-    RECT box{};
-    GetWindowRect(Hook().List(), &list);
-    GetWindowRect(dialog->box(0), &box);
-    EXPECT_EQ(list.left, box.left);
-}
-
-// ---- Buttons
-
-TEST_F(wizard_hook, runs_the_dialog_of_a_button_with_the_text) {
-    Open();
-    dialog->SetText(1, "before");
-    Click(Hook().Overlay(1));
-    EXPECT_EQ(function.button.seen, "before");
-    EXPECT_FALSE(function.button.was_dialog_enabled);
-    EXPECT_TRUE(IsWindowEnabled(dialog->window()));
-    EXPECT_EQ(dialog->Text(1), "from the dialog");
-    EXPECT_EQ(GetFocus(), dialog->box(1));
-}
-
-TEST_F(wizard_hook, leaves_the_text_if_the_dialog_of_a_button_did_not_change_it) {
-    Open();
-    function.button.changes = false;
-    dialog->SetText(1, "before");
-    Click(Hook().Overlay(1));
-    EXPECT_EQ(dialog->Text(1), "before");
-}
-
-TEST_F(wizard_hook, gives_a_button_at_most_255_characters) {
-    Open();
-    function.button.changes = false;
-    SetWindowTextA(dialog->box(1), std::string(300, 'x').c_str());
-    Click(Hook().Overlay(1));
-    EXPECT_EQ(function.button.seen, std::string(255, 'x'));
-}
-
-// ---- Keys
-
-TEST_F(wizard_hook, opens_by_the_key_of_the_argument) {
-    function.key = {.key = VK_F4, .modifier = 0, .content_mode = 2};
-    Open();
-    SetForegroundWindow(dialog->window());
-    SetFocus(dialog->box(1));
-    Press(VK_F5);
-    EXPECT_EQ(function.button.seen, "");
-    dialog->SetText(1, "5");
-    Press(VK_F4);
-    EXPECT_EQ(function.button.seen, "5");
-}
-
-TEST_F(wizard_hook, leaves_a_formula_alone_that_the_content_mode_protects) {
-    function.key = {.key = VK_F4, .modifier = 0, .content_mode = 2};
-    Open();
-    SetForegroundWindow(dialog->window());
-    SetFocus(dialog->box(1));
-    dialog->SetText(1, "A1*2");
-    Press(VK_F4);
-    EXPECT_EQ(function.button.seen, "");
-    EXPECT_EQ(dialog->Text(1), "A1*2");
-}
-
-TEST_F(wizard_hook, asks_for_the_modifier_of_a_key) {
-    function.key = {.key = VK_F4, .modifier = VK_SHIFT, .content_mode = 3};
-    Open();
-    SetForegroundWindow(dialog->window());
-    SetFocus(dialog->box(1));
-    dialog->SetText(1, "5");
-    Press(VK_F4);
-    EXPECT_EQ(function.button.seen, "");
-    PressWith(VK_CONTROL, VK_F4);
-    EXPECT_EQ(function.button.seen, "");
-    PressWith(VK_SHIFT, VK_F4);
-    EXPECT_EQ(function.button.seen, "5");
-}
-
-TEST_F(wizard_hook, moves_the_selection_by_the_arrows_and_takes_it_by_the_tabulator) {
-    Open();
-    SetForegroundWindow(dialog->window());
-    Click(Hook().Overlay(0));
-    ASSERT_EQ(GetFocus(), Hook().List());
-    Press(VK_DOWN);
-    EXPECT_EQ(SendMessageA(Hook().List(), CB_GETCURSEL, 0, 0), 0);
-    Press(VK_DOWN);
-    Press(VK_DOWN);
-    Press(VK_UP);
-    EXPECT_EQ(SendMessageA(Hook().List(), CB_GETCURSEL, 0, 0), 1);
-    Press(VK_TAB);
-    EXPECT_EQ(dialog->Text(0), "\"ft\"");
-    EXPECT_EQ(Hook().OpenIndex(), -1);
-    EXPECT_EQ(GetFocus(), dialog->box(1));
-}
-
-TEST_F(wizard_hook, goes_from_the_last_box_to_the_first_by_the_tabulator) {
-    function.kinds = std::vector<ArgumentUi>(5, ArgumentUi::list);
+TEST_F(wizard_hook, counts_boxes_up_to_the_last_that_is_visible) {
+    function.kinds.clear(); // nothing of ours among the dialog's windows
     Open({.arguments = 3});
-    SetForegroundWindow(dialog->window());
-    Click(Hook().Overlay(2));
-    Press(VK_TAB);
-    EXPECT_EQ(GetFocus(), dialog->box(0));
+    WizardControls controls;
+    ShowWindow(dialog->box(1), SW_HIDE);
+    ASSERT_TRUE(FindWizardControls(dialog->window(), controls));
+    EXPECT_EQ(controls.count, 3);
+    ShowWindow(dialog->box(2), SW_HIDE);
+    ASSERT_TRUE(FindWizardControls(dialog->window(), controls));
+    EXPECT_EQ(controls.count, 1);
 }
 
-TEST_F(wizard_hook, goes_to_the_former_box_by_the_tabulator_with_shift) {
-    function.kinds = std::vector<ArgumentUi>(5, ArgumentUi::list);
-    Open({.arguments = 3});
-    SetForegroundWindow(dialog->window());
-    Click(Hook().Overlay(1));
-    PressWith(VK_SHIFT, VK_TAB);
-    EXPECT_EQ(GetFocus(), dialog->box(0));
-    Click(Hook().Overlay(0));
-    PressWith(VK_SHIFT, VK_TAB);
-    EXPECT_EQ(GetFocus(), dialog->box(2));
+class strange_dialog : public WizardHookTest, public testing::WithParamInterface<WizardDialogOptions> {};
+
+TEST_P(strange_dialog, is_left_alone_and_the_function_forgotten) {
+    Open(GetParam());
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
+    EXPECT_EQ(Overlays(), Standing(5, false));
+}
+
+INSTANTIATE_TEST_SUITE_P(all, strange_dialog,
+                         testing::Values(WizardDialogOptions{.misplaced_box = 1},
+                                         WizardDialogOptions{.misplaced_box = 4},
+                                         WizardDialogOptions{.foreign_box = 0},
+                                         WizardDialogOptions{.foreign_box = 4},
+                                         WizardDialogOptions{.has_scroll_bar = false},
+                                         WizardDialogOptions{.arguments = 0, .has_scroll_bar = false}));
+
+TEST_F(wizard_hook, forgets_the_function_with_a_dialog_that_is_not_right) {
+    Open({.misplaced_box = 3});
+    const POINT right = {PlaceOf(dialog->box(2)).left, PlaceOf(dialog->box(3)).top};
+    POINT inside = right;
+    ScreenToClient(dialog->window(), &inside);
+    SetWindowPos(dialog->box(3), nullptr, inside.x, inside.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
+    EXPECT_EQ(Overlays(), Standing(5, false));
 }
 
 // ---- From the add-in's opening to its closing

@@ -1,9 +1,10 @@
 // Shows the formula dialog with a list and a button beside its boxes, for pictures: a few seconds as it
-// opens, then with the list open, until the time is up.
+// opens, then with the list open, until the time is up. A second argument has it drawn without a theme.
 
 #include "host/automation/wizard_dialog.h"
 #include "integration/wizard_hook.h"
 #include "tests/integration/wizard_function.h"
+#include "xllrt/host_version.h"
 
 #include <cstdlib>
 #include <objbase.h>
@@ -24,8 +25,11 @@ void PumpFor(DWORD milliseconds) {
 }
 
 // Dialog, then open list, each so long.
-void Show(DWORD milliseconds) {
+void Show(DWORD milliseconds, bool is_themed) {
+    constexpr int kVersion = 16;
+    SetHostVersion(kVersion);
     CXlWizExUIFunctionRegistry registry;
+    registry.usesThemes = is_themed;
     WizardFunction function;
     registry.Add("Convert", function);
     CWizardHook::Install(registry);
@@ -48,7 +52,8 @@ void Show(DWORD milliseconds) {
 int main(int argc, char** argv) {
     constexpr DWORD kDefault = 4000;
     CoInitialize(nullptr);
-    metrify::host::Show(argc > 1 ? static_cast<DWORD>(std::strtoul(argv[1], nullptr, 10)) : kDefault);
+    metrify::host::Show(argc > 1 ? static_cast<DWORD>(std::strtoul(argv[1], nullptr, 10)) : kDefault,
+                        argc <= 2);
     CoUninitialize();
     return 0;
 }

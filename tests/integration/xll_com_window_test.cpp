@@ -181,6 +181,16 @@ TEST(xll_com, cannot_be_started_again) {
     ExpectFailure(road, u"Init() has already been called", E_FAIL);
 }
 
+TEST(xll_com, is_the_one_also_if_it_found_nothing) {
+    IntegrationHost host(16);
+    CXllApp application;
+    host.automation.windows().SetNativeObject({});
+    Road road;
+    EXPECT_FALSE(road.Init());
+    EXPECT_EQ(CXllCom::Instance(), &road.com);
+    ExpectFailure(road, u"An instance of CXllCom has already been created", E_FAIL);
+}
+
 TEST(xll_com, needs_an_application_object) {
     IntegrationHost host(16);
     CXllApp::SetInstance(nullptr);

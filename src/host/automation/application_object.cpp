@@ -19,7 +19,8 @@ HRESULT PutAnswer(const std::optional<CellValue>& value, ComVariant& answer) {
 
 } // namespace
 
-ApplicationObject::ApplicationObject(std::shared_ptr<ObjectSurroundings> surroundings, HostState& state)
+ApplicationObject::ApplicationObject(const std::shared_ptr<ObjectSurroundings>& surroundings,
+                                     HostState& state)
     : DispatchObject(surroundings), state_(&state), events_(MakeObject<EventPoint>(surroundings)) {}
 
 std::span<const MemberRow<ApplicationObject>> ApplicationObject::Members() {

@@ -21,7 +21,7 @@ struct ApplicationSettings {
 
 class ApplicationObject final : public DispatchObject<ApplicationObject, IConnectionPointContainer> {
   public:
-    ApplicationObject(std::shared_ptr<ObjectSurroundings> surroundings, HostState& state);
+    ApplicationObject(const std::shared_ptr<ObjectSurroundings>& surroundings, HostState& state);
 
     static std::span<const MemberRow<ApplicationObject>> Members();
 

@@ -1,5 +1,7 @@
 #include "host/automation/host_windows.h"
 
+#include "xllrt/passed_pointer.h"
+
 #include <oleacc.h>
 
 namespace metrify::host {
@@ -16,7 +18,7 @@ void RegisterWindowClass(const char* name, WNDPROC procedure) {
 }
 
 HostWindows* OwnerOf(HWND window) {
-    return reinterpret_cast<HostWindows*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    return PassedPointer<HostWindows*>(GetWindowLongPtrA(window, GWLP_USERDATA));
 }
 
 } // namespace

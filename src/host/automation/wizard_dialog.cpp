@@ -1,6 +1,7 @@
 #include "host/automation/wizard_dialog.h"
 
 #include "host/automation/accessible_dialog.h"
+#include "xllrt/passed_pointer.h"
 
 namespace metrify::host {
 
@@ -32,7 +33,7 @@ void RegisterBoxClass() {
 
 } // namespace
 
-WizardDialog::WizardDialog(std::shared_ptr<ObjectSurroundings> surroundings,
+WizardDialog::WizardDialog(const std::shared_ptr<ObjectSurroundings>& surroundings,
                            const WizardDialogOptions& options) {
     ComPtr<IDispatch> group;
     if (options.is_name_nested)
@@ -62,19 +63,25 @@ void WizardDialog::MakeControls(const WizardDialogOptions& options) {
     for (int i = 0; i < kDialogBoxes; ++i) {
         const DWORD visible = i < options.arguments ? WS_VISIBLE : 0;
         const int left = i == options.misplaced_box ? kLeft + 5 : kLeft;
-        boxes_[static_cast<std::size_t>(i)] = CreateWindowExA(
-            0, kBoxClass, "", WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | visible, left,
-            kTop + i * kStep, 240, 22, window_, nullptr, Program(), nullptr);
+        boxes_[static_cast<std::size_t>(i)] =
+            CreateWindowExA(0, i == options.foreign_box ? "EDIT" : kBoxClass, "",
+                            WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | visible, left,
+                            kTop + i * kStep, 240, 22, window_, nullptr, Program(), nullptr);
     }
-    scroll_bar_ = CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | WS_VISIBLE | SBS_VERT, kLeft + 260, kTop, 18,
-                                  kDialogBoxes * kStep, window_, nullptr, Program(), nullptr);
-    SCROLLINFO range{sizeof(SCROLLINFO), SIF_RANGE | SIF_PAGE, 0, 20, 1, 0, 0};
-    SetScrollInfo(scroll_bar_, SB_CTL, &range, FALSE);
+    if (options.has_scroll_bar)
+        MakeScrollBar(kLeft + 260, kTop, kDialogBoxes * kStep);
     for (int i = 0; i < options.arguments; ++i) {
         const std::string label = "Argument " + std::to_string(i + 1);
         CreateWindowExA(0, "STATIC", label.c_str(), WS_CHILD | WS_VISIBLE | SS_RIGHT, 10,
                         kTop + i * kStep + 3, kLeft - 20, 18, window_, nullptr, Program(), nullptr);
     }
+}
+
+void WizardDialog::MakeScrollBar(int left, int top, int height) {
+    scroll_bar_ = CreateWindowExA(0, "SCROLLBAR", "", WS_CHILD | WS_VISIBLE | SBS_VERT, left, top, 18, height,
+                                  window_, nullptr, Program(), nullptr);
+    SCROLLINFO range{sizeof(SCROLLINFO), SIF_RANGE | SIF_PAGE, 0, 20, 1, 0, 0};
+    SetScrollInfo(scroll_bar_, SB_CTL, &range, FALSE);
 }
 
 void WizardDialog::Show() {
@@ -105,7 +112,7 @@ std::string WizardDialog::Text(int box_index) const {
 }
 
 LRESULT CALLBACK WizardDialog::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
-    const auto* const dialog = reinterpret_cast<WizardDialog*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    const auto* const dialog = PassedPointer<WizardDialog*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     if (message == WM_GETOBJECT && static_cast<LONG>(second) == OBJID_CLIENT && dialog)
         return LresultFromObject(IID_IAccessible, first, dialog->accessible_.Get());
     return DefWindowProcA(window, message, first, second);

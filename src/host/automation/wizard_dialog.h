@@ -22,11 +22,13 @@ struct WizardDialogOptions {
     int arguments = kDialogBoxes;
     bool is_name_nested = false; ///< the name stands in an object of its own
     int misplaced_box = -1;      ///< a box that stands out of the line
+    int foreign_box = -1;        ///< a box of another class
+    bool has_scroll_bar = true;
 };
 
 class WizardDialog {
   public:
-    WizardDialog(std::shared_ptr<ObjectSurroundings> surroundings, const WizardDialogOptions& options);
+    WizardDialog(const std::shared_ptr<ObjectSurroundings>& surroundings, const WizardDialogOptions& options);
     ~WizardDialog();
     WizardDialog(const WizardDialog&) = delete;
     WizardDialog& operator=(const WizardDialog&) = delete;
@@ -49,6 +51,7 @@ class WizardDialog {
   private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);
     void MakeControls(const WizardDialogOptions& options);
+    void MakeScrollBar(int left, int top, int height);
 
     HWND window_ = nullptr;
     std::array<HWND, kDialogBoxes> boxes_{};
