@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::array<int, 4> kFaultSignals = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 
+// The flag is the sign bit of the field that holds it.
+constexpr int kForOneTime = static_cast<int>(SA_RESETHAND);
+
 std::size_t IndexOf(int signal) {
     std::size_t i = 0;
     while (kFaultSignals[i] != signal) {
@@ -85,7 +88,7 @@ class EarlierTreatments {
             }
             struct sigaction taken = Present(i);
             if (turn == turn_) {
-                if ((taken.sa_flags & SA_RESETHAND) != 0 && is_spent_[i].exchange(true)) {
+                if ((taken.sa_flags & kForOneTime) != 0 && is_spent_[i].exchange(true)) {
                     taken.sa_handler = SIG_DFL;
                 }
                 return taken;
