@@ -14,7 +14,8 @@ namespace metrify {
 /// stack is abandoned, not destroyed: no destructor may be relied on behind a fault.
 std::uint32_t CallGuarded(void (*body)(void*), void* context);
 
-// Codes of faults. They are those of Windows everywhere.
+// Codes of faults. They are those of Windows everywhere. A quotient that is too large has the code of a
+// division by zero where the system doesn't tell the two apart.
 inline constexpr std::uint32_t kFaultAccessViolation = 0xC0000005;
 inline constexpr std::uint32_t kFaultInPageError = 0xC0000006;
 inline constexpr std::uint32_t kFaultIllegalInstruction = 0xC000001D;
