@@ -56,8 +56,15 @@ bool GetCellFormula(const CXlOper& reference, bool international, std::string& f
         Call(part_of_array, xlfGetCell, CXlOper(kPartOfArray), reference) != xlretSuccess) {
         return false;
     }
-    if (to_a1 && CallConvert(text, reference, international, CXlOper(text), true) != xlretSuccess) {
-        return false;
+    if (to_a1) {
+        CXlOper converted;
+        if (CallConvert(converted, reference, international, text, true) != xlretSuccess) {
+            return false;
+        }
+        // The host converts formulas only: a text that is none stays as it is.
+        if (!converted.IsError()) {
+            text = converted;
+        }
     }
     formula = text.ToText();
     is_array = part_of_array.ToBool();

@@ -16,7 +16,7 @@ int Coerce(CXlOper& result, std::uint16_t type, const CXlOper* source = nullptr)
 bool ActiveCell(CXlOper& result);
 
 /// The formula of a cell, in A1 style or else in R1C1 style, and whether it is a part of an array. With
-/// `international` the formula is in the form of US English.
+/// `international` the formula is in the form of US English. A text that is no formula comes as it is.
 bool GetCellFormula(const CXlOper& reference, bool international, std::string& formula, bool& is_array,
                     bool to_a1);
 bool GetCellFormula(const CXlOper& reference, std::string& formula, bool& is_array, bool to_a1);

@@ -84,17 +84,6 @@ TEST_F(macro, a_formula_is_replaced_if_the_user_agrees) {
     EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
 }
 
-TEST_F(macro, a_constant_is_asked_about_like_a_formula) {
-    for (const char16_t* constant : {u"3.5", u"ft", u"TRUE", u"#N/A"}) {
-        Enter(u"A1", constant);
-        Host().alerts.clear();
-        Host().answers = {false};
-        EXPECT_FALSE(start_function_wizard("Metrify"));
-        EXPECT_EQ(Host().alerts.size(), 1U);
-        EXPECT_EQ(FormulaAt({0, 0}), constant);
-    }
-}
-
 TEST_F(macro, a_formula_that_uses_the_function_stays_and_the_wizard_opens_on_it) {
     Enter(u"A1", u"=Metrify(1,\"ft\",\"m\")");
     EXPECT_TRUE(start_function_wizard("Metrify"));
@@ -139,6 +128,112 @@ TEST_F(macro, a_cell_in_an_array_that_uses_the_function_is_left_alone) {
     EXPECT_THAT(Host().alerts, IsEmpty());
     EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify(1,\"ft\",\"m\")"));
 }
+
+// ---- Every kind of contents, with either answer, in both families
+
+struct cell_contents {
+    const char* kind;
+    const char16_t* text; ///< as the user enters it
+    bool is_array = false;
+};
+
+// These are the user's to give up.
+constexpr cell_contents occupied[] = {
+    {"number", u"3.5"},
+    {"negative number", u"-1"},
+    {"boolean", u"TRUE"},
+    {"error", u"#N/A"},
+    {"text that reads as a name", u"ft"},
+    {"text that reads as a reference", u"C3"},
+    {"text that reads as a sum", u"C3+1"},
+    {"two words", u"hello world"},
+    {"text with an apostrophe", u"it's 5 o'clock"},
+    {"text with a colon", u"total:"},
+    {"number with a unit", u"3 ft"},
+    {"list", u"a, b"},
+    {"blank", u" "},
+    {"formula", u"=1+1"},
+    {"formula with a reference", u"=C3+1"},
+    {"array formula of one cell", u"={5}", true},
+};
+
+// In these the wizard has something to open on.
+constexpr cell_contents using_the_function[] = {
+    {"formula", u"=Metrify(1,\"ft\",\"m\")"},
+    {"formula in capitals", u"=METRIFY(1,\"ft\",\"m\")"},
+    {"formula in small letters", u"=1+INDEX(metrify(C3,\"ft\",\"m\"),1)"},
+    {"text", u"about metrify"},
+    {"text in capitals", u"METRIFY"},
+    {"text that is no formula", u"see Metrify: below"},
+    {"array formula", u"=INDEX(Metrify(1,\"ft\",\"m\"),1)", true},
+};
+
+class macro_on_contents : public macro, public testing::WithParamInterface<int> {
+  protected:
+    macro_on_contents() { Start(GetParam()); }
+
+    // Runs the macro on a cell with these contents, and answers a question.
+    bool RunOn(const cell_contents& contents, bool agrees) {
+        Select(at);
+        if (contents.is_array)
+            Host().books.Active()->Make(at) = {contents.text, 5.0, host::Area{1, 1, 1, 1}};
+        else
+            Enter(u"B2", contents.text);
+        before = FormulaAt(at);
+        EXPECT_FALSE(before.empty());
+        Host().alerts.clear();
+        Host().wizard_openings.clear();
+        Host().answers = {agrees};
+        return start_function_wizard("Metrify");
+    }
+
+    const CellPosition at{1, 1};
+    std::u16string before;
+};
+
+TEST_P(macro_on_contents, are_replaced_if_the_user_agrees) {
+    for (const cell_contents& contents : occupied) {
+        SCOPED_TRACE(contents.kind);
+        EXPECT_TRUE(RunOn(contents, true));
+        EXPECT_EQ(Host().alerts, (Alerts{{kQuestion, 1, true}}));
+        EXPECT_EQ(FormulaAt(at), u"=Metrify()");
+        EXPECT_FALSE(Host().books.Active()->Find(at)->array);
+        EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
+    }
+}
+
+TEST_P(macro_on_contents, stay_and_no_wizard_opens_if_the_user_refuses) {
+    for (const cell_contents& contents : occupied) {
+        SCOPED_TRACE(contents.kind);
+        EXPECT_FALSE(RunOn(contents, false));
+        EXPECT_EQ(Host().alerts, (Alerts{{kQuestion, 1, false}}));
+        EXPECT_EQ(FormulaAt(at), before);
+        EXPECT_EQ(Host().books.Active()->Find(at)->array.has_value(), contents.is_array);
+        EXPECT_THAT(Host().wizard_openings, IsEmpty());
+    }
+}
+
+TEST_P(macro_on_contents, that_use_the_function_stay_without_a_question_and_the_wizard_opens_on_them) {
+    for (const cell_contents& contents : using_the_function) {
+        SCOPED_TRACE(contents.kind);
+        EXPECT_TRUE(RunOn(contents, false));
+        EXPECT_THAT(Host().alerts, IsEmpty());
+        EXPECT_EQ(FormulaAt(at), before);
+        EXPECT_EQ(Host().books.Active()->Find(at)->array.has_value(), contents.is_array);
+        EXPECT_THAT(Host().wizard_openings, ElementsAre(before));
+    }
+}
+
+TEST_P(macro_on_contents, that_are_none_get_the_call_without_a_question) {
+    Host().answers = {false};
+    EXPECT_TRUE(start_function_wizard("Metrify"));
+    EXPECT_THAT(Host().alerts, IsEmpty());
+    EXPECT_EQ(FormulaAt({0, 0}), u"=Metrify()");
+    EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
+}
+
+INSTANTIATE_TEST_SUITE_P(versions, macro_on_contents, testing::Values(4, 11, 12, 15),
+                         [](const auto& version) { return "version_" + std::to_string(version.param); });
 
 // ---- What else may be passed for a cell
 

@@ -84,6 +84,20 @@ TEST(sheet_command, shows_the_macros_question_and_what_comes_of_either_answer) {
     EXPECT_EQ(refused.status, 0);
 }
 
+TEST(sheet_command, shows_that_a_refused_text_stays_in_either_family) {
+    for (const int release : {4, 11, 12, 15}) {
+        const SheetRun run = RunSheet({.module = {},
+                                       .release = release,
+                                       .macro = "Metrify_Macro",
+                                       .agrees = false,
+                                       .formulas = {"hello world", "about metrify"}});
+        EXPECT_EQ(run.output, "cell\thello world\nalert\tDelete existing contents in cell?\tCancel\n"
+                              "cell\thello world\n"
+                              "cell\tabout metrify\nwizard\tabout metrify\ncell\tabout metrify\n")
+            << release;
+    }
+}
+
 TEST(sheet_command, shows_the_macro_on_one_cell_after_the_other) {
     const SheetRun run =
         RunSheet({.module = {}, .macro = "metrify_macro", .formulas = {"=metrify(1,\"ft\",\"m\")", "3.5"}});

@@ -151,6 +151,19 @@ TEST_F(CellFormula, any_failure_leaves_the_outputs_untouched) {
     }
 }
 
+TEST_F(CellFormula, a_text_that_the_host_converts_to_an_error_comes_as_it_is) {
+    host.On(xlfGetFormula, Reply{0, u"hello world"});
+    host.On(xlfFormulaConvert, Reply{0, Reply::Error{xlerrValue}});
+    for (const int version : {11, 14}) {
+        SetHostVersion(version);
+        formula = "before";
+        is_array = false;
+        EXPECT_TRUE(GetCellFormula(Full(), true, formula, is_array, true));
+        EXPECT_EQ(formula, "hello world");
+        EXPECT_TRUE(is_array);
+    }
+}
+
 TEST_F(CellFormula, an_unreadable_array_answer_is_false) {
     host.On(xlfGetCell, Reply{0, Reply::Error{xlerrNA}});
     is_array = true;
