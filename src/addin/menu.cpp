@@ -72,6 +72,7 @@ bool is_done(int code) {
 } // namespace
 
 void menu_init(menu_def& menu, const std::string& name, const std::string& status_text) {
+    menu = {};
     menu.name = name;
     menu.caption = localized(name);
     menu.status_text = status_text;

@@ -23,6 +23,7 @@ struct menu_def {
     const menu_def* parent = nullptr; ///< of a submenu; must outlive it
 };
 
+/// Starts a menu anew, without items and not on the bar.
 void menu_init(menu_def& menu, const std::string& name, const std::string& status_text);
 
 /// Adds an item: to the host's bar if the menu stands there, otherwise for the time when it will.

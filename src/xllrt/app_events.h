@@ -96,11 +96,14 @@ struct CXlAppEvents {
     void AttachRest() {
         ForEachOther([](auto& event) { event.AttachStaticObservers(); });
     }
+    /// Lets those go that `AttachRest` took over, all or some of them.
+    void DetachRest() {
+        ForEachOther([](auto& event) { event.DetachStaticObservers(); });
+    }
     /// Lets all static observers go.
     void DetachAll() {
-        const auto detach = [](auto& event) { event.DetachStaticObservers(); };
-        ForEachEarly(detach);
-        ForEachOther(detach);
+        ForEachEarly([](auto& event) { event.DetachStaticObservers(); });
+        DetachRest();
     }
 
   private:

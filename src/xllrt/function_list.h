@@ -7,6 +7,7 @@
 #include <deque>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace metrify {
@@ -31,6 +32,9 @@ class CXlFunctionList {
 
     /// Takes the first descriptor of that name out of the list.
     void RemoveFunction(std::u16string_view name);
+
+    /// Lists these descriptors and no others. They must be of this list, now or earlier.
+    void Restore(std::vector<CXlFunctionDescriptor*> listed) { listed_ = std::move(listed); }
 
     /// Empties the list. The descriptors forget what the host made of them.
     void Clear();

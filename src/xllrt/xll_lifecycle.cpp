@@ -11,6 +11,8 @@
 #include "xllrt/xll_app.h"
 
 #include <array>
+#include <span>
+#include <vector>
 
 namespace metrify {
 
@@ -88,7 +90,41 @@ bool Load(CXllApp& application) {
     return is_loaded;
 }
 
-// ---- What went wrong
+void ReleaseWizardRegistry(CXllApp& application) {
+    if (application.ComHelper().HoldsRegistry()) {
+        application.ComHelper().ReleaseRegistry();
+    }
+}
+
+// ---- Loads that fail
+
+// Lets go of what the load took, so that another one may follow. The observers of the opening stay, and so
+// does what the application itself has built.
+void TakeLoadBack(CXllApp& application, std::span<CXlFunctionDescriptor* const> functions_before) {
+    application.events.DetachRest();
+    for (CXlFunctionDescriptor* descriptor : application.functions.All()) {
+        if (descriptor->registered != 0) {
+            UnregisterFunction(application, *descriptor);
+        }
+    }
+    application.functions.Restore({functions_before.begin(), functions_before.end()});
+    ReleaseWizardRegistry(application);
+}
+
+bool LoadOrTakeBack(CXllApp& application) {
+    const std::span<CXlFunctionDescriptor* const> listed = application.functions.All();
+    const std::vector<CXlFunctionDescriptor*> functions(listed.begin(), listed.end());
+    try {
+        if (Load(application)) {
+            return true;
+        }
+    } catch (...) {
+        TakeLoadBack(application, functions);
+        throw;
+    }
+    TakeLoadBack(application, functions);
+    return false;
+}
 
 std::string LabelOf(CXllApp& application) {
     const std::array<std::string, 3> candidates = {application.addInName.Narrow(), application.hostPath,
@@ -119,7 +155,7 @@ bool LoadOrTell() {
         if (!CXllApp::Instance()) {
             throw CXlRuntimeException(std::string("No instance of CXllApp has been instantiated."));
         }
-        return Load(*CXllApp::Instance());
+        return LoadOrTakeBack(*CXllApp::Instance());
     } catch (const CXlRuntimeException& exception) {
         TellOfFailure(exception);
         is_opened = false;
@@ -152,9 +188,7 @@ int CloseAddIn() {
     if (!application) {
         return 1;
     }
-    if (application->ComHelper().HoldsRegistry()) {
-        application->ComHelper().ReleaseRegistry();
-    }
+    ReleaseWizardRegistry(*application);
     if (is_opened) {
         CXlEventArgs args;
         application->events.close.Notify(args);

@@ -344,6 +344,45 @@ TEST_P(CMetrifyAppTest, a_second_opening_is_refused_and_builds_no_second_menu) {
     EXPECT_EQ(OwnMenus().size(), 1U);
 }
 
+TEST_P(CMetrifyAppTest, an_opening_after_one_that_failed_builds_one_menu_with_one_item) {
+    {
+        OpenObserver observer;
+        Open(0);
+        app->events.DetachAll();
+    }
+    Open();
+    const auto menus = OwnMenus();
+    ASSERT_EQ(menus.size(), 1U);
+    EXPECT_EQ(menus[0].name, u"Metrify");
+    ASSERT_EQ(menus[0].items.size(), 1U);
+    EXPECT_EQ(menus[0].items[0].macro, u"Metrify_Macro");
+    EXPECT_EQ(TheHost().CallEntryPoint("xlAutoClose"), 1);
+    EXPECT_THAT(OwnMenus(), IsEmpty());
+}
+
+TEST_P(CMetrifyAppTest, an_opening_after_one_without_events_registers_each_function_once) {
+    const CRibbonEventRegistrar registrar;
+    KeepingObserver observer;
+    integration.script.connects = false;
+    Open(0);
+    EXPECT_FALSE(IsRegistered(u"Metrify"));
+    EXPECT_FALSE(IsRegistered(u"Metrify_Macro"));
+    integration.script.connects = true;
+    EXPECT_EQ(TheHost().CallEntryPoint("xlAutoOpen"), 1);
+    std::vector<std::u16string> names;
+    for (const CXlFunctionDescriptor* descriptor : app->functions.All())
+        names.push_back(descriptor->functionName);
+    EXPECT_THAT(
+        names, ElementsAre(u"Metrify.RibbonCallback", u"Metrify_Macro", u"Metrify", u"xll_Metrify_observer"));
+    for (const std::u16string& name : names)
+        EXPECT_TRUE(IsRegistered(name));
+    EXPECT_EQ(OwnMenus().size(), 1U);
+    XlHostObject book{u"Other.xls"};
+    app->OnWorkbookBeforeClose(&book);
+    EXPECT_THAT(observer.closing, ElementsAre("Other.xls")) << "told once";
+    app->events.DetachAll();
+}
+
 INSTANTIATE_TEST_SUITE_P(versions, CMetrifyAppTest, testing::Values(11, 15),
                          [](const auto& version) { return "version_" + std::to_string(version.param); });
 

@@ -71,6 +71,20 @@ TEST_F(menu, texts_are_looked_up_in_the_users_language_and_the_name_and_macro_ar
                                               "12 153(10i, \"Werkzeug\", {\"Eintrag\",\"#103\"})"));
 }
 
+TEST_F(menu, init_of_a_menu_that_is_on_the_bar_starts_it_anew) {
+    menu_init(parent, "&File", "");
+    menu_init(def, "&Tool", "Status");
+    menu_add_command(def, "&Item", "Macro", "Hint");
+    menu_add_to_bar(def, &parent, "", 0);
+    host.TakeCalls();
+    menu_init(def, "Other", "");
+    EXPECT_EQ(def.caption, "Other");
+    EXPECT_THAT(def.items, IsEmpty());
+    EXPECT_FALSE(def.present);
+    EXPECT_EQ(def.parent, nullptr);
+    EXPECT_THAT(host.TakeCalls(), IsEmpty());
+}
+
 // ---- Onto the bar
 
 TEST_F(menu, the_table_has_a_row_of_five_for_the_menu_and_for_each_item) {
@@ -122,6 +136,17 @@ TEST_F(menu, goes_to_the_end_where_the_place_is_refused) {
     menu_init(def, "&Tool", "Status");
     EXPECT_TRUE(menu_add_to_bar(def, nullptr, "Tool", 0));
     EXPECT_THAT(host.TakeCalls(), ElementsAre(std::string("12 152(10i, ") + kEmptyMenu + ", \"Tool\")",
+                                              std::string("12 152(10i, ") + kEmptyMenu + ")"));
+    EXPECT_TRUE(def.present);
+}
+
+TEST_F(menu, goes_to_the_end_where_the_position_is_refused) {
+    host.On(xlfAddMenu, [](const std::vector<std::string>& arguments) {
+        return arguments.size() == 3 ? Reply::Refused() : Reply{0, 10.0};
+    });
+    menu_init(def, "&Tool", "Status");
+    EXPECT_TRUE(menu_add_to_bar(def, nullptr, "", 7));
+    EXPECT_THAT(host.TakeCalls(), ElementsAre(std::string("12 152(10i, ") + kEmptyMenu + ", 7i)",
                                               std::string("12 152(10i, ") + kEmptyMenu + ")"));
     EXPECT_TRUE(def.present);
 }

@@ -1,4 +1,5 @@
 #include "add_in_fixture.h"
+#include "noting_parts.h"
 #include "xllrt/module_handle.h"
 #include "xllrt/module_path.h"
 #include "xllrt/xll_exports.h"
@@ -178,55 +179,6 @@ TEST_F(AppTest, detach_lets_observers_functions_and_marks_go) {
 }
 
 // ---- The wizard registry
-
-class NotingRegistry final : public IXlWizardRegistry {
-  public:
-    NotingRegistry(ScriptedHost& host, bool has_entries, bool ready)
-        : host_(host), has_entries_(has_entries), ready_(ready) {}
-    bool HasEntries() const override { return has_entries_; }
-    bool MakeReady() override { return ready_; }
-    void Close() override { host_.Note("registry closed"); }
-
-  private:
-    ScriptedHost& host_;
-    bool has_entries_;
-    bool ready_;
-};
-
-class NotingComHelper final : public IXlComHelper {
-  public:
-    explicit NotingComHelper(ScriptedHost& host) : host_(host) {}
-    void HoldRegistry(IXlWizardRegistry& /*registry*/) override {
-        host_.Note("registry held");
-        holds_ = true;
-    }
-    bool HoldsRegistry() const override { return holds_; }
-    void ReleaseRegistry() override {
-        host_.Note("registry released");
-        holds_ = false;
-    }
-
-  private:
-    ScriptedHost& host_;
-    bool holds_ = false;
-};
-
-class WizardIntegration final : public CXlIntegration {
-  public:
-    WizardIntegration(ScriptedHost& host, bool has_entries, bool ready)
-        : host_(host), has_entries_(has_entries), ready_(ready) {}
-    std::unique_ptr<IXlWizardRegistry> MakeWizardRegistry() const override {
-        return std::make_unique<NotingRegistry>(host_, has_entries_, ready_);
-    }
-    std::unique_ptr<IXlComHelper> MakeComHelper() const override {
-        return std::make_unique<NotingComHelper>(host_);
-    }
-
-  private:
-    ScriptedHost& host_;
-    bool has_entries_;
-    bool ready_;
-};
 
 TEST_F(AppTest, a_registry_with_entries_is_held_from_load_to_close) {
     const WizardIntegration integration(host, true, true);

@@ -1,4 +1,5 @@
 #include "add_in_fixture.h"
+#include "noting_parts.h"
 
 #include <gmock/gmock.h>
 
@@ -44,36 +45,6 @@ class ThrowingObserver final : public CXlStaticEventObserver<CXllOpenEventArgs> 
     void Notify(CXllOpenEventArgs& /*args*/) override {
         throw CXlRuntimeException(std::string("observer failed"));
     }
-};
-
-class NotingObserver final : public CXlStaticEventObserver<CXlEventArgs> {
-  public:
-    NotingObserver(ScriptedHost& host, CXlStaticEventObserver<CXlEventArgs>*& chain, std::string line)
-        : CXlStaticEventObserver(chain), host_(host), line_(std::move(line)) {}
-    void Notify(CXlEventArgs& /*args*/) override { host_.Note(line_); }
-
-  private:
-    ScriptedHost& host_;
-    std::string line_;
-};
-
-class NotingRibbon final : public IXlpRibbonImpl {
-  public:
-    explicit NotingRibbon(ScriptedHost& host, bool enabled = true, bool available = true)
-        : host_(host), enabled_(enabled), available_(available) {}
-    bool IsEnabled() const override { return enabled_; }
-    bool SetEnabled(bool /*enabled*/) override { return enabled_; }
-    bool IsAvailable() const override { return available_; }
-    void Activate() override { host_.Note("ribbon on"); }
-    void Deactivate() override { host_.Note("ribbon off"); }
-    void Reset() override {}
-    void Refresh() override {}
-    void Invalidate(const CXlOper& /*item*/) override {}
-
-  private:
-    ScriptedHost& host_;
-    bool enabled_;
-    bool available_;
 };
 
 const char* const kObserverRegistration =
