@@ -19,7 +19,9 @@ const CRibbonEventRegistrar ribbon_registrar;
 
 class KeepingObserver final : public CXlEventStaticObserver<CXlWorkbookBeforeCloseEvent> {
   public:
-    void Notify(CXlBeforeCloseEventArgs& args) override { args.cancel = args.workbook == "Keep.xls"; }
+    void Notify(CXlBeforeCloseEventArgs& args) override {
+        args.cancel = args.workbook == "Keep.xls" || args.workbook == application.modulePath;
+    }
 };
 
 class CopyingObserver final : public CXlEventStaticObserver<CXlWorkbookBeforeSaveEvent> {

@@ -16,10 +16,9 @@ class observed_module : public testing::TestWithParam<int> {
     observed_module() { host_.state().log.Start(); }
 
     void Load() {
-        std::string path = ModuleBesideProgram();
-        path.insert(path.rfind('.'), "Observed");
+        path_.insert(path_.rfind('.'), "Observed");
         std::string error;
-        ASSERT_TRUE(host_.Load(path, error)) << error;
+        ASSERT_TRUE(host_.Load(path_, error)) << error;
     }
 
     // A thread that has called the add-in keeps the module loaded as long as it lives.
@@ -49,6 +48,7 @@ class observed_module : public testing::TestWithParam<int> {
         return {function, host_.state().IsWide(), std::move(arguments)};
     }
 
+    std::string path_ = ModuleBesideProgram();
     Host host_{GetParam()};
 };
 
@@ -116,6 +116,8 @@ TEST_P(observed_module, lives_from_loading_to_unloading) {
     // ---- Events with an observer, and without
     EXPECT_EQ(Run(kObserver, {11.0, u"Keep.xls"}), CellValue(true));
     EXPECT_EQ(Run(kObserver, {11.0, u"Other.xls"}), CellValue(false));
+    // The observer knows the path of its own module, which is not that of the program.
+    EXPECT_EQ(Run(kObserver, {11.0, FromUtf8(path_)}), CellValue(true));
     EXPECT_EQ(Run(kObserver, {12.0, u"Other.xls", true}), CellValue(true));
     EXPECT_EQ(Run(kObserver, {12.0, u"Other.xls", false}), CellValue(false));
     EXPECT_EQ(Run(kObserver, {3.0, u"[Keep.xls]Sheet1", u"$A$1"}), CellValue(false));

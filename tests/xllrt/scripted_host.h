@@ -52,8 +52,9 @@ class ScriptedHost final : public WindowPlatform {
     /// Those of one function.
     std::vector<std::string> TakeCallsOf(const std::string& function);
 
-    /// Adds a line to what was asked.
-    void Note(const std::string& line) { calls_.push_back(line); }
+    /// Adds a line to what was asked, with what there is to say at that moment.
+    void Note(const std::string& line) { calls_.push_back(present ? line + present() : line); }
+    std::function<std::string()> present;
 
     // What it tells of itself.
     std::u16string version;
