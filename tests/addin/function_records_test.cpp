@@ -8,6 +8,7 @@ namespace {
 
 using namespace metrify;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 TEST(function_records, the_worksheet_function_is_described_like_this) {
     const CXlFunctionDescriptor descriptor(metrify_record);
@@ -37,6 +38,66 @@ TEST(function_records, the_worksheet_function_has_this_signature) {
         u"expressed in InUnits to be converted to Outunits (number),,,,}},{0,{InUnits,String,0,,Units of "
         u"the input value (text),,,,}},{0,{OutUnits,String,0,,Units to convert input value to "
         u"(text),,,,}}},{},3,,0,0,,,,0,0}");
+}
+
+TEST(function_records, the_macro_is_described_like_this) {
+    const CXlFunctionDescriptor descriptor(macro_record);
+    EXPECT_EQ(descriptor.narrowEntry, "Metrify_Macro_4");
+    EXPECT_EQ(descriptor.wideEntry, "Metrify_Macro_12");
+    EXPECT_EQ(descriptor.narrowType, "R");
+    EXPECT_EQ(descriptor.wideType, "U$");
+    EXPECT_EQ(descriptor.functionName, u"Metrify_Macro");
+    EXPECT_EQ(descriptor.wideArgumentNames, u"");
+    EXPECT_EQ(descriptor.narrowArgumentNames, "");
+    EXPECT_EQ(descriptor.macroType, 2);
+    EXPECT_EQ(descriptor.wideCategory, u"14");
+    EXPECT_EQ(descriptor.wideDescription, u"Calls the Metrify() function.");
+    EXPECT_THAT(descriptor.wideArgumentHelp, IsEmpty());
+    EXPECT_THAT(descriptor.narrowArgumentHelp, IsEmpty());
+    EXPECT_EQ(descriptor.helpId, 0);
+    EXPECT_EQ(descriptor.helpTopic, u"");
+    EXPECT_EQ(descriptor.minimumVersion, 0);
+    EXPECT_EQ(descriptor.maximumVersion, 0);
+}
+
+TEST(function_records, the_macro_has_this_signature) {
+    EXPECT_EQ(CXlFunctionDescriptor(macro_record).signature,
+              u"{Metrify_Macro,,,Calls the Metrify() function.,14,2,1,U,{},{},3,,0,0,,,,0,0}");
+}
+
+TEST(function_records, the_ribbons_callback_is_described_like_this) {
+    const CXlFunctionDescriptor descriptor(ribbon_record);
+    EXPECT_EQ(descriptor.narrowEntry, "RibbonCallback_4");
+    EXPECT_EQ(descriptor.wideEntry, "RibbonCallback_12");
+    EXPECT_EQ(descriptor.narrowType, "RJCCJCCA");
+    EXPECT_EQ(descriptor.wideType, "UJC%C%JC%C%A");
+    EXPECT_EQ(descriptor.functionName, u"RibbonCallback");
+    EXPECT_EQ(descriptor.wideArgumentNames, u"callback,id,tag,index,text,selectedId,pressed");
+    EXPECT_EQ(descriptor.narrowArgumentNames, "callback,id,tag,index,text,selectedId,pressed");
+    EXPECT_EQ(descriptor.macroType, 2);
+    EXPECT_EQ(descriptor.wideCategory, u"14");
+    EXPECT_EQ(descriptor.helpId, 4);
+    EXPECT_EQ(descriptor.helpTopic, u"");
+    EXPECT_EQ(descriptor.wideDescription, u"Handles all calls redirected from the ribbonX manager");
+    EXPECT_THAT(descriptor.wideArgumentHelp,
+                ElementsAre(u"is the identifier of the callback which invoked this function",
+                            u"is the id attribute of the control raising the event",
+                            u"is the tag attribute of the control raising the event",
+                            u"is the index of an item", u"is the changed value of the text",
+                            u"is the id of the selected item", u"is true if the toggleButton is pressed"));
+    EXPECT_EQ(descriptor.minimumVersion, 0);
+    EXPECT_EQ(descriptor.maximumVersion, 0);
+}
+
+TEST(function_records, the_ribbons_callback_has_this_signature) {
+    EXPECT_EQ(
+        CXlFunctionDescriptor(ribbon_record).signature,
+        u"{RibbonCallback,,,Handles all calls redirected from the ribbonX manager,14,2,0,U,{{0,{callback,"
+        u"Int,0,,is the identifier of the callback which invoked this function,,,,}},{0,{id,String,0,,is the "
+        u"id attribute of the control raising the event,,,,}},{0,{tag,String,0,,is the tag attribute of the "
+        u"control raising the event,,,,}},{0,{index,Int,0,,is the index of an item,,,,}},{0,{text,String,0,,"
+        u"is the changed value of the text,,,,}},{0,{selectedId,String,0,,is the id of the selected "
+        u"item,,,,}},{0,{pressed,Boolean,0,,is true if the toggleButton is pressed,,,,}}},{},3,,0,0,,,,0,0}");
 }
 
 } // namespace

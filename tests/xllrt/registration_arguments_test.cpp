@@ -88,6 +88,44 @@ TEST_F(RegistrationArguments, one_of_254_characters_keeps_one_dot) {
     EXPECT_EQ(values.at(9), '"' + std::string(254, 'x') + ".\"");
 }
 
+TEST_F(RegistrationArguments, help_texts_longer_than_255_characters_are_cut_after_the_closing_mark) {
+    CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
+    descriptor.wideArgumentHelp = {std::u16string(256, u'a'), std::u16string(255, u'b'),
+                                   std::u16string(254, u'c')};
+    std::vector<std::string> values = Wide(descriptor);
+    ASSERT_EQ(values.size(), 13U);
+    EXPECT_EQ(values[10], '"' + std::string(255, 'a') + '"');
+    EXPECT_EQ(values[11], '"' + std::string(255, 'b') + '"');
+    EXPECT_EQ(values[12], '"' + std::string(254, 'c') + ".\"");
+    descriptor.narrowArgumentHelp = {std::string(256, 'a'), std::string(255, 'b'), std::string(254, 'c')};
+    values = Narrow(descriptor);
+    ASSERT_EQ(values.size(), 13U);
+    EXPECT_EQ(values[10], '"' + std::string(255, 'a') + '"');
+    EXPECT_EQ(values[11], '"' + std::string(255, 'b') + '"');
+    EXPECT_EQ(values[12], '"' + std::string(254, 'c') + ".\"");
+}
+
+TEST_F(RegistrationArguments, the_closing_mark_goes_by_the_arguments_of_its_own_family) {
+    CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
+    descriptor.wideType = "U$";
+    descriptor.narrowType = "RB";
+    EXPECT_EQ(Wide(descriptor).at(9), "\"Describes..\"");
+    EXPECT_EQ(Wide(descriptor).at(10), "\"The value\"");
+    EXPECT_EQ(Narrow(descriptor).at(9), "\"Describes\"");
+    EXPECT_EQ(Narrow(descriptor).at(10), "\"The value..\"");
+}
+
+TEST_F(RegistrationArguments, all_of_25_help_texts_go_the_wide_way_and_20_the_narrow) {
+    CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
+    descriptor.wideArgumentHelp.assign(25, u"help");
+    descriptor.narrowArgumentHelp.assign(25, "help");
+    EXPECT_EQ(Wide(descriptor).size(), 35U);
+    EXPECT_EQ(Wide(descriptor).at(34), "\"help..\"");
+    EXPECT_EQ(Wide(descriptor).at(29), "\"help\"");
+    EXPECT_EQ(Narrow(descriptor).size(), 30U);
+    EXPECT_EQ(Narrow(descriptor).at(29), "\"help..\"");
+}
+
 TEST_F(RegistrationArguments, a_category_that_is_a_number_arrives_as_an_integer) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wideCategory = u"14";
@@ -121,6 +159,27 @@ TEST_F(RegistrationArguments, texts_may_refer_to_string_resources) {
     EXPECT_EQ(values[6], "\"category\"");
     EXPECT_EQ(values[9], "\"description\"");
     EXPECT_EQ(values[10], "\"help..\"");
+}
+
+TEST_F(RegistrationArguments, narrow_texts_may_refer_to_string_resources_too) {
+    FakeResources resources;
+    resources.Add(100, kUsEnglish, u"Länge");
+    resources.Add(101, kUsEnglish, u"Maße");
+    resources.Add(102, kUsEnglish, u"für alle");
+    resources.Add(103, kUsEnglish, u"Größe");
+    CXlFunctionDescriptor descriptor = SimpleFunction(u"#100");
+    descriptor.narrowArgumentNames = "#100";
+    descriptor.narrowCategory = "#101";
+    descriptor.narrowDescription = "#102";
+    descriptor.narrowArgumentHelp = {"#103"};
+    const std::vector<CXlOper> values = NarrowRegistration(descriptor, CXlOper(true), u"help");
+    EXPECT_EQ(values[3].ToText(), "#100") << "the name stays as it is";
+    EXPECT_EQ(values[4].ToText(), "L\xE4nge");
+    EXPECT_EQ(values[6].ToText(), "Ma\xDF"
+                                  "e");
+    EXPECT_EQ(values[9].ToText(), "f\xFCr alle");
+    EXPECT_EQ(values[10].ToText(), "Gr\xF6\xDF"
+                                   "e..");
 }
 
 } // namespace

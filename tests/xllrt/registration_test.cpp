@@ -117,6 +117,45 @@ TEST_F(RegistrationTest, a_narrow_host_leaves_out_a_function_without_narrow_name
     EXPECT_THAT(host.TakeCalls(), Not(Contains(HasSubstr("xlfRegister"))));
 }
 
+TEST_F(RegistrationTest, without_a_wide_type_it_is_the_narrow_way) {
+    SetVersion(14);
+    for (const char* narrow_names : {"Val", ""}) {
+        CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
+        descriptor.wideType.clear();
+        descriptor.narrowArgumentNames = narrow_names;
+        app.functions.Add(descriptor);
+        EXPECT_TRUE(Register());
+        EXPECT_THAT(host.TakeCallsOf("xlfRegister"), ElementsAre(HasSubstr("4 xlfRegister(")));
+        app.functions.Clear();
+    }
+}
+
+TEST_F(RegistrationTest, without_argument_names_at_all_a_narrow_host_gets_it_the_narrow_way) {
+    SetVersion(11);
+    CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
+    descriptor.wideArgumentNames.clear();
+    descriptor.narrowArgumentNames.clear();
+    app.functions.Add(descriptor);
+    EXPECT_TRUE(Register());
+    EXPECT_THAT(host.TakeCallsOf("xlfRegister"), ElementsAre(HasSubstr("4 xlfRegister(")));
+}
+
+TEST_F(RegistrationTest, without_a_type_of_its_family_a_function_counts_as_handled_without_a_call) {
+    CXlFunctionDescriptor wide = SimpleFunction(u"Wide");
+    wide.narrowType.clear();
+    CXlFunctionDescriptor none = SimpleFunction(u"None");
+    none.narrowType.clear();
+    none.wideType.clear();
+    app.functions.Add(wide);
+    app.functions.Add(none);
+    SetVersion(11);
+    EXPECT_TRUE(Register());
+    EXPECT_THAT(host.TakeCallsOf("xlfRegister"), IsEmpty());
+    SetVersion(14);
+    EXPECT_TRUE(Register());
+    EXPECT_THAT(host.TakeCallsOf("xlfRegister"), ElementsAre(HasSubstr("\"Wide\"")));
+}
+
 // ---- Versions
 
 TEST_F(RegistrationTest, a_minimum_version_above_the_hosts_counts_as_handled_without_a_call) {
@@ -223,6 +262,29 @@ TEST_F(RegistrationTest, a_short_registration_is_for_functions_without_arguments
                             HasSubstr("\"Describes\", \"The value..\")")));
 }
 
+TEST_F(RegistrationTest, a_short_registration_counts_the_arguments_of_its_own_family) {
+    app.shortRegistration = true;
+    CXlFunctionDescriptor narrow = SimpleFunction(u"Narrow");
+    narrow.narrowType = "R";
+    CXlFunctionDescriptor wide = SimpleFunction(u"Wide");
+    wide.wideType = "U$";
+    app.functions.Add(narrow);
+    app.functions.Add(wide);
+    const auto values = [](const std::string& call) { return std::count(call.begin(), call.end(), ',') + 1; };
+    SetVersion(14);
+    EXPECT_TRUE(Register());
+    std::vector<std::string> calls = host.TakeCallsOf("xlfRegister");
+    ASSERT_EQ(calls.size(), 2U);
+    EXPECT_EQ(values(calls[0]), 11);
+    EXPECT_EQ(values(calls[1]), 8);
+    SetVersion(11);
+    EXPECT_TRUE(Register());
+    calls = host.TakeCallsOf("xlfRegister");
+    ASSERT_EQ(calls.size(), 2U);
+    EXPECT_EQ(values(calls[0]), 8);
+    EXPECT_EQ(values(calls[1]), 11);
+}
+
 TEST_F(RegistrationTest, twenty_five_help_texts_make_thirty_narrow_values) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
@@ -234,58 +296,6 @@ TEST_F(RegistrationTest, twenty_five_help_texts_make_thirty_narrow_values) {
     EXPECT_THAT(call, testing::StartsWith("4 "));
     EXPECT_EQ(std::count(call.begin(), call.end(), ','), 29);
     EXPECT_THAT(call, testing::EndsWith("\"help\", \"help..\")"));
-}
-
-// ---- Taking back
-
-TEST_F(RegistrationTest, a_wide_function_is_taken_back_with_these_calls) {
-    SetVersion(14);
-    CXlFunctionDescriptor& descriptor = app.functions.Add(SimpleFunction(u"Func"));
-    descriptor.registerId = 5.0;
-    descriptor.registered = 1;
-    UnregisterAll(app);
-    EXPECT_THAT(host.TakeCalls(),
-                ElementsAre("12 xlGetName()", "12 xlfUnregister(5)", "12 xlfSetName(\"Func\")",
-                            "12 xlGetName()",
-                            "12 xlfRegister(\"C:\\Addins\\Metrify.xll\", \"xlAutoRemove\", \"J\", \"Func\", "
-                            "missing, 0i)"));
-    EXPECT_EQ(descriptor.registerId, 0.0);
-    EXPECT_EQ(descriptor.registered, 0);
-}
-
-TEST_F(RegistrationTest, a_narrow_function_is_taken_back_the_narrow_way_on_any_host) {
-    SetVersion(14);
-    CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideEntry.clear();
-    descriptor.registerId = 5.0;
-    app.functions.Add(descriptor);
-    UnregisterAll(app);
-    EXPECT_THAT(host.TakeCalls(),
-                ElementsAre("12 xlGetName()", "4 xlfUnregister(5)", "4 xlfSetName(\"Func\")",
-                            "12 xlGetName()",
-                            "4 xlfRegister(\"C:\\Addins\\Metrify.xll\", \"xlAutoRemove\", \"J\", \"Func\", "
-                            "missing, 0i)"));
-}
-
-TEST_F(RegistrationTest, a_refused_function_is_not_unregistered_but_its_name_goes) {
-    SetVersion(14);
-    app.functions.Add(SimpleFunction(u"Refused"));
-    UnregisterAll(app);
-    EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlGetName()", "12 xlfSetName(\"Refused\")",
-                                              "12 xlGetName()", HasSubstr("12 xlfRegister(")));
-}
-
-TEST_F(RegistrationTest, taking_back_looks_at_no_version_and_no_code) {
-    SetVersion(12);
-    CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.minimumVersion = 14;
-    app.functions.Add(descriptor);
-    app.functions.Add(SimpleFunction(u"Other"));
-    host.On(xlfSetName, Reply::Refused());
-    host.On(xlfRegister, Reply::Refused());
-    UnregisterAll(app);
-    EXPECT_THAT(host.TakeCallsOf("xlfSetName"),
-                ElementsAre("12 xlfSetName(\"Func\")", "12 xlfSetName(\"Other\")"));
 }
 
 // ---- The question
