@@ -142,18 +142,29 @@ TEST_F(WorksheetFunction, the_release_is_asked_for_on_every_call) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfInfo(\"Release\")", "4 xlfInfo(\"Release\")"));
 }
 
-TEST_F(WorksheetFunction, releases_up_to_15_pass) {
-    host.On(xlfInfo, Reply{0, u"15.0"});
-    EXPECT_EQ(Wide(3.5, u"ft", u"m"), "{1.0668,\"m\n\n\"}");
+TEST_F(WorksheetFunction, releases_up_to_15_pass_and_that_itself) {
+    for (const char16_t* release : {u"4.0", u"14.0", u"14.9", u"15.0"}) {
+        host.On(xlfInfo, Reply{0, release});
+        EXPECT_EQ(Wide(3.5, u"ft", u"m"), "{1.0668,\"m\n\n\"}");
+        EXPECT_EQ(Narrow(3.5, "ft", "m"), "{1.0668,\"m\n\n\"}");
+    }
+}
+
+TEST_F(WorksheetFunction, releases_above_15_are_refused_also_a_small_step_above) {
+    for (const char16_t* release : {u"15.1", u"15.5", u"16.0"}) {
+        host.On(xlfInfo, Reply{0, release});
+        EXPECT_THAT(Wide(3.5, u"ft", u"m"), StartsWith("\"This version"));
+        EXPECT_THAT(Narrow(3.5, "ft", "m"), StartsWith("\"This version"));
+    }
 }
 
 TEST_F(WorksheetFunction, a_later_release_gets_a_single_text_also_for_valid_arguments) {
     host.On(xlfInfo, Reply{0, u"16.0"});
-    const std::string refusal = "\"This version of Excel is not supported.  Check ";
-    EXPECT_THAT(Wide(3.5, u"ft", u"m"), StartsWith(refusal));
-    EXPECT_THAT(Narrow(3.5, "ft", "m"), StartsWith(refusal));
-    EXPECT_EQ(Wide(3.5, u"ft", u"m"), Wide(3.5, u"xyz", u"m"));
-    EXPECT_GT(Wide(3.5, u"ft", u"m").size(), refusal.size() + 1) << "a web address follows";
+    const std::string refusal =
+        "\"This version of Excel is not supported.  Check https://www.metrify.example\"";
+    EXPECT_EQ(Wide(3.5, u"ft", u"m"), refusal);
+    EXPECT_EQ(Narrow(3.5, "ft", "m"), refusal);
+    EXPECT_EQ(Wide(3.5, u"xyz", u"m"), refusal);
 }
 
 TEST_F(WorksheetFunction, a_host_that_does_not_tell_its_release_passes) {

@@ -99,6 +99,32 @@ TEST_F(HostServices, the_narrow_letter_is_the_wide_one_in_the_code_page) {
     EXPECT_EQ(SharedLetters().narrowRow, '\xC4');
 }
 
+TEST_F(HostServices, a_letter_beyond_latin_1_is_narrow_by_the_code_page_too) {
+    host.international[5] = u"€";
+    host.international[6] = u"Š";
+    ReadHostLetters();
+    EXPECT_EQ(SharedLetters().wideRow, u'€');
+    EXPECT_EQ(SharedLetters().wideColumn, u'Š');
+    EXPECT_EQ(SharedLetters().narrowRow, '\x80');
+    EXPECT_EQ(SharedLetters().narrowColumn, '\x8A');
+}
+
+TEST_F(HostServices, of_a_letter_item_the_first_character_counts) {
+    host.international[5] = u"Line";
+    host.international[6] = u"Spalte";
+    EXPECT_EQ(Letters(), "LS");
+}
+
+TEST_F(HostServices, separators_are_bytes_of_the_code_page) {
+    host.international[4] = u"€";
+    host.international[5] = u"Ä";
+    host.international[6] = u"Š";
+    EXPECT_TRUE(ReadHostSeparators(app));
+    EXPECT_EQ(app.listSeparator, '\x80');
+    EXPECT_EQ(app.rowLetter, '\xC4');
+    EXPECT_EQ(app.columnLetter, '\x8A');
+}
+
 TEST_F(HostServices, the_separators_are_first_bytes) {
     host.international[4] = u";;";
     EXPECT_TRUE(ReadHostSeparators(app));
