@@ -91,6 +91,9 @@ class OpenObserver final : public CXlEventStaticObserver<CXllOpenEvent> {
     bool throws = false;
 };
 
+constinit XlFunctionRecord linked_record{.functionName = u"linked here"};
+const CXlFunctionRecordLink link_of_record(linked_record);
+
 class CMetrifyAppTest : public StandInTest, public testing::WithParamInterface<int> {
   protected:
     CMetrifyAppTest() {
@@ -141,6 +144,13 @@ class CMetrifyAppTest : public StandInTest, public testing::WithParamInterface<i
     std::unique_ptr<CMetrifyApp> app;
     OwnEntries* module = nullptr;
 };
+
+TEST_P(CMetrifyAppTest, attaching_names_the_add_in_and_takes_the_linked_records_over) {
+    app->addInName.Assign("");
+    EXPECT_EQ(app->OnProcessAttach(), 1);
+    EXPECT_EQ(app->GetAddInName(), u"Metrify");
+    EXPECT_NE(app->functions.FindFunction("linked here"), nullptr);
+}
 
 // ---- The menu
 
@@ -354,8 +364,7 @@ TEST_P(CMetrifyAppTest, an_opening_after_one_that_failed_builds_one_menu_with_on
     const auto menus = OwnMenus();
     ASSERT_EQ(menus.size(), 1U);
     EXPECT_EQ(menus[0].name, u"Metrify");
-    ASSERT_EQ(menus[0].items.size(), 1U);
-    EXPECT_EQ(menus[0].items[0].macro, u"Metrify_Macro");
+    EXPECT_EQ(menus[0].items.size(), 1U);
     EXPECT_EQ(TheHost().CallEntryPoint("xlAutoClose"), 1);
     EXPECT_THAT(OwnMenus(), IsEmpty());
 }

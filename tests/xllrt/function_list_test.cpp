@@ -112,6 +112,17 @@ TEST(FunctionList, functions_are_found_by_name_with_case_ignored) {
     EXPECT_EQ(functions.FindFunction(u"Metrify2"), nullptr);
 }
 
+TEST(FunctionList, case_is_ignored_in_the_letters_from_a_to_z_and_in_nothing_else) {
+    EXPECT_EQ(CompareIgnoringCase(u"AMZ", u"amz"), 0);
+    EXPECT_EQ(CompareIgnoringCase(u"amz", u"AMZ"), 0);
+    EXPECT_NE(CompareIgnoringCase(u"@", u"`"), 0);
+    EXPECT_NE(CompareIgnoringCase(u"[", u"{"), 0);
+    EXPECT_LT(CompareIgnoringCase(u"A", u"b"), 0);
+    EXPECT_GT(CompareIgnoringCase(u"b", u"A"), 0);
+    EXPECT_LT(CompareIgnoringCase(u"A", u"ab"), 0);
+    EXPECT_GT(CompareIgnoringCase(u"ab", u"A"), 0);
+}
+
 TEST(FunctionList, a_function_that_is_taken_out_is_not_deleted) {
     CXlFunctionList functions;
     CXlFunctionDescriptor descriptor;

@@ -52,6 +52,18 @@ TEST(HelpIds, the_asynchronous_form_of_nothing_has_an_id_of_its_own) {
     EXPECT_EQ(ids.at(u"FuncAsync"), 1002);
 }
 
+TEST(HelpIds, another_ending_of_that_length_shares_nothing) {
+    const CXlHelpIds ids = Assigned({Named(u"Func"), Named(u"FuncOther")});
+    EXPECT_EQ(ids.at(u"Func"), 1001);
+    EXPECT_EQ(ids.at(u"FuncOther"), 1002);
+}
+
+TEST(HelpIds, a_name_that_is_the_ending_alone_is_no_asynchronous_form) {
+    const CXlHelpIds ids = Assigned({Named(u""), Named(u"Async")});
+    EXPECT_EQ(ids.at(u""), 1001);
+    EXPECT_EQ(ids.at(u"Async"), 1002);
+}
+
 TEST(HelpIds, numbers_wrap_at_16_bits) {
     const CXlHelpIds ids = Assigned({Named(u"a"), Named(u"b"), Named(u"z", 65535)});
     EXPECT_EQ(ids.at(u"a"), 0);

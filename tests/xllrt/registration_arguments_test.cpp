@@ -41,6 +41,8 @@ TEST_F(RegistrationArguments, arguments_are_the_letters_behind_the_first_charact
     EXPECT_EQ(CountArguments("R"), 0U);
     EXPECT_EQ(CountArguments(""), 0U);
     EXPECT_EQ(CountArguments("RJCCJCCA"), 7U);
+    EXPECT_EQ(CountArguments("UAZaz"), 4U);
+    EXPECT_EQ(CountArguments("U@[`{09$%#!"), 0U);
 }
 
 TEST_F(RegistrationArguments, a_description_that_ends_in_a_letter_gets_two_dots) {
@@ -53,6 +55,14 @@ TEST_F(RegistrationArguments, one_that_ends_in_one_dot_gets_one_more) {
 
 TEST_F(RegistrationArguments, one_that_ends_in_two_dots_stays) {
     EXPECT_EQ(Wide(Command(u"Does it..")).at(9), "\"Does it..\"");
+}
+
+TEST_F(RegistrationArguments, only_dots_at_the_end_count) {
+    EXPECT_EQ(Wide(Command(u"")).at(9), "\"..\"");
+    EXPECT_EQ(Wide(Command(u".")).at(9), "\"..\"");
+    EXPECT_EQ(Wide(Command(u"a.b")).at(9), "\"a.b..\"");
+    EXPECT_EQ(Wide(Command(u"a..b")).at(9), "\"a..b..\"");
+    EXPECT_EQ(Wide(Command(u"a...")).at(9), "\"a...\"");
 }
 
 TEST_F(RegistrationArguments, the_dot_rules_hold_on_the_narrow_path_too) {
