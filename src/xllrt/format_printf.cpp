@@ -205,8 +205,7 @@ std::basic_string<Char> PointerConverted(PrintfConversion conversion, const void
     conversion.letter = 'x';
     conversion.alternate = true;
     const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(pointer));
-    return PaddedNumber<Char>(conversion, IntegerText(conversion, address, 64),
-                              conversion.zeros && !conversion.precision);
+    return PaddedNumber<Char>(conversion, IntegerText(conversion, address, 64), conversion.zeros);
 }
 
 // The text of one conversion, or nothing if the argument is not of its kind.

@@ -51,6 +51,7 @@ TEST(FormatPrintf, a_length_takes_the_lowest_bits) {
     EXPECT_EQ(Printed("%hhd|%hhd|%hhu|%hhX", 200, 300, 300, -1), "-56|44|44|FF");
     EXPECT_EQ(Printed("%lld|%jd|%llx", -1, 1LL << 40, 1ULL << 63), "-1|1099511627776|8000000000000000");
     EXPECT_EQ(Printed("%ld|%zu|%td", -5L, std::size_t{5}, std::ptrdiff_t{-5}), "-5|5|-5");
+    EXPECT_EQ(Printed("%llx|%jx|%lx", -1, -1, -1), "ffffffffffffffff|ffffffffffffffff|ffffffff");
     EXPECT_EQ(WidePrinted(u"%hd", 70000), u"4464");
 }
 
@@ -67,6 +68,7 @@ TEST(FormatPrintf, a_number_sign_asks_for_the_alternate_form) {
               "3.|2.e+03|2.50000|1.00e+06|0x1.p+0");
     EXPECT_EQ(Printed("%#8x|%#08x|%-#8x|%#.4x", 255, 255, 255, 255), "    0xff|0x0000ff|0xff    |0x00ff");
     EXPECT_EQ(Printed("%#g|%#G", 1e-5, 1e-4), "1.00000e-05|0.000100000");
+    EXPECT_EQ(Printed("%#.3g|%#.3g|%#.0g", 999.0, 1000.0, 2.0), "999.|1.00e+03|2.");
 }
 
 TEST(FormatPrintf, a_star_takes_width_or_precision_from_the_arguments) {
@@ -80,6 +82,7 @@ TEST(FormatPrintf, a_star_takes_width_or_precision_from_the_arguments) {
 TEST(FormatPrintf, a_star_without_an_integer_leaves_conversion_and_arguments) {
     EXPECT_EQ(Printed("%*d %s", "text", 1), "%*d text");
     EXPECT_EQ(Printed("%*d", 5), "%*d");
+    EXPECT_EQ(Printed("%*s", "text"), "%*s");
     EXPECT_EQ(Printed("%*s %d", 5, 6), "%*s 5");
 }
 
@@ -111,6 +114,7 @@ TEST(FormatPrintf, infinities_and_nans_are_words_without_zeros) {
 TEST(FormatPrintf, pointers_are_written_in_hexadecimal) {
     const auto* pointer = reinterpret_cast<const void*>(std::uintptr_t{0x12AB});
     EXPECT_EQ(Printed("%p|%10p|%-10p|", pointer, pointer, pointer), "0x12ab|    0x12ab|0x12ab    |");
+    EXPECT_EQ(Printed("%010p", pointer), "0x000012ab");
     EXPECT_EQ(Printed("%p", static_cast<const void*>(nullptr)), "(nil)");
     EXPECT_EQ(WidePrinted(u"%p", pointer), u"0x12ab");
     const char* text = "abc";
