@@ -103,6 +103,7 @@ TEST_F(ResourceText, a_capital_x_is_part_of_the_reference_but_makes_no_id) {
 }
 
 TEST_F(ResourceText, a_prefix_without_digits_makes_no_id) {
+    resources.Add(0, kUsEnglish, u"zero");
     EXPECT_EQ(Expanded(u"#0x"), Unresolved(u"#0x"));
     EXPECT_EQ(Expanded(u"#0xg"), Unresolved(u"#0xg"));
     EXPECT_EQ(Expanded(u"#@0x"), Unresolved(u"#@0x"));
