@@ -43,7 +43,7 @@ CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits,
     const conversion answer = convert_units(Val, InUnits.Narrow(), OutUnits.Narrow());
     // There is nothing to point at in a listing without marks.
     if (answer.outcome == conversion_outcome::unmarked)
-        throw CXlStructuredException(kFaultAccessViolation);
+        throw CXlStructuredException::OfFault(kFaultAccessViolation);
     fill_cells(result, answer);
     return nullptr;
 }

@@ -12,7 +12,8 @@ namespace metrify {
 /// The base of all. It carries its message in both widths.
 class CXlRuntimeException : public std::runtime_error {
   public:
-    /// With a message of the catalogue as it stands; "Unknown error" if the number is in no catalogue.
+    /// With the unformatted message of the catalogue, read for each width; "Unknown error" if the number is
+    /// in no catalogue.
     explicit CXlRuntimeException(unsigned message_number);
     explicit CXlRuntimeException(const std::string& message);
     explicit CXlRuntimeException(const std::u16string& message);
@@ -57,9 +58,12 @@ class CXlStringTooLongException : public CXlRuntimeException {
 /// A fault that the operating system reported.
 class CXlStructuredException : public CXlRuntimeException {
   public:
+    /// A single number is that of a message.
+    explicit CXlStructuredException(unsigned message_number, std::uint32_t code = 0);
+    explicit CXlStructuredException(const std::u16string& message, std::uint32_t code = 0);
+
     /// With the message for the code, which goes into it in hexadecimal.
-    explicit CXlStructuredException(std::uint32_t code);
-    CXlStructuredException(const std::u16string& message, std::uint32_t code);
+    static CXlStructuredException OfFault(std::uint32_t code);
 
     std::uint32_t Code() const noexcept { return code_; }
 
@@ -70,6 +74,10 @@ class CXlStructuredException : public CXlRuntimeException {
 /// A call of a component that failed.
 class CXlComException : public CXlRuntimeException {
   public:
+    /// Without the name of a call, and with code 0. A single number is that of a message.
+    explicit CXlComException(unsigned message_number);
+    explicit CXlComException(const std::u16string& message);
+
     /// With the name of the call and the result code in the message. If the code is not that of an error, the
     /// name is the whole message, and the code kept is 0.
     CXlComException(const std::u16string& call, std::uint32_t code);
@@ -79,14 +87,15 @@ class CXlComException : public CXlRuntimeException {
 
   private:
     std::u16string call_;
-    std::uint32_t code_;
+    std::uint32_t code_ = 0;
 };
 
 /// An error of the host's, by its code: the one class that makes a cell that error and not a text.
 class CXlErrorException : public CXlRuntimeException {
   public:
-    CXlErrorException(const std::u16string& message, std::uint32_t error_code);
-    CXlErrorException(unsigned message_number, std::uint32_t error_code);
+    /// A single number is that of a message.
+    explicit CXlErrorException(unsigned message_number, std::uint32_t error_code = 0);
+    explicit CXlErrorException(const std::u16string& message, std::uint32_t error_code = 0);
 
     std::uint32_t ErrorCode() const noexcept { return error_code_; }
 

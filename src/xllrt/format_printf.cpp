@@ -1,76 +1,119 @@
 #include "xllrt/format_printf.h"
 
+#include "xllrt/code_page.h"
+#include "xllrt/format_printf_number.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 namespace metrify {
 
 namespace {
 
-struct Conversion {
-    bool left = false;
-    bool zeros = false;
-    char sign = 0; // before a number that is not negative: '+', ' ' or nothing
-    std::size_t width = 0;
-    std::optional<int> precision;
-    char letter = 0;
-};
-
-template <class Char>
-bool IsOneOf(Char c, std::string_view ascii) {
-    return c > 0 && c <= 0x7F && ascii.find(static_cast<char>(c)) != ascii.npos;
+bool IsOneOf(char c, std::string_view these) {
+    return c != 0 && these.find(c) != these.npos;
 }
 
-// conversion := { flag } [ width ] [ "." precision ] { length } letter
+// ---- Reading
+
+// conversion := { flag } [ width ] [ "." [ precision ] ] [ length ] letter
+// width, precision := { digit } | "*"
 template <class Char>
 class ConversionReader {
   public:
-    explicit ConversionReader(std::basic_string_view<Char> text) : rest_(text) {}
+    using Arguments = std::span<const PrintfArgument<Char>>;
 
-    Conversion Read() {
-        Conversion read;
-        while (const char flag = Take("-0+ "))
+    ConversionReader(std::basic_string_view<Char> text, Arguments arguments)
+        : rest_(text), arguments_(arguments) {}
+
+    // Nothing if there is no such conversion, or no integer for a star.
+    std::optional<PrintfConversion> Read() {
+        PrintfConversion read;
+        while (const char flag = Take("-0+ #"))
             AddFlag(read, flag);
-        read.width = static_cast<std::size_t>(ReadNumber());
-        if (Take("."))
-            read.precision = ReadNumber();
-        while (Take("hlLjzt")) {
+        const int width = ReadNumber();
+        read.left = read.left || width < 0;
+        read.width = static_cast<std::size_t>(width < 0 ? -width : width);
+        if (Take(".")) {
+            const int precision = ReadNumber();
+            if (precision >= 0)
+                read.precision = precision;
         }
-        read.letter = Take("scdiuxXoeEfFgG");
-        return read;
+        read.length = ReadLength();
+        read.letter = Take("scdiuxXoeEfFgGaAp");
+        if (read.letter == 0 && !rest_.empty())
+            rest_.remove_prefix(1);
+        return read.letter != 0 && !misses_star_ ? std::optional(read) : std::nullopt;
     }
 
+    // What Read has left.
     std::size_t length_left() const { return rest_.size(); }
+    Arguments arguments_left() const { return arguments_; }
 
   private:
     // The next character if it is one of these, otherwise nothing.
     char Take(std::string_view these) {
-        if (rest_.empty() || !IsOneOf(rest_.front(), these))
+        if (rest_.empty() || rest_.front() <= 0 || rest_.front() > 0x7F ||
+            !IsOneOf(static_cast<char>(rest_.front()), these))
             return 0;
         const auto taken = static_cast<char>(rest_.front());
         rest_.remove_prefix(1);
         return taken;
     }
 
-    // Digits, if there are any. More than the buffer takes is as good as the buffer.
+    // Digits, if there are any, or the argument of a star. More than the buffer takes is as good as the
+    // buffer.
     int ReadNumber() {
+        constexpr int kMost = kPrintfBuffer;
+        if (Take("*"))
+            return static_cast<int>(std::clamp<std::int64_t>(TakeStar(), -kMost, kMost));
         int number = 0;
         while (const char digit = Take("0123456789"))
-            number = std::min(number * 10 + (digit - '0'), static_cast<int>(kPrintfBuffer));
+            number = std::min(number * 10 + (digit - '0'), kMost);
         return number;
     }
 
-    static void AddFlag(Conversion& conversion, char flag) {
+    std::int64_t TakeStar() {
+        if (arguments_.empty() || arguments_.front().kind != PrintfArgument<Char>::Kind::integer) {
+            misses_star_ = true;
+            return 0;
+        }
+        const auto taken = static_cast<std::int64_t>(arguments_.front().integer);
+        arguments_ = arguments_.subspan(1);
+        return taken;
+    }
+
+    PrintfLength ReadLength() {
+        switch (Take("hljztL")) {
+        case 'h':
+            return Take("h") ? PrintfLength::hh : PrintfLength::h;
+        case 'l':
+            return Take("l") ? PrintfLength::ll : PrintfLength::l;
+        case 'j':
+            return PrintfLength::j;
+        case 'z':
+            return PrintfLength::z;
+        case 't':
+            return PrintfLength::t;
+        case 'L':
+            return PrintfLength::L;
+        default:
+            return PrintfLength::none;
+        }
+    }
+
+    static void AddFlag(PrintfConversion& conversion, char flag) {
         switch (flag) {
         case '-':
             conversion.left = true;
             break;
         case '0':
             conversion.zeros = true;
+            break;
+        case '#':
+            conversion.alternate = true;
             break;
         case '+':
             conversion.sign = '+';
@@ -82,69 +125,22 @@ class ConversionReader {
     }
 
     std::basic_string_view<Char> rest_;
+    Arguments arguments_;
+    bool misses_star_ = false;
 };
 
-void MakeUpper(std::string& text) {
-    for (char& c : text) {
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    }
+// ---- Converting
+
+void Convert(std::string_view text, std::u16string& converted) {
+    converted = ToWide(text);
 }
 
-// A number without its sign, and the sign.
-struct NumberText {
-    std::string sign;
-    std::string digits;
-};
-
-template <class Char>
-NumberText IntegerText(const Conversion& conversion, const PrintfArgument<Char>& argument) {
-    unsigned long long value = argument.integer;
-    NumberText text;
-    int base = 10;
-    if (IsOneOf(conversion.letter, "di")) {
-        if (argument.negative)
-            value = 0 - value;
-        text.sign = argument.negative ? std::string(1, '-')
-                                      : std::string(conversion.sign != 0 ? 1 : 0, conversion.sign);
-    } else {
-        if (argument.bits < 64)
-            value &= (1ULL << argument.bits) - 1;
-        base = conversion.letter == 'u' ? 10 : conversion.letter == 'o' ? 8 : 16;
-    }
-    char buffer[32];
-    text.digits.assign(buffer, std::to_chars(std::begin(buffer), std::end(buffer), value, base).ptr);
-    if (conversion.letter == 'X')
-        MakeUpper(text.digits);
-    const auto least = static_cast<std::size_t>(conversion.precision.value_or(1));
-    if (text.digits.size() < least)
-        text.digits.insert(0, least - text.digits.size(), '0');
-    return text;
-}
-
-NumberText FloatText(const Conversion& conversion, double value) {
-    NumberText text;
-    text.sign = std::signbit(value) ? std::string(1, '-')
-                                    : std::string(conversion.sign != 0 ? 1 : 0, conversion.sign);
-    const std::chars_format form = IsOneOf(conversion.letter, "eE")   ? std::chars_format::scientific
-                                   : IsOneOf(conversion.letter, "fF") ? std::chars_format::fixed
-                                                                      : std::chars_format::general;
-    char buffer[2 * kPrintfBuffer];
-    const std::to_chars_result end = std::to_chars(std::begin(buffer), std::end(buffer), std::fabs(value),
-                                                   form, conversion.precision.value_or(6));
-    text.digits.assign(buffer, end.ptr);
-    if (IsOneOf(conversion.letter, "EFG"))
-        MakeUpper(text.digits);
-    return text;
+void Convert(std::u16string_view text, std::string& converted) {
+    converted = ToNarrow(text);
 }
 
 template <class Char>
-std::basic_string<Char> Widened(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
-}
-
-template <class Char>
-std::basic_string<Char> Padded(const Conversion& conversion, std::basic_string<Char> text,
+std::basic_string<Char> Padded(const PrintfConversion& conversion, std::basic_string<Char> text,
                                std::size_t zeros_at, bool zeros) {
     if (text.size() >= conversion.width)
         return text;
@@ -159,25 +155,76 @@ std::basic_string<Char> Padded(const Conversion& conversion, std::basic_string<C
 }
 
 template <class Char>
-std::basic_string<Char> PaddedNumber(const Conversion& conversion, const NumberText& text, bool zeros) {
-    return Padded(conversion, Widened<Char>(text.sign + text.digits), text.sign.size(), zeros);
+std::basic_string<Char> PaddedText(const PrintfConversion& conversion, std::basic_string<Char> text) {
+    return Padded(conversion, std::move(text), 0, false);
+}
+
+template <class Char>
+std::basic_string<Char> PaddedNumber(const PrintfConversion& conversion, const PrintfNumber& number,
+                                     bool zeros) {
+    const std::string text = number.prefix + number.digits;
+    return Padded(conversion, std::basic_string<Char>(text.begin(), text.end()), number.prefix.size(), zeros);
+}
+
+// Whether a text or character is wide, by its length.
+template <class Char>
+bool WantsWide(const PrintfConversion& conversion) {
+    return conversion.length == PrintfLength::none ? sizeof(Char) > 1 : conversion.length == PrintfLength::l;
+}
+
+template <class Char>
+bool IsOfOtherWidth(const PrintfConversion& conversion) {
+    return WantsWide<Char>(conversion) != (sizeof(Char) > 1);
+}
+
+template <class Char>
+std::basic_string<Char> TextConverted(const PrintfConversion& conversion,
+                                      const PrintfArgument<Char>& argument) {
+    std::basic_string<Char> text(argument.text);
+    if (argument.kind == PrintfArgument<Char>::Kind::other_text)
+        Convert(argument.other_text, text);
+    text.resize(
+        std::min(text.size(), static_cast<std::size_t>(conversion.precision.value_or(kPrintfBuffer))));
+    return PaddedText(conversion, std::move(text));
+}
+
+template <class Char>
+std::basic_string<Char> CharacterConverted(const PrintfConversion& conversion, std::uint64_t character) {
+    using OtherChar = typename PrintfArgument<Char>::OtherChar;
+    std::basic_string<Char> text(1, static_cast<Char>(character));
+    if (IsOfOtherWidth<Char>(conversion))
+        Convert(std::basic_string<OtherChar>(1, static_cast<OtherChar>(character)), text);
+    return PaddedText(conversion, std::move(text));
+}
+
+template <class Char>
+std::basic_string<Char> PointerConverted(PrintfConversion conversion, const void* pointer) {
+    constexpr std::string_view kNull = "(nil)";
+    if (!pointer)
+        return PaddedText(conversion, std::basic_string<Char>(kNull.begin(), kNull.end()));
+    conversion.letter = 'x';
+    conversion.alternate = true;
+    const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(pointer));
+    return PaddedNumber<Char>(conversion, IntegerText(conversion, address, 64), conversion.zeros);
 }
 
 // The text of one conversion, or nothing if the argument is not of its kind.
 template <class Char>
-std::optional<std::basic_string<Char>> Converted(const Conversion& conversion,
+std::optional<std::basic_string<Char>> Converted(const PrintfConversion& conversion,
                                                  const PrintfArgument<Char>& argument) {
     using Kind = typename PrintfArgument<Char>::Kind;
-    if (conversion.letter == 's' && argument.kind == Kind::text) {
-        const auto length = static_cast<std::size_t>(conversion.precision.value_or(kPrintfBuffer));
-        return Padded(conversion, std::basic_string<Char>(argument.text.substr(0, length)), 0, false);
-    }
-    if (conversion.letter == 'c' && argument.kind == Kind::integer)
-        return Padded(conversion, std::basic_string<Char>(1, static_cast<Char>(argument.integer)), 0, false);
-    if (IsOneOf(conversion.letter, "diuxXo") && argument.kind == Kind::integer)
-        return PaddedNumber<Char>(conversion, IntegerText(conversion, argument),
+    const char letter = conversion.letter;
+    const Kind kind = argument.kind;
+    if (letter == 's' && kind == (IsOfOtherWidth<Char>(conversion) ? Kind::other_text : Kind::text))
+        return TextConverted(conversion, argument);
+    if (letter == 'c' && kind == Kind::integer)
+        return CharacterConverted<Char>(conversion, argument.integer);
+    if (letter == 'p' && (kind == Kind::pointer || argument.pointer))
+        return PointerConverted<Char>(conversion, argument.pointer);
+    if (IsOneOf(letter, "diuxXo") && kind == Kind::integer)
+        return PaddedNumber<Char>(conversion, IntegerText(conversion, argument.integer, argument.bits),
                                   conversion.zeros && !conversion.precision);
-    if (IsOneOf(conversion.letter, "eEfFgG") && argument.kind == Kind::number)
+    if (IsOneOf(letter, "eEfFgGaA") && kind == Kind::number)
         return PaddedNumber<Char>(conversion, FloatText(conversion, argument.number),
                                   conversion.zeros && std::isfinite(argument.number));
     return std::nullopt;
@@ -199,14 +246,15 @@ void FormatPrintfList(std::basic_string<Char>& out, const Char* format,
             formatted += percent;
             rest.remove_prefix(2);
         } else if (!rest.empty()) {
-            ConversionReader<Char> reader(rest.substr(1));
-            const Conversion conversion = reader.Read();
+            ConversionReader<Char> reader(rest.substr(1), arguments);
+            const std::optional<PrintfConversion> conversion = reader.Read();
+            const std::span<const PrintfArgument<Char>> left = reader.arguments_left();
             const std::size_t length = rest.size() - reader.length_left();
             std::optional<std::basic_string<Char>> text;
-            if (!arguments.empty())
-                text = Converted(conversion, arguments.front());
+            if (conversion && !left.empty())
+                text = Converted(*conversion, left.front());
             if (text)
-                arguments = arguments.subspan(1);
+                arguments = left.subspan(1);
             formatted += text ? *text : std::basic_string<Char>(rest.substr(0, length));
             rest.remove_prefix(length);
         }

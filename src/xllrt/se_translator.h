@@ -24,7 +24,7 @@ class CXlSeTranslatorScope {
         const std::uint32_t code =
             CallGuarded([](void* context) { (*static_cast<decltype(call)*>(context))(); }, &call);
         if (code != 0) {
-            throw CXlStructuredException(code);
+            throw CXlStructuredException::OfFault(code);
         }
     }
 };

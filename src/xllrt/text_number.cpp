@@ -25,15 +25,19 @@ bool TakeSign(std::string_view& text) {
     return is_minus;
 }
 
+// Takes a hexadecimal prefix off the front. It counts as one only before a digit or a point: the number
+// readers of the library would take a sign, an infinity or a not-a-number after it as well.
 bool TakeHexPrefix(std::string_view& text) {
-    if (!text.starts_with("0x") && !text.starts_with("0X")) {
+    constexpr std::string_view kHexStart = "0123456789abcdefABCDEF.";
+    const bool has_prefix = text.starts_with("0x") || text.starts_with("0X");
+    if (!has_prefix || text.size() < 3 || kHexStart.find(text[2]) == kHexStart.npos) {
         return false;
     }
     text.remove_prefix(2);
     return true;
 }
 
-// Reads the number behind an optional sign and drops its characters. The number readers of the library know
+// Reads the number after an optional sign and drops its characters. The number readers of the library know
 // no plus, and would read a second minus.
 template <class Value, class Reader>
 bool TakeNumber(std::string_view& text, Value& value, Reader read) {
@@ -65,10 +69,18 @@ bool ParseWhole(std::string_view text, Value& value, Reader read) {
     return true;
 }
 
+std::from_chars_result ReadHexDouble(std::string_view text, double& value) {
+    const char* const begin = text.data();
+    const std::from_chars_result end =
+        std::from_chars(begin, begin + text.size(), value, std::chars_format::hex);
+    // The reader of the library takes a minus after the plus of an exponent.
+    const std::string_view taken(begin, static_cast<std::size_t>(end.ptr - begin));
+    return taken.find("+-") == taken.npos ? end : std::from_chars_result{begin, std::errc::invalid_argument};
+}
+
 std::from_chars_result ReadDouble(std::string_view text, double& value) {
-    const bool is_hex = TakeHexPrefix(text);
-    return std::from_chars(text.data(), text.data() + text.size(), value,
-                           is_hex ? std::chars_format::hex : std::chars_format::general);
+    return TakeHexPrefix(text) ? ReadHexDouble(text, value)
+                               : std::from_chars(text.data(), text.data() + text.size(), value);
 }
 
 std::from_chars_result ReadInteger(std::string_view text, std::int64_t& value) {

@@ -2,8 +2,8 @@
 
 // Texts of cells read as numbers, the same on every platform and in every locale.
 //
-// An empty text is no number. Before the number white space may stand, behind it nothing but white space:
-// blank, tab, line feed, vertical tab, form feed, carriage return. A text of white space alone is 0.
+// An empty text is no number. White space may surround the number: blank, tab, line feed, vertical tab, form
+// feed, carriage return. A text of white space alone is 0.
 
 #include <cstdint>
 #include <string_view>
@@ -11,7 +11,7 @@
 namespace metrify {
 
 /// Reads what strtod reads: decimal and hexadecimal numbers, infinities and not-a-numbers. Gives false for
-/// anything else, and for a number that is too large or too small for a double.
+/// anything else, and for a number that overflows or becomes 0 by underflow; a subnormal result is a number.
 bool ParseNumber(std::string_view text, double& value);
 bool ParseNumber(std::u16string_view text, double& value);
 

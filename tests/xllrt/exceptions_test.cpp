@@ -1,4 +1,5 @@
 #include "add_in_fixture.h"
+#include "fake_resources.h"
 #include "xllrt/dual_string.h"
 #include "xllrt/exceptions.h"
 #include "xllrt/function_result.h"
@@ -76,7 +77,55 @@ TEST(Exceptions, every_class_takes_the_number_of_its_message) {
                   "Illegal value for result of common function. Must be 0, &xloResult or static.");
     ExpectMessage(CXlBadOperTypeException(32U), "Bad XLOPER type");
     ExpectMessage(CXlStringTooLongException(37U), "String is too long");
-    ExpectMessage(CXlErrorException(30U, 42), "Index out of range");
+    ExpectMessage(CXlStructuredException(54U), "'C' structured exception occurred");
+    ExpectMessage(CXlComException(57U), "COM call failed");
+    ExpectMessage(CXlErrorException(30U), "Index out of range");
+}
+
+TEST(Exceptions, a_single_number_is_that_of_a_message_and_never_a_code) {
+    ExpectMessage(CXlStructuredException(55), "'C' exception {0}");
+    EXPECT_EQ(CXlStructuredException(55).Code(), 0U);
+    ExpectMessage(CXlComException(58), "{0} failed with error code {1}");
+    EXPECT_EQ(CXlComException(58).Code(), 0U);
+    EXPECT_EQ(CXlComException(58).Call(), u"");
+    ExpectMessage(CXlErrorException(42), "Expected all items in the array to be empty");
+    EXPECT_EQ(CXlErrorException(42).ErrorCode(), 0U);
+}
+
+TEST(Exceptions, a_code_may_accompany_the_message) {
+    const CXlStructuredException numbered(54U, 0xC0000005);
+    ExpectMessage(numbered, "'C' structured exception occurred");
+    EXPECT_EQ(numbered.Code(), 0xC0000005);
+    EXPECT_EQ(CXlStructuredException(u"text", 0xC0000005).Code(), 0xC0000005);
+    const CXlErrorException error(30U, 42);
+    ExpectMessage(error, "Index out of range");
+    EXPECT_EQ(error.ErrorCode(), 42U);
+}
+
+TEST(Exceptions, the_wide_message_of_a_number_is_not_made_from_the_narrow_one) {
+    FakeResources resources;
+    resources.Add(53248 + 10, kUsEnglish, u"\u0416 caf\u00E9");
+    const auto expect_both = [](const CXlRuntimeException& exception) {
+        EXPECT_STREQ(exception.what(), "? caf\xE9");
+        EXPECT_EQ(exception.WideMessage(), u"\u0416 caf\u00E9") << "the first letter is in no narrow text";
+    };
+    expect_both(CXlRuntimeException(10U));
+    expect_both(CXlConversionException(10U));
+    expect_both(CXlOutOfRangeException(10U));
+    expect_both(CXlIllegalArgumentException(10U));
+    expect_both(CXlBadOperTypeException(10U));
+    expect_both(CXlStringTooLongException(10U));
+    expect_both(CXlStructuredException(10U));
+    expect_both(CXlComException(10U));
+    expect_both(CXlErrorException(10U));
+}
+
+TEST(Exceptions, the_messages_of_codes_are_made_wide) {
+    FakeResources resources;
+    resources.Add(53248 + 55, kUsEnglish, u"\u0416 {0}");
+    resources.Add(53248 + 58, kUsEnglish, u"\u0416 {0} {1}");
+    EXPECT_EQ(CXlStructuredException::OfFault(0xC0000005).WideMessage(), u"\u0416 0xC0000005");
+    EXPECT_EQ(CXlComException(u"\u0417", 0x80004005).WideMessage(), u"\u0416 \u0417 0x80004005");
 }
 
 TEST(Exceptions, every_class_takes_a_message_already_formatted) {
@@ -86,18 +135,23 @@ TEST(Exceptions, every_class_takes_a_message_already_formatted) {
     ExpectMessage(CXlIllegalArgumentException(message), "Expected {0}");
     ExpectMessage(CXlBadOperTypeException(message), "Expected {0}");
     ExpectMessage(CXlStringTooLongException(message), "Expected {0}");
-    ExpectMessage(CXlStructuredException(message, 1), "Expected {0}");
-    ExpectMessage(CXlErrorException(message, 42), "Expected {0}");
+    ExpectMessage(CXlStructuredException(message), "Expected {0}");
+    EXPECT_EQ(CXlStructuredException(message).Code(), 0U);
+    ExpectMessage(CXlComException(message), "Expected {0}");
+    EXPECT_EQ(CXlComException(message).Call(), u"");
+    EXPECT_EQ(CXlComException(message).Code(), 0U);
+    ExpectMessage(CXlErrorException(message), "Expected {0}");
+    EXPECT_EQ(CXlErrorException(message).ErrorCode(), 0U);
 }
 
 TEST(Exceptions, a_fault_carries_its_code_and_shows_it_in_hexadecimal) {
-    const CXlStructuredException exception(0xC0000094);
+    const CXlStructuredException exception = CXlStructuredException::OfFault(0xC0000094);
     EXPECT_EQ(exception.Code(), 0xC0000094);
     ExpectMessage(exception, "'C' exception 0xC0000094");
 }
 
 TEST(Exceptions, a_fault_without_record_has_code_0) {
-    ExpectMessage(CXlStructuredException(0), "'C' exception 0x0");
+    ExpectMessage(CXlStructuredException::OfFault(0), "'C' exception 0x0");
 }
 
 TEST(Exceptions, a_failed_call_of_a_component_shows_its_name_and_code) {
@@ -222,7 +276,7 @@ TEST_F(FunctionResult, every_class_but_one_ends_as_the_cells_text) {
     EXPECT_EQ(result.ToText(true), "#ERROR: Bad XLOPER type");
     PutException(result, CXlStringTooLongException(37U));
     EXPECT_EQ(result.ToText(true), "#ERROR: String is too long");
-    PutException(result, CXlStructuredException(0xC0000005));
+    PutException(result, CXlStructuredException::OfFault(0xC0000005));
     EXPECT_EQ(result.ToText(true), "#ERROR: 'C' exception 0xC0000005");
     PutException(result, CXlComException(u"Invoke", 0x80020009));
     EXPECT_EQ(result.ToText(true), "#ERROR: Invoke failed with error code 0x80020009");

@@ -1,6 +1,7 @@
 #include "readable_records.h"
 #include "xllrt/record_reading.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <optional>
