@@ -6,10 +6,18 @@
 namespace {
 
 thread_local std::size_t count = 0;
+thread_local std::ptrdiff_t live = 0;
 
 void* counted(std::size_t bytes) {
+    void* block = std::malloc(bytes != 0 ? bytes : 1);
     ++count;
-    return std::malloc(bytes != 0 ? bytes : 1);
+    live += block != nullptr ? 1 : 0;
+    return block;
+}
+
+void release(void* block) {
+    live -= block != nullptr ? 1 : 0;
+    std::free(block);
 }
 
 void* counted_or_throw(std::size_t bytes) {
@@ -27,6 +35,10 @@ std::size_t allocations() {
     return count;
 }
 
+std::ptrdiff_t live_blocks() {
+    return live;
+}
+
 } // namespace metrify::test
 
 // The forms for arrays call these.
@@ -38,8 +50,8 @@ void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
     return counted(bytes);
 }
 void operator delete(void* block) noexcept {
-    std::free(block);
+    release(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
+    release(block);
 }

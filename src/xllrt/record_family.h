@@ -3,7 +3,9 @@
 // What differs between the two record families, so that the rest is written once for both.
 
 #include "xllrt/host_records.h"
+#include "xllrt/record_full_height.h"
 
+#include <limits>
 #include <string_view>
 
 namespace metrify {
@@ -68,20 +70,41 @@ inline XlSize ArraySizeOf(const XLOPER12& record) {
     return {record.val.array.rows, record.val.array.columns};
 }
 
-/// As above. 65536 rows, the most there may be, leave a 0 in the 16 bits of the count.
+/// As above. A count of 0 is 65536 rows in an array that was made here with as many, and none otherwise.
 inline XlSize ArraySizeOf(const XLOPER& record) {
-    const bool is_full = record.val.array.rows == 0 && record.val.array.lparray;
+    const bool is_full = record.val.array.rows == 0 && IsFullHeight(record.val.array.lparray);
     return {is_full ? RecordFamily<XLOPER>::kMaxRows : record.val.array.rows, record.val.array.columns};
 }
 
-/// The number of cells of an array record.
+/// False for an array record whose cells cannot exist: with a negative count, with no block for its cells, or
+/// with more of them than fit into memory.
+template <class Record>
+bool IsWellFormedArray(const Record& record) {
+    const XlSize size = ArraySizeOf(record);
+    if (size.rows < 0 || size.columns < 0) {
+        return false;
+    }
+    const std::uint64_t count =
+        static_cast<std::uint64_t>(size.rows) * static_cast<std::uint64_t>(size.columns);
+    constexpr std::uint64_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(Record);
+    return count == 0 || (record.val.array.lparray && count <= most);
+}
+
+/// The number of cells behind an array record; 0 for one that is not well formed.
 template <class Record>
 std::size_t CellCountOf(const Record& record) {
     const XlSize size = ArraySizeOf(record);
-    return static_cast<std::size_t>(size.rows) * static_cast<std::size_t>(size.columns);
+    return IsWellFormedArray(record)
+               ? static_cast<std::size_t>(size.rows) * static_cast<std::size_t>(size.columns)
+               : 0;
 }
 
-/// True if an array of that size may stand in the family.
+/// True if a record of that type points at memory of its own: a text, a reference, an array.
+inline bool PointsAtMemory(std::uint16_t type) {
+    return type == xltypeStr || type == xltypeRef || type == xltypeMulti;
+}
+
+/// True if a new array of the family may have that size.
 template <class Record>
 bool IsWithinLimits(const XlSize& size) {
     return size.rows >= 0 && size.rows <= RecordFamily<Record>::kMaxRows && size.columns >= 0 &&

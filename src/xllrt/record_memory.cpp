@@ -18,9 +18,28 @@ namespace {
 
 // ---- Release
 
+// Only the narrow family has a count that is too short for its largest array.
+void NoteHeight(const XLOPER& array, std::int32_t rows) {
+    if (rows == RecordFamily<XLOPER>::kMaxRows && array.val.array.lparray) {
+        NoteFullHeight(array.val.array.lparray);
+    }
+}
+
+void NoteHeight(const XLOPER12& /*array*/, std::int32_t /*rows*/) {}
+
+void ForgetHeight(const XLOPER& array) {
+    if (array.val.array.rows == 0) {
+        ForgetFullHeight(array.val.array.lparray);
+    }
+}
+
+void ForgetHeight(const XLOPER12& /*array*/) {}
+
 template <class Record>
-void FreeCells(Record* cells, std::size_t count) {
-    std::for_each(cells, cells + count, [](Record& cell) { DeepFree(cell); });
+void FreeCells(Record& array) {
+    Record* cells = array.val.array.lparray;
+    std::for_each_n(cells, CellCountOf(array), [](Record& cell) { DeepFree(cell); });
+    ForgetHeight(array);
     delete[] cells;
 }
 
@@ -34,7 +53,7 @@ void DeepFreeRecord(Record& record) {
         ::operator delete(record.val.mref.lpmref);
         break;
     case xltypeMulti:
-        FreeCells(record.val.array.lparray, CellCountOf(record));
+        FreeCells(record);
         break;
     default:
         break;
@@ -75,12 +94,8 @@ bool CopyText(XLOPER& target, const XLOPER12& source) {
     if (text.size() > kMaxNarrowText) {
         return false;
     }
-    // A code page with more than one byte for a character can make a text longer.
-    const std::string narrow = ToNarrow(text);
-    if (narrow.size() > kMaxNarrowText) {
-        return false;
-    }
-    StoreText(target, std::string_view(narrow));
+    // In a code page with more than one byte for a character the text may become longer, and its count wraps.
+    StoreText(target, std::string_view(ToNarrow(text)));
     return true;
 }
 
@@ -138,28 +153,43 @@ bool CopyReference(To& target, const From& source, bool& allocated) {
 // ---- Arrays
 
 template <class Record>
-bool StoreCells(Record& record, const XlSize& size) {
+void StoreCells(Record& record, const XlSize& size) {
+    const std::size_t count = static_cast<std::size_t>(size.rows) * static_cast<std::size_t>(size.columns);
+    auto cells = count == 0 ? nullptr : std::make_unique<Record[]>(count);
+    Record array = Record();
+    array.xltype = xltypeMulti;
+    StoreField(array.val.array.rows, size.rows);
+    StoreField(array.val.array.columns, size.columns);
+    array.val.array.lparray = cells.get();
+    NoteHeight(array, size.rows);
+    record = array;
+    static_cast<void>(cells.release());
+}
+
+template <class Record>
+bool MakeCellsOf(Record& record, const XlSize& size) {
     if (!IsWithinLimits<Record>(size)) {
         return false;
     }
-    const std::size_t count = static_cast<std::size_t>(size.rows) * static_cast<std::size_t>(size.columns);
-    // No block for no cells, so that a block with a count of 0 is one of 65536 rows.
-    auto cells = count == 0 ? nullptr : std::make_unique<Record[]>(count);
-    record = Record();
-    record.xltype = xltypeMulti;
-    StoreField(record.val.array.rows, size.rows);
-    StoreField(record.val.array.columns, size.columns);
-    record.val.array.lparray = cells.release();
+    StoreCells(record, size);
     return true;
+}
+
+// Wide to narrow is the one way on which an array can be too large.
+template <class To, class From>
+bool CanCopyCells(const From& source) {
+    const bool narrows = std::is_same_v<From, XLOPER12> && std::is_same_v<To, XLOPER>;
+    return IsWellFormedArray(source) && (!narrows || IsWithinLimits<To>(ArraySizeOf(source)));
 }
 
 template <class To, class From>
 bool CopyCells(To& target, const From& source) {
-    RecordOwner<To> copy;
-    if (!StoreCells(copy.record, ArraySizeOf(source))) {
+    if (!CanCopyCells<To>(source)) {
         return false;
     }
-    const std::size_t count = source.val.array.lparray ? CellCountOf(source) : 0;
+    RecordOwner<To> copy;
+    StoreCells(copy.record, ArraySizeOf(source));
+    const std::size_t count = CellCountOf(source);
     for (std::size_t i = 0; i < count; ++i) {
         bool cell_allocated = false;
         if (!CopyRecord(&copy.record.val.array.lparray[i], &source.val.array.lparray[i], cell_allocated)) {
@@ -259,11 +289,11 @@ void MakeText(XLOPER12& record, std::u16string_view text) {
 }
 
 bool MakeCells(XLOPER& record, const XlSize& size) {
-    return StoreCells(record, size);
+    return MakeCellsOf(record, size);
 }
 
 bool MakeCells(XLOPER12& record, const XlSize& size) {
-    return StoreCells(record, size);
+    return MakeCellsOf(record, size);
 }
 
 bool CopyRecord(XLOPER* target, const XLOPER* source, bool& allocated) {

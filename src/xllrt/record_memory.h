@@ -41,7 +41,7 @@ void MakeText(XLOPER& record, std::u16string_view text);
 void MakeText(XLOPER12& record, std::string_view text);
 void MakeText(XLOPER12& record, std::u16string_view text);
 
-/// Makes the record an array of zeroed cells; false if the family has no room for the size.
+/// Makes the record an array of zeroed cells; false if the size is negative or beyond the family's limits.
 /// The old content is overwritten.
 bool MakeCells(XLOPER& record, const XlSize& size);
 bool MakeCells(XLOPER12& record, const XlSize& size);
@@ -49,8 +49,9 @@ bool MakeCells(XLOPER12& record, const XlSize& size);
 /// Copies a record, with all that it points at, within its family or into the other one. `allocated` tells
 /// whether the copy has memory of its own to release. Without a target or a source, or from a record to
 /// itself, nothing happens, and that is a success. False, with the target as it was, for a macro flow value,
-/// and from wide to narrow for what the narrow family cannot hold: a text longer than 255 units, an array of
-/// more than 65536 rows or 256 columns, a rectangle beyond them. Arrays are copied whole or not at all.
+/// for an array that is not well formed, and from wide to narrow for what the narrow family cannot hold: a
+/// text longer than 255 units, an array of more than 65536 rows or 256 columns, a rectangle beyond them. No
+/// other size is refused. Arrays are copied whole or not at all.
 bool CopyRecord(XLOPER* target, const XLOPER* source, bool& allocated);
 bool CopyRecord(XLOPER12* target, const XLOPER12* source, bool& allocated);
 bool CopyRecord(XLOPER12* target, const XLOPER* source, bool& allocated);

@@ -11,8 +11,7 @@ void AutoFree(Record* record) {
     if (!record) {
         return;
     }
-    const std::uint16_t type = TypeOf(*record);
-    if (type == xltypeStr || type == xltypeRef || type == xltypeMulti) {
+    if (PointsAtMemory(TypeOf(*record))) {
         DeepFree(*record);
     }
 }

@@ -7,12 +7,14 @@
 namespace metrify {
 
 /// A cell of an array, used like a pointer to a value, or where a value is taken. What is set through it
-/// belongs to the array, which releases it, and the view must not outlive the array. Cells of a record that
-/// the host owns are for reading only.
+/// belongs to the array, which releases it. The view of a scalar is that value itself. A view must not
+/// outlive the value it was made of. Cells of a record that the host owns, or that was wrapped, are for
+/// reading only.
 class CXlCellView {
   public:
     template <class Record>
-    explicit CXlCellView(Record* cell) : value_(CXlOper::CellTag{}, cell) {}
+    explicit CXlCellView(Record* cell) : cell_(CXlOper::CellTag{}, cell), value_(cell_) {}
+    explicit CXlCellView(CXlOper& scalar) : value_(scalar) {}
     CXlCellView(const CXlCellView&) = delete;
     CXlCellView& operator=(const CXlCellView&) = delete;
     // The value is not destroyed: its record is a part of the array.
@@ -27,8 +29,9 @@ class CXlCellView {
 
   private:
     union {
-        CXlOper value_;
+        CXlOper cell_;
     };
+    CXlOper& value_;
 };
 
 } // namespace metrify

@@ -40,8 +40,11 @@ CXlOper::CXlOper(const CXlOper& source) : CXlOper() {
 
 CXlOper& CXlOper::operator=(const CXlOper& source) {
     if (this != &source) {
+        // The old content goes last: the source may be a part of it.
+        CXlOper copy(source);
         Free();
-        CopyFrom(source);
+        MoveSide<XLOPER>(copy);
+        MoveSide<XLOPER12>(copy);
     }
     return *this;
 }
@@ -99,6 +102,20 @@ void CXlOper::CopySide(const CXlOper& source) {
     state_ |= static_cast<std::uint16_t>(allocated ? Bits::kValid | Bits::kOwned : Bits::kValid);
 }
 
+// Takes over one side of a value that was made for the purpose. The view of a cell has no place for the other
+// family.
+template <class Record>
+void CXlOper::MoveSide(CXlOper& source) {
+    using Bits = SideBits<Record>;
+    constexpr std::uint16_t bits = Bits::kValid | Bits::kOwned;
+    Record* target = Side<Record>();
+    if (target && (source.state_ & Bits::kValid) != 0) {
+        *target = *source.Side<Record>();
+        state_ |= static_cast<std::uint16_t>(source.state_ & bits);
+        source.state_ &= static_cast<std::uint16_t>(~bits);
+    }
+}
+
 void CXlOper::CopyFrom(const CXlOper& source) {
     if (this != &source) {
         CopySide<XLOPER>(source);
@@ -106,12 +123,12 @@ void CXlOper::CopyFrom(const CXlOper& source) {
     }
 }
 
-void CXlOper::TakeFromHost(const XLOPER& record) {
+void CXlOper::TakeFromHost(XLOPER record) {
     Free();
     Store(record, kValid4 | kHostOwned4);
 }
 
-void CXlOper::TakeFromHost(const XLOPER12& record) {
+void CXlOper::TakeFromHost(XLOPER12 record) {
     Free();
     Store(record, kValid12 | kHostOwned12);
 }

@@ -14,6 +14,9 @@ class CXlCellView;
 /// A worksheet value: a record of each family, and a state that says which of them hold the value and who
 /// owns the memory behind them. Values built here stand in the family of the host, so that no caller has to
 /// know it.
+///
+/// Whatever takes a value or a text takes also one that lies inside the object that is set, a cell of the
+/// same array for instance.
 class CXlOper {
   public:
     // Bits of the state.
@@ -68,7 +71,9 @@ class CXlOper {
     /// side that cannot be copied stays as it was.
     void CopyFrom(const CXlOper& source);
 
-    /// One cell of an array, of a scalar the value itself at (0, 0). What is set there belongs to the array.
+    /// One cell of an array. What is set there belongs to the array, which releases it. A number, text,
+    /// boolean or integer is its own cell at (0, 0): the view is this value itself, so that what is set
+    /// through it is set here, in place of the whole value, and belongs to it.
     CXlCellView Cell(std::int32_t row, std::int32_t column);
     const CXlCellView Cell(std::int32_t row, std::int32_t column) const;
     /// One cell of an array with one row or one column.
@@ -101,7 +106,10 @@ class CXlOper {
     std::u16string ToWideText(bool strict = false) const;
 
     /// The record to hand to the host, in this thread's keeping until `AutoFree12` or the next return. What
-    /// the value owns moves there. `#VALUE!` for no value, and for one that cannot be had in this family.
+    /// the value owns moves there, and `#VALUE!` is left in its place: the host may release it at any time,
+    /// so a second return of the value, or a look at it, no longer finds it. Any other value can be returned
+    /// again.
+    /// `#VALUE!` for no value, and for one that cannot be had in this family.
     XLOPER12* ReturnValue12();
     XLOPER* ReturnValue4();
 
@@ -114,8 +122,8 @@ class CXlOper {
     const XLOPER12* Record12() const { return wide_; }
 
     /// Takes over a record that the host filled: what was there is released, and this goes back to the host.
-    void TakeFromHost(const XLOPER& record);
-    void TakeFromHost(const XLOPER12& record);
+    void TakeFromHost(XLOPER record);
+    void TakeFromHost(XLOPER12 record);
 
   private:
     friend class CXlCellView;
@@ -127,6 +135,7 @@ class CXlOper {
     CXlOper(CellTag, XLOPER* cell);
     CXlOper(CellTag, XLOPER12* cell);
 
+    bool IsCellView() const { return !narrow_ || !wide_; }
     bool HasValue4() const { return (state_ & kValid4) != 0; }
     bool HasValue12() const { return (state_ & kValid12) != 0; }
     bool BuildsWide() const;
@@ -142,6 +151,8 @@ class CXlOper {
     template <class Record>
     void CopySide(const CXlOper& source);
     template <class Record>
+    void MoveSide(CXlOper& source);
+    template <class Record>
     void Store(const Record& record, std::uint16_t state);
     template <class Setter>
     void SetPlain(bool freeFirst, Setter setter);
@@ -153,6 +164,10 @@ class CXlOper {
     void FillSide(const CXlOper& source);
     template <class Record>
     bool CopyInto(Record& target, bool& allocated) const;
+    template <class Record>
+    CXlCellView ViewCell(std::int32_t row, std::int32_t column);
+    template <class Record>
+    Record MoveToReturn(bool& allocated);
     template <class Record>
     Record* ReturnRecord(Record& kept);
     template <class Text>

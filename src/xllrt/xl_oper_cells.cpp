@@ -57,16 +57,6 @@ XlSize RefDimensionsOf(const Record& record, bool noScalars) {
     return noScalars ? XlSize{0, 0} : DimensionsOf(record);
 }
 
-// The view of a cell, for an index that the family knows.
-template <class Record>
-CXlCellView ViewCell(Record* record, std::int32_t row, std::int32_t column) {
-    if (row < 0 || row >= RecordFamily<Record>::kMaxRows || column < 0 ||
-        column >= RecordFamily<Record>::kMaxColumns) {
-        throw CXlOutOfRangeException(kMessageIndexOutOfRange);
-    }
-    return CXlCellView(CellOf(record, row, column));
-}
-
 } // namespace
 
 // ---- Making and filling
@@ -82,12 +72,14 @@ bool CXlOper::MakeArrayOf(const XlSize& size) {
 }
 
 bool CXlOper::MakeArray(std::int32_t rows, std::int32_t columns, const CXlOper* fill) {
+    // The old content goes first, and the value to fill with may be a part of it.
+    const CXlOper pattern = fill && IsFillType(fill->Type()) ? *fill : CXlOper();
     Free();
     const XlSize size{rows, columns};
     if (!(BuildsWide() ? MakeArrayOf<XLOPER12>(size) : MakeArrayOf<XLOPER>(size))) {
         return false;
     }
-    Fill(fill);
+    Fill(fill ? &pattern : nullptr);
     return true;
 }
 
@@ -129,12 +121,25 @@ void CXlOper::Fill(const CXlOper* source) {
 
 // ---- Cells
 
+// The view of a cell, for an index that the family knows.
+template <class Record>
+CXlCellView CXlOper::ViewCell(std::int32_t row, std::int32_t column) {
+    if (row < 0 || row >= RecordFamily<Record>::kMaxRows || column < 0 ||
+        column >= RecordFamily<Record>::kMaxColumns) {
+        throw CXlOutOfRangeException(kMessageIndexOutOfRange);
+    }
+    Record* own = Side<Record>();
+    Record* cell = CellOf(own, row, column);
+    // A view of a view must not depend on the first one, which is gone sooner.
+    return cell == own && !IsCellView() ? CXlCellView(*this) : CXlCellView(cell);
+}
+
 CXlCellView CXlOper::Cell(std::int32_t row, std::int32_t column) {
     if (HasValue12()) {
-        return ViewCell(wide_, row, column);
+        return ViewCell<XLOPER12>(row, column);
     }
     if (HasValue4()) {
-        return ViewCell(narrow_, row, column);
+        return ViewCell<XLOPER>(row, column);
     }
     throw CXlOutOfRangeException(kMessageIndexOutOfRange);
 }

@@ -23,6 +23,8 @@ struct AutomationScript {
     /// Runs a macro; false if that fails.
     std::function<bool(std::span<const XlComValue> values, CXlOper& answer)> run =
         [](std::span<const XlComValue>, CXlOper&) { return true; };
+    /// Called at each connection.
+    std::function<void()> connecting = [] {};
     std::vector<std::string> calls;           ///< "start", "connect", "run", "end"
     std::vector<std::vector<XlComValue>> ran; ///< the lists
     std::vector<std::u16string> ran_as_text;
@@ -36,7 +38,10 @@ class NotingHolder final : public IXlComHolder {
     ~NotingHolder() override { script_.calls.emplace_back("end"); }
 
     bool Start(XlComFailure& failure) override { return Do("start", script_.starts, failure); }
-    bool Connect(XlComFailure& failure) override { return Do("connect", script_.connects, failure); }
+    bool Connect(XlComFailure& failure) override {
+        script_.connecting();
+        return Do("connect", script_.connects, failure);
+    }
     bool DescribeWorkbook(XlHostObject* workbook, std::u16string& name) override {
         return Describe(workbook, name);
     }
