@@ -17,11 +17,12 @@ namespace {
 // A metrify at a terminal of its own, with a home folder of its own for the history.
 class terminal_session {
   public:
-    explicit terminal_session(const std::string& home) {
+    explicit terminal_session(const std::string& home, const char* locale = "C") {
         child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
         if (child_ == 0) {
             setenv("HOME", home.c_str(), 1);
             setenv("TERM", "xterm", 1);
+            setenv("LC_ALL", locale, 1);
             // Heard by the leak sanitizer alone.
             setenv("LSAN_OPTIONS",
                    "suppressions=" METRIFY_SOURCE_DIR "/tests/cli/libedit.supp:fast_unwind_on_malloc=0", 1);
@@ -168,6 +169,51 @@ TEST_F(interactive, takes_a_continued_line_as_one_entry) {
     ASSERT_TRUE(it.shows("... ")) << it.screen();
     it.type("2 m\r");
     EXPECT_TRUE(it.shows(" = 3 m")) << it.screen();
+}
+
+// What the language says of a unit with a byte in it that it doesn't know. The screen may show the byte
+// escaped; the listing has it as it is.
+TEST_F(interactive, hands_each_byte_to_the_language_as_it_is_typed) {
+    for (const char* locale : {"C", "C.UTF-8", "no such locale"}) {
+        terminal_session it(home_, locale);
+        ASSERT_TRUE(it.shows("> "));
+        it.type("1 \xC2\xB5m\r");
+        EXPECT_TRUE(it.shows("[  1 ] 1 \xC2\xB5m\r\n")) << it.screen();
+        EXPECT_TRUE(it.shows("near or in '\xC2\xB5m'.")) << it.screen();
+        ASSERT_TRUE(it.shows("> "));
+        it.type("20 \xC2\xB0"
+                "C; degF\r");
+        EXPECT_TRUE(it.shows("near or in '\xC2\xB0"
+                             "C'."))
+            << it.screen();
+        ASSERT_TRUE(it.shows("> "));
+        it.type("1 \xB5m\r"); // no character in the terminal's encoding
+        EXPECT_TRUE(it.shows("near or in '\xB5m'.")) << it.screen();
+        ASSERT_TRUE(it.shows("> "));
+        it.type("2 \xE2\x82\r"); // the start of one
+        EXPECT_TRUE(it.shows("near or in '\xE2\x82'.")) << it.screen();
+        ASSERT_TRUE(it.shows("> "));
+        it.type("# \xE2\x82\xAC \xF0\x9F\x98\x80 \xC2\x85\r");
+        EXPECT_TRUE(it.shows("\n# \xE2\x82\xAC \xF0\x9F\x98\x80 \xC2\x85\r\n")) << it.screen();
+        ASSERT_TRUE(it.shows("> "));
+        it.type("1.5 m\r");
+        EXPECT_TRUE(it.shows(" = 1.5 m")) << it.screen();
+        ASSERT_TRUE(it.shows("> "));
+        it.type(":quit\r");
+        EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
+    }
+}
+
+TEST_F(interactive, brings_characters_above_ascii_back) {
+    terminal_session it(home_, "C.UTF-8");
+    ASSERT_TRUE(it.shows("> "));
+    it.type("# \xC2\xB5 \xE2\x82\xAC\r");
+    ASSERT_TRUE(it.shows("\n# \xC2\xB5 \xE2\x82\xAC\r\n")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("\x1b[A");
+    ASSERT_TRUE(it.shows("\xE2\x82\xAC")) << it.screen();
+    it.type("\r");
+    EXPECT_TRUE(it.shows("\n# \xC2\xB5 \xE2\x82\xAC\r\n")) << it.screen();
 }
 
 TEST_F(interactive, remembers_lines_from_session_to_session) {
