@@ -65,7 +65,11 @@ Where an argument is plus infinity the result is 0, without a message. The excep
 `floor`, `int` and `round` keep it, and so does `mod` for x; `atanh` and `asech` refuse it, as they do
 any number above 1; `atan2`, `CarlsonRJ` for p, `Number`, `lininterp` and the functions of vectors
 compute with it.
+
+    $ build/release/metrify functions bessel
 )";
+    for (const char* name : {"BesselJ", "BesselY", "BesselI", "BesselK"})
+        text.append("    ").append(help_line(*find_function_help(name)));
     for (const help_family& family : function_help()) {
         text.append("\n## ").append(family.title).append("\n");
         for (const help_row& row : family.rows)
