@@ -126,7 +126,8 @@ TEST(readme, has_examples) {
 TEST(documents, show_the_output_of_each_example) {
     for (const fs::path& document : all_documents()) {
         for (const example& shown : examples_of(document))
-            EXPECT_NE(without_last_newlines(shown.output), "") << document << ": $ " << shown.command;
+            EXPECT_NE(shown.output.find_first_not_of(" \n"), std::string::npos)
+                << document << ": $ " << shown.command;
     }
 }
 
