@@ -1,18 +1,17 @@
-// The examples of the documents for users: each block marked as a program gives the listing behind it. Blanks
-// at the ends of lines are not shown there, and numbers next to zero differ with the platform's functions.
+// The examples of the documents for users: each block marked as a program gives the listing in the block
+// after it, byte for byte but for numbers next to zero.
 
 #include "calc/driver.h"
-#include "calc/number_text.h"
 #include "calc/solver_binding.h"
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <sstream>
+#include <regex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -39,33 +38,10 @@ std::vector<std::string> blocks(const std::string& text, const std::string& mark
     return found;
 }
 
-bool is_same_word(const std::string& word, const std::string& expected) {
-    if (word == expected)
-        return true;
-    double a = 0.0;
-    double b = 0.0;
-    const bool are_numbers = metrify::read_double(word.c_str(), a) == word.c_str() + word.size() &&
-                             metrify::read_double(expected.c_str(), b) == expected.c_str() + expected.size();
-    return are_numbers && std::fabs(a - b) <= 2e-6 + 2e-5 * std::fabs(b);
-}
-
-void expect_same_lines(const std::string& shown, const std::string& expected) {
-    std::istringstream shown_lines(shown);
-    std::istringstream expected_lines(expected);
-    std::string line;
-    for (std::string wanted; std::getline(expected_lines, wanted);) {
-        ASSERT_TRUE(std::getline(shown_lines, line)) << wanted;
-        std::istringstream words(line);
-        std::istringstream wanted_words(wanted);
-        std::string word;
-        for (std::string wanted_word; wanted_words >> wanted_word;) {
-            ASSERT_TRUE(words >> word) << line;
-            EXPECT_TRUE(is_same_word(word, wanted_word)) << line << " instead of " << wanted;
-        }
-        EXPECT_FALSE(words >> word) << line << " instead of " << wanted;
-    }
-    while (std::getline(shown_lines, line))
-        EXPECT_EQ(line.find_first_not_of(' '), std::string::npos) << line;
+// What is left of an equation that has been solved differs with the platform's functions.
+std::string with_residuals_masked(std::string_view listing) {
+    static const std::regex residual(R"(-?[0-9]\.[0-9]{3,5}e-(0[7-9]|1[0-9])\b)");
+    return std::regex_replace(std::string(listing), residual, "(next to 0)");
 }
 
 class document : public testing::TestWithParam<const char*> {};
@@ -79,7 +55,7 @@ TEST_P(document, shows_what_its_programs_give) {
     for (std::size_t i = 0; i < programs.size(); ++i) {
         metrify::teardown_solver_binding();
         const metrify::listing shown = metrify::interpret_dimensional_input_lines(programs[i].c_str());
-        expect_same_lines(std::string(shown.view()), listings[i]);
+        EXPECT_EQ(with_residuals_masked(shown.view()), with_residuals_masked(listings[i])) << programs[i];
     }
 }
 

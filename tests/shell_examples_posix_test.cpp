@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -92,11 +94,41 @@ std::vector<fs::path> all_documents() {
     return found;
 }
 
-INSTANTIATE_TEST_SUITE_P(documents, shell_examples, testing::ValuesIn(all_documents()),
+std::vector<fs::path> documents_with_examples() {
+    std::vector<fs::path> found;
+    for (const fs::path& document : all_documents()) {
+        if (!examples_of(document).empty())
+            found.push_back(document);
+    }
+    return found;
+}
+
+INSTANTIATE_TEST_SUITE_P(documents, shell_examples, testing::ValuesIn(documents_with_examples()),
                          [](const auto& document) { return with(document.param.stem().string(), "-", "_"); });
+
+// What holds none is about Windows alone, or a table that a test of its own looks at.
+TEST(documents, have_examples_but_for_some) {
+    std::set<std::string> without;
+    for (const fs::path& document : all_documents()) {
+        if (examples_of(document).empty())
+            without.insert(document.filename().string());
+    }
+    for (const char* known : {"integration.md", "problems.md", "testing.md"})
+        without.erase(known);
+    EXPECT_THAT(without, testing::IsEmpty());
+}
 
 TEST(readme, has_examples) {
     EXPECT_GE(examples_of(METRIFY_SOURCE_DIR "/README.md").size(), 2u);
+}
+
+// An example without output would be satisfied by a command that does nothing.
+TEST(documents, show_the_output_of_each_example) {
+    for (const fs::path& document : all_documents()) {
+        for (const example& shown : examples_of(document))
+            EXPECT_NE(shown.output.find_first_not_of(" \n"), std::string::npos)
+                << document << ": $ " << shown.command;
+    }
 }
 
 } // namespace

@@ -34,14 +34,18 @@ double leading_number(const char* text) {
     return negative ? -number : number;
 }
 
-// Behind the first blank of a result that isn't the one behind its "=", or behind an ampersand that comes
-// sooner.
-std::string_view unit_text_of(std::string_view result) {
-    for (std::size_t i = 0; i < result.size(); ++i) {
-        if (result[i] == '&' || (result[i] == ' ' && i > 0))
-            return result.substr(i + 1);
-    }
-    return {};
+// The text after the mark of a result: its first ampersand, once its first blank has become one. The blank
+// right after the "=" doesn't count. A typed ampersand ahead of that blank is the mark, and the one that the
+// blank has become is part of the text.
+std::string_view mark_unit_text(listing& answer, std::size_t result) {
+    const std::string_view text = answer.view();
+    const std::size_t blank = text.find(' ', result + 1);
+    const std::size_t mark = std::min(blank, text.find('&', result));
+    if (mark == std::string_view::npos)
+        return {};
+    if (mark < blank && blank != std::string_view::npos)
+        answer[blank] = '&';
+    return text.substr(mark + 1);
 }
 
 // The place of the blank and the word, from some place on.
@@ -72,10 +76,9 @@ void pick_answer(conversion& cells) {
         cells.text = message != std::string_view::npos ? answer.substr(message + 1)
                                                        : failed_request(answer, mark, equals);
     } else if (equals != std::string_view::npos) {
-        const std::string_view result = answer.substr(equals + 1);
         cells.outcome = conversion_outcome::converted;
-        cells.number = leading_number(result.data());
-        cells.text = unit_text_of(result);
+        cells.number = leading_number(answer.data() + equals + 1);
+        cells.text = mark_unit_text(cells.answer, equals + 1);
     }
 }
 

@@ -17,6 +17,7 @@ class listing {
 
     std::string_view view() const { return {text_.data(), length_}; }
     const char* c_str() const { return text_.data(); }
+    char& operator[](std::size_t place) { return text_[static_cast<long>(place)]; }
 
   private:
     std::size_t length_;

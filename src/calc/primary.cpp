@@ -64,6 +64,9 @@ bool read_variable(cursor& expptr, compile_ctx& ctx, text_str*& err) {
             str_append_three(&err, "ERROR: '", name, "' undefined.\n");
         return false;
     }
+    // A parenthesis that holds this variable may have failed already, and has said why.
+    if (!str_is_empty(err))
+        return false;
     push_value(entry->value, ctx);
     emit_node(OP_PUSH_VAR, ctx, entry);
     if (!accept_char(true, '[', expptr))

@@ -43,6 +43,12 @@ void read_exponents(unit_system_state& state) {
     }
 }
 
+// Takes the place of what the parser has said about an item.
+void set_message(text_str*& err, std::string_view message) {
+    str_clear(&err);
+    err = str_append_text(&err, message);
+}
+
 } // namespace
 
 void reset_unit_state() {
@@ -94,13 +100,13 @@ void read_exceptions(cursor& expptr, text_str*& err) {
             continue;
         }
         if (at_line_end(expptr)) {
-            err = str_append_text(&err, " Argument list not terminated");
+            set_message(err, " Argument list not terminated");
             return;
         }
         const cursor item = expptr;
         unit_scale scale;
         if (!parse_unit_expression(expptr, scale, err) || expptr == item) {
-            err = str_append_text(&err, " Argument not a proper unit");
+            set_message(err, " Argument not a proper unit");
             return;
         }
         read.push_back({std::string(text_span(start, expptr)), {}, false});

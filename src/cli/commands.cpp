@@ -1,16 +1,18 @@
 #include "cli/commands.h"
 
 #include "addin/conversion.h"
+#include "calc/cursor.h"
 #include "calc/number_text.h"
 #include "calc/unit_rendering.h"
 #include "calc/unit_table.h"
 #include "functions/function_help.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <fstream>
 #include <iomanip>
 #include <istream>
-#include <iterator>
 #include <ostream>
 #include <system_error>
 
@@ -26,9 +28,15 @@ std::string_view without_trailing_newlines(std::string_view text) {
 
 // What a stream holds, or a reason why it is no program text.
 bool read_program(std::istream& in, std::string& program, std::string& reason) {
-    program.assign(std::istreambuf_iterator<char>(in), {});
+    std::array<char, 16384> block;
+    program.clear();
+    errno = 0;
+    do {
+        in.read(block.data(), block.size());
+        program.append(block.data(), static_cast<std::size_t>(in.gcount()));
+    } while (in);
     if (in.bad()) {
-        reason = "cannot be read to its end";
+        reason = errno != 0 ? std::generic_category().message(errno) : "cannot be read to its end";
         return false;
     }
     if (const std::size_t zero = program.find('\0'); zero != std::string::npos) {
@@ -41,13 +49,26 @@ bool read_program(std::istream& in, std::string& program, std::string& reason) {
 bool read_program_file(const std::string& file, std::string& program, std::string& reason) {
     errno = 0;
     std::ifstream in(file, std::ios::binary);
-    // A folder can be opened like a file; reading shows it.
-    if (!in || (in.peek() == std::ifstream::traits_type::eof() && errno != 0)) {
-        reason = std::generic_category().message(errno);
-        return false;
-    }
-    in.clear();
-    return read_program(in, program, reason);
+    if (in)
+        return read_program(in, program, reason);
+    reason = std::generic_category().message(errno);
+    return false;
+}
+
+bool contains_nocase(std::string_view text, std::string_view part) {
+    return std::search(text.begin(), text.end(), part.begin(), part.end(),
+                       [](char a, char b) { return fold_case(a) == fold_case(b); }) != text.end();
+}
+
+// The error cell. It is empty where an "=" that the units hold, or a result on an earlier line, stands ahead
+// of the message: all that follows an "=" is cut off.
+void write_error_cell(const conversion& cells, std::ostream& err) {
+    const std::string_view message = without_trailing_newlines(cells.text);
+    if (!message.empty())
+        err << message << '\n';
+    else
+        err << "metrify: the error cell is empty, since a \"=\" stands ahead of the message:\n"
+            << cells.answer.view();
 }
 
 } // namespace
@@ -63,7 +84,7 @@ int convert_command(double val, std::string_view in_units, std::string_view out_
         return 0;
     }
     case conversion_outcome::error:
-        err << without_trailing_newlines(cells.text) << '\n';
+        write_error_cell(cells, err);
         return 1;
     case conversion_outcome::unmarked:
         break;
@@ -92,9 +113,11 @@ int run_command(const std::vector<std::string>& files, std::istream& in, std::os
 }
 
 int units_command(std::string_view text, std::ostream& out) {
+    bool is_found = false;
     for (const unit_entry& unit : all_units()) {
         if (unit.name.find(text) == std::string_view::npos)
             continue;
+        is_found = true;
         number_buffer buffer;
         work_text dimension;
         work_text error;
@@ -102,7 +125,7 @@ int units_command(std::string_view text, std::ostream& out) {
         out << std::left << std::setw(22) << unit.name << std::setw(14) << format_double(unit.factor, buffer)
             << (dimension.view().empty() ? "1" : dimension.view()) << '\n';
     }
-    return 0;
+    return is_found ? 0 : 1;
 }
 
 int functions_command(std::string_view text, std::ostream& out) {
@@ -110,19 +133,29 @@ int functions_command(std::string_view text, std::ostream& out) {
         out << help_entry(*row);
         return 0;
     }
+    bool is_found = false;
     for (const help_family& family : function_help()) {
         for (const help_row& row : family.rows) {
             const std::string line = help_line(row);
-            if (line.find(text) != std::string::npos)
-                out << line;
+            if (!contains_nocase(line, text))
+                continue;
+            is_found = true;
+            out << line;
         }
     }
-    return 0;
+    return is_found ? 0 : 1;
 }
 
 int functions_document_command(std::ostream& out) {
     out << help_document();
     return 0;
+}
+
+int checked_output(int status, std::ostream& out, std::ostream& err) {
+    if (out.flush())
+        return status;
+    err << "metrify: standard output: not all of it could be written\n";
+    return 2;
 }
 
 } // namespace metrify

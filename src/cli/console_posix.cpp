@@ -1,5 +1,8 @@
 #include "cli/console.h"
+#include "cli/typed_text.h"
 
+#include <cerrno>
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -21,8 +24,24 @@ struct edit_line_end {
     void operator()(EditLine* editor) const { el_end(editor); }
 };
 struct history_end_ {
-    void operator()(History* history) const { ::history_end(history); }
+    void operator()(HistoryW* history) const { ::history_wend(history); }
 };
+
+// The line editor shows characters of the terminal's encoding only in a locale that has it. Nothing else of
+// the program looks at this category.
+void use_encoding_of_terminal() {
+    std::setlocale(LC_CTYPE, ""); // NOLINT(concurrency-mt-unsafe): no other thread is there yet
+    if (MB_CUR_MAX == 1)
+        std::setlocale(LC_CTYPE, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe)
+}
+
+// The editor has commands on these codes, which a terminal sends for characters.
+void bind_characters_above_ascii(EditLine* editor) {
+    for (wchar_t code = 0x80; code <= 0xFF; ++code) {
+        const wchar_t key[] = {code, L'\0'};
+        el_wset(editor, EL_BIND, key, L"ed-insert", nullptr);
+    }
+}
 
 } // namespace
 
@@ -34,10 +53,12 @@ bool is_interactive() {
 
 struct line_reader::terminal {
     std::unique_ptr<EditLine, edit_line_end> editor;
-    std::unique_ptr<History, history_end_> history;
+    std::unique_ptr<HistoryW, history_end_> history;
     std::string file = history_file();
     std::string prompt;
     bool interrupted = false;
+    typed_text typed;
+    std::wstring characters; // complete and not yet handed to the editor
 
     static terminal& of(EditLine* el) {
         void* data = nullptr;
@@ -53,30 +74,49 @@ struct line_reader::terminal {
         return CC_NEWLINE;
     }
 
-    void remember(const std::string& line) {
-        HistEvent event;
-        ::history(history.get(), &event, H_ENTER, line.c_str());
+    // The editor's own way of reading drops each byte that is no character.
+    static int read_character(EditLine* el, wchar_t* character) {
+        terminal& t = of(el);
+        while (t.characters.empty()) {
+            char byte = '\0';
+            const ssize_t count = ::read(STDIN_FILENO, &byte, 1);
+            if (count > 0)
+                t.typed.take(byte, t.characters);
+            else if (count == 0 || errno != EINTR)
+                return static_cast<int>(count);
+        }
+        *character = t.characters.front();
+        t.characters.erase(0, 1);
+        return 1;
+    }
+
+    void remember(const std::wstring& line) {
+        HistEventW event;
+        ::history_w(history.get(), &event, H_ENTER, line.c_str());
         // Saved line by line: nothing typed is lost, however the session ends.
         if (!file.empty())
-            ::history(history.get(), &event, H_SAVE, file.c_str());
+            ::history_w(history.get(), &event, H_SAVE, file.c_str());
     }
 };
 
 line_reader::line_reader() : terminal_(std::make_unique<terminal>()) {
+    use_encoding_of_terminal();
     terminal& t = *terminal_;
-    t.history.reset(history_init());
-    HistEvent event;
-    ::history(t.history.get(), &event, H_SETSIZE, history_size);
-    ::history(t.history.get(), &event, H_SETUNIQUE, 1);
+    t.history.reset(history_winit());
+    HistEventW event;
+    ::history_w(t.history.get(), &event, H_SETSIZE, history_size);
+    ::history_w(t.history.get(), &event, H_SETUNIQUE, 1);
     if (!t.file.empty())
-        ::history(t.history.get(), &event, H_LOAD, t.file.c_str());
+        ::history_w(t.history.get(), &event, H_LOAD, t.file.c_str());
 
     t.editor.reset(el_init("metrify", stdin, stdout, stderr));
     EditLine* editor = t.editor.get();
     el_set(editor, EL_CLIENTDATA, &t);
     el_set(editor, EL_PROMPT, &terminal::prompt_of);
     el_set(editor, EL_EDITOR, "emacs");
-    el_set(editor, EL_HIST, ::history, t.history.get());
+    el_wset(editor, EL_GETCFN, &terminal::read_character);
+    el_wset(editor, EL_HIST, ::history_w, t.history.get());
+    bind_characters_above_ascii(editor);
     // While a line is edited Ctrl-C is a key. At other times it has no effect: a session isn't lost to it.
     el_set(editor, EL_SETTY, "-d", "-isig", nullptr);
     // A prompt stands before the line is edited: what is typed in between waits, Ctrl-C with it.
@@ -93,14 +133,15 @@ line_reader::outcome line_reader::read(std::string_view prompt, std::string& lin
     t.prompt = prompt;
     t.interrupted = false;
     int count = 0;
-    const char* text = el_gets(t.editor.get(), &count);
-    line.assign(text == nullptr ? "" : text, text == nullptr ? 0 : static_cast<std::size_t>(count));
-    while (!line.empty() && line.back() == '\n')
-        line.pop_back();
+    const wchar_t* text = el_wgets(t.editor.get(), &count);
+    std::wstring typed(text == nullptr ? L"" : text, text == nullptr ? 0 : static_cast<std::size_t>(count));
+    while (!typed.empty() && typed.back() == L'\n')
+        typed.pop_back();
+    line = typed_text::bytes_of(typed);
     if (text == nullptr && !t.interrupted)
         return outcome::end;
-    if (!line.empty())
-        t.remember(line);
+    if (!typed.empty())
+        t.remember(typed);
     if (!t.interrupted)
         return outcome::line;
     std::fputs("^C\n", stdout);

@@ -3,6 +3,7 @@
 #include "calc/number_text.h"
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/standard_input.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>
@@ -66,7 +67,9 @@ int run(int argc, const char* const* argv) {
         return as_markdown ? functions_document_command(std::cout) : functions_command(filter, std::cout);
     if (!run_files->parsed() && is_interactive())
         return interactive_command(std::cout);
-    return run_command(files, std::cin, std::cout, std::cerr);
+    standard_input_buffer buffer;
+    std::istream standard_input(&buffer);
+    return run_command(files, standard_input, std::cout, std::cerr);
 }
 
 } // namespace
@@ -74,10 +77,11 @@ int run(int argc, const char* const* argv) {
 
 int main(int argc, char** argv) {
     metrify::use_binary_streams();
+    int status = metrify::wrong_usage;
     try {
-        return metrify::run(argc, argv);
+        status = metrify::run(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "metrify: " << error.what() << '\n';
-        return metrify::wrong_usage;
     }
+    return metrify::checked_output(status, std::cout, std::cerr);
 }

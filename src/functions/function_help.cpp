@@ -54,15 +54,22 @@ std::string help_entry(const help_row& row) {
 }
 
 std::string help_document() {
-    std::string text =
-        "# The built-in functions\n\n"
-        "All 89, family by family. `metrify functions` lists them, `metrify functions NAME` shows one "
-        "entry;\n"
-        "`metrify functions --markdown` writes this text. Names are found in any case. Every example is run "
-        "by\n"
-        "the tests. \"A number\" is a scalar without dimensions; an angle or an amount of substance counts "
-        "as\n"
-        "one, and an angle stands in radians. Where nothing else is said, an infinite argument gives 0.\n";
+    std::string text = R"(# The built-in functions
+
+All 89, family by family. `metrify functions` lists them, `metrify functions NAME` shows one entry;
+`metrify functions --markdown` writes this text. Names are found in any case. Every example is run by
+the tests. "A number" is a scalar without dimensions; an angle or an amount of substance counts as
+one, and an angle is in radians.
+
+Where an argument is plus infinity the result is 0, without a message. The exceptions: `abs`, `ceil`,
+`floor`, `int` and `round` keep it, and so does `mod` for x; `atanh` and `asech` refuse it, as they do
+any number above 1; `atan2`, `CarlsonRJ` for p, `Number`, `lininterp` and the functions of vectors
+compute with it.
+
+    $ build/release/metrify functions bessel
+)";
+    for (const char* name : {"BesselJ", "BesselY", "BesselI", "BesselK"})
+        text.append("    ").append(help_line(*find_function_help(name)));
     for (const help_family& family : function_help()) {
         text.append("\n## ").append(family.title).append("\n");
         for (const help_row& row : family.rows)

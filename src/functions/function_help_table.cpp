@@ -9,6 +9,7 @@ constexpr std::string_view numbers = "numbers";
 constexpr std::string_view angle = "a number or an angle";
 constexpr std::string_view radians = "an angle, in radians";
 constexpr std::string_view anywhere = "every x";
+constexpr std::string_view number_or_angle = "a number; an angle stays one";
 constexpr std::string_view variables = "names of variables";
 constexpr std::string_view report = "no value; shows the block with what was found";
 constexpr std::string_view no_limits = "everything";
@@ -56,10 +57,10 @@ constexpr help_row logarithms[] = {
 constexpr help_row rounding[] = {
     {"abs", "x", "The magnitude of a scalar", "any quantity", "its units", anywhere, "abs(-3 m)", "= 3 m"},
     {"sign", "x", "-1, 0 or 1", "any quantity", number, anywhere, "sign(-5 m)", "= -1"},
-    {"ceil", "x", "The least whole number that isn't below x", number, number, anywhere, "ceil(2.1)", "= 3"},
-    {"floor", "x", "The greatest whole number that isn't above x", number, number, anywhere, "floor(-2.5)", "= -3"},
-    {"int", "x", "x without its fraction", number, number, anywhere, "int(-2.5)", "= -2"},
-    {"round", "x", "The nearest whole number, halves away from 0", number, number, "32-bit integers; -2147483648 outside", "round(2.5)", "= 3"},
+    {"ceil", "x", "The least whole number that isn't below x", angle, number_or_angle, anywhere, "ceil(2.1)", "= 3"},
+    {"floor", "x", "The greatest whole number that isn't above x", angle, number_or_angle, anywhere, "floor(-2.5)", "= -3"},
+    {"int", "x", "x without its fraction", angle, number_or_angle, anywhere, "int(-2.5)", "= -2"},
+    {"round", "x", "The nearest whole number, halves away from 0", angle, number_or_angle, "32-bit integers; -2147483648 outside", "round(2.5)", "= 3"},
     {"mod", "x, d", "The remainder of x divided by d, with the sign of x", "two quantities of the same units", "their units", "d other than 0", "mod(7 m, 2 m)", "= 1 m"},
 };
 
@@ -74,8 +75,8 @@ constexpr help_row vectors[] = {
 };
 
 constexpr help_row units[] = {
-    {"Number", "x, u", "The number that x is in the units u, or in the default ones", "any quantity; units, which may be left out", number, "u fits x", "Number(1 ft, in)", "= 12"},
-    {"LinInterp", "x1, y1, x2, y2, x", "The value at x on the line through two points", "three x of the same units, two y of the same units", "the units of y", "x1 and x2 differ", "LinInterp(0, 0, 10, 100, 5)", "= 50"},
+    {"Number", "x, u", "The number that x is in the units u, or in the base system", "any quantity; units, which may be left out", number, "u fits x", "Number(1 ft, in)", "= 12"},
+    {"lininterp", "x1, y1, x2, y2, x", "The value at x on the line through two points", "three x of the same units, two y of the same units", "the units of y", "x1 and x2 differ", "lininterp(0, 0, 10, 100, 5)", "= 50"},
 };
 
 constexpr help_row constant_values[] = {

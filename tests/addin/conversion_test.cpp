@@ -1,5 +1,6 @@
 #include "addin/conversion.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -82,6 +83,18 @@ TEST(conversion, reads_the_words_that_the_listing_writes) {
     expect_converted(too_much, infinite, "m\n\n");
     expect_converted(convert_units(-1e300, "m * 1e300", ""), -infinite, "m\n\n");
 }
+TEST(conversion, reads_a_number_that_is_none) {
+    const conversion cells = convert_units(1, "* -1e400 * 0", "");
+    EXPECT_EQ(cells.outcome, conversion_outcome::converted) << cells.answer.view();
+    EXPECT_TRUE(std::isnan(cells.number)) << cells.answer.view();
+    EXPECT_EQ(cells.text, "\n\n");
+}
+TEST(conversion, marks_the_first_blank_with_an_ampersand_before_it_looks_for_one) {
+    expect_converted(convert_units(3.5, "ft", "cm=8&"), 8, "\n&       = 106.68 cm\n\n");
+    expect_converted(convert_units(3.5, "ft", "cm=&8"), 0, "8\n&       = 106.68 cm\n\n");
+    expect_converted(convert_units(3.5, "ft", "cm= &8"), 0, "8\n&       = 106.68 cm\n\n");
+    expect_converted(convert_units(3.5, "ft", "cm=8 &"), 8, "&\n        = 106.68 cm\n\n");
+}
 
 // Errors.
 
@@ -94,6 +107,11 @@ TEST(conversion, cuts_the_value_off_behind_a_failed_request) {
 }
 TEST(conversion, takes_a_typed_mark_for_an_error) {
     expect_error(convert_units(1, "ft # ERROR: mine", "m"), "ERROR: mine; m\n        = 0.3048 m\n\n");
+}
+TEST(conversion, takes_a_typed_mark_for_an_error_only_behind_a_blank) {
+    expect_converted(convert_units(1, "ft # xERROR", "m"), 0.3048, "m\n\n");
+    expect_converted(convert_units(1, "ft #ERROR:", "m"), 0.3048, "m\n\n");
+    expect_error(convert_units(1, "ft # xERROR ERROR", "m"), "ERROR; m\n");
 }
 TEST(conversion, gives_no_text_where_a_typed_equals_sign_puts_the_cut_ahead_of_the_message) {
     expect_error(convert_units(3.5, "ft", "kg # = 3"), "");

@@ -134,6 +134,14 @@ TEST_F(WorksheetFunction, a_text_too_long_for_the_narrow_family_is_cut) {
     EXPECT_EQ(cells, "{\"" + ("ERROR: '" + text).substr(0, 255) + "\",\"\"}");
 }
 
+TEST_F(WorksheetFunction, the_first_blank_becomes_an_ampersand_before_one_is_looked_for) {
+    ExpectCells(3.5, "ft", "cm=8&", "{8,\"\n&       = 106.68 cm\n\n\"}");
+}
+
+TEST_F(WorksheetFunction, a_bad_exponent_in_a_request_gives_the_message_of_the_request_alone) {
+    ExpectCells(5, "m", "cm^x", "{\"ERROR IN REQUESTED OUTPUT: 'cm^x' not recognized.\n\",\"\"}");
+}
+
 // ---- The host's release
 
 TEST_F(WorksheetFunction, the_release_is_asked_for_on_every_call) {

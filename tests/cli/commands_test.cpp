@@ -1,11 +1,13 @@
 #include "cli/commands.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <stdexcept>
 
 namespace {
 
@@ -32,15 +34,18 @@ outcome run(const std::vector<std::string>& files, const std::string& standard_i
     return {status, out.str(), err.str()};
 }
 
+// A list that is empty has a status of its own.
 std::string units(std::string_view text) {
     std::ostringstream out;
-    EXPECT_EQ(units_command(text, out), 0);
+    const int status = units_command(text, out);
+    EXPECT_EQ(status, out.str().empty() ? 1 : 0);
     return out.str();
 }
 
 std::string functions(std::string_view text) {
     std::ostringstream out;
-    EXPECT_EQ(functions_command(text, out), 0);
+    const int status = functions_command(text, out);
+    EXPECT_EQ(status, out.str().empty() ? 1 : 0);
     return out.str();
 }
 
@@ -77,6 +82,16 @@ TEST(convert_command, prints_an_error_cell_on_the_error_stream) {
     EXPECT_EQ(it.out, "");
     EXPECT_EQ(it.err, "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
 }
+TEST(convert_command, says_why_an_error_cell_is_empty) {
+    const outcome lines = convert(5, "m\n6 s", "m");
+    EXPECT_EQ(lines.status, 1);
+    EXPECT_EQ(lines.out, "");
+    EXPECT_EQ(lines.err, "metrify: the error cell is empty, since a \"=\" stands ahead of the message:\n"
+                         "[  1 ] 5 m\n        = 5 m\n\n"
+                         "[  2 ] 6 s; m\n       ERROR IN REQUESTED OUTPUT: 'm' is incompatible.\n"
+                         "        = 6 s\n\n");
+    EXPECT_EQ(convert(5, "m", "kg # =").err.find("metrify: the error cell is empty"), 0U);
+}
 
 // run
 
@@ -107,7 +122,9 @@ TEST(run_command, refuses_a_folder) {
     const outcome it = run({std::filesystem::temp_directory_path().string()});
     EXPECT_EQ(it.status, 2);
     EXPECT_EQ(it.out, "");
-    EXPECT_NE(it.err, "");
+    EXPECT_EQ(it.err.find("metrify: " + std::filesystem::temp_directory_path().string() + ": "), 0U)
+        << it.err;
+    EXPECT_EQ(it.err.find("Success"), std::string::npos) << it.err;
 }
 TEST(run_command, refuses_a_zero_byte_rather_than_lose_what_is_behind_it) {
     const outcome it = run({}, std::string("1 m\0 2 m", 8));
@@ -115,6 +132,22 @@ TEST(run_command, refuses_a_zero_byte_rather_than_lose_what_is_behind_it) {
     EXPECT_EQ(it.out, "");
     EXPECT_EQ(it.err,
               "metrify: standard input: holds a zero byte at offset 3, where a program text would end\n");
+}
+TEST(run_command, tells_a_stream_that_fails_from_one_that_ends) {
+    class failing_buffer : public std::stringbuf {
+      public:
+        failing_buffer() : std::stringbuf("1 m\n") {}
+        int_type underflow() override {
+            errno = 0;
+            throw std::runtime_error("the device is gone");
+        }
+    } buffer;
+    std::istream in(&buffer);
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(run_command({}, in, out, err), 2);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(), "metrify: standard input: cannot be read to its end\n");
 }
 TEST(run_command, takes_an_empty_file) {
     const program_file empty("");
@@ -145,6 +178,22 @@ TEST(units_command, lists_nothing_for_an_unknown_text) {
     EXPECT_EQ(units("no such unit"), "");
 }
 
+// output
+
+TEST(checked_output, leaves_the_status_where_all_is_written) {
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(checked_output(1, out, err), 1);
+    EXPECT_EQ(err.str(), "");
+}
+TEST(checked_output, has_a_message_and_a_status_for_lost_output) {
+    std::ostringstream out;
+    std::ostringstream err;
+    out.setstate(std::ios::badbit);
+    EXPECT_EQ(checked_output(0, out, err), 2);
+    EXPECT_EQ(err.str(), "metrify: standard output: not all of it could be written\n");
+}
+
 // functions
 
 TEST(functions_command, lists_all_functions_a_line_each) {
@@ -154,8 +203,23 @@ TEST(functions_command, lists_all_functions_a_line_each) {
 }
 
 TEST(functions_command, lists_the_functions_whose_line_contains_the_text) {
-    EXPECT_EQ(functions("The sine"), "sin(x)                        The sine\n");
+    EXPECT_EQ(functions("The hyperbolic secant"),
+              "sech(x)                       The hyperbolic secant, 1/cosh(x)\n");
     EXPECT_EQ(functions("no such text"), "");
+}
+
+TEST(functions_command, lists_the_same_whatever_the_case_of_the_text) {
+    const std::string found = functions("bessel");
+    EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), 4);
+    EXPECT_EQ(found.find("BesselJ(n, x)"), 0U) << found;
+    EXPECT_EQ(functions("Bessel"), found);
+    EXPECT_EQ(functions("BESSEL"), found);
+    EXPECT_EQ(functions("the HYPERBOLIC secant"), functions("The hyperbolic secant"));
+}
+
+TEST(functions_command, shows_names_as_the_table_spells_them) {
+    EXPECT_NE(functions("").find("\nlininterp(x1, y1, x2, y2, x)  "), std::string::npos);
+    EXPECT_EQ(functions("LinInterp").find("### lininterp("), 0U);
 }
 
 TEST(functions_command, shows_all_of_the_function_whose_name_is_given_in_any_case) {

@@ -12,6 +12,8 @@
 #include <iterator>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -32,6 +34,7 @@ TEST(function_help, has_each_function_of_the_table_once) {
     for (const function_row& function : all_functions()) {
         const help_row* row = find_function_help(function.name);
         ASSERT_NE(row, nullptr) << function.name;
+        EXPECT_EQ(row->name, function.name);
         found.insert(row);
     }
     EXPECT_EQ(count, 89U);
@@ -73,6 +76,41 @@ TEST(function_help, has_an_example_of_each_function_which_shows_what_is_said) {
         else
             EXPECT_TRUE(reports(row.example, row.answer)) << row.example;
     }
+}
+
+TEST(function_help, tells_what_is_so_of_infinity_of_angles_and_of_Number) {
+    const std::vector<std::pair<const char*, const char*>> shown = {
+        {"sin(1e400)", "= 0"},
+        {"exp(1e400)", "= 0"},
+        {"sqrt(1e400)", "= 0"},
+        {"sign(1e400)", "= 0"},
+        {"asin(1e400)", "= 0"},
+        {"acosh(1e400)", "= 0"},
+        {"acoth(1e400)", "= 0"},
+        {"GammaFunc(1e400)", "= 0"},
+        {"CarlsonRJ(1e400, 1, 1, 1)", "= 0"},
+        {"abs(1e400)", "= inf"},
+        {"ceil(1e400)", "= inf"},
+        {"floor(1e400)", "= inf"},
+        {"int(1e400)", "= inf"},
+        {"round(1e400)", "= inf"},
+        {"mod(1e400, 2)", "= inf"},
+        {"mod(2, 1e400)", "= 2"},
+        {"atan2(1, 1e400)", "= 0 rad"},
+        {"atan2(1e400, 1)", "= 1.5708 rad"},
+        {"lininterp(0, 0, 1, 1, 1e400)", "= inf"},
+        {"mag([1e400, 0])", "= inf"},
+        {"Number(1e400)", "= inf"},
+        {"atanh(1e400)", "ERROR:  Arg of atanh() must be less than one."},
+        {"asech(1e400)", "ERROR:  ARg to asech() must be between zero and one."},
+        {"ceil(2.1 rad)", "= 3 rad"},
+        {"floor(2.1 rad)", "= 2 rad"},
+        {"int(2.1 rad)", "= 2 rad"},
+        {"round(2.1 rad)", "= 2 rad"},
+        {"Number(20 degC)", "= 293.15"},
+    };
+    for (const auto& [call, expected] : shown)
+        EXPECT_EQ(answer(call), expected) << call;
 }
 
 TEST(function_help, is_what_stands_in_the_documentation) {

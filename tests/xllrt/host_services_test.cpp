@@ -55,8 +55,11 @@ TEST_F(HostServices, a_host_that_refuses_has_no_items) {
 }
 
 TEST_F(HostServices, an_answer_that_is_no_vector_has_no_items) {
-    host.On(xlfGetWorkspace, Reply{0, Reply::Error{xlerrNA}});
-    EXPECT_EQ(Item(0), "false \"before\"");
+    for (const Reply& answer : {Reply{0, Reply::Error{xlerrNA}}, Reply{0, Reply::FullReference{}},
+                                Reply{0, Reply::SingleReference{}}}) {
+        host.On(xlfGetWorkspace, answer);
+        EXPECT_EQ(Item(0), "false \"before\"");
+    }
 }
 
 TEST_F(HostServices, a_scalar_answer_is_a_vector_of_one) {
