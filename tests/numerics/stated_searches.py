@@ -17,7 +17,10 @@ class Function:
     def __call__(self, x):
         self.points.append(list(x))
         assert len(self.points) < 500000, "endless"
-        return self.formula(x)
+        try:
+            return self.formula(x)
+        except OverflowError:
+            raise Failed("a number beyond the range") from None
 
     def at(self, x):
         return self([x])[0]
