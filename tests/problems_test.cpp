@@ -4,6 +4,12 @@
 //   # solution: EXPRESSION = NUMBER within TOLERANCE
 //   # outcome: solved
 //   # outcome: not solved: REASON
+//
+// Where it is not solved, the comment also says with which message the search ends, if with any, and with
+// which numbers. These come from the methods written down once more, in tests/numerics/show_ends.py:
+//
+//   # message: TEXT
+//   # end: EXPRESSION = NUMBER within TOLERANCE
 
 #include "calc/driver.h"
 #include "calc/number_text.h"
@@ -31,8 +37,8 @@ struct known_number {
 };
 
 struct problem {
-    std::string title, text, outcome;
-    std::vector<known_number> solution;
+    std::string title, text, outcome, message;
+    std::vector<known_number> solution, end;
 };
 
 std::string behind(const std::string& line, const std::string& mark) {
@@ -55,6 +61,10 @@ problem read_problem(const fs::path& path) {
             read.solution.push_back(read_solution(solution));
         if (const std::string outcome = behind(line, "# outcome: "); !outcome.empty())
             read.outcome = outcome;
+        if (const std::string end = behind(line, "# end: "); !end.empty())
+            read.end.push_back(read_solution(end));
+        if (const std::string message = behind(line, "# message: "); !message.empty())
+            read.message = message;
         read.text += line + "\n";
     }
     return read;
@@ -73,25 +83,33 @@ std::string run(const std::string& program) {
     return std::string(metrify::interpret_dimensional_input_lines(program.c_str()).view());
 }
 
-// How far the expression is from what is known, as the language itself says.
+// How far the expression is from what is known, as the language itself says. The line before takes the report
+// that a failed search leaves due.
 double distance(const problem& at, const known_number& known) {
     const std::string shown =
-        run(at.text + "gap = abs((" + known.expression + ") - (" + known.value + "))\n");
+        run(at.text + "0\ngap = abs((" + known.expression + ") - (" + known.value + "))\n");
     const std::size_t answer = shown.rfind("gap = ");
     double number = NAN;
     metrify::read_double(shown.c_str() + answer + 6, number);
     return number;
 }
 
-bool is_solved(const problem& at) {
-    const std::string shown = run(at.text);
-    if (shown.find("ERROR") != std::string::npos)
-        return false;
-    return std::all_of(at.solution.begin(), at.solution.end(), [&](const known_number& known) {
+bool agrees(const problem& at, const std::vector<known_number>& numbers) {
+    return std::all_of(numbers.begin(), numbers.end(), [&](const known_number& known) {
         double tolerance = 0.0;
         metrify::read_double(known.tolerance.c_str(), tolerance);
         return distance(at, known) <= tolerance;
     });
+}
+
+bool is_solved(const problem& at) {
+    return run(at.text).find("ERROR") == std::string::npos && agrees(at, at.solution);
+}
+
+// The last message; a failed search shows one alone.
+std::string message_of(const std::string& shown) {
+    const std::size_t at = shown.rfind("ERROR");
+    return at == std::string::npos ? std::string() : shown.substr(at, shown.find('\n', at) - at);
 }
 
 class published_problem : public testing::TestWithParam<fs::path> {};
@@ -102,6 +120,11 @@ TEST_P(published_problem, comes_out_as_recorded) {
     EXPECT_EQ(is_solved(at), at.outcome == "solved") << run(at.text);
     if (at.outcome != "solved") {
         EXPECT_THAT(at.outcome, testing::StartsWith("not solved: "));
+        EXPECT_EQ(message_of(run(at.text)), at.message) << run(at.text);
+        EXPECT_FALSE(at.end.empty());
+        for (const known_number& known : at.end)
+            EXPECT_TRUE(agrees(at, {known}))
+                << known.expression << ": " << distance(at, known) << run(at.text);
     }
 }
 

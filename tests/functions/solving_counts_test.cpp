@@ -163,6 +163,17 @@ TEST(counts, of_systems) {
         });
 }
 
+TEST(counts, of_a_system_that_only_the_last_attempt_solves) {
+    // The Jacobian has a column of zeros, which ends Broyden's method after the start and two differences.
+    // The step of Newton's method leads to a negative number, whose logarithm has no value, so that it ends
+    // after one evaluation more. In logarithms that step leads to the root at once.
+    const counted result =
+        run("a = 100\nb = 1\nf1 = ln(a) - 1\nf2 = 2*ln(a) - 2 + 0*b\n", "solve(f1, f2, a, b)");
+    EXPECT_EQ(result.evaluations, 3 + 4 + 3 + 4);
+    EXPECT_NEAR(result.value("a"), std::exp(1.0), 1e-5);
+    EXPECT_EQ(result.value("b"), 1.0);
+}
+
 TEST(counts, of_a_second_attempt_at_a_start_of_zero_are_those_of_the_first) {
     teardown_solver_binding();
     // No change of sign up to where the function overflows. Both walkers are retired there.

@@ -174,6 +174,26 @@ TEST(bessel, real_orders_give_up_on_a_large_x) {
                   "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
 }
 
+// The limit of 10000 passes, and what counts as no change any more: evaluated with 30 digits, the fraction of
+// J and Y takes 9995 passes at 9838 and 10003 at 9850, and 7 less each if ten times as much counted as none.
+// That of I and K takes 9931 at 2.58e6 and 10529 at 2.9e6.
+TEST(bessel, real_orders_give_up_where_their_fraction_takes_too_many_passes) {
+    EXPECT_EQ(call(math_func_bessjy, 9838.0, 0.5).err, "");
+    EXPECT_NE(call(math_func_bessjy, 9850.0, 0.5).err, "");
+    EXPECT_EQ(call(math_func_bessik, 2.58e6, 0.5).err, "");
+    EXPECT_NE(call(math_func_bessik, 2.9e6, 0.5).err, "");
+}
+
+// The first kind starts at 1e-30 and is taken down a hundred orders, by a factor of 1.6e338 at the first
+// point and of 2e338 at the second, as the exact values at both ends tell. The second leaves the range of
+// doubles.
+TEST(bessel, real_orders_are_no_numbers_where_the_recurrence_from_its_start_overflows) {
+    EXPECT_EQ(evaluate(math_func_bessj_frac, 100.25, 0.03192836).value, 0.0);
+    EXPECT_TRUE(std::isnan(evaluate(math_func_bessj_frac, 100.25, 0.03185718).value));
+    EXPECT_EQ(evaluate(math_func_bessi_frac, 100.25, 0.03192849).value, 0.0);
+    EXPECT_TRUE(std::isnan(evaluate(math_func_bessi_frac, 100.25, 0.03185731).value));
+}
+
 TEST(bessel, a_not_a_number_ends_in_the_text_of_the_first_fraction) {
     expect_failed(call(math_func_bessjy, quiet_nan, 0.5),
                   "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");

@@ -49,6 +49,24 @@ TEST(mnbrak, goes_downhill_in_golden_steps) {
     EXPECT_EQ(f.evaluations(), 3U);
 }
 
+TEST(mnbrak, divides_by_a_tiny_number_where_the_points_lie_on_a_line) {
+    // The steps are so short that the parabola with that divisor has its extreme between the third point and
+    // the farthest that is allowed: at step + (gold + 1) gold step^3 / (2 1e-20).
+    constexpr double step = 1e-10;
+    plain_function f = of_one(0.0, [](double x) { return -x; });
+    bracket(f, 0.0, step, true, 1);
+    const double u = step + (gold + 1.0) * gold * step * step * step / 2e-20;
+    EXPECT_NEAR(f.points[3][0], u, 1e-12 * u);
+    EXPECT_GT(u, step + gold * step);
+    EXPECT_LT(u, step + 100.0 * gold * step);
+}
+
+TEST(mnbrak, leaps_a_hundred_times_the_last_distance_at_most) {
+    plain_function f = of_one(0.0, [](double x) { return -x; });
+    bracket(f, 0.0, 1.0, true, 1);
+    EXPECT_DOUBLE_EQ(f.points[3][0], 1.0 + 100.0 * gold);
+}
+
 TEST(mnbrak, ends_at_once_on_a_flat_function) {
     plain_function f = of_one(0.0, [](double) { return 7.0; });
     EXPECT_TRUE(bracket(f, 5.0, 5.5, false).found);

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -68,6 +69,31 @@ TEST(solve_multi_dim, a_root_at_the_start_takes_one_evaluation) {
         plain_function f({3.0, 4.0}, 2, [](const point& x) { return point{x[0] - 3.0 + 9e-9, x[1] - 4.0}; });
         EXPECT_EQ(solve(f, use_broydn).check, 1U);
         EXPECT_EQ(f.evaluations(), 1U);
+    }
+}
+
+TEST(solve_multi_dim, values_of_a_hundred_millionth_at_the_start_are_no_root) {
+    for (const bool use_broydn : {true, false}) {
+        for (const auto& [value, evaluations] : {std::pair(0.999e-8, 1U), {1.001e-8, 4U}}) {
+            plain_function f({3.0, 4.0}, 2, [v = value](const point& x) {
+                return point{x[0] - 3.0 + v, x[1] - 4.0};
+            });
+            EXPECT_EQ(solve(f, use_broydn).check, 1U);
+            EXPECT_EQ(f.evaluations(), evaluations) << value;
+        }
+    }
+}
+
+TEST(solve_multi_dim, values_of_less_than_a_millionth_end_a_method) {
+    // The first step, after one evaluation at the start and two for the Jacobian, ends at the origin.
+    for (const bool use_broydn : {true, false}) {
+        for (const double value : {0.999e-6, 1.001e-6}) {
+            plain_function f({1.0, 1.0}, 2, [value](const point& x) {
+                return x[0] < 0.5 && x[1] < 0.5 ? point{0.0, value} : point{x[0], x[1]};
+            });
+            solve(f, use_broydn);
+            EXPECT_EQ(f.evaluations() == 4U, value < 1e-6) << value;
+        }
     }
 }
 
@@ -167,6 +193,16 @@ TEST(newt, counts_a_search_that_is_given_up_on_a_slope_as_good) {
     EXPECT_EQ(result.check, 1U);
 }
 
+TEST(newt, takes_a_relative_gradient_of_a_hundred_millionth_for_flat_ground) {
+    // The gradient at the start is the tilt in both directions. It is multiplied by the size of the numbers
+    // and divided by the half square sum of the wall, a million.
+    constexpr double limit = 1e-8 * 1e6 / exact_start;
+    for (const double part : {0.999, 1.001}) {
+        plain_function f = opposed_behind_a_wall(part * limit);
+        EXPECT_EQ(solve(f, false).check, part < 1.0 ? 0U : 1U);
+    }
+}
+
 TEST(newt, ends_after_its_passes) {
     plain_function f({exact_start, exact_start}, 2, [](const point& x) { return opposed(x, 0.0); });
     const outcome result = solve(f, false);
@@ -238,6 +274,16 @@ TEST(lnsrch, takes_the_whole_step_where_it_is_good) {
     EXPECT_EQ(result.x[1], 2.0);
     EXPECT_EQ(result.f, 0.0);
     EXPECT_EQ(f.evaluations(), 1U);
+}
+
+TEST(lnsrch, asks_for_a_ten_thousandth_of_the_decrease_that_the_slope_tells) {
+    // The half square sum is 2 at the start, and the slope along the step -4.
+    for (const auto& [half_squares, evaluations] : {std::pair(1.999599, 1U), {1.999601, 2U}}) {
+        plain_function f =
+            of_one(0.0, [h = half_squares](double x) { return x == 2.0 ? std::sqrt(2.0 * h) : 0.0; });
+        EXPECT_EQ(search(f, 0.0, 2.0, -2.0, 2.0, 100.0).check, 1U);
+        EXPECT_EQ(f.evaluations(), evaluations);
+    }
 }
 
 TEST(lnsrch, shortens_a_step_beyond_the_longest) {

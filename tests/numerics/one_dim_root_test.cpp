@@ -3,9 +3,11 @@
 #include "numerics/one_dim_root.h"
 #include "tests/numerics/plain_function.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -133,6 +135,26 @@ TEST(bi_bracket_zero, takes_growth_towards_the_midpoint_for_a_pole) {
     EXPECT_NEAR(found.a, 0.3, 1e-15);
     EXPECT_NEAR(found.b, -0.5, 1e-15);
     EXPECT_NEAR(found.m, -0.1, 1e-15);
+}
+
+// The ends are 0 and 1, with the values at_0 and at_1; the other walker finds no change of sign.
+std::string bracket_with_middle(double at_0, double at_1, double middle, bool expected) {
+    plain_function f = of_one(0.0, [&](double x) {
+        return x == 0.0 ? at_0 : x == 1.0 ? at_1 : x == 0.5 ? middle : at_0;
+    });
+    root_bracket found;
+    return bracket(f, 0.0, 1.0, 600, 2.0, found, expected);
+}
+
+TEST(bi_bracket_zero, lets_a_midpoint_grow_to_one_and_a_half_of_the_larger_end) {
+    constexpr const char* text = "ERROR:  Possible singularity in bi_bracket_zero()\n";
+    for (const auto& [at_0, at_1] : {std::pair(1.0, -1.0), {1.0, -2.0}, {2.0, -1.0}, {-1.0, 2.0}}) {
+        const double bound = 1.5 * std::max(std::fabs(at_0), std::fabs(at_1));
+        for (const double sign : {1.0, -1.0}) {
+            EXPECT_EQ(bracket_with_middle(at_0, at_1, sign * bound, true), "");
+            EXPECT_EQ(bracket_with_middle(at_0, at_1, sign * std::nextafter(bound, 9.0), false), text);
+        }
+    }
 }
 
 TEST(bi_bracket_zero, walks_on_over_values_that_are_no_numbers) {

@@ -22,8 +22,12 @@ struct routine {
     std::size_t arguments;
     std::size_t outputs;
     routine_outputs (*call)(const routine_arguments& x, text_str*& err);
-    double bound; // of the error, relative to the scale in the routine's table of exact values
+    double bound;        // of the error, relative to the scale in the routine's table of exact values
+    double stated_bound; // the same for the values of its required approximation
 };
+
+/// Of a routine that no certain approximation is required of.
+constexpr double not_stated = -1.0;
 
 std::span<const routine> all_routines();
 

@@ -1,0 +1,34 @@
+#pragma once
+
+// The tables of values beside the tests: arguments, and for each output of a routine its value and what an
+// error is divided by.
+
+#include "tests/numerics/routines.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace metrify::test {
+
+struct tabled_value {
+    double value, scale;
+};
+
+struct table_row {
+    routine_arguments arguments;
+    std::array<tabled_value, most_outputs> outputs;
+    std::string text; // of the arguments
+};
+
+/// The table of a routine in a folder beside the tests; empty, and a failure of the test, if there is none.
+std::vector<table_row> read_table(const std::string& folder, const routine& tested);
+
+/// The largest error of a routine's outputs against a table, and the arguments where it was.
+struct largest_error {
+    double error;
+    std::string at;
+};
+largest_error compare_with_table(const routine& tested, const std::vector<table_row>& rows);
+
+} // namespace metrify::test
