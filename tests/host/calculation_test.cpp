@@ -68,6 +68,23 @@ TEST(cells, what_is_no_formula_is_not_entered) {
     EXPECT_EQ(host.ValueOf(u"A1"), CellValue(7.0));
 }
 
+TEST(cells, sheets_are_as_large_as_in_their_release) {
+    const struct {
+        int release;
+        const char16_t* last;
+        const char16_t* below;
+        const char16_t* beside;
+    } rows[] = {{4, u"=IV16384", u"=A16385", u"=IW1"},        {7, u"=IV16384", u"=A16385", u"=IW1"},
+                {8, u"=IV65536", u"=A65537", u"=IW1"},        {11, u"=IV65536", u"=A65537", u"=IW1"},
+                {12, u"=XFD1048576", u"=A1048577", u"=XFE1"}, {16, u"=XFD1048576", u"=A1048577", u"=XFE1"}};
+    for (const auto& row : rows) {
+        Host host(row.release);
+        EXPECT_EQ(host.Evaluate(row.last), CellValue()) << row.release;
+        EXPECT_EQ(host.Evaluate(row.below), CellValue(CellError{29})) << row.release;
+        EXPECT_EQ(host.Evaluate(row.beside), CellValue(CellError{29})) << row.release;
+    }
+}
+
 TEST(array_formulas, have_one_value_for_each_cell) {
     Host host(15);
     ASSERT_TRUE(EnterArray(host, {1, 2, 1, 2}, u"={1,2;3,4}"));

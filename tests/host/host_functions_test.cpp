@@ -103,6 +103,16 @@ TEST(host_functions, information_on_the_host) {
         EXPECT_EQ(Ask4(host, 186, {item}), Success(CellError{15})) << item;
 }
 
+TEST(host_functions, settings_are_those_of_the_united_states) {
+    Host host(15);
+    const CellArray settings =
+        RowOf({1.0,  1.0,        u".", u",",  u",",  u"R",  u"C", u"r", u"c",  u"[",  u"]",  u"{",
+               u"}", u",",       u";", u"\\", u"/",  u":",  u"y", u"m", u"d",  u"h",  u"m",  u"s",
+               u"$", u"General", 2.0,  1.0,   2.0,   3.0,   3.0,  0.0,  false, false, false, false,
+               true, true,       true, false, false, false, true, true, false});
+    EXPECT_EQ(Ask12(host, 186, {37.0}), Success(settings));
+}
+
 TEST(host_functions, conversion_takes_the_first_wanted_type_that_fits) {
     Host host(15);
     const auto converted = [&host](const CellValue& value, int wanted) {
