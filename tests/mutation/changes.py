@@ -170,13 +170,11 @@ class Finder:
         elif token.text in ("true", "false"):
             self.replace("negation", index, "false" if token.text == "true" else "true")
         elif token.text in ("if", "while") and self.text(index + 1) == "(":
-            start, end = self.tokens[index + 1].end, self.tokens[self.closing[index + 1]].start
+            # After a declaration in it, only the last part is a condition.
+            close = self.closing[index + 1]
+            first = [at for at in range(index + 1, close) if at == index + 1 or self.text(at) == ";"][-1]
+            start, end = self.tokens[first + 1].start, self.tokens[close].start
             condition = self.source[start:end]
-            # With a declaration in it, only its last part is a condition.
-            declaration = condition.rfind(";")
-            if declaration >= 0:
-                start += declaration + 2
-                condition = self.source[start:end]
             if not re.search(r"[^=!<>]=[^=]", condition):
                 self.add("negation", start, end, f"!({condition})")
 
