@@ -95,8 +95,19 @@ constexpr OwnFunction own_functions[] = {
 
 // ---- Operators
 
+// An empty cell as the empty value of another one's kind.
+CellValue EmptyAs(const CellValue& other) {
+    if (other.Is<std::u16string>())
+        return u"";
+    return other.Is<bool>() ? CellValue(false) : CellValue(0.0);
+}
+
 CellValue Compare(const std::u16string& symbol, const CellValue& left, const CellValue& right) {
-    // Numbers go before texts, texts before booleans; an empty cell is what the other side makes of it.
+    if (left.Is<EmptyCell>() && !right.Is<EmptyCell>())
+        return Compare(symbol, EmptyAs(right), right);
+    if (right.Is<EmptyCell>() && !left.Is<EmptyCell>())
+        return Compare(symbol, left, EmptyAs(left));
+    // Numbers go before texts, texts before booleans.
     const auto rank = [](const CellValue& value) {
         return value.Is<bool>() ? 2 : value.Is<std::u16string>() ? 1 : 0;
     };

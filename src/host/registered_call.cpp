@@ -66,13 +66,10 @@ class EntryArgument {
     }
 
     static CellValue Turned(char letter, const CellValue& value) {
-        using Short = std::numeric_limits<std::int16_t>;
         using Int = std::numeric_limits<std::int32_t>;
         switch (letter) {
         case 'A':
             return ToBoolValue(value);
-        case 'I':
-            return ToIntegerValue(value, Short::min(), Short::max());
         case 'J':
             return ToIntegerValue(value, Int::min(), Int::max());
         default:
