@@ -4,6 +4,7 @@
 // stands in the base system, and an angle comes out in radians.
 
 #include "functions/builtin.h"
+#include "numerics/hyperbolic.h"
 #include "numerics/trigonometry.h"
 
 #include <cmath>
@@ -91,12 +92,12 @@ inline constexpr formula_function formulas[] = {
     {"asec",  gives::radians, beyond_one,    [](double x) { return x < 0.0 ? half_turn - arc(x) : arc(x); }},
     {"acsc",  gives::radians, beyond_one,    [](double x) { return side(x) * std::acos(leg(x) / x); }},
     {"acot",  gives::radians, everywhere,    [](double x) { return side(x) * quarter_turn - std::atan(x); }},
-    {"sinh",  gives::number,  everywhere,    [](double x) { return std::sinh(x); }},
-    {"cosh",  gives::number,  everywhere,    [](double x) { return std::cosh(x); }},
-    {"tanh",  gives::number,  everywhere,    [](double x) { return std::tanh(x); }},
-    {"sech",  gives::number,  everywhere,    [](double x) { return one_over(std::cosh(x)); }},
-    {"csch",  gives::number,  everywhere,    [](double x) { return one_over(std::sinh(x)); }},
-    {"coth",  gives::number,  everywhere,    [](double x) { return one_over(std::tanh(x)); }},
+    {"sinh",  gives::number,  everywhere,    [](double x) { return hyperbolic_sine(x); }},
+    {"cosh",  gives::number,  everywhere,    [](double x) { return hyperbolic_cosine(x); }},
+    {"tanh",  gives::number,  everywhere,    [](double x) { return hyperbolic_tangent(x); }},
+    {"sech",  gives::number,  everywhere,    [](double x) { return one_over(hyperbolic_cosine(x)); }},
+    {"csch",  gives::number,  everywhere,    [](double x) { return one_over(hyperbolic_sine(x)); }},
+    {"coth",  gives::number,  everywhere,    [](double x) { return one_over(hyperbolic_tangent(x)); }},
     {"asinh", gives::number,  everywhere,    [](double x) { return sinh_inverse(x); }},
     {"acosh", gives::number,  acosh_limits,  [](double x) { return cosh_inverse(x); }},
     {"atanh", gives::number,  atanh_limits,  [](double x) { return 0.5 * std::log((x + 1.0) / (1.0 - x)); }},

@@ -1,5 +1,6 @@
 #include "numerics/jacobi.h"
 
+#include "numerics/hyperbolic.h"
 #include "numerics/trigonometry.h"
 
 #include <array>
@@ -66,8 +67,8 @@ jacobi_values by_transformations(double u, double emc) {
 
 void math_func_sncndn(double u, double emmc, double& sn, double& cn, double& dn, text_str*&) {
     if (emmc == 0.0) {
-        cn = dn = 1.0 / std::cosh(u);
-        sn = std::tanh(u);
+        cn = dn = 1.0 / hyperbolic_cosine(u);
+        sn = hyperbolic_tangent(u);
         return;
     }
     if (emmc < 0.0) {

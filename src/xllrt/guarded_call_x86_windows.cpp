@@ -23,12 +23,17 @@ struct FaultScope {
     void* resume[5];
 };
 
+// The head of the chain is at fs:0, which the compiler doesn't know to be read by the system at any fault. It
+// has to leave these accesses in the code and in their order, and to have everything written by then. The
+// functions of <windows.h> for this segment don't tell it so.
 FaultScope* InnermostScope() {
-    return reinterpret_cast<FaultScope*>(__readfsdword(0));
+    FaultScope* scope = nullptr;
+    asm volatile("movl %%fs:0, %0" : "=r"(scope) : : "memory");
+    return scope;
 }
 
 void SetInnermostScope(FaultScope* scope) {
-    __writefsdword(0, reinterpret_cast<unsigned long>(scope));
+    asm volatile("movl %0, %%fs:0" : : "r"(scope) : "memory");
 }
 
 EXCEPTION_DISPOSITION __cdecl OnException(EXCEPTION_RECORD* record, FaultScope* scope, CONTEXT* /*context*/,

@@ -1,0 +1,15 @@
+#pragma once
+
+// Hyperbolic functions that are the same on every platform. The runtimes compute them with registers of
+// different widths, and their last digits differ.
+
+namespace metrify {
+
+/// The hyperbolic sine of x, to about two units in the last place.
+double hyperbolic_sine(double x);
+/// Likewise the cosine.
+double hyperbolic_cosine(double x);
+/// Likewise the tangent.
+double hyperbolic_tangent(double x);
+
+} // namespace metrify
