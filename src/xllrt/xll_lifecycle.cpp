@@ -44,7 +44,7 @@ bool IsOpeningWanted(CXllApp& application) {
 }
 
 void OfferWizardRegistry(CXllApp& application) {
-    IXlWizardRegistry* const registry = application.WizardRegistry();
+    IXlWizExUIFunctionRegistry* const registry = application.WizardRegistry();
     if (registry && registry->HasEntries() && registry->MakeReady()) {
         application.ComHelper().HoldRegistry(*registry);
     }
@@ -86,6 +86,12 @@ bool Load(CXllApp& application) {
     application.isOpenedMark = true;
     is_opened = is_loaded;
     return is_loaded;
+}
+
+void ReleaseWizardRegistry(CXllApp& application) {
+    if (application.ComHelper().HoldsRegistry()) {
+        application.ComHelper().ReleaseRegistry();
+    }
 }
 
 // ---- What went wrong
@@ -138,7 +144,13 @@ void SetAddInOpened(bool opened) {
 }
 
 int OpenAddIn() {
-    if (is_opened || !LoadOrTell()) {
+    if (is_opened) {
+        return 0;
+    }
+    if (!LoadOrTell()) {
+        if (CXllApp* const application = CXllApp::Instance()) {
+            ReleaseWizardRegistry(*application);
+        }
         return 0;
     }
     KeepFaultTreatment();
@@ -152,9 +164,7 @@ int CloseAddIn() {
     if (!application) {
         return 1;
     }
-    if (application->ComHelper().HoldsRegistry()) {
-        application->ComHelper().ReleaseRegistry();
-    }
+    ReleaseWizardRegistry(*application);
     if (is_opened) {
         CXlEventArgs args;
         application->events.close.Notify(args);
@@ -166,7 +176,7 @@ int CloseAddIn() {
     if (HasRibbon(*application)) {
         application->Ribbon().Deactivate();
     }
-    if (IXlWizardRegistry* const registry = application->WizardRegistry()) {
+    if (IXlWizExUIFunctionRegistry* const registry = application->WizardRegistry()) {
         registry->Close();
     }
     return 1;

@@ -179,11 +179,14 @@ TEST_F(AppTest, detach_lets_observers_functions_and_marks_go) {
 
 // ---- The wizard registry
 
-class NotingRegistry final : public IXlWizardRegistry {
+class NotingRegistry final : public IXlWizExUIFunctionRegistry {
   public:
     NotingRegistry(ScriptedHost& host, bool has_entries, bool ready)
         : host_(host), has_entries_(has_entries), ready_(ready) {}
     bool HasEntries() const override { return has_entries_; }
+    bool UsesThemes() const override { return false; }
+    IXlWizExFunction* FindFunction(std::string_view /*name*/) const override { return nullptr; }
+    const XlIconSize* IconSize(int /*kind*/) const override { return nullptr; }
     bool MakeReady() override { return ready_; }
     void Close() override { host_.Note("registry closed"); }
 
@@ -196,7 +199,7 @@ class NotingRegistry final : public IXlWizardRegistry {
 class NotingComHelper final : public IXlComHelper {
   public:
     explicit NotingComHelper(ScriptedHost& host) : host_(host) {}
-    void HoldRegistry(IXlWizardRegistry& /*registry*/) override {
+    void HoldRegistry(IXlWizExUIFunctionRegistry& /*registry*/) override {
         host_.Note("registry held");
         holds_ = true;
     }
@@ -215,7 +218,7 @@ class WizardIntegration final : public CXlIntegration {
   public:
     WizardIntegration(ScriptedHost& host, bool has_entries, bool ready)
         : host_(host), has_entries_(has_entries), ready_(ready) {}
-    std::unique_ptr<IXlWizardRegistry> MakeWizardRegistry() const override {
+    std::unique_ptr<IXlWizExUIFunctionRegistry> MakeWizardRegistry() const override {
         return std::make_unique<NotingRegistry>(host_, has_entries_, ready_);
     }
     std::unique_ptr<IXlComHelper> MakeComHelper() const override {
