@@ -36,7 +36,7 @@ CXlFunctionDescriptor CallbackDescriptor() {
     return descriptor;
 }
 
-// The callback in the host's list, as long as this lives.
+// The callback in the host's list, as long as this lives. If the host refuses it, there is nothing to undo.
 class CallbackRegistration {
   public:
     explicit CallbackRegistration(CXllApp& application) : application_(application) {
@@ -49,6 +49,9 @@ class CallbackRegistration {
     CallbackRegistration(const CallbackRegistration&) = delete;
     CallbackRegistration& operator=(const CallbackRegistration&) = delete;
     ~CallbackRegistration() {
+        if (!is_registered_) {
+            return;
+        }
         if (CXlFunctionDescriptor* const descriptor = application_.functions.FindFunction(kCallbackName)) {
             UnregisterFunction(application_, *descriptor);
             application_.functions.RemoveFunction(kCallbackName);
@@ -69,7 +72,7 @@ bool Command(int command, const char16_t* text, ComFailure& failure, const Argum
     if (code == xlretSuccess) {
         return true;
     }
-    failure = {FilledText(text, DecimalText(code)), E_FAIL};
+    failure = ComFailure::Sentence(FilledText(text, DecimalText(code)));
     return false;
 }
 
@@ -84,7 +87,7 @@ bool CXllCom::InitCheckInstance(ComFailure& failure) {
         if (callback.IsRegistered()) {
             is_done = SearchWithWorkbook(failure);
         } else {
-            failure = {u"InitCheckInstance() failed to register callback", E_FAIL};
+            failure = ComFailure::Sentence(u"InitCheckInstance() failed to register callback");
         }
     }
     CoUninitialize();
@@ -139,7 +142,7 @@ bool CXllCom::TermExcelOleFix(ComFailure& failure) {
 }
 
 bool CXllCom::CallCheckInstance(IDispatch* candidate) {
-    // The sign in front of the path is meant.
+    // The percent sign in front of the path is part of the text.
     const std::u16string macro =
         FilledText(u"CALL(\"%{0}\",\"{1}\",\"j\")", ToWide(application_object_->GetModuleText()),
                    std::u16string_view(kCallbackName));

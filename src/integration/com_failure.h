@@ -1,20 +1,25 @@
 #pragma once
 
-// What the road to the host says when it fails.
+// What the COM helper says when it fails.
 
 #include "integration/com_value.h"
 #include "xllrt/string_formatter.h"
 
 #include <string>
+#include <utility>
 
 namespace metrify {
 
+/// A text that names the call that failed comes with the code of that call. A text that is a sentence of its
+/// own comes with `S_FALSE`, which is no failure code, so that whoever shows it adds no code to it.
 struct ComFailure {
     std::u16string text; ///< without a line end
     HRESULT code = S_OK;
+
+    static ComFailure Sentence(std::u16string text) { return {std::move(text), S_FALSE}; }
 };
 
-/// The system's words for a result code, behind the name of what failed.
+/// The system's text for a result code, after the name of what failed.
 std::u16string SystemText(std::u16string_view name, HRESULT code);
 
 /// A code as "0x80004005".

@@ -9,10 +9,13 @@
 
 namespace metrify {
 
+/// English, which the host's object model understands in every language.
+inline constexpr LCID kHostLocale = 1033;
+
 struct DispatchCall {
     const char16_t* name;
     WORD flags;
-    LCID locale = LOCALE_USER_DEFAULT;
+    LCID locale = kHostLocale;
 };
 
 struct DispatchOutcome {

@@ -19,11 +19,9 @@ class ComHelper final : public IXlComHelper {
     ComHelper& operator=(const ComHelper&) = delete;
     ~ComHelper() override { ComHelper::ReleaseRegistry(); }
 
-    void HoldRegistry(IXlWizardRegistry& registry) override {
-        if (auto* const functions = dynamic_cast<IXlWizExUIFunctionRegistry*>(&registry)) {
-            CWizardHook::Install(*functions);
-            holds_registry_ = true;
-        }
+    void HoldRegistry(IXlWizExUIFunctionRegistry& registry) override {
+        CWizardHook::Install(registry);
+        holds_registry_ = true;
     }
 
     bool HoldsRegistry() const override { return holds_registry_; }
@@ -44,7 +42,7 @@ std::unique_ptr<IXlComHelper> CXlRealIntegration::MakeComHelper() const {
     return std::make_unique<ComHelper>();
 }
 
-std::unique_ptr<IXlWizardRegistry> CXlRealIntegration::MakeWizardRegistry() const {
+std::unique_ptr<IXlWizExUIFunctionRegistry> CXlRealIntegration::MakeWizardRegistry() const {
     return std::make_unique<CXlWizExUIFunctionRegistry>();
 }
 

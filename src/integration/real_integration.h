@@ -9,7 +9,7 @@ namespace metrify {
 class CXlRealIntegration final : public CXlIntegration {
   public:
     std::unique_ptr<IXlComHelper> MakeComHelper() const override;
-    std::unique_ptr<IXlWizardRegistry> MakeWizardRegistry() const override;
+    std::unique_ptr<IXlWizExUIFunctionRegistry> MakeWizardRegistry() const override;
     std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const override;
     std::unique_ptr<IXlComHolder> MakeComHolder() const override;
 };

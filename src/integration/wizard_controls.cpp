@@ -38,6 +38,10 @@ int WizardControls::FirstVisible() const {
     return GetScrollPos(scroll_bar, SB_CTL);
 }
 
+bool IsBoxVisible(HWND box) {
+    return (GetWindowLongA(box, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 bool FindWizardControls(HWND dialog, WizardControls& controls) {
     controls = {};
     std::vector<HWND> children;
@@ -52,7 +56,7 @@ bool FindWizardControls(HWND dialog, WizardControls& controls) {
             return false;
         }
         controls.boxes[i] = children[i];
-        if (IsWindowVisible(children[i])) {
+        if (IsBoxVisible(children[i])) {
             controls.count = static_cast<int>(i) + 1;
         }
     }

@@ -20,6 +20,9 @@ struct WizardControls {
     int FirstVisible() const;
 };
 
+/// Whether a box is one of those that the dialog shows, or will show when it is shown itself.
+bool IsBoxVisible(HWND box);
+
 /// Finds the controls. False if the window's children aren't those of the dialog.
 bool FindWizardControls(HWND dialog, WizardControls& controls);
 

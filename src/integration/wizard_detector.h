@@ -13,7 +13,7 @@ namespace metrify {
 class CXlFormulaWizardDetector final : public IXlFormulaWizardDetector {
   public:
     /// Whether some window of the host's is the formula dialog.
-    bool IsOpen() const;
+    bool IsOpen() const override;
 
     /// Whether this window is the formula dialog of the host whose main window has these low 16 bits.
     bool IsFormulaDialog(HWND window, std::uint16_t host_window) const;

@@ -68,6 +68,11 @@ void CWizardHook::Remove() {
     installed.reset();
 }
 
+void CWizardHook::Abandon() {
+    // The system takes back what the process held.
+    static_cast<void>(installed.release());
+}
+
 CWizardHook::CWizardHook(IXlWizExUIFunctionRegistry& registry)
     : registry_(registry), system_major_(SystemMajor()) {
     InitialiseControls();

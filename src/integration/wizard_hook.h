@@ -20,9 +20,11 @@ class CWizardHook {
     /// Watches the calling thread from now on. Throws a `CXlRuntimeException` if that is done already, or
     /// can't be. The registry must stay.
     static void Install(IXlWizExUIFunctionRegistry& registry);
-    /// Stops watching, and takes away what stands.
+    /// Stops watching, and takes everything away that it put into the dialog.
     static void Remove();
-    /// The hook in force, or null.
+    /// For the end of the process, when no window may be called any more: forgets the hook without a call.
+    static void Abandon();
+    /// The installed hook, or null.
     static CWizardHook* Instance();
 
     ~CWizardHook();

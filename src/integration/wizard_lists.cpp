@@ -33,6 +33,16 @@ class DisabledWindow {
     HWND window_;
 };
 
+int LineHeight(HWND window, HFONT font) {
+    TEXTMETRICA metrics{};
+    const HDC canvas = GetDC(window);
+    const HGDIOBJ before = SelectObject(canvas, font);
+    GetTextMetricsA(canvas, &metrics);
+    SelectObject(canvas, before);
+    ReleaseDC(window, canvas);
+    return metrics.tmHeight;
+}
+
 bool IsDown(int key) {
     return GetAsyncKeyState(key) < 0;
 }
@@ -80,9 +90,8 @@ void CWizardHook::PlaceList() {
     RECT box{};
     GetWindowRect(controls_.boxes[static_cast<std::size_t>(open_index_)], &box);
     MapWindowPoints(nullptr, dialog_, reinterpret_cast<POINT*>(&box), 2);
-    const auto item_height = static_cast<int>(SendMessageA(list_, CB_GETITEMHEIGHT, 0, 0));
     SetWindowPos(list_, HWND_TOP, box.left, box.bottom, box.right + kBeyondBox - box.left,
-                 item_height * (kShownItems + 2), SWP_SHOWWINDOW | SWP_NOACTIVATE);
+                 LineHeight(list_, font_) * (kShownItems + 2), SWP_SHOWWINDOW | SWP_NOACTIVATE);
 }
 
 void CWizardHook::TakeSelection() {

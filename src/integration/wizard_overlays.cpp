@@ -70,7 +70,7 @@ void CWizardHook::Rebuild() {
     }
     for (int box = 0; box < kWizardBoxes; ++box) {
         const ArgumentUi kind = KindOf(box);
-        if (kind != ArgumentUi::none && IsWindowVisible(controls_.boxes[static_cast<std::size_t>(box)])) {
+        if (kind != ArgumentUi::none && IsBoxVisible(controls_.boxes[static_cast<std::size_t>(box)])) {
             MakeOverlay(box, kind);
         }
     }

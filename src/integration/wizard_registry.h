@@ -18,19 +18,19 @@ enum class ArgumentUi { none, list, button };
 /// A choice of values for an argument.
 class IXlWizExList {
   public:
-    virtual ~IXlWizExList() = default;
     virtual int ItemCount() const = 0;
     virtual std::string ItemText(int item) const = 0;
     /// What goes into the box for an item.
     virtual std::string ValueText(int item) const = 0;
+    virtual ~IXlWizExList() = default;
 };
 
 /// A dialog for an argument.
 class IXlWizExButton {
   public:
-    virtual ~IXlWizExButton() = default;
     /// Runs the dialog with the box's text. True if it changed the text.
     virtual bool Run(std::string& text, void* parent_window) = 0;
+    virtual ~IXlWizExButton() = default;
 };
 
 /// The key that opens what stands beside a box.
@@ -40,43 +40,28 @@ struct XlWizExKey {
     int content_mode = 0;       ///< 0 never; 1 in an empty box; 2 also over a constant; 3 always
 };
 
-/// A function's own wishes. Arguments are counted from 0.
+/// What a function adds to its dialog. Arguments are counted from 0.
 class IXlWizExFunction {
   public:
-    virtual ~IXlWizExFunction() = default;
     virtual int KindCount() const = 0;
     virtual ArgumentUi KindOf(int argument) const = 0;
     /// The list of an argument with one, otherwise null.
     virtual IXlWizExList* ListOf(int argument) = 0;
+    virtual XlWizExKey KeyOf(int argument) const = 0;
+    virtual ~IXlWizExFunction() = default;
+
     /// The dialog of an argument with a button, otherwise null.
     virtual IXlWizExButton* ButtonOf(int argument) = 0;
-    virtual XlWizExKey KeyOf(int argument) const = 0;
-};
-
-struct XlIconSize {
-    int width = 0;
-    int height = 0;
-};
-
-/// What the hook asks of a registry.
-class IXlWizExUIFunctionRegistry : public IXlWizardRegistry {
-  public:
-    /// Whether lists and buttons are drawn in the user's theme.
-    virtual bool UsesThemes() const = 0;
-    /// Null for a function that has no wishes.
-    virtual IXlWizExFunction* FindFunction(std::string_view name) const = 0;
-    /// The size for kind 1 or 2, otherwise null.
-    virtual const XlIconSize* IconSize(int kind) const = 0;
 };
 
 class CXlWizExUIFunctionRegistry final : public IXlWizExUIFunctionRegistry {
   public:
     bool HasEntries() const override { return !functions_.empty(); }
-    bool MakeReady() override;
-    void Close() override { functions_.clear(); }
     bool UsesThemes() const override { return usesThemes; }
     IXlWizExFunction* FindFunction(std::string_view name) const override;
     const XlIconSize* IconSize(int kind) const override;
+    bool MakeReady() override;
+    void Close() override { functions_.clear(); }
 
     /// Adds a function, which must stay as long as it is here.
     void Add(std::string name, IXlWizExFunction& function);

@@ -39,8 +39,9 @@ void DrawClassic(ArgumentUi kind, const DRAWITEMSTRUCT& item) {
         return;
     }
     DrawFrameControl(item.hDC, &place, DFC_BUTTON, DFCS_BUTTONPUSH | pressed);
-    SetBkMode(item.hDC, TRANSPARENT);
+    const int background = SetBkMode(item.hDC, TRANSPARENT);
     DrawTextA(item.hDC, "...", -1, &place, kCentred);
+    SetBkMode(item.hDC, background);
 }
 
 static_assert(DFC_SCROLL == 3 && DFCS_SCROLLCOMBOBOX == 5 && (DFCS_SCROLLCOMBOBOX | DFCS_PUSHED) == 517);

@@ -12,18 +12,22 @@ namespace {
 // From this version on the host's window leads to its objects.
 constexpr double kFirstWindowVersion = 8.0;
 
-constinit CXllCom* instance_in_force = nullptr;
+constinit CXllCom* current_instance = nullptr;
 
 } // namespace
 
 CXllCom* CXllCom::Instance() {
-    return instance_in_force;
+    return current_instance;
 }
 
 CXllCom::~CXllCom() {
-    Shutdown();
-    if (instance_in_force == this) {
-        instance_in_force = nullptr;
+    ComFailure failure;
+    if (!Shutdown(failure)) {
+        // There is no caller left to be told.
+        OutputDebugStringW(AsSystemText(failure.text));
+    }
+    if (current_instance == this) {
+        current_instance = nullptr;
     }
     if (is_apartment_entered_) {
         CoUninitialize();
@@ -31,19 +35,18 @@ CXllCom::~CXllCom() {
 }
 
 bool CXllCom::Init(ComFailure& failure) {
-    failure = {.text = {}, .code = E_FAIL};
-    if (instance_in_force) {
-        failure.text = u"An instance of CXllCom has already been created";
+    if (current_instance) {
+        failure = ComFailure::Sentence(u"An instance of CXllCom has already been created");
         return false;
     }
-    instance_in_force = this;
+    current_instance = this;
     if (application_object_) {
-        failure.text = u"Init() has already been called";
+        failure = ComFailure::Sentence(u"Init() has already been called");
         return false;
     }
     application_object_ = CXllApp::Instance();
     if (!application_object_) {
-        failure.text = u"No CXllApp instance found";
+        failure = ComFailure::Sentence(u"No CXllApp instance found");
         return false;
     }
     if (const HRESULT code = CoInitialize(nullptr); FAILED(code)) {
@@ -51,7 +54,7 @@ bool CXllCom::Init(ComFailure& failure) {
         return false;
     }
     host_version_ = HostVersion();
-    is_apartment_entered_ = host_version_ >= kFirstWindowVersion; // the other road leaves it by itself
+    is_apartment_entered_ = host_version_ >= kFirstWindowVersion; // the search leaves it by itself
     is_started_ = is_apartment_entered_ ? FindByWindow(failure) : InitCheckInstance(failure);
     if (is_started_) {
         failure = {};
@@ -67,19 +70,29 @@ bool CXllCom::Init(std::string& text, HRESULT& code) {
     return is_done;
 }
 
-void CXllCom::Shutdown() {
+bool CXllCom::Shutdown(ComFailure& failure) {
+    failure = {};
     if (!is_started_) {
-        return;
+        return true;
     }
-    ComFailure dropped;
-    SetEvents(false, dropped);
+    const bool is_done = SetEvents(false, failure);
     application_ = ComPtr<IDispatch>();
     is_started_ = false;
-    instance_in_force = nullptr;
+    current_instance = nullptr;
+    return is_done;
+}
+
+void CXllCom::Abandon() {
+    application_.Release();
+    sink_.Release();
+    is_started_ = false;
+    is_apartment_entered_ = false;
+    are_events_connected_ = false;
+    current_instance = nullptr;
 }
 
 void CXllCom::NoteCallback() {
-    // A call that nobody asked for proves nothing.
+    // A call that was not asked for proves nothing.
     if (is_armed_) {
         is_found_ = true;
     }

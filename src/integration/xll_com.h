@@ -1,7 +1,7 @@
 #pragma once
 
-// The road to the host's automation: the application object of the very host that loaded the add-in, its
-// events, and macros run through it. One exists in a process; everything happens on the host's main thread.
+// The host's automation: the application object of the very host that loaded the add-in, its events, and
+// macros run through it. One exists in a process; everything happens on the host's main thread.
 
 #include "integration/com_failure.h"
 #include "integration/dispatch_sink.h"
@@ -27,18 +27,24 @@ class CXllCom {
     bool Init(ComFailure& failure);
     bool Init(std::string& text, HRESULT& code);
 
-    /// Disconnects from the host's events and lets its object go. It can't be started again.
-    void Shutdown();
+    /// Disconnects from the host's events and releases its object. It can't be started again. False, with the
+    /// reason, if the host keeps a connection.
+    bool Shutdown(ComFailure& failure);
+
+    /// For the end of the process, when no component may be called any more: forgets the host without a call.
+    void Abandon();
 
     IDispatch* Application() const { return application_.Get(); }
 
     // ---- Events
 
-    /// Connects to the host's events or disconnects. Gives whether the state asked for is reached.
+    /// Connects to the host's events or disconnects. Gives whether the state asked for is reached. A host
+    /// that can't be disconnected from is a failure, but its events have no effect afterwards.
     bool SetEvents(bool enable, ComFailure& failure);
     bool AreEventsConnected() const { return are_events_connected_; }
 
     /// An event of a host that calls a macro for it: 0 activation of a sheet, 1 deactivation, 2 calculation.
+    /// The macro that the host had for it before runs afterwards, also if an observer throws.
     void HandleMacroEvent(std::size_t index);
 
     // ---- Macros and properties
@@ -48,6 +54,7 @@ class CXllCom {
     /// Runs a macro by its name, the first of the arguments, with the host's alerts switched off.
     HRESULT RunMacroByName(std::span<const ComVariant> arguments, ComVariant& answer);
 
+    /// The sheet that the user sees.
     HRESULT ActiveWorksheet(ComPtr<IDispatch>& sheet) const;
 
     // ---- The proof
@@ -77,10 +84,11 @@ class CXllCom {
 
     // Events.
     bool Connect(ComFailure& failure);
-    void Disconnect();
+    bool Disconnect(ComFailure& failure);
     bool SetMacros(ComFailure& failure);
-    void RestoreMacros(std::size_t count);
+    bool RestoreMacros(std::size_t count, ComFailure& failure);
     bool RegisterMacros();
+    void NotifyMacroEvent(std::size_t index);
 
     bool is_armed_ = false; // the callback counts
     bool is_found_ = false;

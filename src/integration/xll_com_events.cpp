@@ -1,8 +1,10 @@
 // Connecting to the host's events: by a connection point, or in old hosts by three properties that name a
 // macro.
 
+#include "integration/busy_host.h"
 #include "integration/command_descriptor.h"
 #include "integration/dispatch_call.h"
+#include "integration/guarded.h"
 #include "integration/xll_com.h"
 #include "xllrt/code_page.h"
 #include "xllrt/host_paths.h"
@@ -39,12 +41,11 @@ HRESULT AtlUnadvise(IUnknown* source, DWORD cookie) {
     return FAILED(code) ? code : point->Unadvise(cookie);
 }
 
-// A host that is busy may refuse once, and the connection must not stay behind.
-template <class Call>
-void TryTwice(Call call) {
-    if (FAILED(call())) {
-        call();
-    }
+// Keeps the module in memory to the end of the process: the host may still call into it.
+void KeepModule() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<const wchar_t*>(&KeepModule), &module);
 }
 
 std::u16string BaseNameOfAddIn() {
@@ -69,13 +70,8 @@ bool CXllCom::SetEvents(bool enable, ComFailure& failure) {
         are_events_connected_ = has_point ? Connect(failure) : SetMacros(failure);
         return are_events_connected_;
     }
-    if (has_point) {
-        Disconnect();
-    } else {
-        RestoreMacros(kMacroEvents.size());
-    }
     are_events_connected_ = false;
-    return true;
+    return has_point ? Disconnect(failure) : RestoreMacros(kMacroEvents.size(), failure);
 }
 
 bool CXllCom::Connect(ComFailure& failure) {
@@ -88,7 +84,7 @@ bool CXllCom::Connect(ComFailure& failure) {
         failure = {u"CreateInstance", E_OUTOFMEMORY};
         return false;
     }
-    // As any object it is asked through its interface.
+    // It is asked through its interface, as any object is.
     IUnknown* const object = sink.Get();
     ComPtr<IUnknown> identity;
     failure.code = object->QueryInterface(IID_IUnknown, identity.ReceiveAny());
@@ -105,12 +101,19 @@ bool CXllCom::Connect(ComFailure& failure) {
     return true;
 }
 
-void CXllCom::Disconnect() {
-    TryTwice([this] { return AtlUnadvise(application_.Get(), cookie_); });
+bool CXllCom::Disconnect(ComFailure& failure) {
+    const HRESULT code = CallBusyHost([this] { return AtlUnadvise(application_.Get(), cookie_); });
     cookie_ = 0;
-    // Whoever still holds the sink tells nobody any more.
+    // From here on events have no effect, also if the host still holds the sink.
     sink_->SetApplication(nullptr);
+    if (FAILED(code)) {
+        sink_.Release(); // the reference keeps it alive
+        KeepModule();
+        failure = {SystemText(u"AtlUnadvise", code), code};
+        return false;
+    }
     sink_ = ComPtr<CDispatchSink>();
+    return true;
 }
 
 bool CXllCom::SetMacros(ComFailure& failure) {
@@ -127,18 +130,26 @@ bool CXllCom::SetMacros(ComFailure& failure) {
         }
         if (FAILED(failure.code)) {
             failure.text = SystemText(kMacroEvents[i], failure.code);
-            RestoreMacros(i);
+            ComFailure dropped;
+            RestoreMacros(i, dropped);
             return false;
         }
     }
     return true;
 }
 
-void CXllCom::RestoreMacros(std::size_t count) {
+bool CXllCom::RestoreMacros(std::size_t count, ComFailure& failure) {
+    bool is_done = true;
     for (std::size_t i = 0; i < count; ++i) {
         const ComVariant name(macro_events_[i].saved_name);
-        TryTwice([this, i, &name] { return PutProperty(application_.Get(), kMacroEvents[i], name); });
+        const HRESULT code =
+            CallBusyHost([this, i, &name] { return PutProperty(application_.Get(), kMacroEvents[i], name); });
+        if (FAILED(code)) {
+            failure = {SystemText(kMacroEvents[i], code), code};
+            is_done = false;
+        }
     }
+    return is_done;
 }
 
 bool CXllCom::RegisterMacros() {
@@ -155,26 +166,30 @@ bool CXllCom::RegisterMacros() {
     return true;
 }
 
-void CXllCom::HandleMacroEvent(std::size_t index) {
-    if (!are_events_connected_) {
-        return;
-    }
-    ComPtr<IDispatch> sheet;
-    ActiveWorksheet(sheet);
+void CXllCom::NotifyMacroEvent(std::size_t index) {
     switch (index) {
-    case 0:
+    case 0: {
+        ComPtr<IDispatch> sheet;
+        ActiveWorksheet(sheet);
         application_object_->OnSheetActivate(AsHostObject(sheet.Get()));
         break;
+    }
     case 1:
-        application_object_->OnSheetDeactivate(AsHostObject(sheet.Get()));
+        application_object_->OnSheetDeactivate(nullptr);
         break;
     default:
-        application_object_->OnCalculate(AsHostObject(sheet.Get()));
+        application_object_->OnCalculate(nullptr);
         break;
     }
-    // Whoever was there before is served too, after this add-in.
+}
+
+void CXllCom::HandleMacroEvent(std::size_t index) {
+    if (application_object_) {
+        Guarded([this, index] { NotifyMacroEvent(index); });
+    }
+    // The macro that the property named before still runs, after this add-in.
     const std::u16string& saved_name = macro_events_.at(index).saved_name;
-    if (!saved_name.empty()) {
+    if (application_ && !saved_name.empty()) {
         ComVariant dropped;
         RunExcelMacroFromDisp(application_.Get(), FilledText(u"{0}()", saved_name), dropped);
     }

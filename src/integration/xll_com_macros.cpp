@@ -74,7 +74,12 @@ HRESULT CXllCom::RunMacroByName(std::span<const ComVariant> arguments, ComVarian
 }
 
 HRESULT CXllCom::ActiveWorksheet(ComPtr<IDispatch>& sheet) const {
-    return application_ ? GetObjectProperty(application_.Get(), u"ActiveWorksheet", sheet) : E_POINTER;
+    if (!application_) {
+        return E_POINTER;
+    }
+    const HRESULT code = GetObjectProperty(application_.Get(), u"ActiveWorksheet", sheet);
+    // Not every host has the property under this name.
+    return code == DISP_E_UNKNOWNNAME ? GetObjectProperty(application_.Get(), u"ActiveSheet", sheet) : code;
 }
 
 HRESULT ObjectName(IDispatch* object, std::u16string& name) {

@@ -50,7 +50,7 @@ class RunningCandidates {
         if (SUCCEEDED(code)) {
             return true;
         }
-        failure = {FilledText(format, CodeText(code)), code};
+        failure = ComFailure::Sentence(FilledText(format, CodeText(code)));
         return false;
     }
 
@@ -65,20 +65,22 @@ ComPtr<IDispatch> CXllCom::ActiveCandidate(ComFailure& failure) const {
     CLSID class_id{};
     HRESULT code = CLSIDFromProgID(AsSystemText(name), &class_id);
     if (FAILED(code)) {
-        failure = {FilledText(u"CLSIDFromProgID(\"{0}\", ...) failed with error {1}", name, CodeText(code)),
-                   code};
+        failure = ComFailure::Sentence(
+            FilledText(u"CLSIDFromProgID(\"{0}\", ...) failed with error {1}", name, CodeText(code)));
         return {};
     }
     ComPtr<IUnknown> active;
     code = GetActiveObject(class_id, nullptr, active.Receive());
     if (FAILED(code)) {
-        failure = {FilledText(u"GetActiveObject(\"{0}\") failed with error {1}", name, CodeText(code)), code};
+        failure = ComFailure::Sentence(
+            FilledText(u"GetActiveObject(\"{0}\") failed with error {1}", name, CodeText(code)));
         return {};
     }
     ComPtr<IDispatch> candidate;
     code = active->QueryInterface(IID_IDispatch, candidate.ReceiveAny());
     if (FAILED(code)) {
-        failure = {FilledText(u"QueryInterface(IID_IDispatch) failed with error {0}", CodeText(code)), code};
+        failure = ComFailure::Sentence(
+            FilledText(u"QueryInterface(IID_IDispatch) failed with error {0}", CodeText(code)));
         return {};
     }
     return candidate;
@@ -98,15 +100,18 @@ bool CXllCom::IterateRot(ComFailure& failure) {
         }
     }
     if (failure.text.empty()) {
-        failure = {u"Failed to find running application", E_FAIL};
+        failure = ComFailure::Sentence(u"Failed to find running application");
     }
     return false;
 }
 
 bool CXllCom::IsOurs(IDispatch* candidate) {
     ComVariant any;
-    const DispatchOutcome outcome = CallMember(
-        candidate, {.name = u"Application", .flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET}, {}, any);
+    const DispatchOutcome outcome = CallMember(candidate,
+                                               {.name = u"Application",
+                                                .flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                                .locale = LOCALE_USER_DEFAULT},
+                                               {}, any);
     if (FAILED(outcome.code)) {
         return false;
     }

@@ -58,10 +58,16 @@ class CXlEvent {
     using Args = A;
     using Observer = CXlEventObserver<A>;
 
+  protected:
+    virtual void OnFirstObserver() {}
+    virtual void OnNoObservers() {}
+
+  public:
+    virtual ~CXlEvent() = default;
+
     CXlEvent() = default;
     CXlEvent(const CXlEvent&) = delete;
     CXlEvent& operator=(const CXlEvent&) = delete;
-    virtual ~CXlEvent() = default;
 
     void AddObserver(Observer* observer) {
         if (observers_.empty()) {
@@ -100,10 +106,6 @@ class CXlEvent {
             observer->Notify(args);
         }
     }
-
-  protected:
-    virtual void OnFirstObserver() {}
-    virtual void OnNoObservers() {}
 
   private:
     std::vector<Observer*> observers_;

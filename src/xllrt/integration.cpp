@@ -6,19 +6,25 @@ namespace {
 
 class NoComHelper final : public IXlComHelper {
   public:
-    void HoldRegistry(IXlWizardRegistry& /*registry*/) override {}
+    void HoldRegistry(IXlWizExUIFunctionRegistry& /*registry*/) override {}
     bool HoldsRegistry() const override { return false; }
     void ReleaseRegistry() override {}
 };
 
-class EmptyWizardRegistry final : public IXlWizardRegistry {
+class EmptyWizardRegistry final : public IXlWizExUIFunctionRegistry {
   public:
     bool HasEntries() const override { return false; }
+    bool UsesThemes() const override { return false; }
+    IXlWizExFunction* FindFunction(std::string_view /*name*/) const override { return nullptr; }
+    const XlIconSize* IconSize(int /*kind*/) const override { return nullptr; }
     bool MakeReady() override { return false; }
     void Close() override {}
 };
 
-class NoWizardDetector final : public IXlFormulaWizardDetector {};
+class NoWizardDetector final : public IXlFormulaWizardDetector {
+  public:
+    bool IsOpen() const override { return false; }
+};
 
 class NoComHolder final : public IXlComHolder {
   public:
@@ -40,7 +46,7 @@ std::unique_ptr<IXlComHelper> CXlIntegration::MakeComHelper() const {
     return std::make_unique<NoComHelper>();
 }
 
-std::unique_ptr<IXlWizardRegistry> CXlIntegration::MakeWizardRegistry() const {
+std::unique_ptr<IXlWizExUIFunctionRegistry> CXlIntegration::MakeWizardRegistry() const {
     return std::make_unique<EmptyWizardRegistry>();
 }
 

@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <variant>
 
 namespace metrify {
@@ -31,14 +32,30 @@ using XlComValue = std::variant<std::monostate, std::int32_t, bool, std::u16stri
 /// Tells whether the host's formula dialog is open.
 class IXlFormulaWizardDetector {
   public:
+    virtual bool IsOpen() const = 0;
     virtual ~IXlFormulaWizardDetector() = default;
 };
 
+/// What a function adds to the host's formula dialog. Only the integration looks inside.
+class IXlWizExFunction;
+
+struct XlIconSize {
+    int width = 0;
+    int height = 0;
+};
+
 /// The functions that want more than plain boxes in the host's formula dialog.
-class IXlWizardRegistry {
+class IXlWizExUIFunctionRegistry {
   public:
-    virtual ~IXlWizardRegistry() = default;
     virtual bool HasEntries() const = 0;
+    /// Whether lists and buttons are drawn in the user's theme.
+    virtual bool UsesThemes() const = 0;
+    /// Null for a function that adds nothing.
+    virtual IXlWizExFunction* FindFunction(std::string_view name) const = 0;
+    /// The size for kind 1 or 2, otherwise null.
+    virtual const XlIconSize* IconSize(int kind) const = 0;
+    virtual ~IXlWizExUIFunctionRegistry() = default;
+
     /// Prepares it for use; false if that is not possible.
     virtual bool MakeReady() = 0;
     virtual void Close() = 0;
@@ -48,7 +65,7 @@ class IXlWizardRegistry {
 class IXlComHelper {
   public:
     virtual ~IXlComHelper() = default;
-    virtual void HoldRegistry(IXlWizardRegistry& registry) = 0;
+    virtual void HoldRegistry(IXlWizExUIFunctionRegistry& registry) = 0;
     virtual bool HoldsRegistry() const = 0;
     virtual void ReleaseRegistry() = 0;
 };
@@ -80,7 +97,7 @@ class CXlIntegration {
   public:
     virtual ~CXlIntegration() = default;
     virtual std::unique_ptr<IXlComHelper> MakeComHelper() const;
-    virtual std::unique_ptr<IXlWizardRegistry> MakeWizardRegistry() const;
+    virtual std::unique_ptr<IXlWizExUIFunctionRegistry> MakeWizardRegistry() const;
     /// Null if it cannot be made.
     virtual std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const;
     /// Made for the first event that is switched on.

@@ -107,7 +107,7 @@ class CXllApp {
     int RibbonMode() const { return ribbon_mode_; }
 
     IXlComHelper& ComHelper() { return *com_helper_; }
-    IXlWizardRegistry* WizardRegistry() { return wizard_registry_.get(); }
+    IXlWizExUIFunctionRegistry* WizardRegistry() { return wizard_registry_.get(); }
     IXlFormulaWizardDetector& WizardDetector() { return *wizard_detector_; }
 
     // What load and registration fill and read.
@@ -137,7 +137,7 @@ class CXllApp {
     std::unique_ptr<IXlComHolder> com_holder_;
     // Destroyed in the reverse order.
     std::unique_ptr<IXlFormulaWizardDetector> wizard_detector_;
-    std::unique_ptr<IXlWizardRegistry> wizard_registry_;
+    std::unique_ptr<IXlWizExUIFunctionRegistry> wizard_registry_;
     std::unique_ptr<IXlComHelper> com_helper_;
     int ribbon_mode_ = kRibbonModeNone;
     std::unique_ptr<IXlpRibbonImpl> ribbon_;

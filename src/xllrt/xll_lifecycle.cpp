@@ -46,7 +46,7 @@ bool IsOpeningWanted(CXllApp& application) {
 }
 
 void OfferWizardRegistry(CXllApp& application) {
-    IXlWizardRegistry* const registry = application.WizardRegistry();
+    IXlWizExUIFunctionRegistry* const registry = application.WizardRegistry();
     if (registry && registry->HasEntries() && registry->MakeReady()) {
         application.ComHelper().HoldRegistry(*registry);
     }
@@ -200,7 +200,7 @@ int CloseAddIn() {
     if (HasRibbon(*application)) {
         application->Ribbon().Deactivate();
     }
-    if (IXlWizardRegistry* const registry = application->WizardRegistry()) {
+    if (IXlWizExUIFunctionRegistry* const registry = application->WizardRegistry()) {
         registry->Close();
     }
     return 1;

@@ -72,7 +72,8 @@ inline Reference CellOf(Host& host, std::int32_t row, std::int32_t column) {
 /// An add-in that is part of the test.
 class TestAddIn final : public AddInModule {
   public:
-    explicit TestAddIn(std::map<std::string, void*> entries) : entries_(std::move(entries)) {}
+    TestAddIn(std::map<std::string, void*> entries, std::u16string path)
+        : path_(std::move(path)), entries_(std::move(entries)) {}
 
     const std::u16string& Path() const override { return path_; }
     void* Find(const std::string& name) const override {
@@ -81,13 +82,14 @@ class TestAddIn final : public AddInModule {
     }
 
   private:
-    std::u16string path_ = u"C:\\AddIns\\Test.xll";
+    std::u16string path_;
     std::map<std::string, void*> entries_;
 };
 
 /// Gives the host an add-in with these entries.
-inline void Adopt(Host& host, std::map<std::string, void*> entries) {
-    host.Adopt(std::make_unique<TestAddIn>(std::move(entries)));
+inline void Adopt(Host& host, std::map<std::string, void*> entries,
+                  const std::u16string& path = u"C:\\AddIns\\Test.xll") {
+    host.Adopt(std::make_unique<TestAddIn>(std::move(entries), path));
 }
 
 template <class Function>

@@ -150,6 +150,50 @@ TEST(check_instance, counts_no_callback_that_nobody_asked_for) {
     ExpectFailure(road, u"Failed to find running application");
 }
 
+// A candidate of another program: asked for its application it gives itself, asked to run a macro it does
+// not, and what else happens at either moment is the test's.
+class ForeignCandidate final : public DispatchObject<ForeignCandidate> {
+  public:
+    using DispatchObject::DispatchObject;
+
+    static std::span<const MemberRow<ForeignCandidate>> Members() {
+        static constexpr MemberRow<ForeignCandidate> members[] = {
+            {L"Application", &ForeignCandidate::Application},
+            {L"ExecuteExcel4Macro", &ForeignCandidate::ExecuteMacro},
+        };
+        return members;
+    }
+
+    int callbacks_before = 0; ///< that arrive before it is asked to run the macro
+    int macros = 0;
+
+  private:
+    HRESULT Application(const MemberCall& /*call*/, ComVariant& answer) {
+        for (int i = 0; i < callbacks_before; ++i)
+            xlCheckInstance();
+        answer = ComVariant(static_cast<IDispatch*>(this));
+        return S_OK;
+    }
+    HRESULT ExecuteMacro(const MemberCall& /*call*/, ComVariant& /*answer*/) {
+        ++macros;
+        return DISP_E_EXCEPTION;
+    }
+};
+
+TEST(check_instance, counts_no_callback_between_two_candidates) {
+    IntegrationHost host(7);
+    CXllApp application;
+    const auto first = MakeObject<ForeignCandidate>(host.automation.surroundings());
+    const auto second = MakeObject<ForeignCandidate>(host.automation.surroundings());
+    first->callbacks_before = second->callbacks_before = 1;
+    const Stranger first_entry(L"C:\\first.xls", first.Get());
+    const Stranger second_entry(L"C:\\second.xls", second.Get());
+    Road road;
+    EXPECT_FALSE(road.Init());
+    EXPECT_EQ(first->macros, 1);
+    EXPECT_EQ(second->macros, 1);
+}
+
 TEST(check_instance, gives_1_with_nobody_asking) {
     EXPECT_EQ(xlCheckInstance(), 1);
 }
@@ -159,8 +203,61 @@ TEST(check_instance, says_that_the_callback_was_refused) {
     CXllApp application;
     host.faults().Refuse(xlfRegister, xlretFailed);
     Road road;
+    host.host.state().log.Start();
     ExpectFailure(road, u"InitCheckInstance() failed to register callback");
+    EXPECT_TRUE(host.host.state().log.CallsOf(xlfUnregister).empty());
+    EXPECT_TRUE(host.host.state().log.CallsOf(xlfSetName).empty());
+    EXPECT_EQ(host.host.state().log.CallsOf(xlfRegister).size(), 1U);
+}
+
+TEST(check_instance, describes_its_callback_once_also_after_a_refusal) {
+    const ProgramNames names;
+    IntegrationHost host(7);
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    host.faults().Refuse(xlfRegister, xlretFailed);
+    {
+        Road refused;
+        EXPECT_FALSE(refused.Init());
+    }
+    host.faults().Refuse(xlfRegister, 0);
+    Road road;
+    EXPECT_TRUE(road.Init());
     EXPECT_TRUE(application.functions.All().empty());
+}
+
+TEST(check_instance, takes_the_callback_back_from_the_host) {
+    const ProgramNames names;
+    IntegrationHost host(7);
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    host.host.state().log.Start();
+    Road road;
+    ASSERT_TRUE(road.Init());
+    const auto registered = host.host.state().log.CallsOf(xlfRegister);
+    const auto taken_back = host.host.state().log.CallsOf(xlfUnregister);
+    ASSERT_FALSE(registered.empty());
+    ASSERT_EQ(taken_back.size(), 1U);
+    EXPECT_EQ(taken_back[0].arguments, std::vector<CellValue>{registered[0].result});
+    EXPECT_EQ(taken_back[0].code, xlretSuccess);
+}
+
+TEST(check_instance, closes_the_workbook_before_echo_comes_back) {
+    const ProgramNames names;
+    IntegrationHost host(7);
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    host.host.state().log.Start();
+    Road road;
+    ASSERT_TRUE(road.Init());
+    std::vector<std::pair<int, CellValue>> commands;
+    for (const LoggedCall& call : host.host.state().log.Calls()) {
+        const int function = WithoutOptions(call.function);
+        if (function == xlcEcho || function == xlcNew || function == xlcClose)
+            commands.emplace_back(function, call.arguments.at(0));
+    }
+    EXPECT_EQ(commands, (std::vector<std::pair<int, CellValue>>{
+                            {xlcEcho, false}, {xlcNew, 6}, {xlcClose, false}, {xlcEcho, true}}));
 }
 
 TEST(check_instance, says_that_echo_could_not_be_switched_off) {
@@ -204,6 +301,24 @@ TEST(check_instance, fails_without_the_code_if_echo_could_not_be_restored) {
     };
     Road road;
     ExpectFailure(road, u"TermExcelOleFix() failed to restore echo with error %d");
+}
+
+TEST(check_instance, tries_to_restore_echo_also_if_the_workbook_could_not_be_closed) {
+    const ProgramNames names;
+    IntegrationHost host(7);
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    host.faults().Refuse(xlcClose, xlretFailed);
+    const auto follow = host.host.state().books.on_change;
+    host.host.state().books.on_change = [&host, &follow] {
+        host.faults().Refuse(xlcEcho, xlretFailed);
+        follow();
+    };
+    host.host.state().log.Start();
+    Road road;
+    ExpectFailure(road, u"TermExcelOleFix() failed to restore echo with error %d");
+    EXPECT_EQ(host.host.state().log.CallsOf(xlcClose).size(), 1U);
+    EXPECT_EQ(host.host.state().log.CallsOf(xlcEcho).size(), 2U);
 }
 
 TEST(check_instance, replaces_an_earlier_failure_by_that_of_the_end) {

@@ -3,6 +3,7 @@
 #include "tests/integration/integration_host.h"
 #include "tests/integration/replaced_call.h"
 #include "tests/integration/stranger.h"
+#include "tests/integration/system_words.h"
 
 namespace metrify::host {
 namespace {
@@ -95,19 +96,18 @@ TEST_F(com_calls, for_the_application_of_a_window) {
 }
 
 TEST_F(com_calls, for_the_application_that_fail_give_the_systems_words) {
+    const SystemWords words;
     window->outcome = E_ACCESSDENIED;
-    ExpectFailure(road, SystemText(u"Invoke", E_ACCESSDENIED));
-    EXPECT_EQ(road.failure.code, E_ACCESSDENIED);
-    EXPECT_TRUE(road.failure.text.starts_with(u"Invoke: "));
+    ExpectFailure(road, u"Invoke: words for 80070005", E_ACCESSDENIED);
 }
 
 TEST_F(com_calls, for_a_macro_text_lie_between_those_for_the_alerts) {
     Find();
     noting->answers[u"DisplayAlerts"] = ComVariant(true);
     EXPECT_EQ(road.com.RunMacroByText(u"Macro()", answer), S_OK);
-    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1024", u"invoke 2 1024", u"DisplayAlerts 1024",
-                                    u"invoke 4 1024 false", u"ExecuteExcel4Macro 1024",
-                                    u"invoke 1 1024 Macro()", u"DisplayAlerts 1024", u"invoke 4 1024 true"}));
+    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"DisplayAlerts 1033",
+                                    u"invoke 4 1033 false", u"ExecuteExcel4Macro 1033",
+                                    u"invoke 1 1033 Macro()", u"DisplayAlerts 1033", u"invoke 4 1033 true"}));
 }
 
 TEST_F(com_calls, for_a_macro_name_pass_its_arguments_last_first) {
@@ -115,16 +115,16 @@ TEST_F(com_calls, for_a_macro_name_pass_its_arguments_last_first) {
     noting->answers[u"DisplayAlerts"] = ComVariant(false);
     const ComVariant arguments[] = {ComVariant(u"Macro"), ComVariant(u"first"), ComVariant(true)};
     EXPECT_EQ(road.com.RunMacroByName(arguments, answer), S_OK);
-    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1024", u"invoke 2 1024", u"Run 1024",
-                                    u"invoke 1 1024 true first Macro"}));
+    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"Run 1033",
+                                    u"invoke 1 1033 true first Macro"}));
 }
 
 TEST_F(com_calls, leave_alerts_that_cannot_be_read_alone) {
     Find();
     noting->outcome = E_FAIL;
     EXPECT_EQ(road.com.RunMacroByText(u"Macro()", answer), E_FAIL);
-    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1024", u"invoke 2 1024", u"ExecuteExcel4Macro 1024",
-                                    u"invoke 1 1024 Macro()"}));
+    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"ExecuteExcel4Macro 1033",
+                                    u"invoke 1 1033 Macro()"}));
 }
 
 TEST_F(com_calls, leave_alerts_that_are_no_flag_alone) {
@@ -140,7 +140,7 @@ TEST_F(com_calls, for_an_address_pass_two_arguments) {
     noting->answers[u"AddressLocal"] = ComVariant(u"$A$1");
     std::u16string text;
     EXPECT_EQ(RangeAddress(noting.Get(), text, false), S_OK);
-    EXPECT_EQ(noting->lines, (Lines{u"AddressLocal 1024", u"invoke 2 1024 missing missing"}));
+    EXPECT_EQ(noting->lines, (Lines{u"AddressLocal 1033", u"invoke 2 1033 missing missing"}));
     EXPECT_EQ(text, u"$A$1");
 }
 
@@ -149,7 +149,7 @@ TEST_F(com_calls, for_an_external_address_pass_five_arguments) {
     std::u16string text;
     EXPECT_EQ(RangeAddress(noting.Get(), text, true), S_OK);
     EXPECT_EQ(noting->lines,
-              (Lines{u"AddressLocal 1024", u"invoke 2 1024 missing true missing missing missing"}));
+              (Lines{u"AddressLocal 1033", u"invoke 2 1033 missing true missing missing missing"}));
     EXPECT_EQ(text, u"[Book]Sheet!$A$1");
 }
 
@@ -168,7 +168,7 @@ TEST_F(com_calls, for_names_turn_them_into_text) {
     std::u16string name;
     EXPECT_EQ(ObjectName(noting.Get(), name), S_OK);
     EXPECT_EQ(name, u"12");
-    EXPECT_EQ(noting->lines, (Lines{u"Name 1024", u"invoke 2 1024"}));
+    EXPECT_EQ(noting->lines, (Lines{u"Name 1033", u"invoke 2 1033"}));
 }
 
 TEST_F(com_calls, for_the_active_worksheet_want_an_object) {
@@ -194,8 +194,8 @@ TEST_F(com_calls_of_version_7, for_the_proof_name_the_modules_path_behind_a_sign
     const std::string path = application.GetModuleText();
     const std::u16string macro =
         u"CALL(\"%" + std::u16string(path.begin(), path.end()) + u"\",\"xlCheckInstance\",\"j\")";
-    EXPECT_EQ(noting->lines, (Lines{u"Application 1024", u"invoke 3 1024", u"ExecuteExcel4Macro 1024",
-                                    u"invoke 1 1024 " + macro}));
+    EXPECT_EQ(noting->lines, (Lines{u"Application 1024", u"invoke 3 1024", u"ExecuteExcel4Macro 1033",
+                                    u"invoke 1 1033 " + macro}));
 }
 
 // ---- Entering and leaving the component system

@@ -1,6 +1,7 @@
 // The host's events on their way from its connection point to the application.
 
 #include "tests/integration/integration_host.h"
+#include "tests/integration/system_words.h"
 
 #include <algorithm>
 #include <array>
@@ -126,8 +127,19 @@ TEST_P(com_event, reaches_its_operation_with_its_arguments) {
     EXPECT_EQ(connected.application.last, event.operation);
     for (std::size_t i = 0; i < connected.application.given.size(); ++i)
         EXPECT_EQ(connected.application.given[i], arguments[i].Object().Get());
-    if (event.arguments.find('B') != std::string::npos) {
-        EXPECT_EQ(connected.application.given_flag, true);
+}
+
+class event_with_flag : public com_event {};
+
+TEST_P(event_with_flag, tells_the_flag_as_it_is) {
+    Connected connected;
+    for (const bool flag : {true, false}) {
+        std::vector<ComVariant> arguments = {connected.host.Workbook(), ComVariant(flag)};
+        VARIANT_BOOL cancel = VARIANT_FALSE;
+        EXPECT_EQ(connected.host.Fire(GetParam().id, arguments,
+                                      GetParam().arguments.ends_with('R') ? &cancel : nullptr),
+                  S_OK);
+        EXPECT_EQ(connected.application.given_flag, flag);
     }
 }
 
@@ -203,6 +215,9 @@ std::vector<EventCase> CasesWith(const std::function<bool(const EventCase&)>& pr
 }
 
 INSTANTIATE_TEST_SUITE_P(all, com_event, testing::ValuesIn(kEventCases));
+INSTANTIATE_TEST_SUITE_P(all, event_with_flag, testing::ValuesIn(CasesWith([](const EventCase& event) {
+                             return event.arguments.find('B') != std::string::npos;
+                         })));
 INSTANTIATE_TEST_SUITE_P(all, cancellable_event, testing::ValuesIn(CasesWith([](const EventCase& event) {
                              return event.arguments.ends_with('R');
                          })));
@@ -319,8 +334,9 @@ TEST(com_events, cannot_be_had_of_an_application_that_is_none) {
         MakeObject<WindowObject>(host.automation.surroundings(), ComVariant(host.Range())).Get()));
     Road road;
     ASSERT_TRUE(road.Init()); // a range passes for an application, but has no events
+    const SystemWords words;
     EXPECT_FALSE(road.com.SetEvents(true, road.failure));
-    EXPECT_EQ(road.failure.text, SystemText(u"AtlAdvise", E_NOINTERFACE));
+    EXPECT_EQ(road.failure.text, u"AtlAdvise: words for 80004002");
     EXPECT_EQ(road.failure.code, E_NOINTERFACE);
     EXPECT_FALSE(road.com.AreEventsConnected());
 }
@@ -332,115 +348,10 @@ TEST(com_events, cannot_be_had_without_an_application) {
         MakeObject<WindowObject>(host.automation.surroundings(), ComVariant(u"no object")).Get()));
     Road road;
     ASSERT_TRUE(road.Init());
+    const SystemWords words;
     EXPECT_FALSE(road.com.SetEvents(true, road.failure));
-    EXPECT_EQ(road.failure.text, SystemText(u"AtlAdvise", E_POINTER));
-}
-
-// ---- To an observer and back
-
-struct ClosingObserver final : CXlEventObserver<CXlBeforeCloseEventArgs> {
-    void Notify(CXlBeforeCloseEventArgs& args) override {
-        workbook = args.workbook;
-        args.cancel = cancels;
-    }
-    std::string workbook;
-    bool cancels = true;
-};
-
-struct SelectionObserver final : CXlEventObserver<CXlRangeEventArgs> {
-    void Notify(CXlRangeEventArgs& args) override { seen = args; }
-    CXlRangeEventArgs seen;
-};
-
-struct SavingObserver final : CXlEventObserver<CXlBeforeSaveEventArgs> {
-    void Notify(CXlBeforeSaveEventArgs& args) override { seen = args; }
-    CXlBeforeSaveEventArgs seen;
-};
-
-// An application with its observer function known to the host.
-struct Observing {
-    explicit Observing(int version) : host(version) {
-        AddObserverFunction(application);
-        EXPECT_TRUE(RegisterAll(application));
-    }
-    IntegrationHost host;
-    CXlRealIntegration integration;
-    CXllApp application{integration};
-};
-
-class observed_event : public testing::TestWithParam<int> {};
-
-TEST_P(observed_event, is_cancelled_by_an_observer) {
-    Observing observing(GetParam());
-    ClosingObserver observer;
-    observing.application.events.workbookBeforeClose.AddObserver(&observer);
-    VARIANT_BOOL cancel = VARIANT_FALSE;
-    EXPECT_EQ(observing.host.Fire(1570, {observing.host.Workbook()}, &cancel), S_OK);
-    EXPECT_EQ(observer.workbook, "Book1");
-    EXPECT_EQ(cancel, VARIANT_TRUE);
-}
-
-TEST_P(observed_event, goes_on_if_no_observer_cancels_it) {
-    Observing observing(GetParam());
-    ClosingObserver observer;
-    observer.cancels = false;
-    observing.application.events.workbookBeforeClose.AddObserver(&observer);
-    VARIANT_BOOL cancel = VARIANT_TRUE;
-    EXPECT_EQ(observing.host.Fire(1570, {observing.host.Workbook()}, &cancel), S_OK);
-    EXPECT_EQ(observer.workbook, "Book1");
-    EXPECT_EQ(cancel, VARIANT_FALSE);
-}
-
-TEST_P(observed_event, describes_sheet_and_range) {
-    Observing observing(GetParam());
-    SelectionObserver observer;
-    observing.application.events.selectionChange.AddObserver(&observer);
-    EXPECT_EQ(observing.host.Fire(1558, {observing.host.Sheet(), observing.host.Range()}), S_OK);
-    EXPECT_EQ(observer.seen.sheet, "[Book1]Sheet1");
-    EXPECT_EQ(observer.seen.range, "$A$1");
-}
-
-TEST_P(observed_event, tells_of_flags) {
-    Observing observing(GetParam());
-    SavingObserver observer;
-    observing.application.events.workbookBeforeSave.AddObserver(&observer);
-    VARIANT_BOOL cancel = VARIANT_FALSE;
-    EXPECT_EQ(observing.host.Fire(1571, {observing.host.Workbook(), ComVariant(true)}, &cancel), S_OK);
-    EXPECT_EQ(observer.seen.workbook, "Book1");
-    EXPECT_TRUE(observer.seen.saveAs);
-}
-
-INSTANTIATE_TEST_SUITE_P(versions, observed_event, testing::Values(8, 11, 12, 16));
-
-TEST(observed_event, connects_nothing_without_an_observer) {
-    Observing observing(16);
-    EXPECT_EQ(observing.host.sinks(), 0U);
-    EXPECT_EQ(CXllCom::Instance(), nullptr);
-}
-
-TEST(observed_event, is_an_exception_of_components_if_the_host_cannot_be_found) {
-    Observing observing(16);
-    observing.host.automation.windows().SetNativeObject({});
-    ClosingObserver observer;
-    try {
-        observing.application.events.workbookBeforeClose.AddObserver(&observer);
-        FAIL() << "connected";
-    } catch (const CXlComException& exception) {
-        EXPECT_EQ(exception.Call(), u"AccessibleObjectFromWindow");
-        EXPECT_NE(exception.Code(), 0U);
-    }
-    EXPECT_EQ(CXllCom::Instance(), nullptr);
-}
-
-TEST(observed_event, is_handled_by_the_macro_set_for_it) {
-    Observing observing(16);
-    ClosingObserver observer;
-    observing.application.events.workbookBeforeClose.AddObserver(&observer);
-    observing.application.eventHandlers[11] = "no such macro";
-    VARIANT_BOOL cancel = VARIANT_TRUE;
-    EXPECT_EQ(observing.host.Fire(1570, {observing.host.Workbook()}, &cancel), S_OK);
-    EXPECT_EQ(observer.workbook, "");
-    EXPECT_EQ(cancel, VARIANT_FALSE);
+    EXPECT_EQ(road.failure.text, u"AtlAdvise: words for 80004003");
+    EXPECT_EQ(road.failure.code, E_POINTER);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-// Every call of the host's fails once. Nothing may stay behind: no reference, no connection, no workbook.
+// Every call of the host fails once. Afterwards nothing is left over: no reference, no connection unless the
+// host refused to end it, no workbook.
 
 #include "tests/integration/fault_injection.h"
 
@@ -14,11 +15,12 @@ struct Selection final : CXlEventObserver<CXlRangeEventArgs> {
     std::string range;
 };
 
-// The road to the host, events, macros and addresses, and back.
-void UseHost(IntegrationHost& host) {
+// Finds the host, uses its events, macros and addresses, and ends that. False if the host refused to end its
+// events.
+bool UseHost(IntegrationHost& host) {
     Road road;
     if (!road.Init() || !road.com.SetEvents(true, road.failure))
-        return;
+        return true;
     VARIANT_BOOL cancel = VARIANT_FALSE;
     host.Fire(1570, {host.Workbook()}, &cancel);
     ComVariant answer;
@@ -29,13 +31,18 @@ void UseHost(IntegrationHost& host) {
     RangeAddress(
         host.automation.MakeRange(host.automation.MakeWorksheet(u"B", u"S"), {u"$A$1", u"$A$1"}).Get(), text,
         true);
-    road.com.SetEvents(false, road.failure);
+    return road.com.SetEvents(false, road.failure);
+}
+
+void UseHostWithPoint(IntegrationHost& host) {
+    const bool is_disconnected = UseHost(host);
+    EXPECT_EQ(host.sinks(), is_disconnected ? 0U : 1U);
 }
 
 TEST(fault_injection, on_the_road_by_the_window) {
     IntegrationHost host(16);
     CXllApp application;
-    const std::size_t calls = FailEachCall(host, [&host] { UseHost(host); });
+    const std::size_t calls = FailEachCall(host, kDisconnectionCalls, [&host] { UseHostWithPoint(host); });
     EXPECT_GT(calls, 20U);
     Report("window", calls);
 }
@@ -44,9 +51,9 @@ TEST(fault_injection, on_the_road_by_the_window_without_a_workbook) {
     IntegrationHost host(16);
     CXllApp application;
     host.host.state().books.Close();
-    // A workbook whose closing is refused stays: the host has the last word there.
-    const std::size_t calls = FailEachCall(host, [&host] {
-        UseHost(host);
+    // A workbook that the host refuses to close stays open.
+    const std::size_t calls = FailEachCall(host, kDisconnectionCalls, [&host] {
+        UseHostWithPoint(host);
         while (host.books() > 0)
             host.host.state().books.Close();
     });
@@ -59,8 +66,8 @@ TEST(fault_injection, on_the_road_by_the_running_objects) {
     IntegrationHost host(6);
     CXllApp application;
     host.automation.ShowAsRunning();
-    const std::size_t calls = FailEachCall(host, [&host] {
-        UseHost(host);
+    const std::size_t calls = FailEachCall(host, kDisconnectionCalls, [&host] {
+        UseHostWithPoint(host);
         while (host.books() > 1)
             host.host.state().books.Close();
     });
@@ -73,14 +80,18 @@ TEST(fault_injection, with_the_events_of_old_hosts) {
     IntegrationHost host(5);
     CXllApp application;
     host.automation.ShowAsRunning();
-    host.settings().eventMacros = {u"First", u"Second", u"Third"};
-    const std::size_t calls = FailEachCall(host, [&host] {
-        UseHost(host);
+    const std::array<std::u16string, 3> macros = {u"First", u"Second", u"Third"};
+    host.settings().eventMacros = macros;
+    int refused = 0;
+    const std::size_t calls = FailEachCall(host, 0, [&] {
+        const bool is_disconnected = UseHost(host);
         while (host.books() > 1)
             host.host.state().books.Close();
-        EXPECT_EQ(host.settings().eventMacros,
-                  (std::array<std::u16string, 3>{u"First", u"Second", u"Third"}));
+        EXPECT_EQ(host.settings().eventMacros == macros, is_disconnected);
+        host.settings().eventMacros = macros;
+        refused += is_disconnected ? 0 : 1;
     });
+    EXPECT_EQ(refused, 6); // the look-up and the setting of each of the three
     EXPECT_GT(calls, 20U);
     Report("old events", calls);
 }
@@ -88,7 +99,7 @@ TEST(fault_injection, with_the_events_of_old_hosts) {
 TEST(fault_injection, in_a_whole_application_with_observers) {
     IntegrationHost host(16);
     const CXlRealIntegration integration;
-    const std::size_t calls = FailEachCall(host, [&host, &integration] {
+    const std::size_t calls = FailEachCall(host, kDisconnectionCalls, [&host, &integration] {
         CXllApp application(integration);
         AddObserverFunction(application);
         RegisterAll(application);

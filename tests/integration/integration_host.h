@@ -38,10 +38,11 @@ inline std::map<std::string, void*> AddInEntries() {
 /// Lives around all else, and undoes what a test leaves behind.
 class IntegrationHost {
   public:
-    explicit IntegrationHost(int version, std::map<std::string, void*> entries = AddInEntries())
+    explicit IntegrationHost(int version, std::map<std::string, void*> entries = AddInEntries(),
+                             const std::u16string& path = u"C:\\AddIns\\Test.xll")
         : context_(CallContext::command), host(version), automation(host) {
         AllocateThreadStates();
-        Adopt(host, std::move(entries));
+        Adopt(host, std::move(entries), path);
         ConnectHost(NewestHostPrimitives());
         DetectHostVersion();
     }
@@ -85,7 +86,7 @@ class IntegrationHost {
     AutomationHost automation;
 };
 
-/// A road to the host, with what it said when it was tried.
+/// A search for the host, with the failure that it gave.
 struct Road {
     CXllCom com;
     ComFailure failure;
@@ -93,11 +94,14 @@ struct Road {
     bool Init() { return com.Init(failure); }
 };
 
-/// The road leads nowhere, and says this.
-inline void ExpectFailure(Road& road, const std::u16string& text) {
+/// The code of a text that is a sentence of its own.
+inline constexpr HRESULT kSentenceCode = 1;
+
+/// The search fails with this text and this code.
+inline void ExpectFailure(Road& road, const std::u16string& text, HRESULT code = kSentenceCode) {
     EXPECT_FALSE(road.Init());
     EXPECT_EQ(road.failure.text, text);
-    EXPECT_TRUE(FAILED(road.failure.code));
+    EXPECT_EQ(road.failure.code, code);
     EXPECT_EQ(road.com.Application(), nullptr);
 }
 

@@ -114,7 +114,7 @@ TEST_F(macros, take_the_setting_of_the_alerts_also_as_a_number) {
 }
 
 TEST_F(macros, need_a_host) {
-    road.com.Shutdown();
+    EXPECT_TRUE(road.com.Shutdown(road.failure));
     EXPECT_EQ(RunText(u"LookAround()"), E_POINTER);
     EXPECT_EQ(RunName({ComVariant(u"LookAround")}), E_POINTER);
 }
@@ -124,6 +124,15 @@ TEST_F(macros, need_a_host) {
 TEST_F(macros, active_worksheet_is_that_of_the_host) {
     const ComVariant sheet = host.Sheet();
     host.settings().activeWorksheet = sheet.Object();
+    ComPtr<IDispatch> active;
+    EXPECT_EQ(road.com.ActiveWorksheet(active), S_OK);
+    EXPECT_EQ(active.Get(), sheet.Object().Get());
+}
+
+TEST_F(macros, active_worksheet_has_another_name_in_some_hosts) {
+    const ComVariant sheet = host.Sheet();
+    host.settings().activeWorksheet = sheet.Object();
+    host.settings().knowsActiveWorksheet = false;
     ComPtr<IDispatch> active;
     EXPECT_EQ(road.com.ActiveWorksheet(active), S_OK);
     EXPECT_EQ(active.Get(), sheet.Object().Get());
@@ -215,11 +224,11 @@ TEST_F(com_holder, tells_why_it_cannot_start) {
     CXlComHolder second;
     EXPECT_FALSE(second.Start(failure));
     EXPECT_EQ(failure.text, u"An instance of CXllCom has already been created");
-    EXPECT_EQ(failure.code, static_cast<std::uint32_t>(E_FAIL));
+    EXPECT_EQ(failure.code, 1U);
 }
 
 TEST_F(macros, run_for_the_application_by_an_array_or_a_text) {
-    road.com.Shutdown();
+    EXPECT_TRUE(road.com.Shutdown(road.failure));
     CXlComHolder holder;
     XlComFailure failure;
     CXllApp another;

@@ -10,24 +10,20 @@ namespace {
 
 class NotingApp : public CXllApp {
   public:
-    bool OnSheetActivate(XlHostObject* sheet) override {
-        active_sheet = AsDispatch(sheet);
-        return Note("activate");
-    }
-    bool OnSheetDeactivate(XlHostObject* /*sheet*/) override {
+    bool OnSheetActivate(XlHostObject* sheet) override { return Note("activate", sheet); }
+    bool OnSheetDeactivate(XlHostObject* sheet) override { return Note("deactivate", sheet); }
+    bool OnCalculate(XlHostObject* sheet) override { return Note("calculate", sheet); }
+
+    bool Note(const char* event, XlHostObject* sheet) {
         if (throws)
             throw std::runtime_error("not now");
-        return Note("deactivate");
-    }
-    bool OnCalculate(XlHostObject* /*sheet*/) override { return Note("calculate"); }
-
-    bool Note(const char* event) {
         order.emplace_back(event);
+        sheets.push_back(AsDispatch(sheet));
         return false;
     }
 
     static inline std::vector<std::string> order;
-    IDispatch* active_sheet = nullptr;
+    std::vector<IDispatch*> sheets;
     bool throws = false;
 };
 
@@ -111,13 +107,54 @@ TEST_F(old_events, reach_their_operations) {
     for (std::size_t i = 0; i < 3; ++i)
         RunMacroOf(i);
     EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"activate", "deactivate", "calculate"}));
-    EXPECT_EQ(application.active_sheet, sheet.Object().Get());
 }
 
-TEST_F(old_events, end_with_whoever_throws) {
+TEST_F(old_events, tell_the_active_sheet_at_an_activation_alone) {
+    const ComVariant sheet = host.Sheet();
+    host.settings().activeWorksheet = sheet.Object();
+    ASSERT_TRUE(Enable(true));
+    for (std::size_t i = 0; i < 3; ++i)
+        RunMacroOf(i);
+    EXPECT_EQ(application.sheets, (std::vector<IDispatch*>{sheet.Object().Get(), nullptr, nullptr}));
+}
+
+class old_event : public old_events, public testing::WithParamInterface<std::size_t> {};
+
+TEST_P(old_event, chains_its_macro_also_if_an_observer_throws) {
+    host.settings().eventMacros[GetParam()] = u"MacroOfTheUser";
     ASSERT_TRUE(Enable(true));
     application.throws = true;
+    host.host.RunCommand(Macro(GetParam()));
+    EXPECT_EQ(NotingApp::order, std::vector<std::string>{"user"});
+}
+
+TEST_P(old_event, chains_its_macro_also_when_events_are_disconnected) {
+    host.settings().eventMacros[GetParam()] = u"MacroOfTheUser";
+    ASSERT_TRUE(Enable(true));
+    const std::u16string macro = Macro(GetParam());
+    ASSERT_TRUE(Enable(false));
+    host.host.RunCommand(macro);
+    ASSERT_EQ(NotingApp::order.size(), 2U);
+    EXPECT_EQ(NotingApp::order.back(), "user");
+}
+
+INSTANTIATE_TEST_SUITE_P(all, old_event, testing::Values(0U, 1U, 2U));
+
+TEST_F(old_events, give_1_also_if_an_observer_throws) {
+    ASSERT_TRUE(Enable(true));
+    application.throws = true;
+    EXPECT_EQ(CXllComImpl_OnSheetActivate(), 1);
     EXPECT_EQ(CXllComImpl_OnSheetDeactivate(), 1);
+    EXPECT_EQ(CXllComImpl_OnCalculate(), 1);
+}
+
+TEST_F(old_events, have_no_effect_on_a_search_that_failed) {
+    EXPECT_TRUE(road.com.Shutdown(road.failure));
+    CXllApp::SetInstance(nullptr);
+    Road failed;
+    ASSERT_FALSE(failed.Init());
+    EXPECT_EQ(CXllComImpl_OnCalculate(), 1);
+    CXllApp::SetInstance(&application);
     EXPECT_TRUE(NotingApp::order.empty());
 }
 
@@ -184,10 +221,21 @@ TEST_F(old_events, leave_the_properties_as_they_were_if_a_macro_is_refused) {
 TEST_F(old_events, end_with_the_road_to_the_host) {
     host.settings().eventMacros[0] = u"First";
     ASSERT_TRUE(Enable(true));
-    road.com.Shutdown();
+    EXPECT_TRUE(road.com.Shutdown(road.failure));
     EXPECT_EQ(Macro(0), u"First");
     EXPECT_EQ(CXllComImpl_OnSheetActivate(), 1); // nobody is there
     EXPECT_TRUE(NotingApp::order.empty());
+}
+
+TEST(old_events_of_an_add_in, name_their_macros_by_its_name_up_to_the_last_dot) {
+    const ProgramNames names;
+    IntegrationHost host(5, AddInEntries(), u"C:\\My.AddIns\\Unit.Tools.xll");
+    CXllApp application;
+    host.automation.ShowAsRunning();
+    Road road;
+    ASSERT_TRUE(road.Init());
+    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(host.settings().eventMacros[2], u"xll_Unit.Tools_OnCalculate");
 }
 
 TEST(old_events_of_version_6, come_through_the_connection_point) {

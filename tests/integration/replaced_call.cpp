@@ -16,10 +16,19 @@ void Write(void** place, void* value) {
     VirtualProtect(place, sizeof(*place), protection, &protection);
 }
 
-template <class What>
-What* InProgram(std::uintptr_t offset) {
-    return reinterpret_cast<What*>(reinterpret_cast<std::uintptr_t>(GetModuleHandleW(nullptr)) + offset);
-}
+class LoadedModule {
+  public:
+    explicit LoadedModule(void* module)
+        : start_(reinterpret_cast<std::uintptr_t>(module ? module : GetModuleHandleW(nullptr))) {}
+
+    template <class What>
+    What* At(std::uintptr_t offset) const {
+        return reinterpret_cast<What*>(start_ + offset);
+    }
+
+  private:
+    std::uintptr_t start_;
+};
 
 } // namespace
 
@@ -31,19 +40,20 @@ ReplacedPointer::~ReplacedPointer() {
     Write(place_, original_);
 }
 
-void** ImportedFunction(const char* name) {
+void** ImportedFunction(const char* name, void* module) {
+    const LoadedModule loaded(module);
     const auto& headers =
-        *InProgram<IMAGE_NT_HEADERS>(static_cast<std::uintptr_t>(InProgram<IMAGE_DOS_HEADER>(0)->e_lfanew));
+        *loaded.At<IMAGE_NT_HEADERS>(static_cast<std::uintptr_t>(loaded.At<IMAGE_DOS_HEADER>(0)->e_lfanew));
     const auto& directory = headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    const auto* library = InProgram<IMAGE_IMPORT_DESCRIPTOR>(directory.VirtualAddress);
+    const auto* library = loaded.At<IMAGE_IMPORT_DESCRIPTOR>(directory.VirtualAddress);
     for (; library->Name != 0; ++library) {
-        const auto* names = InProgram<IMAGE_THUNK_DATA>(library->OriginalFirstThunk);
-        auto* places = InProgram<void*>(library->FirstThunk);
+        const auto* names = loaded.At<IMAGE_THUNK_DATA>(library->OriginalFirstThunk);
+        auto* places = loaded.At<void*>(library->FirstThunk);
         for (std::size_t i = 0; names[i].u1.AddressOfData != 0; ++i) {
             if (IMAGE_SNAP_BY_ORDINAL(names[i].u1.Ordinal))
                 continue;
             const auto* entry =
-                InProgram<IMAGE_IMPORT_BY_NAME>(static_cast<std::uintptr_t>(names[i].u1.AddressOfData));
+                loaded.At<IMAGE_IMPORT_BY_NAME>(static_cast<std::uintptr_t>(names[i].u1.AddressOfData));
             if (std::strcmp(reinterpret_cast<const char*>(entry->Name), name) == 0)
                 return &places[i];
         }

@@ -22,8 +22,9 @@ class ReplacedPointer {
     void* original_;
 };
 
-/// Where this program keeps the address of a function that it imports; null if it imports none of the name.
-void** ImportedFunction(const char* name);
+/// Where a module, without one this program, keeps the address of a function that it imports; null if it
+/// imports none of the name.
+void** ImportedFunction(const char* name, void* module = nullptr);
 
 /// Where the objects of a class keep the address of a method, by its number in the interface.
 void** MethodOf(IUnknown* object, std::size_t number);

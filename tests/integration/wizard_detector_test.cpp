@@ -72,6 +72,9 @@ TEST_F(wizard_detector, looks_at_the_first_11_characters_of_the_class) {
     EXPECT_TRUE(IsDialog("Function Arguments", "bosa_sdm_XL8"));
     EXPECT_TRUE(IsDialog("Function Arguments", "bosa_sdm_XL"));
     EXPECT_FALSE(IsDialog("Function Arguments", "bosa_sdm_Mso96"));
+    EXPECT_FALSE(IsDialog("Function Arguments", "bosa_sdm_X"));
+    EXPECT_FALSE(IsDialog("Function Arguments", "bosa_sdm_XM"));
+    EXPECT_FALSE(IsDialog("Function Arguments", "Bosa_sdm_XL9"));
 }
 
 TEST_F(wizard_detector, looks_at_dialogs_of_this_host_alone) {
@@ -88,6 +91,14 @@ TEST_F(wizard_detector, finds_the_dialog_among_all_windows) {
         EXPECT_TRUE(detector.IsOpen());
     }
     EXPECT_FALSE(detector.IsOpen());
+}
+
+TEST_F(wizard_detector, is_asked_through_the_application) {
+    const CXlRealIntegration integration;
+    CXllApp application(integration);
+    EXPECT_FALSE(application.WizardDetector().IsOpen());
+    const WizardDialog dialog(host.automation.surroundings(), {.owner = Main()});
+    EXPECT_TRUE(application.WizardDetector().IsOpen());
 }
 
 TEST_F(wizard_detector, finds_nothing_without_a_host_window) {

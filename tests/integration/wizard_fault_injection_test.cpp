@@ -118,7 +118,7 @@ struct Session {
 TEST(fault_injection, in_an_application_with_the_formula_dialog_in_use) {
     Session session;
     std::size_t used = 0;
-    const std::size_t calls = FailEachCall(session.host, [&session, &used] {
+    const std::size_t calls = FailEachCall(session.host, 0, [&session, &used] {
         session.Run();
         used += session.was_used ? 1 : 0;
     });

@@ -4,6 +4,7 @@
 
 #include "integration/wizard_registry.h"
 
+#include <map>
 #include <stdexcept>
 #include <vector>
 #include <windows.h>
@@ -59,13 +60,17 @@ class WizardFunction final : public IXlWizExFunction {
     IXlWizExButton* ButtonOf(int argument) override {
         return hasParts && KindOf(argument) == ArgumentUi::button ? &button : nullptr;
     }
-    XlWizExKey KeyOf(int /*argument*/) const override { return key; }
+    XlWizExKey KeyOf(int argument) const override {
+        const auto own = keys.find(argument);
+        return own != keys.end() ? own->second : key;
+    }
 
     std::vector<ArgumentUi> kinds{ArgumentUi::list, ArgumentUi::button};
     bool hasParts = true; ///< whether there is a list or a dialog where the kind says so
     UnitList list;
     TextButton button;
-    XlWizExKey key;
+    XlWizExKey key;                 ///< of arguments that have none of their own
+    std::map<int, XlWizExKey> keys; ///< by argument
 };
 
 } // namespace metrify

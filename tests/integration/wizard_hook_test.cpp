@@ -180,6 +180,18 @@ TEST_F(wizard_hook, is_active_from_the_activation_on) {
     EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
 }
 
+TEST_F(wizard_hook, builds_what_is_shown_with_a_dialog_that_is_activated_first) {
+    Make({.arguments = 1});
+    ASSERT_FALSE(IsWindowVisible(dialog->window()));
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
+    WizardControls controls;
+    ASSERT_TRUE(FindWizardControls(dialog->window(), controls));
+    EXPECT_EQ(controls.count, 1);
+    ShowWindow(dialog->window(), SW_SHOWNA);
+    EXPECT_TRUE(IsWindowVisible(Hook().Overlay(0)));
+}
+
 TEST_F(wizard_hook, stays_with_its_dialog_when_another_comes_and_goes) {
     Open();
     const HWND standing = Hook().Overlay(0);
@@ -249,6 +261,34 @@ TEST(wizard_hook_of_an_application, is_installed_when_it_is_told_of_a_registry_a
     EXPECT_NE(CWizardHook::Instance(), nullptr);
     helper->ReleaseRegistry();
     EXPECT_FALSE(helper->HoldsRegistry());
+    EXPECT_EQ(CWizardHook::Instance(), nullptr);
+}
+
+class WizardApp final : public CXllApp {
+  public:
+    explicit WizardApp(const CXlIntegration& integration) : CXllApp(integration) {
+        static_cast<CXlWizExUIFunctionRegistry&>(*WizardRegistry()).Add("Convert", function_);
+    }
+    bool ConfirmRegistrationFailure() override { return confirms; }
+    bool confirms = false;
+
+  private:
+    WizardFunction function_;
+};
+
+TEST(wizard_hook_of_an_application, is_gone_if_the_add_in_is_not_opened) {
+    IntegrationHost host(16);
+    const CXlRealIntegration integration;
+    WizardApp application(integration);
+    host.faults().Refuse(xlfRegister, xlretFailed);
+    EXPECT_EQ(OpenAddIn(), 0);
+    EXPECT_EQ(CWizardHook::Instance(), nullptr);
+    EXPECT_FALSE(application.ComHelper().HoldsRegistry());
+    application.confirms = true;
+    EXPECT_EQ(OpenAddIn(), 1);
+    EXPECT_NE(CWizardHook::Instance(), nullptr);
+    CloseAddIn();
+    SetAddInOpened(false);
     EXPECT_EQ(CWizardHook::Instance(), nullptr);
 }
 

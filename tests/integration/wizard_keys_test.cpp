@@ -181,6 +181,39 @@ TEST_F(wizard_keys, open_nothing_where_nothing_stands) {
     EXPECT_EQ(function.button.runs, 0);
 }
 
+TEST_F(wizard_keys, are_those_of_the_argument_in_the_focused_box) {
+    function.kinds = std::vector<ArgumentUi>(6, ArgumentUi::button);
+    function.keys[3] = {.key = VK_F7, .modifier = 0, .content_mode = 3};
+    OpenInFront();
+    SetFocus(dialog->box(2));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 0);
+    SetFocus(dialog->box(3));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 1);
+    dialog->ScrollTo(1);
+    SetFocus(dialog->box(3));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 1);
+    SetFocus(dialog->box(2));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 2);
+}
+
+TEST_F(wizard_keys, need_the_focus_where_it_was_noted) {
+    function.kinds = std::vector<ArgumentUi>(5, ArgumentUi::button);
+    function.key = {.key = VK_F7, .modifier = 0, .content_mode = 3};
+    OpenInFront();
+    SetFocus(dialog->box(1));
+    SendMessageA(dialog->box(2), WM_SETFOCUS, 0, 0); // the focus stays
+    ASSERT_EQ(GetFocus(), dialog->box(1));
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 0);
+    SendMessageA(dialog->box(1), WM_SETFOCUS, 0, 0);
+    Press(VK_F7);
+    EXPECT_EQ(function.button.runs, 1);
+}
+
 TEST_F(wizard_keys, open_the_argument_that_is_scrolled_to) {
     function.key = {.key = VK_F7, .modifier = 0, .content_mode = 3};
     OpenInFront();

@@ -1,11 +1,24 @@
 // Lists and buttons beside the dialog's boxes, in use.
 
+#include "tests/integration/replaced_call.h"
 #include "tests/integration/wizard_fixture.h"
 
 namespace metrify::host {
 namespace {
 
-using wizard_lists = WizardHookTest;
+class wizard_lists : public WizardHookTest {
+  protected:
+    static LONG DroppedHeight() {
+        RECT dropped{};
+        SendMessageA(Hook().List(), CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
+        return dropped.bottom - dropped.top;
+    }
+};
+
+BOOL WINAPI MeasureLinesOf20(HDC /*canvas*/, TEXTMETRICA* metrics) {
+    metrics->tmHeight = 20;
+    return TRUE;
+}
 
 // ---- Lists
 
@@ -75,10 +88,19 @@ TEST_F(wizard_lists, are_as_high_as_their_font_wants) {
     EXPECT_EQ(description.lfHeight, 12);
     EXPECT_EQ(description.lfWeight, 400);
     Click(Hook().Overlay(0));
-    RECT dropped{};
-    SendMessageA(Hook().List(), CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
-    const auto item_height = static_cast<LONG>(SendMessageA(Hook().List(), CB_GETITEMHEIGHT, 0, 0));
-    EXPECT_GE(dropped.bottom - dropped.top, 4 * item_height);
+    const LONG of_12 = DroppedHeight();
+    EXPECT_GE(of_12, 4 * 12);
+    Notify(Hook().List(), CBN_CLOSEUP);
+    const ReplacedPointer measuring(ImportedFunction("GetTextMetricsA"), AddressOf(MeasureLinesOf20));
+    Click(Hook().Overlay(0));
+    EXPECT_EQ(DroppedHeight() - of_12, 10 * (20 - 12));
+}
+
+TEST_F(wizard_lists, have_the_arrow_as_their_cursor) {
+    Open();
+    SetCursor(LoadCursorA(nullptr, IDC_WAIT));
+    Click(Hook().Overlay(0));
+    EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_ARROW));
 }
 
 TEST_F(wizard_lists, that_are_missing_do_not_open) {

@@ -83,6 +83,20 @@ TEST_F(wizard_name, that_the_registry_does_not_know_has_no_wishes) {
     EXPECT_EQ(Overlays(), Standing(5, false));
 }
 
+class wizard_name_role : public WizardHookTest, public testing::WithParamInterface<LONG> {};
+
+TEST_P(wizard_name_role, is_20_alone) {
+    const Standing expected =
+        GetParam() == 20 ? Standing(5, false) : Standing{true, true, false, false, false};
+    for (const bool is_nested : {false, true}) {
+        Open({.function = u"Another", .is_name_nested = is_nested, .name_role = GetParam()});
+        EXPECT_EQ(Overlays(), expected) << is_nested;
+        dialog.reset();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(all, wizard_name_role, testing::Range(LONG{19}, LONG{41}));
+
 TEST_F(wizard_name, keeps_no_reference_to_the_dialog) {
     const int before = host.automation.ledger().references();
     Open();

@@ -60,6 +60,29 @@ class wizard_theme : protected Recording, public WizardHookTest {
     void ChangeTheme() { SendMessageA(dialog->window(), WM_THEMECHANGED, 0, 0); }
 };
 
+// ---- The surface that is drawn on
+
+TEST_F(wizard_theme, leaves_the_surface_as_it_was) {
+    theme.missing = {"DrawThemeText"};
+    Open();
+    const auto font = static_cast<HFONT>(GetStockObject(SYSTEM_FONT));
+    for (const int background : {OPAQUE, TRANSPARENT}) {
+        const HDC canvas = CreateCompatibleDC(nullptr);
+        SelectObject(canvas, font);
+        SetBkMode(canvas, background);
+        for (const int box : {0, 1}) {
+            DRAWITEMSTRUCT item{};
+            item.hwndItem = Hook().Overlay(box);
+            item.hDC = canvas;
+            item.rcItem = {3, 4, 20, 24};
+            SendMessageA(dialog->window(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
+        }
+        EXPECT_EQ(GetBkMode(canvas), background);
+        EXPECT_EQ(GetCurrentObject(canvas, OBJ_FONT), font);
+        DeleteDC(canvas);
+    }
+}
+
 // ---- Opening and closing
 
 TEST_F(wizard_theme, is_opened_for_the_dialog_in_both_classes) {

@@ -43,7 +43,7 @@ class NotingRibbon final : public IXlpRibbonImpl {
     bool available_;
 };
 
-class NotingRegistry final : public IXlWizardRegistry {
+class NotingRegistry final : public IXlWizExUIFunctionRegistry {
   public:
     NotingRegistry(ScriptedHost& host, bool has_entries, bool ready)
         : host_(host), has_entries_(has_entries), ready_(ready) {}
@@ -51,6 +51,9 @@ class NotingRegistry final : public IXlWizardRegistry {
     NotingRegistry& operator=(const NotingRegistry&) = delete;
     ~NotingRegistry() override { host_.Note("registry gone"); }
     bool HasEntries() const override { return has_entries_; }
+    bool UsesThemes() const override { return false; }
+    IXlWizExFunction* FindFunction(std::string_view /*name*/) const override { return nullptr; }
+    const XlIconSize* IconSize(int /*kind*/) const override { return nullptr; }
     bool MakeReady() override {
         host_.Note("registry readied");
         return ready_;
@@ -69,7 +72,7 @@ class NotingComHelper final : public IXlComHelper {
     NotingComHelper(const NotingComHelper&) = delete;
     NotingComHelper& operator=(const NotingComHelper&) = delete;
     ~NotingComHelper() override { host_.Note("helper gone"); }
-    void HoldRegistry(IXlWizardRegistry& /*registry*/) override {
+    void HoldRegistry(IXlWizExUIFunctionRegistry& /*registry*/) override {
         host_.Note("registry held");
         holds_ = true;
     }
@@ -99,7 +102,7 @@ class WizardIntegration final : public CXlIntegration {
   public:
     WizardIntegration(ScriptedHost& host, bool has_entries, bool ready)
         : host_(host), has_entries_(has_entries), ready_(ready) {}
-    std::unique_ptr<IXlWizardRegistry> MakeWizardRegistry() const override {
+    std::unique_ptr<IXlWizExUIFunctionRegistry> MakeWizardRegistry() const override {
         return std::make_unique<NotingRegistry>(host_, has_entries_, ready_);
     }
     std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const override {

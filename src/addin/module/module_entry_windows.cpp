@@ -1,11 +1,17 @@
+#include "integration/process_end.h"
 #include "xllrt/host_primitives.h"
 #include "xllrt/xll_lifecycle.h"
 
 #include <windows.h>
 
-// The loader's way in.
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
+// Called by the loader. At a detach, `reserved` tells the end of the whole process from the unloading of this
+// module.
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     const auto told = static_cast<metrify::ProcessReason>(reason);
+    if (told == metrify::ProcessReason::detach && reserved) {
+        metrify::AbandonHost();
+        return TRUE;
+    }
     if (told == metrify::ProcessReason::attach)
         metrify::ConnectImportedHost();
     return metrify::ProcessEntry(instance, told) != 0 ? TRUE : FALSE;

@@ -13,8 +13,24 @@ constexpr LONG kGroup = 2;
 } // namespace
 
 AccessibleDialog::AccessibleDialog(std::shared_ptr<ObjectSurroundings> surroundings, std::u16string name,
-                                   LONG role, ComPtr<IDispatch> group)
-    : CountedObject(std::move(surroundings)), name_(std::move(name)), role_(role), group_(std::move(group)) {}
+                                   LONG role, LONG name_role, ComPtr<IDispatch> group)
+    : CountedObject(std::move(surroundings)), name_(std::move(name)), role_(role), name_role_(name_role),
+      group_(std::move(group)) {}
+
+ComPtr<IDispatch> AccessibleDialog::MakeDialog(const std::shared_ptr<ObjectSurroundings>& surroundings,
+                                               std::u16string name, LONG name_role, ComPtr<IDispatch> group) {
+    return ComPtr<IDispatch>(MakeObject<AccessibleDialog>(surroundings, std::move(name),
+                                                          LONG{ROLE_SYSTEM_DIALOG}, name_role,
+                                                          std::move(group))
+                                 .Get());
+}
+
+ComPtr<IDispatch> AccessibleDialog::MakeGroup(const std::shared_ptr<ObjectSurroundings>& surroundings,
+                                              std::u16string name, LONG name_role) {
+    return ComPtr<IDispatch>(
+        MakeObject<AccessibleDialog>(surroundings, std::move(name), name_role, name_role, ComPtr<IDispatch>())
+            .Get());
+}
 
 HRESULT AccessibleDialog::get_accChildCount(LONG* count) {
     if (IsCallFailing())
@@ -53,7 +69,7 @@ HRESULT AccessibleDialog::get_accRole(VARIANT child, VARIANT* role) {
         V_I4(role) = ROLE_SYSTEM_STATICTEXT;
         return S_OK;
     default:
-        V_I4(role) = ROLE_SYSTEM_GROUPING;
+        V_I4(role) = name_role_;
         return S_OK;
     }
 }

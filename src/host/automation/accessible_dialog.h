@@ -12,9 +12,16 @@ namespace metrify::host {
 /// The group with the name, as an object of its own or as the second child of the dialog.
 class AccessibleDialog final : public CountedObject<IAccessible> {
   public:
-    /// `group` is an object for the name, or null if the name is a plain child.
+    /// A dialog whose name has this role. `group` is an object for the name, or null if the name is a plain
+    /// child.
+    static ComPtr<IDispatch> MakeDialog(const std::shared_ptr<ObjectSurroundings>& surroundings,
+                                        std::u16string name, LONG name_role, ComPtr<IDispatch> group);
+    /// An object for a name.
+    static ComPtr<IDispatch> MakeGroup(const std::shared_ptr<ObjectSurroundings>& surroundings,
+                                       std::u16string name, LONG name_role);
+
     AccessibleDialog(std::shared_ptr<ObjectSurroundings> surroundings, std::u16string name, LONG role,
-                     ComPtr<IDispatch> group);
+                     LONG name_role, ComPtr<IDispatch> group);
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override;
@@ -49,6 +56,7 @@ class AccessibleDialog final : public CountedObject<IAccessible> {
 
     std::u16string name_;
     LONG role_;
+    LONG name_role_;
     ComPtr<IDispatch> group_;
 };
 

@@ -34,6 +34,7 @@ std::span<const MemberRow<ApplicationObject>> ApplicationObject::Members() {
         {L"OnSheetDeactivate", &Self::EventMacro<1>},
         {L"OnCalculate", &Self::EventMacro<2>},
         {L"ActiveWorksheet", &Self::ActiveWorksheet},
+        {L"ActiveSheet", &Self::ActiveWorksheet},
         {L"Name", &Self::Name},
     };
     return members;

@@ -17,6 +17,7 @@ struct ApplicationSettings {
     /// The macros for activation, deactivation and calculation of a sheet.
     std::array<std::u16string, 3> eventMacros;
     ComPtr<IDispatch> activeWorksheet;
+    bool knowsActiveWorksheet = true; ///< otherwise the sheet has the name "ActiveSheet" alone
 };
 
 class ApplicationObject final : public DispatchObject<ApplicationObject, IConnectionPointContainer> {
@@ -24,6 +25,9 @@ class ApplicationObject final : public DispatchObject<ApplicationObject, IConnec
     ApplicationObject(const std::shared_ptr<ObjectSurroundings>& surroundings, HostState& state);
 
     static std::span<const MemberRow<ApplicationObject>> Members();
+    bool Knows(std::wstring_view member) const {
+        return settings.knowsActiveWorksheet || member != L"ActiveWorksheet";
+    }
 
     ApplicationSettings settings;
 

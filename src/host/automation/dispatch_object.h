@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cwchar>
 #include <span>
+#include <string_view>
 
 namespace metrify::host {
 
@@ -40,6 +41,9 @@ class DispatchObject : public CountedObject<IDispatch, Others...> {
   public:
     using CountedObject<IDispatch, Others...>::CountedObject;
 
+    /// Whether this object has a member of its class.
+    bool Knows(std::wstring_view /*member*/) const { return true; }
+
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) final {
         *count = 0;
         return S_OK;
@@ -54,8 +58,8 @@ class DispatchObject : public CountedObject<IDispatch, Others...> {
         if (iid != IID_NULL || count != 1)
             return DISP_E_UNKNOWNINTERFACE;
         const auto members = Self::Members();
-        const auto found = std::find_if(members.begin(), members.end(), [names](const auto& member) {
-            return _wcsicmp(member.name, names[0]) == 0;
+        const auto found = std::find_if(members.begin(), members.end(), [this, names](const auto& member) {
+            return _wcsicmp(member.name, names[0]) == 0 && static_cast<const Self*>(this)->Knows(member.name);
         });
         ids[0] =
             found != members.end() ? kFirstId + static_cast<DISPID>(found - members.begin()) : DISPID_UNKNOWN;

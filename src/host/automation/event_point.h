@@ -27,6 +27,8 @@ class EventPoint final : public CountedObject<IConnectionPoint> {
 
     /// Sinks that are connected.
     std::size_t count() const { return sinks_.size(); }
+    /// The one that has been connected longest; none if there is none.
+    ComPtr<IDispatch> First() const { return sinks_.empty() ? ComPtr<IDispatch>() : sinks_.begin()->second; }
 
     /// Tells every sink of an event, with the arguments in the order in which they are declared. Gives the
     /// code of the last.

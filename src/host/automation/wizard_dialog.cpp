@@ -37,12 +37,8 @@ WizardDialog::WizardDialog(const std::shared_ptr<ObjectSurroundings>& surroundin
                            const WizardDialogOptions& options) {
     ComPtr<IDispatch> group;
     if (options.is_name_nested)
-        group =
-            ComPtr<IDispatch>(MakeObject<AccessibleDialog>(surroundings, options.function,
-                                                           LONG{ROLE_SYSTEM_GROUPING}, ComPtr<IDispatch>())
-                                  .Get());
-    accessible_ = ComPtr<IDispatch>(
-        MakeObject<AccessibleDialog>(surroundings, options.function, LONG{ROLE_SYSTEM_DIALOG}, group).Get());
+        group = AccessibleDialog::MakeGroup(surroundings, options.function, options.name_role);
+    accessible_ = AccessibleDialog::MakeDialog(surroundings, options.function, options.name_role, group);
     RegisterDialogClass(options.class_name.c_str(), Procedure);
     RegisterBoxClass();
     window_ = CreateWindowExA(0, options.class_name.c_str(), options.title.c_str(),

@@ -20,9 +20,10 @@ struct WizardDialogOptions {
     std::string class_name = "bosa_sdm_XL9";
     std::u16string function{}; ///< the name shown
     int arguments = kDialogBoxes;
-    bool is_name_nested = false; ///< the name stands in an object of its own
-    int misplaced_box = -1;      ///< a box that stands out of the line
-    int foreign_box = -1;        ///< a box of another class
+    bool is_name_nested = false; ///< the name is in an object of its own
+    LONG name_role = ROLE_SYSTEM_GROUPING;
+    int misplaced_box = -1; ///< a box that stands out of the line
+    int foreign_box = -1;   ///< a box of another class
     bool has_scroll_bar = true;
 };
 

@@ -1,0 +1,110 @@
+// The end of a whole process with a module in it, and a module that a host keeps calling into. Each needs a
+// process of its own: the tests run themselves again, for a test that is disabled otherwise.
+
+#include "tests/integration/module_host.h"
+#include "tests/integration/replaced_call.h"
+
+namespace metrify::host {
+namespace {
+
+constexpr UINT kEnded = 7;   // the process came to its end
+constexpr UINT kCalled = 66; // something was called that must not be
+
+// Runs a disabled test in a process of its own. Gives the exit status.
+DWORD RunAlone(const std::string& test) {
+    std::array<char, MAX_PATH> program{};
+    GetModuleFileNameA(nullptr, program.data(), static_cast<DWORD>(program.size()));
+    std::string command = std::string("\"") + program.data() +
+                          "\" --gtest_brief=1 --gtest_also_run_disabled_tests --gtest_filter=" + test;
+    STARTUPINFOA start{};
+    start.cb = sizeof(start);
+    PROCESS_INFORMATION process{};
+    DWORD status = 0;
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                        &process))
+        return status;
+    constexpr DWORD kPatience = 60000;
+    if (WaitForSingleObject(process.hProcess, kPatience) != WAIT_OBJECT_0)
+        TerminateProcess(process.hProcess, 1);
+    GetExitCodeProcess(process.hProcess, &status);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return status;
+}
+
+// Stands for anything that must not be called any more.
+void EndAsCalled() {
+    TerminateProcess(GetCurrentProcess(), kCalled);
+}
+
+// ---- The end of a process
+
+class process_alone : public testing::Test {
+  protected:
+    process_alone() : modules(16) {}
+
+    ModuleHost modules;
+};
+
+constexpr std::size_t kQueryInterface = 0;
+constexpr std::size_t kRelease = 2;
+constexpr std::size_t kFindConnectionPoint = 4;
+constexpr std::size_t kUnadvise = 6;
+
+TEST_F(process_alone, DISABLED_with_a_connected_sink) {
+    ASSERT_TRUE(modules.Open("Observing.xll"));
+    ASSERT_EQ(modules.Sinks(), 1U);
+    auto& application = modules.automation.application();
+    IConnectionPointContainer* const container = &application;
+    const HMODULE module = GetModuleHandleA("Observing.xll");
+    const ReplacedPointer calls[] = {
+        {MethodOf(static_cast<IDispatch*>(&application), kQueryInterface), AddressOf(EndAsCalled)},
+        {MethodOf(static_cast<IDispatch*>(&application), kRelease), AddressOf(EndAsCalled)},
+        {MethodOf(container, kFindConnectionPoint), AddressOf(EndAsCalled)},
+        {MethodOf(&application.events(), kUnadvise), AddressOf(EndAsCalled)},
+        {ImportedFunction("CoUninitialize", module), AddressOf(EndAsCalled)},
+        {ImportedFunction("Sleep", module), AddressOf(EndAsCalled)},
+    };
+    ExitProcess(kEnded);
+}
+
+TEST(process_end, calls_no_component_and_waits_for_nothing) {
+    EXPECT_EQ(RunAlone("process_alone.DISABLED_with_a_connected_sink"), kEnded);
+}
+
+TEST_F(process_alone, DISABLED_with_an_unloading) {
+    ASSERT_TRUE(modules.Open("Observing.xll"));
+    ASSERT_EQ(modules.Sinks(), 1U);
+    modules.Close();
+    EXPECT_EQ(modules.Sinks(), 0U);
+    EXPECT_EQ(GetModuleHandleA("Observing.xll"), nullptr);
+    ExitProcess(HasFailure() ? 1 : kEnded);
+}
+
+TEST(process_end, is_told_from_an_unloading_which_disconnects) {
+    EXPECT_EQ(RunAlone("process_alone.DISABLED_with_an_unloading"), kEnded);
+}
+
+// ---- A busy host
+
+HRESULT STDMETHODCALLTYPE StayBusy(IConnectionPoint* /*point*/, DWORD /*cookie*/) {
+    return static_cast<HRESULT>(0x8001010A);
+}
+
+TEST_F(process_alone, DISABLED_with_a_host_that_stays_busy) {
+    ASSERT_TRUE(modules.Open("Observing.xll"));
+    const ReplacedPointer busy(MethodOf(&modules.automation.application().events(), kUnadvise),
+                               AddressOf(StayBusy));
+    modules.Close();
+    EXPECT_EQ(modules.Sinks(), 1U);
+    EXPECT_NE(GetModuleHandleA("Observing.xll"), nullptr);
+    EXPECT_FALSE(modules.IsKept(u"Keep"));
+    ExitProcess(HasFailure() ? 1 : kEnded);
+}
+
+TEST(busy_host_of_a_module, may_call_into_it_after_its_unloading) {
+    EXPECT_EQ(RunAlone("process_alone.DISABLED_with_a_host_that_stays_busy"), kEnded);
+}
+
+} // namespace
+} // namespace metrify::host
