@@ -126,6 +126,8 @@ bool LoadOrTakeBack(CXllApp& application) {
     return false;
 }
 
+// ---- What went wrong
+
 std::string LabelOf(CXllApp& application) {
     const std::array<std::string, 3> candidates = {application.addInName.Narrow(), application.hostPath,
                                                    application.modulePath};

@@ -102,6 +102,18 @@ TEST_F(macro, the_functions_name_is_found_in_any_case_and_anywhere) {
     }
 }
 
+TEST_F(macro, case_is_ignored_in_the_letters_from_a_to_z_and_in_nothing_else) {
+    Enter(u"A1", u"about AMZ");
+    EXPECT_TRUE(start_function_wizard("amz"));
+    Enter(u"A1", u"about amz");
+    EXPECT_TRUE(start_function_wizard("AMZ"));
+    EXPECT_THAT(Host().alerts, IsEmpty());
+    Enter(u"A1", u"about @[");
+    Host().answers = {false};
+    EXPECT_FALSE(start_function_wizard("`{"));
+    EXPECT_EQ(Host().alerts.size(), 1U);
+}
+
 TEST_F(macro, the_formula_is_looked_at_in_the_a1_style) {
     // In the R1C1 style the reference would read R[-1]C.
     Enter(u"A2", u"=A1+1");
