@@ -90,7 +90,7 @@ bool IsWellFormedArray(const Record& record) {
     return count == 0 || (record.val.array.lparray && count <= most);
 }
 
-/// The number of cells behind an array record; 0 for one that is not well formed.
+/// The number of cells of an array record; 0 for one that is not well formed.
 template <class Record>
 std::size_t CellCountOf(const Record& record) {
     const XlSize size = ArraySizeOf(record);

@@ -123,12 +123,30 @@ void CXlOper::CopyFrom(const CXlOper& source) {
     }
 }
 
+namespace {
+
+// For the view of a cell: an array releases what is in it, so a cell gets a copy of what the host owns.
+template <class Record>
+void TakeCopy(CXlOper& cell, const Record& record) {
+    CXlOper filled;
+    filled.TakeFromHost(record);
+    cell = filled;
+}
+
+} // namespace
+
 void CXlOper::TakeFromHost(XLOPER record) {
+    if (IsCellView()) {
+        return TakeCopy(*this, record);
+    }
     Free();
     Store(record, kValid4 | kHostOwned4);
 }
 
 void CXlOper::TakeFromHost(XLOPER12 record) {
+    if (IsCellView()) {
+        return TakeCopy(*this, record);
+    }
     Free();
     Store(record, kValid12 | kHostOwned12);
 }

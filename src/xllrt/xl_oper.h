@@ -122,6 +122,7 @@ class CXlOper {
     const XLOPER12* Record12() const { return wide_; }
 
     /// Takes over a record that the host filled: what was there is released, and this goes back to the host.
+    /// The cell of an array gets a copy, and the record goes back at once.
     void TakeFromHost(XLOPER record);
     void TakeFromHost(XLOPER12 record);
 

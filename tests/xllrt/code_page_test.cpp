@@ -1,4 +1,4 @@
-// Code page 1252, every byte of it, and what stands for units that it does not hold.
+// Code page 1252, every byte of it, and what replaces units that it does not hold.
 
 #include "xllrt/code_page.h"
 

@@ -116,6 +116,23 @@ TEST_F(OperRelease, a_side_that_cannot_be_copied_does_not_keep_the_other_from_it
     EXPECT_EQ(Rendered(*copy.Record12()), "\"abc\"");
 }
 
+TEST_F(OperRelease, a_cell_that_the_host_fills_gets_a_copy_and_the_host_its_own_back) {
+    const ReleaseNotes host;
+    {
+        XCHAR wide[] = u"\3abc";
+        char narrow[] = "\3def";
+        CXlOper array;
+        array.MakeArray(1, 2);
+        array.Cell(0, 0)->TakeFromHost(TextRecord<XLOPER12>(wide));
+        EXPECT_EQ(TextOf(*array.Cell(0, 0)->Record12()), u"abc");
+        EXPECT_NE(array.Cell(0, 0)->Record12()->val.str, wide);
+        array.Cell(0, 0)->TakeFromHost(TextRecord<XLOPER>(narrow));
+        EXPECT_EQ(array.Cell(0, 0)->Record12()->xltype, 0u) << "a wide array has no narrow cells";
+    }
+    const std::vector<std::string> expected{"12 xlFree \"abc\"", "4 xlFree \"def\""};
+    EXPECT_EQ(ReleaseNotes::lines, expected);
+}
+
 // ---- Texts
 
 TEST_F(OperRelease, a_text_that_does_not_free_first_overwrites_the_old_content) {
