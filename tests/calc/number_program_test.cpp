@@ -246,6 +246,18 @@ TEST_F(number_program_of, a_variable_takes_the_short_way_in_its_units_and_in_no_
     }
 }
 
+TEST_F(number_program_of, an_empty_statement_has_steps_and_nothing_after_it_is_looked_at) {
+    code_list list;
+    list.emit(OP_NOP);
+    number_program program;
+    program.prepare(list);
+    ASSERT_EQ(program.statements().size(), 1U);
+    EXPECT_TRUE(program.statements()[0].has_steps);
+    dim_value result = vector(7, 7, 7);
+    EXPECT_TRUE(program.run(program.statements()[0], result, ctx, err.str));
+    EXPECT_TRUE(equal(result, scalar(0)));
+}
+
 TEST_F(number_program_of, a_sum_that_rests_on_a_zero_has_no_steps) {
     set_all(3.0, 2.0, 0.0);
     for (const char* statement : {"y = a + c", "y = c - a", "y = a + 0"}) {
