@@ -219,6 +219,45 @@ TEST_F(number_program_of, other_units_go_the_long_way_and_change_nothing_before)
     EXPECT_TRUE(equal(find_var("y")->value, scalar(10, {0, 1, 0, 1, 0, 0, 0, 0})));
 }
 
+TEST_F(number_program_of, a_variable_takes_the_short_way_in_its_units_and_in_no_others) {
+    for (std::size_t i = 0; i < 8; ++i) {
+        exponents units = {};
+        units[i] = 2;
+        set_all(3.0, 2.0, 1.5);
+        set("a", scalar(5, units));
+        code_list list;
+        ASSERT_TRUE(compile("y = 3*a", list));
+        number_program program;
+        program.prepare(list);
+        dim_value result;
+        set("a", scalar(7, units));
+        EXPECT_TRUE(program.run(program.statements()[0], result, ctx, err.str)) << i;
+        EXPECT_TRUE(equal(result, scalar(21, units))) << i;
+        for (std::size_t other = 0; other < 8; ++other) {
+            exponents changed = units;
+            changed[other] += 1;
+            set("a", scalar(7, changed));
+            EXPECT_FALSE(program.run(program.statements()[0], result, ctx, err.str)) << i << other;
+        }
+        dim_value mixed = scalar(7, units);
+        mixed.comp[2] = 1;
+        set("a", mixed);
+        EXPECT_FALSE(program.run(program.statements()[0], result, ctx, err.str)) << i;
+    }
+}
+
+TEST_F(number_program_of, an_empty_statement_has_steps_and_nothing_after_it_is_looked_at) {
+    code_list list;
+    list.emit(OP_NOP);
+    number_program program;
+    program.prepare(list);
+    ASSERT_EQ(program.statements().size(), 1U);
+    EXPECT_TRUE(program.statements()[0].has_steps);
+    dim_value result = vector(7, 7, 7);
+    EXPECT_TRUE(program.run(program.statements()[0], result, ctx, err.str));
+    EXPECT_TRUE(equal(result, scalar(0)));
+}
+
 TEST_F(number_program_of, a_sum_that_rests_on_a_zero_has_no_steps) {
     set_all(3.0, 2.0, 0.0);
     for (const char* statement : {"y = a + c", "y = c - a", "y = a + 0"}) {

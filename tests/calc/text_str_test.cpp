@@ -305,4 +305,14 @@ TEST(work_text, appends_its_own_text_while_it_grows) {
                             characters(700) + characters(700) + characters(700) + characters(700));
 }
 
+TEST(work_text, of_usual_length_has_no_block_of_its_own) {
+    work_text text;
+    EXPECT_FALSE(text.str->owns_block);
+    text.append(characters(1022));
+    EXPECT_FALSE(text.str->owns_block);
+    text.append("x");
+    EXPECT_TRUE(text.str->owns_block);
+    EXPECT_TRUE(work_text(1025, 1024).str->owns_block);
+}
+
 } // namespace
