@@ -4,6 +4,7 @@
 #include "tests/functions/calling.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -57,6 +58,23 @@ TEST(function_table, says_another_name_in_the_count_message_of_some_functions) {
         {"ExpIntEi(1, 2)", "ERROR:  Function ExpInt takes 1argument."},
     };
     expect_answers(lines);
+}
+
+TEST(function_table, tells_how_many_arguments_those_that_take_variables_need) {
+    const std::pair<std::string_view, std::int32_t> needed[] = {
+        {"func", 0}, {"solve", 2}, {"fmin", 2}, {"fmax", 2}};
+    std::size_t found = 0;
+    for (const function_row& row : all_functions()) {
+        for (const auto& [name, arguments] : needed) {
+            if (row.name != name)
+                continue;
+            ++found;
+            EXPECT_EQ(row.arguments, arguments) << name;
+            EXPECT_FALSE(row.exact) << name;
+        }
+        EXPECT_EQ(row.exact, row.mode == args_expressions) << row.name;
+    }
+    EXPECT_EQ(found, 4U);
 }
 
 TEST(function_table, a_wrong_count_leaves_one_cleared_value_and_the_message) {

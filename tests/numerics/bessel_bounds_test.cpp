@@ -139,6 +139,36 @@ TEST(bessel_bounds, the_largest_orders_end_soon) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 
+// Far beyond x the first kind is lost in the overflow of its recurrence. The second kind of the ordinary
+// functions goes to minus infinity and two orders later to the difference of two infinities; that of the
+// modified ones grows without a change of sign.
+TEST(bessel_bounds, real_orders_far_beyond_x_overflow) {
+    for (const double nu : {1e6 + 0.5, 1e9 + 0.5, 1e15 + 0.5, -1e12 - 0.5, 1e300}) {
+        for (const double x : {1.0, 1.9, 700.0}) {
+            for (const auto routine : {math_func_bessj_frac, math_func_bessy_frac, math_func_bessi_frac}) {
+                const evaluated f = evaluate(routine, nu, x);
+                EXPECT_EQ(f.err, "") << nu << ' ' << x;
+                EXPECT_TRUE(std::isnan(f.value)) << nu << ' ' << x;
+            }
+            EXPECT_EQ(evaluate(math_func_bessk_frac, nu, x).value, plus_infinity) << nu << ' ' << x;
+        }
+        // The exponential of -1000, with which the recurrence starts, is 0, and so is all that follows.
+        EXPECT_EQ(evaluate(math_func_bessk_frac, nu, 1000.0).value, 0.0) << nu;
+    }
+}
+
+// 2/x overflows, so that the first fraction never settles.
+TEST(bessel_bounds, real_orders_of_the_least_numbers_fail) {
+    for (const double nu : {1e6 + 0.5, 1e15 + 0.5, -1e12 - 0.5}) {
+        for (const auto routine : {math_func_bessj_frac, math_func_bessy_frac})
+            EXPECT_EQ(evaluate(routine, nu, 1e-310).err,
+                      "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+        for (const auto routine : {math_func_bessi_frac, math_func_bessk_frac})
+            EXPECT_EQ(evaluate(routine, nu, 1e-310).err,
+                      "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+    }
+}
+
 TEST(bessel_bounds, large_real_orders_end_soon) {
     const auto start = std::chrono::steady_clock::now();
     for (const double nu : {1e6 + 0.5, 1e9 + 0.5, 1e15 + 0.5, -1e12 - 0.5, 1e300}) {

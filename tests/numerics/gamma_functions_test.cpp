@@ -84,6 +84,17 @@ TEST(gamma_functions, series_computes_the_logarithm_before_any_test) {
     EXPECT_GT(failed.log_gamma, 1e6);
 }
 
+// How many passes each takes was counted with the routines of stated_gamma.py: 100 up to the first argument,
+// 101 at the second.
+TEST(gamma_functions, series_and_fractions_have_a_hundred_passes) {
+    EXPECT_EQ(call(math_func_gser, 388.0, 388.0).err, "");
+    EXPECT_EQ(call(math_func_gser, 397.0, 397.0).err, gser_text);
+    EXPECT_EQ(call(math_func_gcf, 7030.0, 7031.0).err, "");
+    EXPECT_EQ(call(math_func_gcf, 7040.0, 7041.0).err, gcf_text);
+    EXPECT_EQ(evaluate(math_func_betacf, 30400.0, 30400.0, 0.5).err, "");
+    EXPECT_EQ(evaluate(math_func_betacf, 30500.0, 30500.0, 0.5).err, betacf_text);
+}
+
 TEST(gamma_functions, a_failed_fraction_clears_the_logarithm_too) {
     const value_and_log failed = call(math_func_gcf, 1e5, 1.001e5);
     EXPECT_EQ(failed.value, 0.0);
