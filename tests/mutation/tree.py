@@ -9,7 +9,8 @@ import signal
 import subprocess
 import time
 
-# The flags of a build that is made fast rather than runs fast. Tests shall notice changes, not the compiler's warnings.
+# The flags of a build that is made fast rather than runs fast. Tests are to notice changes, not the compiler's
+# warnings.
 FLAGS = "-O1 -DNDEBUG -w"
 MEMORY = 6 << 30
 # The string table belongs to the module that is the first to be asked about, and other tests make up their own.
@@ -117,7 +118,8 @@ class Tree:
         return True
 
     def other_tests(self, seconds):
-        status = self.logged(["ctest", "--test-dir", str(self.build), "-E", "^metrify-tests$", "--stop-on-failure"], seconds)
+        command = ["ctest", "--test-dir", str(self.build), "-E", "^metrify-tests$", "--stop-on-failure"]
+        status = self.logged(command, seconds)
         return None if status is None else status == 0
 
     def limit(self, program, suites=None):
@@ -148,7 +150,9 @@ class Tree:
                 known = {part for name in self.seconds[program] for part in name.split("/")}
                 if suites is not None and not suites & known:
                     continue
-                tests = ALL_TESTS if suites is None else ":".join(f"{name}.*:*/{name}.*:{name}/*" for name in sorted(suites))
+                tests = ALL_TESTS
+                if suites is not None:
+                    tests = ":".join(f"{name}.*:*/{name}.*:{name}/*" for name in sorted(suites))
                 passed = self.test(program, tests, self.limit(program, suites), "--gtest_fail_fast")
                 if not passed:
                     return "hung" if passed is None else "noticed"
