@@ -38,11 +38,12 @@ def run_in_group(command, seconds, **options):
 
 
 class Tree:
-    def __init__(self, checkout, folder, windows, test_folders="", cmake_options=()):
+    def __init__(self, checkout, folder, windows, test_folders="", checked=False, cmake_options=()):
         self.checkout = checkout
         self.folder = folder
         self.windows = windows
         self.test_folders = test_folders  # all if empty
+        self.flags = FLAGS + (" -D_GLIBCXX_ASSERTIONS" if checked else "")
         self.cmake_options = cmake_options
         self.build = folder / "build" / ("win64" if windows else "native")
         self.temporary = folder.with_name(folder.name + "-tmp")
@@ -77,7 +78,7 @@ class Tree:
     def configure(self):
         preset = "win64" if self.windows else "release"
         command = ["cmake", "--preset", preset, "-B", str(self.build), "-DMETRIFY_BENCH=OFF",
-                   f"-DCMAKE_CXX_FLAGS_RELEASE={FLAGS}", f"-DMETRIFY_TEST_FOLDERS={self.test_folders}"]
+                   f"-DCMAKE_CXX_FLAGS_RELEASE={self.flags}", f"-DMETRIFY_TEST_FOLDERS={self.test_folders}"]
         if shutil.which("ccache"):
             command += ["-DCMAKE_C_COMPILER_LAUNCHER=ccache", "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"]
         if shutil.which("ld.lld") and not self.windows:
