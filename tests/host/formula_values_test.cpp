@@ -255,14 +255,13 @@ TEST(formula_values, arrays_have_rows_of_one_length) {
 TEST(formula_values, what_is_no_formula) {
     Host host(15);
     for (const char16_t* text :
-         {u"",          u"1+1",       u"=1.2.3",     u"=1e",      u"=2E+",        u"=#nothing",
-          u"=#",        u"={}",       u"={1,",       u"={1,}",    u"={1;}",       u"={A1}",
-          u"={1,2;3}",  u"={1;2,3}",  u"={1,2",      u"={1)",     u"={-",         u"=SUM(1 2)",
-          u"=SUM(1",    u"=SUM(1}",   u"=SUM(,1",    u"=A1:5",    u"=1:A1",       u"=A1:",
-          u"=A1:B2:C3", u"='Sheet1'", u"='Sheet1'!", u"=Sheet1!", u"='Sheet1!A1", u"=@",
-          u"=!",        u"=[1]",      u"=)",         u"=1%2",     u"=*1",         u"=1<>",
-          u"=><1",      u"=\"a",      u"=\"a\"\"",   u"=.",       u"=%",          u"=-",
-          u"=(",        u"=()"})
+         {u"",         u"1+1",         u"=1.2.3", u"=1e",       u"=2E+",      u"=#nothing", u"=#",
+          u"={}",      u"={1,",        u"={1,}",  u"={1;}",     u"={A1}",     u"={1,2;3}",  u"={1;2,3}",
+          u"={1,2",    u"={1)",        u"={-",    u"=SUM(1 2)", u"=SUM(*)",   u"=SUM(1",    u"=SUM(1}",
+          u"=SUM(,1",  u"=A1:5",       u"=1:A1",  u"=A1:",      u"=A1:B2:C3", u"='Sheet1'", u"='Sheet1'!",
+          u"=Sheet1!", u"='Sheet1!A1", u"=@",     u"=!",        u"=[1]",      u"=)",        u"=1%2",
+          u"=*1",      u"=1<>",        u"=><1",   u"=\"a",      u"=\"a\"\"",  u"=.",        u"=%",
+          u"=-",       u"=(",          u"=()"})
         EXPECT_FALSE(host.Evaluate(text)) << ToUtf8(text);
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <dlfcn.h>
+#include <gnu/libc-version.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/wait.h>
@@ -98,7 +99,7 @@ TEST(sheet_program, loads_another_module) {
 
 TEST(sheet_program, tells_that_a_module_is_no_add_in) {
     Dl_info library{};
-    ASSERT_NE(dladdr(reinterpret_cast<void*>(&popen), &library), 0);
+    ASSERT_NE(dladdr(reinterpret_cast<void*>(&gnu_get_libc_version), &library), 0);
     const program_run run = run_sheet(std::string("--module ") + library.dli_fname + " '=1'");
     EXPECT_EQ(run.output, "metrify-sheet: the add-in did not open\n");
     EXPECT_EQ(run.status, 1);

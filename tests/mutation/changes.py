@@ -17,6 +17,8 @@ TOKEN = re.compile(
     """,
     re.VERBOSE | re.DOTALL | re.MULTILINE,
 )
+ESCAPE = re.compile(r"\\(?:x[0-9a-fA-F]+|[0-7]{1,3}|u[0-9a-fA-F]{4}|U[0-9a-fA-F]{8}|.)")
+PARAMETER = re.compile(r"(?:const\s+)?[\w:<>]+(?:\s*[&*]+\s*|\s+)(?:const\s+)?\w+(?:\s*=.*)?$")
 
 # Every operator with what takes its place. Where it may also be something else than a binary operator, it counts
 # only with a blank on both sides, as the formatter puts it.
@@ -148,8 +150,12 @@ class Finder:
             digit = int(text[place], 16)
             other = f"{(digit + 1) % 10:d}" if digit < 10 else f"{digit - 1:x}".upper()
             changed = text[:place] + other + text[place + 1 :]
-            if hexadecimal or float(changed.rstrip("fF").replace("'", "")) != float(text.rstrip("fF").replace("'", "")):
+            if hexadecimal or self.value(changed) != self.value(text):
                 self.replace("number", index, changed)
+
+    @staticmethod
+    def value(number):
+        return float(number.rstrip("fF").replace("'", ""))
 
     def operators(self, index):
         token = self.tokens[index]
@@ -197,8 +203,7 @@ class Finder:
             return
         quote = '"' if token.kind == "string" else "'"
         first, last = token.text.index(quote) + 1, len(token.text) - 1
-        escapes = {at for match in re.finditer(r"\\(?:x[0-9a-fA-F]+|[0-7]{1,3}|u[0-9a-fA-F]{4}|U[0-9a-fA-F]{8}|.)", token.text)
-                   for at in range(*match.span())}
+        escapes = {at for match in ESCAPE.finditer(token.text) for at in range(*match.span())}
         places = [at for at in range(first, last) if at not in escapes and ord(token.text[at]) < 128]
         if not places:
             return
@@ -229,7 +234,7 @@ class Finder:
             return
         # Two names side by side are a declaration.
         text = self.source[token.start : self.tokens[at].start]
-        if re.match(r"[\w:]+(?:<[^;=]*>)?(?:\s*[&*]\s*|\s+)\w+\s*(?:[=;({\[]|$)", text) and text not in ("break", "continue"):
+        if re.match(r"[\w:]+(?:<[^;=]*>)?(?:\s*[&*]\s*|\s+)\w+\s*(?:[=;({\[]|$)", text):
             return
         if self.text(index - 1) == ")" and not self.is_head(index - 1):
             return
@@ -259,12 +264,12 @@ class Finder:
         commas.append(self.closing[opening])
         spans = [(self.tokens[left].end, self.tokens[right].start) for left, right in zip(commas, commas[1:])]
         arguments = [self.source[start:end].strip() for start, end in spans]
-        if any(re.match(r"(?:const\s+)?[\w:<>]+(?:\s*[&*]+\s*|\s+)(?:const\s+)?\w+(?:\s*=.*)?$", text) for text in arguments):
-            return  # parameters of a declaration
+        if any(PARAMETER.match(text) for text in arguments):
+            return  # a declaration
         for left, right in zip(range(len(spans)), range(1, len(spans))):
             if arguments[left] != arguments[right] and arguments[left] and arguments[right]:
                 start, end = spans[left][0], spans[right][1]
-                lead = self.source[start:end][: len(self.source[start:end]) - len(self.source[start:end].lstrip())]
+                lead = re.match(r"\s*", self.source[start:end]).group()
                 self.add("swap", start, end, f"{lead}{arguments[right]}, {arguments[left]}")
 
     def all(self):
@@ -312,7 +317,9 @@ def sample(changes, count, seed):
         seen[text] = seen.get(text, 0) + 1
         order = hashlib.sha256(f"{seed}|{text}|{seen[text]}".encode()).hexdigest()
         by_kind.setdefault(change.kind, []).append((order, change))
-    queues = [[change for _, change in sorted(ordered, key=lambda pair: pair[0])] for _, ordered in sorted(by_kind.items())]
+    queues = []
+    for _, ordered in sorted(by_kind.items()):
+        queues.append([change for _, change in sorted(ordered, key=lambda pair: pair[0])])
     chosen = []
     while queues and len(chosen) < count:
         for queue in queues:

@@ -9,7 +9,8 @@ import signal
 import subprocess
 import time
 
-# The flags of a build that is made fast rather than runs fast. Tests shall notice changes, not the compiler's warnings.
+# The flags of a build that is made fast rather than runs fast. Tests are to notice changes, not the compiler's
+# warnings.
 FLAGS = "-O1 -DNDEBUG -w"
 MEMORY = 6 << 30
 # The string table belongs to the module that is the first to be asked about, and other tests make up their own.
@@ -37,11 +38,12 @@ def run_in_group(command, seconds, **options):
 
 
 class Tree:
-    def __init__(self, checkout, folder, windows, test_folders="", cmake_options=()):
+    def __init__(self, checkout, folder, windows, test_folders="", checked=False, cmake_options=()):
         self.checkout = checkout
         self.folder = folder
         self.windows = windows
         self.test_folders = test_folders  # all if empty
+        self.flags = FLAGS + (" -D_GLIBCXX_ASSERTIONS" if checked else "")
         self.cmake_options = cmake_options
         self.build = folder / "build" / ("win64" if windows else "native")
         self.temporary = folder.with_name(folder.name + "-tmp")
@@ -76,7 +78,7 @@ class Tree:
     def configure(self):
         preset = "win64" if self.windows else "release"
         command = ["cmake", "--preset", preset, "-B", str(self.build), "-DMETRIFY_BENCH=OFF",
-                   f"-DCMAKE_CXX_FLAGS_RELEASE={FLAGS}", f"-DMETRIFY_TEST_FOLDERS={self.test_folders}"]
+                   f"-DCMAKE_CXX_FLAGS_RELEASE={self.flags}", f"-DMETRIFY_TEST_FOLDERS={self.test_folders}"]
         if shutil.which("ccache"):
             command += ["-DCMAKE_C_COMPILER_LAUNCHER=ccache", "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"]
         if shutil.which("ld.lld") and not self.windows:
@@ -117,7 +119,8 @@ class Tree:
         return True
 
     def other_tests(self, seconds):
-        status = self.logged(["ctest", "--test-dir", str(self.build), "-E", "^metrify-tests$", "--stop-on-failure"], seconds)
+        command = ["ctest", "--test-dir", str(self.build), "-E", "^metrify-tests$", "--stop-on-failure"]
+        status = self.logged(command, seconds)
         return None if status is None else status == 0
 
     def limit(self, program, suites=None):
@@ -148,7 +151,9 @@ class Tree:
                 known = {part for name in self.seconds[program] for part in name.split("/")}
                 if suites is not None and not suites & known:
                     continue
-                tests = ALL_TESTS if suites is None else ":".join(f"{name}.*:*/{name}.*:{name}/*" for name in sorted(suites))
+                tests = ALL_TESTS
+                if suites is not None:
+                    tests = ":".join(f"{name}.*:*/{name}.*:{name}/*" for name in sorted(suites))
                 passed = self.test(program, tests, self.limit(program, suites), "--gtest_fail_fast")
                 if not passed:
                     return "hung" if passed is None else "noticed"

@@ -1,0 +1,72 @@
+// The command line of metrify.
+
+#include <array>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+struct program_run {
+    int status = -1;
+    std::string output; ///< that of the error stream included
+};
+
+program_run run_metrify(const std::string& arguments) {
+    program_run run;
+    FILE* pipe = popen((METRIFY_BINARY_DIR "/metrify " + arguments + " 2>&1 </dev/null").c_str(), "r");
+    if (pipe == nullptr)
+        return run;
+    std::array<char, 4096> buffer;
+    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
+        run.output.append(buffer.data(), count);
+    const int status = pclose(pipe);
+    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
+TEST(metrify_program, converts) {
+    EXPECT_EQ(run_metrify("convert 3.5 ft m").output, "1.0668 m\n");
+    EXPECT_EQ(run_metrify("convert 3.5 ft m").status, 0);
+    EXPECT_EQ(run_metrify("convert -2 m m").output, "-2 m\n");
+    EXPECT_EQ(run_metrify("convert 1 nothing m").status, 1);
+}
+
+TEST(metrify_program, takes_a_number_to_convert) {
+    for (const char* number : {"abc", "1x", "''"}) {
+        const program_run run = run_metrify(std::string("convert ") + number + " ft m");
+        EXPECT_EQ(run.status, 2) << number;
+        EXPECT_NE(run.output.find("is not a number"), std::string::npos) << run.output;
+    }
+}
+
+TEST(metrify_program, refuses_wrong_usage) {
+    EXPECT_EQ(run_metrify("convert 1").status, 2);
+    EXPECT_EQ(run_metrify("nothing").status, 2);
+    EXPECT_EQ(run_metrify("--nothing").status, 2);
+    EXPECT_EQ(run_metrify("units a b").status, 2);
+}
+
+TEST(metrify_program, lists_units_and_functions) {
+    EXPECT_EQ(run_metrify("units fathom").status, 0);
+    EXPECT_NE(run_metrify("units fathom").output.find("fathom"), std::string::npos);
+    EXPECT_EQ(run_metrify("functions sqrt").status, 0);
+    EXPECT_EQ(run_metrify("functions --markdown").status, 0);
+}
+
+TEST(metrify_program, runs_files_and_standard_input) {
+    EXPECT_EQ(run_metrify("run /no/such/file").status, 2);
+    EXPECT_EQ(run_metrify("run -").status, 0);
+    EXPECT_EQ(run_metrify("").status, 0);
+    EXPECT_EQ(run_metrify("").output, run_metrify("run").output);
+}
+
+TEST(metrify_program, tells_its_version_and_its_options) {
+    EXPECT_TRUE(run_metrify("--version").output.starts_with("metrify "));
+    EXPECT_EQ(run_metrify("--version").status, 0);
+    EXPECT_EQ(run_metrify("--help").status, 0);
+    EXPECT_EQ(run_metrify("convert --help").status, 0);
+}
+
+} // namespace
