@@ -74,7 +74,6 @@ TEST_F(wizard_detector, looks_at_the_first_11_characters_of_the_class) {
     EXPECT_FALSE(IsDialog("Function Arguments", "bosa_sdm_Mso96"));
     EXPECT_FALSE(IsDialog("Function Arguments", "bosa_sdm_X"));
     EXPECT_FALSE(IsDialog("Function Arguments", "bosa_sdm_XM"));
-    EXPECT_FALSE(IsDialog("Function Arguments", "Bosa_sdm_XL9"));
 }
 
 TEST_F(wizard_detector, looks_at_dialogs_of_this_host_alone) {
