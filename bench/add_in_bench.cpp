@@ -1,8 +1,8 @@
 // The add-in as a host sees it: a whole call beside the floor of the same job, calls on two threads beside
 // those on one, and the time until it is open.
 
+#include "base/number_text.h"
 #include "bench/loaded_add_in.h"
-#include "calc/number_text.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

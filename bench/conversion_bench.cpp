@@ -2,8 +2,8 @@
 // it is installed, a units library that parses both unit texts on every call.
 
 #include "addin/conversion.h"
+#include "base/number_text.h"
 #include "bench/unit_pairs.h"
-#include "calc/number_text.h"
 
 #include <benchmark/benchmark.h>
 #include <cstring>
@@ -14,10 +14,9 @@ using metrify_bench::unit_pair;
 
 template <const auto& pairs>
 void conversion(benchmark::State& state) {
-    for (auto _ : state) {
+    for (auto _ : state)
         for (const unit_pair& pair : pairs)
             benchmark::DoNotOptimize(metrify::convert_units(3.5, pair.from, pair.to));
-    }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(std::size(pairs)));
 }
 BENCHMARK(conversion<metrify_bench::simple_pairs>)->Name("conversion/simple");

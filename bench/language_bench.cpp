@@ -1,9 +1,9 @@
 // Growth of a run with the length of its program, and the replay of an instruction list beside plain C++.
 
-#include "calc/assignment.h"
-#include "calc/driver.h"
-#include "calc/evaluator.h"
-#include "calc/variables.h"
+#include "language/assignment.h"
+#include "language/driver.h"
+#include "machine/evaluator.h"
+#include "machine/variables.h"
 
 #include <benchmark/benchmark.h>
 #include <string>

@@ -1,7 +1,7 @@
 // The same conversions with udunits2, both unit texts parsed on every call.
 
+#include "base/number_text.h"
 #include "bench/unit_pairs.h"
-#include "calc/number_text.h"
 
 #include <benchmark/benchmark.h>
 #include <memory>

@@ -2,8 +2,8 @@
 
 // The add-in's module, open in a stand-in host, with the entries that benchmarks call as a host would.
 
-#include "host/host.h"
-#include "host/program_platform.h"
+#include "host/core/host.h"
+#include "host/program/program_platform.h"
 
 #include <stdexcept>
 

@@ -2,13 +2,13 @@
 // take.
 
 #include "bench/blocks.h"
-#include "calc/driver.h"
-#include "calc/func_block.h"
-#include "calc/solver_binding.h"
-#include "calc/variables.h"
-#include "numerics/minimise.h"
-#include "numerics/multi_dim_root.h"
-#include "numerics/one_dim_root.h"
+#include "language/driver.h"
+#include "machine/func_block.h"
+#include "machine/solver_binding.h"
+#include "machine/variables.h"
+#include "numerics/solve/minimise.h"
+#include "numerics/solve/multi_dim_root.h"
+#include "numerics/solve/one_dim_root.h"
 
 #include <benchmark/benchmark.h>
 #include <chrono>

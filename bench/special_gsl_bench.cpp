@@ -16,15 +16,18 @@ void measure_gsl(std::string_view routine, std::size_t arguments, Call call) {
 
 template <double (*f)(double)>
 void measure_one(std::string_view routine) {
-    measure_gsl(routine, 1, [](const special_arguments& x) { return f(x[0]); });
+    measure_gsl(
+        routine, 1, [](const special_arguments& x) { return f(x[0]); });
 }
 template <double (*f)(double, double)>
 void measure_two(std::string_view routine) {
-    measure_gsl(routine, 2, [](const special_arguments& x) { return f(x[0], x[1]); });
+    measure_gsl(
+        routine, 2, [](const special_arguments& x) { return f(x[0], x[1]); });
 }
 template <double (*f)(int, double)>
 void measure_order(std::string_view routine) {
-    measure_gsl(routine, 2, [](const special_arguments& x) { return f(static_cast<int>(x[0]), x[1]); });
+    measure_gsl(
+        routine, 2, [](const special_arguments& x) { return f(static_cast<int>(x[0]), x[1]); });
 }
 
 void measure_bessel() {
@@ -68,18 +71,21 @@ void measure_gamma_and_integrals() {
 
 void measure_elliptic() {
     constexpr gsl_mode_t mode = GSL_PREC_DOUBLE;
-    measure_gsl("carlsons_rc", 2,
-                [](const special_arguments& x) { return gsl_sf_ellint_RC(x[0], x[1], mode); });
-    measure_gsl("carlsons_rd", 3,
-                [](const special_arguments& x) { return gsl_sf_ellint_RD(x[0], x[1], x[2], mode); });
-    measure_gsl("carlsons_rf", 3,
-                [](const special_arguments& x) { return gsl_sf_ellint_RF(x[0], x[1], x[2], mode); });
-    measure_gsl("carlsons_rj", 4,
-                [](const special_arguments& x) { return gsl_sf_ellint_RJ(x[0], x[1], x[2], x[3], mode); });
-    measure_gsl("elliptic_f", 2,
-                [](const special_arguments& x) { return gsl_sf_ellint_F(x[0], x[1], mode); });
-    measure_gsl("elliptic_e", 2,
-                [](const special_arguments& x) { return gsl_sf_ellint_E(x[0], x[1], mode); });
+    measure_gsl(
+        "carlsons_rc", 2, [](const special_arguments& x) { return gsl_sf_ellint_RC(x[0], x[1], mode); });
+    measure_gsl(
+        "carlsons_rd", 3,
+        [](const special_arguments& x) { return gsl_sf_ellint_RD(x[0], x[1], x[2], mode); });
+    measure_gsl(
+        "carlsons_rf", 3,
+        [](const special_arguments& x) { return gsl_sf_ellint_RF(x[0], x[1], x[2], mode); });
+    measure_gsl(
+        "carlsons_rj", 4,
+        [](const special_arguments& x) { return gsl_sf_ellint_RJ(x[0], x[1], x[2], x[3], mode); });
+    measure_gsl(
+        "elliptic_f", 2, [](const special_arguments& x) { return gsl_sf_ellint_F(x[0], x[1], mode); });
+    measure_gsl(
+        "elliptic_e", 2, [](const special_arguments& x) { return gsl_sf_ellint_E(x[0], x[1], mode); });
     measure_gsl("elliptic_pi", 3,
                 [](const special_arguments& x) { return gsl_sf_ellint_P(x[0], x[2], x[1], mode); });
     measure_gsl("sncndn", 2, [](const special_arguments& x) {

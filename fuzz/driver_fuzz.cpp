@@ -1,7 +1,7 @@
 // Arbitrary bytes as a program: a listing comes back, and nothing else happens.
 
-#include "calc/driver.h"
-#include "calc/solver_binding.h"
+#include "language/driver.h"
+#include "machine/solver_binding.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -4,7 +4,7 @@
 // Input: the first byte tells how many arguments there are; they and the template are separated by zero
 // bytes.
 
-#include "xllrt/string_formatter.h"
+#include "xllrt/text/string_formatter.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -20,12 +20,11 @@ constexpr unsigned kMostArguments = 4;
 
 Texts Split(std::string_view text) {
     Texts parts(1);
-    for (const char c : text) {
+    for (const char c : text)
         if (c == '\0')
             parts.emplace_back();
         else
             parts.back() += c;
-    }
     return parts;
 }
 

@@ -1,16 +1,16 @@
 // Sequences of operations on a few values, each checked against a plain model of what both sides of the value
 // hold, with a stand-in host on the other side that keeps account of its records.
 
-#include "host/cell_records.h"
-#include "host/host.h"
-#include "host/host_exports.h"
-#include "xllrt/code_page.h"
-#include "xllrt/exceptions.h"
-#include "xllrt/host_gate.h"
-#include "xllrt/host_version.h"
-#include "xllrt/return_record.h"
-#include "xllrt/thread_state.h"
-#include "xllrt/xl_cell_view.h"
+#include "host/core/host.h"
+#include "host/core/host_exports.h"
+#include "host/sheet/cell_records.h"
+#include "xllrt/fault/exceptions.h"
+#include "xllrt/gate/host_gate.h"
+#include "xllrt/gate/host_version.h"
+#include "xllrt/text/code_page.h"
+#include "xllrt/value/return_record.h"
+#include "xllrt/value/thread_state.h"
+#include "xllrt/value/xl_cell_view.h"
 
 #include <array>
 #include <cstdint>

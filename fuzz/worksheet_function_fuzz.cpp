@@ -3,13 +3,13 @@
 // Input: eight bytes of the number, then the two texts, separated by a zero byte.
 
 #include "addin/worksheet_function.h"
-#include "host/cell_records.h"
-#include "host/host.h"
-#include "host/host_exports.h"
-#include "xllrt/code_page.h"
-#include "xllrt/host_version.h"
-#include "xllrt/return_record.h"
-#include "xllrt/thread_state.h"
+#include "host/core/host.h"
+#include "host/core/host_exports.h"
+#include "host/sheet/cell_records.h"
+#include "xllrt/gate/host_version.h"
+#include "xllrt/text/code_page.h"
+#include "xllrt/value/return_record.h"
+#include "xllrt/value/thread_state.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // The examples of the documents for users: each block marked as a program gives the listing in the block
 // after it, byte for byte but for numbers next to zero.
 
-#include "calc/driver.h"
-#include "calc/solver_binding.h"
+#include "language/driver.h"
+#include "machine/solver_binding.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -26,10 +26,9 @@ std::string read_file(const fs::path& path) {
 
 std::vector<fs::path> programs() {
     std::vector<fs::path> found;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(listings)) {
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(listings))
         if (entry.path().extension() == ".in")
             found.push_back(entry.path());
-    }
     std::sort(found.begin(), found.end());
     return found;
 }

@@ -52,12 +52,11 @@ class literal_reader {
     }
     std::string quoted(char quote) {
         std::string inside;
-        for (++at_; at_ < text_.size() && text_[at_] != quote; ++at_) {
+        for (++at_; at_ < text_.size() && text_[at_] != quote; ++at_)
             if (text_[at_] == '\\')
                 inside += text_[++at_] == 'n' ? '\n' : text_[at_];
             else
                 inside += text_[at_];
-        }
         ++at_;
         return inside;
     }
@@ -90,10 +89,9 @@ std::set<std::string> literals() {
 std::vector<std::string> lines_of(const char* file) {
     std::ifstream in(source_folder / "tests" / "listings" / file);
     std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);) {
+    for (std::string line; std::getline(in, line);)
         if (!line.empty() && line[0] != '#')
             lines.push_back(line);
-    }
     return lines;
 }
 
@@ -112,10 +110,9 @@ bool is_made_of(const std::string& text, const std::set<std::string>& parts) {
             continue;
         if (std::isdigit(static_cast<unsigned char>(text[at])))
             reached[at + 1] = true;
-        for (const std::string& part : parts) {
+        for (const std::string& part : parts)
             if (text.compare(at, part.size(), part) == 0)
                 reached[at + part.size()] = true;
-        }
     }
     return reached[text.size()];
 }
@@ -148,10 +145,9 @@ TEST(messages, that_are_listed_are_in_the_sources) {
         if (part.back() == ' ' && part.size() > 1)
             parts.insert(part.substr(0, part.size() - 1));
     }
-    for (const char* file : {"messages.txt", "messages_not_shown.txt"}) {
+    for (const char* file : {"messages.txt", "messages_not_shown.txt"})
         for (const std::string& line : lines_of(file))
             EXPECT_TRUE(is_made_of(line, parts)) << file << ": " << line;
-    }
 }
 
 TEST(messages, are_listed_in_one_place) {

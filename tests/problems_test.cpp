@@ -11,9 +11,9 @@
 //   # message: TEXT
 //   # end: EXPRESSION = NUMBER within TOLERANCE
 
-#include "calc/driver.h"
-#include "calc/number_text.h"
-#include "calc/solver_binding.h"
+#include "base/number_text.h"
+#include "language/driver.h"
+#include "machine/solver_binding.h"
 
 #include <algorithm>
 #include <cmath>
@@ -95,11 +95,13 @@ double distance(const problem& at, const known_number& known) {
 }
 
 bool agrees(const problem& at, const std::vector<known_number>& numbers) {
-    return std::all_of(numbers.begin(), numbers.end(), [&](const known_number& known) {
-        double tolerance = 0.0;
-        metrify::read_double(known.tolerance.c_str(), tolerance);
-        return distance(at, known) <= tolerance;
-    });
+    return std::all_of(
+        numbers.begin(), numbers.end(),
+        [&](const known_number& known) {
+            double tolerance = 0.0;
+            metrify::read_double(known.tolerance.c_str(), tolerance);
+            return distance(at, known) <= tolerance;
+        });
 }
 
 bool is_solved(const problem& at) {

@@ -1,8 +1,8 @@
 // Inputs that once went wrong, in tests/regressions: each <name>.in with the listing that it must give in
 // <name>.out, in each of two runs.
 
-#include "calc/driver.h"
-#include "calc/solver_binding.h"
+#include "language/driver.h"
+#include "machine/solver_binding.h"
 
 #include <filesystem>
 #include <fstream>

@@ -87,19 +87,17 @@ TEST_P(shell_examples, give_what_their_document_shows) {
 
 std::vector<fs::path> all_documents() {
     std::vector<fs::path> found = {METRIFY_SOURCE_DIR "/README.md"};
-    for (const fs::directory_entry& entry : fs::directory_iterator(METRIFY_SOURCE_DIR "/docs")) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(METRIFY_SOURCE_DIR "/docs"))
         if (entry.path().extension() == ".md")
             found.push_back(entry.path());
-    }
     return found;
 }
 
 std::vector<fs::path> documents_with_examples() {
     std::vector<fs::path> found;
-    for (const fs::path& document : all_documents()) {
+    for (const fs::path& document : all_documents())
         if (!examples_of(document).empty())
             found.push_back(document);
-    }
     return found;
 }
 
@@ -109,10 +107,9 @@ INSTANTIATE_TEST_SUITE_P(documents, shell_examples, testing::ValuesIn(documents_
 // What holds none is about Windows alone, or a table that a test of its own looks at.
 TEST(documents, have_examples_but_for_some) {
     std::set<std::string> without;
-    for (const fs::path& document : all_documents()) {
+    for (const fs::path& document : all_documents())
         if (examples_of(document).empty())
             without.insert(document.filename().string());
-    }
     for (const char* known : {"integration.md", "problems.md", "testing.md"})
         without.erase(known);
     EXPECT_THAT(without, testing::IsEmpty());

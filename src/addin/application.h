@@ -3,7 +3,7 @@
 // This add-in as an application.
 
 #include "addin/menu.h"
-#include "xllrt/xll_app.h"
+#include "xllrt/app/xll_app.h"
 
 namespace metrify {
 

@@ -1,7 +1,7 @@
 #include "addin/conversion.h"
 
-#include "calc/number_text.h"
-#include "calc/text_str.h"
+#include "base/number_text.h"
+#include "base/text_str.h"
 
 #include <algorithm>
 #include <limits>

@@ -3,7 +3,7 @@
 // One conversion from cell to cell: a line of the language is built, run, and the answer picked out of its
 // listing by fixed marks. Everything that the two unit texts may hold is the language's affair.
 
-#include "calc/driver.h"
+#include "language/driver.h"
 
 #include <string_view>
 

@@ -2,7 +2,7 @@
 
 // What the host is told of this add-in's functions.
 
-#include "xllrt/function_record.h"
+#include "xllrt/registry/function_record.h"
 
 namespace metrify {
 

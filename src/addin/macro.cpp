@@ -1,9 +1,9 @@
 #include "addin/macro.h"
 
-#include "xllrt/app_call.h"
-#include "xllrt/cell_formula.h"
-#include "xllrt/host_alert.h"
-#include "xllrt/host_gate.h"
+#include "xllrt/app/app_call.h"
+#include "xllrt/gate/cell_formula.h"
+#include "xllrt/gate/host_alert.h"
+#include "xllrt/gate/host_gate.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 
 // The macro behind the add-in's menu: it opens the host's function wizard on the active cell.
 
-#include "xllrt/export.h"
-#include "xllrt/xl_oper.h"
+#include "xllrt/platform/export.h"
+#include "xllrt/value/xl_oper.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "addin/menu.h"
 
-#include "xllrt/host_gate.h"
-#include "xllrt/resource_text.h"
-#include "xllrt/xl_cell_view.h"
+#include "xllrt/gate/host_gate.h"
+#include "xllrt/registry/resource_text.h"
+#include "xllrt/value/xl_cell_view.h"
 
 #include <algorithm>
 

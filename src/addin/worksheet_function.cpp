@@ -1,9 +1,9 @@
 #include "addin/worksheet_function.h"
 
 #include "addin/conversion.h"
-#include "xllrt/app_call.h"
-#include "xllrt/host_gate.h"
-#include "xllrt/xl_cell_view.h"
+#include "xllrt/app/app_call.h"
+#include "xllrt/gate/host_gate.h"
+#include "xllrt/value/xl_cell_view.h"
 
 #include <string_view>
 

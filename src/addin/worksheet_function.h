@@ -2,9 +2,9 @@
 
 // The worksheet function: one conversion from cell to cells.
 
-#include "xllrt/dual_string.h"
-#include "xllrt/export.h"
-#include "xllrt/xl_oper.h"
+#include "xllrt/platform/export.h"
+#include "xllrt/text/dual_string.h"
+#include "xllrt/value/xl_oper.h"
 
 namespace metrify {
 

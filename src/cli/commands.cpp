@@ -1,11 +1,11 @@
 #include "cli/commands.h"
 
 #include "addin/conversion.h"
-#include "calc/cursor.h"
-#include "calc/number_text.h"
-#include "calc/unit_rendering.h"
-#include "calc/unit_table.h"
+#include "base/cursor.h"
+#include "base/number_text.h"
 #include "functions/function_help.h"
+#include "units/unit_rendering.h"
+#include "units/unit_table.h"
 
 #include <algorithm>
 #include <array>
@@ -56,8 +56,9 @@ bool read_program_file(const std::string& file, std::string& program, std::strin
 }
 
 bool contains_nocase(std::string_view text, std::string_view part) {
-    return std::search(text.begin(), text.end(), part.begin(), part.end(),
-                       [](char a, char b) { return fold_case(a) == fold_case(b); }) != text.end();
+    return std::search(
+               text.begin(), text.end(), part.begin(), part.end(),
+               [](char a, char b) { return fold_case(a) == fold_case(b); }) != text.end();
 }
 
 // The error cell. It is empty where an "=" that the units hold, or a result on an earlier line, stands ahead

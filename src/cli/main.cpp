@@ -1,6 +1,6 @@
 // The metrify command.
 
-#include "calc/number_text.h"
+#include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/console.h"
 #include "cli/standard_input.h"

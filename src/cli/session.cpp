@@ -1,7 +1,7 @@
 #include "cli/session.h"
 
-#include "calc/driver.h"
-#include "calc/solver_binding.h"
+#include "language/driver.h"
+#include "machine/solver_binding.h"
 
 namespace metrify {
 

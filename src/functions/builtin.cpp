@@ -44,18 +44,16 @@ void run_function(const value_function& function, compile_ctx& ctx, text_str*& e
 }
 
 bool any_scalar(arguments a) {
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    for (std::size_t i = 0; i < a.size(); ++i)
         if (a[i].kind == 0)
             return true;
-    }
     return false;
 }
 
 bool any_vector(arguments a) {
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    for (std::size_t i = 0; i < a.size(); ++i)
         if (a[i].kind != 0)
             return true;
-    }
     return false;
 }
 

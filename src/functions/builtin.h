@@ -4,7 +4,7 @@
 // how it words a refusal, and how a row of a family's table becomes a routine that is called without a
 // search.
 
-#include "calc/operand_stack.h"
+#include "machine/operand_stack.h"
 
 #include <array>
 #include <cstddef>

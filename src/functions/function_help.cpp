@@ -1,6 +1,6 @@
 #include "functions/function_help.h"
 
-#include "calc/cursor.h"
+#include "base/cursor.h"
 
 namespace metrify {
 
@@ -27,10 +27,9 @@ void append_example(std::string& entry, const help_row& row) {
 
 const help_row* find_function_help(std::string_view name) {
     for (const help_family& family : function_help()) {
-        for (const help_row& row : family.rows) {
+        for (const help_row& row : family.rows)
             if (text_compare_nocase(row.name, name) == 0)
                 return &row;
-        }
     }
     return nullptr;
 }

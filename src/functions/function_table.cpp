@@ -1,6 +1,6 @@
 #include "functions/function_table.h"
 
-#include "calc/perfect_hash.h"
+#include "base/perfect_hash.h"
 #include "functions/constants.h"
 #include "functions/scalar_functions.h"
 #include "functions/solving_functions.h"
@@ -131,9 +131,10 @@ constexpr std::array<std::uint64_t, function_count> make_hashes() {
 constexpr perfect_hash<function_count, 256, 64> function_hash(make_hashes());
 
 constexpr std::size_t longest_name =
-    std::max_element(functions.begin(), functions.end(), [](const function_row& a, const function_row& b) {
-        return a.name.size() < b.name.size();
-    })->name.size();
+    std::max_element(
+        functions.begin(), functions.end(),
+        [](const function_row& a, const function_row& b) { return a.name.size() < b.name.size(); })
+        ->name.size();
 
 static_assert(std::is_sorted(functions.begin(), functions.end(),
                              [](const function_row& a, const function_row& b) {

@@ -2,8 +2,8 @@
 
 // The 89 built-in functions: one table that the look-up, the call and the list for users read.
 
-#include "calc/function_dispatch.h"
 #include "functions/builtin.h"
+#include "machine/function_dispatch.h"
 
 #include <cstdint>
 #include <span>

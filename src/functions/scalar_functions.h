@@ -4,8 +4,8 @@
 // stands in the base system, and an angle comes out in radians.
 
 #include "functions/builtin.h"
-#include "numerics/hyperbolic.h"
-#include "numerics/trigonometry.h"
+#include "numerics/special/hyperbolic.h"
+#include "numerics/special/trigonometry.h"
 
 #include <cmath>
 #include <numbers>

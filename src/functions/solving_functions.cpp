@@ -1,11 +1,11 @@
 #include "functions/solving_functions.h"
 
-#include "calc/func_block.h"
-#include "calc/solver_binding.h"
-#include "calc/variables.h"
-#include "numerics/minimise.h"
-#include "numerics/multi_dim_root.h"
-#include "numerics/one_dim_root.h"
+#include "machine/func_block.h"
+#include "machine/solver_binding.h"
+#include "machine/variables.h"
+#include "numerics/solve/minimise.h"
+#include "numerics/solve/multi_dim_root.h"
+#include "numerics/solve/one_dim_root.h"
 
 #include <array>
 

@@ -4,15 +4,15 @@
 // how its arguments are prepared. Angle and amount of substance don't count as dimensions.
 
 #include "functions/builtin.h"
-#include "numerics/airy.h"
-#include "numerics/bessel_integer.h"
-#include "numerics/bessel_real.h"
-#include "numerics/carlson.h"
-#include "numerics/elliptic.h"
-#include "numerics/error_functions.h"
-#include "numerics/exponential_integrals.h"
-#include "numerics/gamma_functions.h"
-#include "numerics/jacobi.h"
+#include "numerics/special/bessel/airy.h"
+#include "numerics/special/bessel/bessel_integer.h"
+#include "numerics/special/bessel/bessel_real.h"
+#include "numerics/special/carlson.h"
+#include "numerics/special/elliptic.h"
+#include "numerics/special/error_functions.h"
+#include "numerics/special/exponential_integrals.h"
+#include "numerics/special/gamma_functions.h"
+#include "numerics/special/jacobi.h"
 
 #include <array>
 #include <cmath>

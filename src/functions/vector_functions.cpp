@@ -1,6 +1,6 @@
 #include "functions/vector_functions.h"
 
-#include "numerics/trigonometry.h"
+#include "numerics/special/trigonometry.h"
 
 namespace metrify {
 

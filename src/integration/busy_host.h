@@ -11,11 +11,9 @@ namespace metrify {
 /// Whether a call was rejected because the host is busy, so that it may succeed a moment later.
 inline bool IsHostBusy(HRESULT code) {
     constexpr std::array<std::uint32_t, 3> kBusyCodes = {0x80010001, 0x8001010A, 0x800AC472};
-    for (const std::uint32_t busy : kBusyCodes) {
-        if (static_cast<std::uint32_t>(code) == busy) {
+    for (const std::uint32_t busy : kBusyCodes)
+        if (static_cast<std::uint32_t>(code) == busy)
             return true;
-        }
-    }
     return false;
 }
 

@@ -1,14 +1,13 @@
 #include "integration/process_end.h"
 
-#include "integration/wizard_hook.h"
-#include "integration/xll_com.h"
+#include "integration/com/xll_com.h"
+#include "integration/wizard/wizard_hook.h"
 
 namespace metrify {
 
 void AbandonHost() {
-    if (CXllCom* const com = CXllCom::Instance()) {
+    if (CXllCom* const com = CXllCom::Instance())
         com->Abandon();
-    }
     CWizardHook::Abandon();
 }
 

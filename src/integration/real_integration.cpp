@@ -1,9 +1,9 @@
 #include "integration/real_integration.h"
 
-#include "integration/com_holder.h"
-#include "integration/wizard_detector.h"
-#include "integration/wizard_hook.h"
-#include "integration/wizard_registry.h"
+#include "integration/com/com_holder.h"
+#include "integration/wizard/wizard_detector.h"
+#include "integration/wizard/wizard_hook.h"
+#include "integration/wizard/wizard_registry.h"
 
 #include <utility>
 
@@ -27,9 +27,8 @@ class ComHelper final : public IXlComHelper {
     bool HoldsRegistry() const override { return holds_registry_; }
 
     void ReleaseRegistry() override {
-        if (std::exchange(holds_registry_, false)) {
+        if (std::exchange(holds_registry_, false))
             CWizardHook::Remove();
-        }
     }
 
   private:

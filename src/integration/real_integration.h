@@ -2,7 +2,7 @@
 
 // The integration with a real host: windows, automation, events.
 
-#include "xllrt/integration.h"
+#include "xllrt/event/integration.h"
 
 namespace metrify {
 

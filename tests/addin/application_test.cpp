@@ -4,13 +4,13 @@
 #include "addin/function_records.h"
 #include "addin/macro.h"
 #include "addin/worksheet_function.h"
-#include "host/add_in_module.h"
-#include "host/registered_call.h"
+#include "host/entry/registered_call.h"
+#include "host/state/add_in_module.h"
 #include "stand_in_fixture.h"
-#include "tests/xllrt/noting_integration.h"
-#include "xllrt/host_window.h"
-#include "xllrt/ribbon_callback.h"
-#include "xllrt/xll_exports.h"
+#include "tests/xllrt/event/noting_integration.h"
+#include "xllrt/app/ribbon_callback.h"
+#include "xllrt/app/xll_exports.h"
+#include "xllrt/gate/host_window.h"
 
 #include <gmock/gmock.h>
 #include <map>

@@ -1,8 +1,8 @@
 #include "addin/worksheet_function.h"
 #include "tests/addin/plain_host.h"
 #include "tests/leaks_are_meant.h"
-#include "tests/xllrt/scripted_host.h"
-#include "xllrt/xll_exports.h"
+#include "tests/xllrt/gate/scripted_host.h"
+#include "xllrt/app/xll_exports.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "addin/function_records.h"
-#include "xllrt/function_descriptor.h"
+#include "xllrt/registry/function_descriptor.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

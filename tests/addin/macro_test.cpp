@@ -1,10 +1,10 @@
 // The macro on a sheet: which formulas, questions and wizards it leaves.
 
 #include "addin/macro.h"
-#include "host/cell_records.h"
-#include "host/registered_call.h"
+#include "host/entry/registered_call.h"
+#include "host/sheet/cell_records.h"
 #include "stand_in_fixture.h"
-#include "xllrt/record_memory.h"
+#include "xllrt/value/record_memory.h"
 
 #include <gmock/gmock.h>
 
@@ -284,9 +284,8 @@ TEST_F(macro, no_cell_at_all_leads_to_the_wizard_and_writes_nothing) {
 TEST_F(macro, what_is_no_reference_leads_to_nothing) {
     CXlOper text;
     text.SetText("A1");
-    for (const CXlOper& value : {CXlOper(), CXlOper(3.5), CXlOper(true), text}) {
+    for (const CXlOper& value : {CXlOper(), CXlOper(3.5), CXlOper(true), text})
         EXPECT_TRUE(start_function_wizard_on(value, "Metrify"));
-    }
     EXPECT_TRUE(Host().books.Active()->cells().empty());
     EXPECT_THAT(Host().wizard_openings, IsEmpty());
     EXPECT_THAT(Host().alerts, IsEmpty());

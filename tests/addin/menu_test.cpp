@@ -1,8 +1,8 @@
 // What a menu asks of the host, call by call.
 
 #include "addin/menu.h"
-#include "tests/xllrt/add_in_fixture.h"
-#include "tests/xllrt/fake_resources.h"
+#include "tests/xllrt/app/add_in_fixture.h"
+#include "tests/xllrt/text/fake_resources.h"
 
 #include <gmock/gmock.h>
 

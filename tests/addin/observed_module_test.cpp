@@ -1,7 +1,7 @@
 // The whole life of the add-in in one go: what the host is asked at each step, and what it shows.
 
-#include "host/program_platform.h"
-#include "host/utf8.h"
+#include "host/program/program_platform.h"
+#include "host/sheet/utf8.h"
 #include "tests/host/asked.h"
 #include "tests/leaks_are_meant.h"
 

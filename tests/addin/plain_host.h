@@ -2,9 +2,9 @@
 
 // A host of version 14 that keeps nothing, so that any number of threads may ask it.
 
-#include "xllrt/host_primitives.h"
-#include "xllrt/host_version.h"
-#include "xllrt/thread_state.h"
+#include "xllrt/gate/host_primitives.h"
+#include "xllrt/gate/host_version.h"
+#include "xllrt/value/thread_state.h"
 
 namespace metrify {
 

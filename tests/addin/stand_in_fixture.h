@@ -2,12 +2,12 @@
 
 // The add-in's own code in the stand-in host, both in this process.
 
-#include "host/host.h"
-#include "host/host_exports.h"
-#include "xllrt/host_version.h"
-#include "xllrt/thread_state.h"
-#include "xllrt/xll_app.h"
-#include "xllrt/xll_lifecycle.h"
+#include "host/core/host.h"
+#include "host/core/host_exports.h"
+#include "xllrt/app/xll_app.h"
+#include "xllrt/app/xll_lifecycle.h"
+#include "xllrt/gate/host_version.h"
+#include "xllrt/value/thread_state.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "addin/worksheet_function.h"
 #include "tests/addin/plain_host.h"
-#include "xllrt/xll_exports.h"
+#include "xllrt/app/xll_exports.h"
 
 #include <gtest/gtest.h>
 #include <malloc.h>

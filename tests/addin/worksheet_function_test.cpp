@@ -1,7 +1,7 @@
 #include "addin/worksheet_function.h"
-#include "tests/xllrt/add_in_fixture.h"
-#include "xllrt/code_page.h"
-#include "xllrt/xll_exports.h"
+#include "tests/xllrt/app/add_in_fixture.h"
+#include "xllrt/app/xll_exports.h"
+#include "xllrt/text/code_page.h"
 
 #include <gmock/gmock.h>
 #include <limits>

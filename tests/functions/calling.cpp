@@ -1,7 +1,7 @@
 #include "tests/functions/calling.h"
 
-#include "calc/driver.h"
-#include "calc/function_dispatch.h"
+#include "language/driver.h"
+#include "machine/function_dispatch.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

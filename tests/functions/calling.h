@@ -2,7 +2,7 @@
 
 // Two ways to call a built-in function in a test: by a line of the language, and by its number on a stack.
 
-#include "calc/dim_value.h"
+#include "units/dim_value.h"
 
 #include <cstddef>
 #include <cstdint>

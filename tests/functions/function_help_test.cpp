@@ -1,9 +1,9 @@
 // The description of the built-in functions: complete, true to the table, and the same in docs/functions.md.
 // Every example in it is run.
 
-#include "calc/driver.h"
 #include "functions/function_help.h"
 #include "functions/function_table.h"
+#include "language/driver.h"
 #include "tests/functions/calling.h"
 
 #include <algorithm>

@@ -2,13 +2,13 @@
 // their place. Each has a golden program whose solving line comes upon it; that attempt is made here by
 // itself.
 
-#include "calc/cursor.h"
-#include "calc/driver.h"
-#include "calc/func_block.h"
-#include "calc/solver_binding.h"
-#include "calc/variables.h"
-#include "numerics/multi_dim_root.h"
-#include "numerics/one_dim_root.h"
+#include "base/cursor.h"
+#include "language/driver.h"
+#include "machine/func_block.h"
+#include "machine/solver_binding.h"
+#include "machine/variables.h"
+#include "numerics/solve/multi_dim_root.h"
+#include "numerics/solve/one_dim_root.h"
 
 #include <algorithm>
 #include <cmath>

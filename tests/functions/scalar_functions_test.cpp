@@ -177,14 +177,12 @@ TEST(scalar_functions, acsc_of_a_negative_number_is_the_negative_of_its_formula)
 }
 
 TEST(scalar_functions, of_inverse_trigonometry_give_the_sentinel_in_radians_out_of_range) {
-    for (const char* name : {"asin", "acos"}) {
+    for (const char* name : {"asin", "acos"})
         for (const double x : {2.0, -2.0, 1.0000001, -infinity_sentinel})
             expect_scalar(call(name, {scalar(x)}), infinity_sentinel, radian, name);
-    }
-    for (const char* name : {"asec", "acsc"}) {
+    for (const char* name : {"asec", "acsc"})
         for (const double x : {0.0, 0.5, -0.5, 0.9999999})
             expect_scalar(call(name, {scalar(x)}), infinity_sentinel, radian, name);
-    }
     EXPECT_EQ(answer("asin(2)"), "= inf rad");
     EXPECT_EQ(answer("asin(2) + 1 rad"), "ERROR:  Numerical over or underflow while adding.");
 }
@@ -252,10 +250,9 @@ TEST(scalar_functions, of_logarithms) {
 }
 
 TEST(scalar_functions, of_logarithms_give_the_sentinel_for_what_is_not_above_zero) {
-    for (const char* name : {"ln", "log", "log10"}) {
+    for (const char* name : {"ln", "log", "log10"})
         for (const double x : {0.0, -0.0, -1.0, -infinity_sentinel, not_a_number})
             expect_scalar(call(name, {scalar(x)}), infinity_sentinel, {}, name);
-    }
 }
 
 TEST(scalar_functions, of_a_not_a_number) {

@@ -1,9 +1,9 @@
 // The evaluations of a solving built-in, counted by the block itself, against the same method on plain
 // doubles.
 
-#include "calc/driver.h"
-#include "calc/number_text.h"
-#include "calc/solver_binding.h"
+#include "base/number_text.h"
+#include "language/driver.h"
+#include "machine/solver_binding.h"
 #include "tests/numerics/plain_methods.h"
 
 #include <cmath>
@@ -125,9 +125,9 @@ void expect_counts_of_minimum(const several_numbers& problem, const value_functi
 }
 
 TEST(counts, of_minima_of_several_variables) {
-    expect_counts_of_minimum(rosenbrock_minimum, [](const numbers& x) {
-        return 100 * std::pow(x[1] - std::pow(x[0], 2), 2) + std::pow(1 - x[0], 2);
-    });
+    expect_counts_of_minimum(
+        rosenbrock_minimum,
+        [](const numbers& x) { return 100 * std::pow(x[1] - std::pow(x[0], 2), 2) + std::pow(1 - x[0], 2); });
     expect_counts_of_minimum(beale_minimum, [](const numbers& x) {
         return std::pow(1.5 - x[0] * (1 - x[1]), 2) + std::pow(2.25 - x[0] * (1 - std::pow(x[1], 2)), 2) +
                std::pow(2.625 - x[0] * (1 - std::pow(x[1], 3)), 2);

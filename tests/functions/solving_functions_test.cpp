@@ -1,11 +1,11 @@
 // The built-ins that work on the block: what a program can't show, and what goes from one run to the next.
 
-#include "calc/driver.h"
-#include "calc/func_block.h"
-#include "calc/solver_binding.h"
-#include "calc/variables.h"
-#include "numerics/minimise.h"
-#include "numerics/one_dim_root.h"
+#include "language/driver.h"
+#include "machine/func_block.h"
+#include "machine/solver_binding.h"
+#include "machine/variables.h"
+#include "numerics/solve/minimise.h"
+#include "numerics/solve/one_dim_root.h"
 #include "tests/allocations.h"
 #include "tests/functions/calling.h"
 

@@ -2,7 +2,7 @@
 
 // What the add-in asks of its host, as the host's log has it.
 
-#include "host/host.h"
+#include "host/core/host.h"
 
 #include <array>
 #include <ostream>
@@ -25,10 +25,9 @@ inline void PrintTo(const Asked& asked, std::ostream* out) {
 /// What was asked so far; the log starts anew. Records that went back are the ledger's business.
 inline std::vector<Asked> TakeAsked(Host& host) {
     std::vector<Asked> asked;
-    for (const LoggedCall& call : host.state().log.Calls()) {
+    for (const LoggedCall& call : host.state().log.Calls())
         if (WithoutOptions(call.function) != xlFree)
             asked.push_back({call.function, call.is_wide, call.arguments});
-    }
     host.state().log.Start();
     return asked;
 }

@@ -2,11 +2,11 @@
 
 // Calls of the stand-in host as an add-in makes them, and an add-in whose entries are functions of the test.
 
-#include "host/cell_records.h"
-#include "host/host.h"
-#include "host/host_functions.h"
-#include "host/registered_call.h"
-#include "xllrt/record_memory.h"
+#include "host/core/host.h"
+#include "host/core/host_functions.h"
+#include "host/entry/registered_call.h"
+#include "host/sheet/cell_records.h"
+#include "xllrt/value/record_memory.h"
 
 #include <map>
 #include <vector>

@@ -1,9 +1,9 @@
 // What the host does with arguments, failures and add-ins of all kinds.
 
-#include "host/host_exports.h"
-#include "host/value_text.h"
+#include "host/core/host_exports.h"
+#include "host/sheet/value_text.h"
 #include "tests/host/calling.h"
-#include "xllrt/code_page.h"
+#include "xllrt/text/code_page.h"
 
 #include <gtest/gtest.h>
 

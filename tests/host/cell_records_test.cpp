@@ -1,7 +1,7 @@
 // The host's values as records of either family, and back.
 
-#include "host/cell_records.h"
-#include "xllrt/record_memory.h"
+#include "host/sheet/cell_records.h"
+#include "xllrt/value/record_memory.h"
 
 #include <gtest/gtest.h>
 #include <vector>

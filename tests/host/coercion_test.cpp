@@ -1,7 +1,7 @@
 // How one kind of value becomes another.
 
-#include "host/coercion.h"
-#include "host/utf8.h"
+#include "host/sheet/coercion.h"
+#include "host/sheet/utf8.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Formulas: what they are made of and what they come to.
 
-#include "host/utf8.h"
+#include "host/sheet/utf8.h"
 #include "tests/host/calling.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // What formulas come to, kind by kind.
 
-#include "host/utf8.h"
+#include "host/sheet/utf8.h"
 #include "tests/host/calling.h"
 
 #include <gtest/gtest.h>

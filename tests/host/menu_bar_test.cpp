@@ -1,6 +1,6 @@
 // The menus of the host, without a host.
 
-#include "host/menu_bar.h"
+#include "host/state/menu_bar.h"
 
 #include <gtest/gtest.h>
 

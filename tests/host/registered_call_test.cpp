@@ -1,7 +1,7 @@
 // Registration, the calls of what is registered, and what becomes of the results.
 
 #include "tests/host/calling.h"
-#include "xllrt/code_page.h"
+#include "xllrt/text/code_page.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // What is registered, its names and its uses.
 
-#include "host/registration_table.h"
+#include "host/state/registration_table.h"
 
 #include <gtest/gtest.h>
 

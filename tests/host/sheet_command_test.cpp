@@ -1,5 +1,5 @@
-#include "host/program_platform.h"
-#include "host/sheet_command.h"
+#include "host/program/program_platform.h"
+#include "host/program/sheet_command.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,8 +1,8 @@
 // Texts of the host at their limits: UTF-8, references, type texts.
 
-#include "host/cell_reference.h"
-#include "host/entry_type.h"
-#include "host/utf8.h"
+#include "host/sheet/cell_reference.h"
+#include "host/sheet/utf8.h"
+#include "host/state/entry_type.h"
 
 #include <gtest/gtest.h>
 

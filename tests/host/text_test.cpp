@@ -1,9 +1,9 @@
 // Texts of the host: UTF-8, values as lines, references, type texts.
 
-#include "host/cell_reference.h"
-#include "host/entry_type.h"
-#include "host/utf8.h"
-#include "host/value_text.h"
+#include "host/sheet/cell_reference.h"
+#include "host/sheet/utf8.h"
+#include "host/sheet/value_text.h"
+#include "host/state/entry_type.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The real module from its loading to its unloading, as a host of each kind sees it.
 
-#include "host/program_platform.h"
-#include "host/utf8.h"
+#include "host/program/program_platform.h"
+#include "host/sheet/utf8.h"
 #include "tests/host/asked.h"
 #include "tests/leaks_are_meant.h"
 

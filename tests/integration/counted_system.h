@@ -2,7 +2,7 @@
 
 // What the system gives out to a wizard hook and has to get back: hooks, fonts, windows.
 
-#include "host/fault_switch.h"
+#include "host/state/fault_switch.h"
 #include "tests/integration/replaced_call.h"
 
 #include <set>

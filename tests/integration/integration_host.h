@@ -3,18 +3,18 @@
 // A host with windows and automation in this process, and an add-in that is part of the test.
 
 #include "host/automation/automation_host.h"
-#include "host/host_exports.h"
-#include "integration/integration_exports.h"
+#include "host/core/host_exports.h"
+#include "integration/com/integration_exports.h"
+#include "integration/com/xll_com.h"
 #include "integration/real_integration.h"
-#include "integration/xll_com.h"
 #include "tests/host/calling.h"
-#include "xllrt/host_primitives.h"
-#include "xllrt/host_version.h"
-#include "xllrt/observer_function.h"
-#include "xllrt/registration.h"
-#include "xllrt/thread_state.h"
-#include "xllrt/xll_exports.h"
-#include "xllrt/xll_lifecycle.h"
+#include "xllrt/app/observer_function.h"
+#include "xllrt/app/xll_exports.h"
+#include "xllrt/app/xll_lifecycle.h"
+#include "xllrt/gate/host_primitives.h"
+#include "xllrt/gate/host_version.h"
+#include "xllrt/registry/registration.h"
+#include "xllrt/value/thread_state.h"
 
 #include <gtest/gtest.h>
 

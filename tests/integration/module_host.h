@@ -3,8 +3,8 @@
 // A host with windows and automation for whole modules.
 
 #include "host/automation/automation_host.h"
-#include "host/program_platform.h"
-#include "host/utf8.h"
+#include "host/program/program_platform.h"
+#include "host/sheet/utf8.h"
 #include "tests/integration/integration_host.h"
 
 #include <filesystem>

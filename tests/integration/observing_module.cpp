@@ -1,10 +1,10 @@
 // An add-in that observes the host: it keeps workbooks named "Keep" open.
 
-#include "integration/integration_exports.h"
+#include "integration/com/integration_exports.h"
 #include "integration/real_integration.h"
-#include "xllrt/app_events.h"
-#include "xllrt/xll_app.h"
-#include "xllrt/xll_exports.h"
+#include "xllrt/app/xll_app.h"
+#include "xllrt/app/xll_exports.h"
+#include "xllrt/event/app_events.h"
 
 namespace metrify {
 

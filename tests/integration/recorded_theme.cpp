@@ -1,6 +1,6 @@
 #include "tests/integration/recorded_theme.h"
 
-#include "host/utf8.h"
+#include "host/sheet/utf8.h"
 
 #include <array>
 #include <string_view>

@@ -2,7 +2,7 @@
 
 // The drawing that the system offers, written down instead of done.
 
-#include "host/fault_switch.h"
+#include "host/state/fault_switch.h"
 #include "tests/integration/replaced_call.h"
 
 #include <map>

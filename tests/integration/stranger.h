@@ -2,7 +2,7 @@
 
 // What other programs have in the running object table.
 
-#include "integration/com_ptr.h"
+#include "integration/com/com_ptr.h"
 
 #include <objbase.h>
 

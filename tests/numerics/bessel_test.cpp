@@ -1,10 +1,10 @@
 // Bessel and Airy functions: particular values, failures, and what a failure leaves.
 
-#include "numerics/airy.h"
-#include "numerics/bessel_fits.h"
-#include "numerics/bessel_integer.h"
-#include "numerics/bessel_real.h"
-#include "numerics/chebyshev.h"
+#include "numerics/special/bessel/airy.h"
+#include "numerics/special/bessel/bessel_fits.h"
+#include "numerics/special/bessel/bessel_integer.h"
+#include "numerics/special/bessel/bessel_real.h"
+#include "numerics/special/bessel/chebyshev.h"
 #include "tests/numerics/evaluated.h"
 
 #include <bit>

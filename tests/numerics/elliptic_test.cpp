@@ -1,9 +1,9 @@
 // Carlson's forms with their required differences, Legendre's integrals and the Jacobian functions:
 // particular values, the order of the tests, failures, and what a failure leaves.
 
-#include "numerics/carlson.h"
-#include "numerics/elliptic.h"
-#include "numerics/jacobi.h"
+#include "numerics/special/carlson.h"
+#include "numerics/special/elliptic.h"
+#include "numerics/special/jacobi.h"
 #include "tests/numerics/evaluated.h"
 
 #include <cmath>

@@ -2,7 +2,7 @@
 
 // A call of a numerical routine with the text that it leaves.
 
-#include "calc/text_str.h"
+#include "base/text_str.h"
 
 #include <limits>
 #include <string>

@@ -1,4 +1,4 @@
-#include "numerics/exact_product.h"
+#include "numerics/special/bessel/exact_product.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

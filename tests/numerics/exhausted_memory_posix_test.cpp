@@ -1,8 +1,8 @@
 // Requests that no machine can fulfil. They need a long of 64 bits.
 
-#include "calc/text_str.h"
-#include "numerics/numeric_utilities.h"
-#include "tests/calc/testing.h"
+#include "base/numeric_utilities.h"
+#include "base/text_str.h"
+#include "tests/testing.h"
 
 #include <gtest/gtest.h>
 #include <limits>

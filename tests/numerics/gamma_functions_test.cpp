@@ -1,9 +1,9 @@
 // Gamma, beta, error functions, the normal distribution, exponential integrals and Dawson's integral:
 // particular values, failures, and what a failure leaves.
 
-#include "numerics/error_functions.h"
-#include "numerics/exponential_integrals.h"
-#include "numerics/gamma_functions.h"
+#include "numerics/special/error_functions.h"
+#include "numerics/special/exponential_integrals.h"
+#include "numerics/special/gamma_functions.h"
 #include "tests/numerics/evaluated.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "numerics/hyperbolic.h"
+#include "numerics/special/hyperbolic.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The factorisations behind the root finders.
 
-#include "numerics/linear_equations.h"
+#include "numerics/linear/linear_equations.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -15,10 +15,9 @@ using rows = std::vector<std::vector<double>>;
 double_matrix to_matrix(const rows& from) {
     const long n = static_cast<long>(from.size());
     double_matrix m = dmatrix(1, n, 1, n);
-    for (long i = 1; i <= n; ++i) {
+    for (long i = 1; i <= n; ++i)
         for (long j = 1; j <= n; ++j)
             m(i, j) = from[static_cast<std::size_t>(i - 1)][static_cast<std::size_t>(j - 1)];
-    }
     return m;
 }
 

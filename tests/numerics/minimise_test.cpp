@@ -1,6 +1,6 @@
 // Bracketing, Brent's method and Powell's, on plain functions.
 
-#include "numerics/minimise.h"
+#include "numerics/solve/minimise.h"
 #include "tests/numerics/plain_function.h"
 
 #include <cmath>

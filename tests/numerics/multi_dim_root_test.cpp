@@ -1,7 +1,7 @@
 // Newton's method and Broyden's, and what they share, on plain functions.
 
-#include "numerics/multi_dim_root.h"
-#include "numerics/root_step.h"
+#include "numerics/solve/multi_dim_root.h"
+#include "numerics/solve/root_step.h"
 #include "tests/numerics/plain_function.h"
 #include "tests/numerics/plain_methods.h"
 
@@ -171,7 +171,9 @@ point opposed(const point& x, double tilt) {
 
 // The same with a wall around the points that form the Jacobian: every search along a step is given up.
 plain_function opposed_behind_a_wall(double tilt) {
-    return {{exact_start, exact_start}, 2, [tilt](const point& x) {
+    return {{exact_start, exact_start},
+            2,
+            [tilt](const point& x) {
                 const bool is_near = std::fabs(x[0] - exact_start) + std::fabs(x[1] - exact_start) < 1.1;
                 const bool is_on_axis = x[0] == exact_start || x[1] == exact_start;
                 return is_near && is_on_axis ? opposed(x, tilt) : point{1000.0, 1000.0};
@@ -354,12 +356,16 @@ void expect_counts(const point& start, const system_function& formula) {
 }
 
 TEST(solve_multi_dim, takes_the_evaluations_of_the_plain_methods) {
-    expect_counts({1.0, 1.0}, [](const numbers& x) {
-        return numbers{x[0] * x[0] + x[1] * x[1] - 4.0, x[1] - x[0] * x[0] + 1.0};
-    });
-    expect_counts({-1.2, 1.0}, [](const numbers& x) {
-        return numbers{10.0 * (x[1] - x[0] * x[0]), 1.0 - x[0]};
-    });
+    expect_counts(
+        {1.0, 1.0},
+        [](const numbers& x) {
+            return numbers{x[0] * x[0] + x[1] * x[1] - 4.0, x[1] - x[0] * x[0] + 1.0};
+        });
+    expect_counts(
+        {-1.2, 1.0},
+        [](const numbers& x) {
+            return numbers{10.0 * (x[1] - x[0] * x[0]), 1.0 - x[0]};
+        });
     expect_counts({2.0, 3.0, 4.0}, [](const numbers& x) {
         return numbers{x[0] * x[1] * x[2] - 6.0, x[0] + x[1] + x[2] - 6.0,
                        std::exp(x[0]) - x[2] * x[2] + 1.0};

@@ -1,4 +1,4 @@
-#include "numerics/numeric_utilities.h"
+#include "base/numeric_utilities.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -81,10 +81,9 @@ TEST(numeric_utilities, the_elements_of_a_matrix_are_all_different) {
         }
     }
     EXPECT_EQ(places.size(), 12u);
-    for (long i = 1; i <= 3; ++i) {
+    for (long i = 1; i <= 3; ++i)
         for (long j = -1; j <= 2; ++j)
             EXPECT_EQ(m(i, j), 10.0 * static_cast<double>(i) + static_cast<double>(j));
-    }
 }
 
 TEST(numeric_utilities, a_matrix_is_one_block_row_behind_row) {

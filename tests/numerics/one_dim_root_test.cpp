@@ -1,6 +1,6 @@
 // The walk to a change of sign and Ridders' method, on plain functions.
 
-#include "numerics/one_dim_root.h"
+#include "numerics/solve/one_dim_root.h"
 #include "tests/numerics/plain_function.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 // A function of plain numbers for the methods to work on. It counts its evaluations and keeps the points.
 
-#include "numerics/bound_function.h"
+#include "numerics/solve/bound_function.h"
 
 #include <cstddef>
 #include <functional>
@@ -67,7 +67,9 @@ constexpr double fails_here = std::numeric_limits<double>::max();
 
 /// A function of one number that can't be evaluated everywhere.
 inline plain_function of_one_in_places(double start, const std::function<double(double)>& f) {
-    return {{start}, 1, [f](const point& x) {
+    return {{start},
+            1,
+            [f](const point& x) {
                 const double y = f(x[0]);
                 return y == fails_here ? point() : point{y};
             }};

@@ -36,13 +36,12 @@ int ridders(const number_function& f, double xl, double xh, double xm, double fl
         ++count;
         if (fnew == 0)
             break;
-        if (sign(fm, fnew) != fm) {
+        if (sign(fm, fnew) != fm)
             xl = xm, fl = fm, xh = ans, fh = fnew;
-        } else if (sign(fl, fnew) != fl) {
+        else if (sign(fl, fnew) != fl)
             xh = ans, fh = fnew;
-        } else {
+        else
             xl = ans, fl = fnew;
-        }
         if (std::fabs(xh - xl) <= 1e-8)
             break;
         xm = (xl + xh) / 2;

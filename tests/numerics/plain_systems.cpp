@@ -65,10 +65,9 @@ struct search {
         xold = x;
         fold = half;
         const double size = std::sqrt(dot(p, p));
-        if (size > longest) {
+        if (size > longest)
             for (double& step : p)
                 step *= longest / size;
-        }
         const double slope = dot(g, p);
         double most = 0;
         for (std::size_t i = 0; i < x.size(); ++i)
@@ -125,10 +124,9 @@ void eliminate(table a, numbers& b) {
         scale[i] = 1 / largest(a[i]);
     for (std::size_t k = 0; k < n; ++k) {
         std::size_t pivot = k;
-        for (std::size_t i = k; i < n; ++i) {
+        for (std::size_t i = k; i < n; ++i)
             if (scale[i] * std::fabs(a[i][k]) >= scale[pivot] * std::fabs(a[pivot][k]))
                 pivot = i;
-        }
         std::swap(a[k], a[pivot]);
         std::swap(b[k], b[pivot]);
         std::swap(scale[k], scale[pivot]);
@@ -156,10 +154,9 @@ numbers minus(numbers values) {
 
 numbers transposed_times(const table& a, const numbers& v) {
     numbers product(v.size());
-    for (std::size_t i = 0; i < v.size(); ++i) {
+    for (std::size_t i = 0; i < v.size(); ++i)
         for (std::size_t j = 0; j < v.size(); ++j)
             product[i] += a[j][i] * v[j];
-    }
     return product;
 }
 

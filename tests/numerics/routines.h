@@ -2,7 +2,7 @@
 
 // Every routine of the special functions in one form, for the tests that go through all of them.
 
-#include "calc/text_str.h"
+#include "base/text_str.h"
 
 #include <array>
 #include <cstddef>

@@ -2,10 +2,10 @@
 // point to the last bit, and of their text. The program that makes the table lies beside this file, and says
 // which required constant decides in which line.
 
-#include "calc/number_text.h"
-#include "numerics/minimise.h"
-#include "numerics/multi_dim_root.h"
-#include "numerics/one_dim_root.h"
+#include "base/number_text.h"
+#include "numerics/solve/minimise.h"
+#include "numerics/solve/multi_dim_root.h"
+#include "numerics/solve/one_dim_root.h"
 #include "tests/numerics/plain_function.h"
 
 #include <algorithm>
@@ -68,10 +68,9 @@ search parse_search(const std::string& line) {
 std::vector<search> searches() {
     std::ifstream in(METRIFY_SOURCE_DIR "/tests/numerics/stated/searches.txt");
     std::vector<search> found;
-    for (std::string line; std::getline(in, line);) {
+    for (std::string line; std::getline(in, line);)
         if (!line.starts_with("#"))
             found.push_back(parse_search(line));
-    }
     return found;
 }
 

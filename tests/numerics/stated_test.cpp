@@ -27,10 +27,9 @@ TEST_P(stated, is_met_to_the_last_digits) {
 
 std::vector<routine> routines_with_required_approximation() {
     std::vector<routine> found;
-    for (const routine& each : all_routines()) {
+    for (const routine& each : all_routines())
         if (each.stated_bound != not_stated)
             found.push_back(each);
-    }
     return found;
 }
 

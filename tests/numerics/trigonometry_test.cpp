@@ -1,4 +1,4 @@
-#include "numerics/trigonometry.h"
+#include "numerics/special/trigonometry.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

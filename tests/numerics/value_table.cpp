@@ -1,6 +1,6 @@
 #include "tests/numerics/value_table.h"
 
-#include "calc/number_text.h"
+#include "base/number_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,10 +55,9 @@ std::vector<table_row> read_table(const std::string& folder, const routine& test
     std::ifstream in(path);
     EXPECT_TRUE(in.is_open()) << path;
     std::vector<table_row> rows;
-    for (std::string line; std::getline(in, line);) {
+    for (std::string line; std::getline(in, line);)
         if (!line.starts_with("#"))
             rows.push_back(parse_row(tested, line));
-    }
     return rows;
 }
 

@@ -1,5 +1,5 @@
-#include "xllrt/host_primitives.h"
-#include "xllrt/xll_lifecycle.h"
+#include "xllrt/app/xll_lifecycle.h"
+#include "xllrt/gate/host_primitives.h"
 
 namespace metrify {
 

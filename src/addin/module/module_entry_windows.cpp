@@ -1,6 +1,6 @@
 #include "integration/process_end.h"
-#include "xllrt/host_primitives.h"
-#include "xllrt/xll_lifecycle.h"
+#include "xllrt/app/xll_lifecycle.h"
+#include "xllrt/gate/host_primitives.h"
 
 #include <windows.h>
 

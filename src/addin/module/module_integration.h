@@ -2,7 +2,7 @@
 
 // The integration of the module with its host: a real one where there are such hosts.
 
-#include "xllrt/integration.h"
+#include "xllrt/event/integration.h"
 
 namespace metrify {
 

@@ -3,7 +3,7 @@
 #include "addin/application.h"
 #include "addin/function_records.h"
 #include "addin/module/module_integration.h"
-#include "xllrt/ribbon_callback.h"
+#include "xllrt/app/ribbon_callback.h"
 
 namespace metrify {
 

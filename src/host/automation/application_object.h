@@ -4,7 +4,7 @@
 
 #include "host/automation/dispatch_object.h"
 #include "host/automation/event_point.h"
-#include "host/host_state.h"
+#include "host/state/host_state.h"
 
 #include <array>
 

@@ -6,7 +6,7 @@
 #include "host/automation/host_windows.h"
 #include "host/automation/running_objects.h"
 #include "host/automation/sheet_objects.h"
-#include "host/host.h"
+#include "host/core/host.h"
 
 #include <memory>
 

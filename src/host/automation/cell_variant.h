@@ -2,8 +2,8 @@
 
 // The host's values as automation passes them.
 
-#include "host/cell_value.h"
-#include "integration/com_value.h"
+#include "host/sheet/cell_value.h"
+#include "integration/com/com_value.h"
 
 namespace metrify::host {
 

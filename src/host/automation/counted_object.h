@@ -3,8 +3,8 @@
 // What every object of the host's does: it counts its references, and can be made to fail.
 
 #include "host/automation/reference_ledger.h"
-#include "host/fault_switch.h"
-#include "integration/com_ptr.h"
+#include "host/state/fault_switch.h"
+#include "integration/com/com_ptr.h"
 
 #include <atomic>
 #include <memory>

@@ -3,7 +3,7 @@
 // An object that is reached by the names of its members.
 
 #include "host/automation/counted_object.h"
-#include "integration/com_value.h"
+#include "integration/com/com_value.h"
 
 #include <algorithm>
 #include <cwchar>

@@ -3,7 +3,7 @@
 // The connection point through which a host tells of its events.
 
 #include "host/automation/counted_object.h"
-#include "integration/com_value.h"
+#include "integration/com/com_value.h"
 
 #include <map>
 #include <ocidl.h>

@@ -1,6 +1,6 @@
 #include "host/automation/host_windows.h"
 
-#include "xllrt/passed_pointer.h"
+#include "xllrt/platform/passed_pointer.h"
 
 #include <oleacc.h>
 

@@ -2,7 +2,7 @@
 
 // The host's main window, with a window in it for each open workbook.
 
-#include "integration/com_ptr.h"
+#include "integration/com/com_ptr.h"
 
 #include <oaidl.h>
 #include <string>

@@ -1,7 +1,7 @@
 #include "host/automation/macro_text.h"
 
-#include "host/registered_call.h"
-#include "host/utf8.h"
+#include "host/entry/registered_call.h"
+#include "host/sheet/utf8.h"
 
 namespace metrify::host {
 

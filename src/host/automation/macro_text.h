@@ -3,7 +3,7 @@
 // Macro texts, as the host runs them for other programs: `Name("text","text")` with a call of a module's
 // entry, `CALL("module","entry","types")`, among them.
 
-#include "host/host_state.h"
+#include "host/state/host_state.h"
 
 #include <optional>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "host/automation/running_objects.h"
 
-#include "integration/com_value.h"
+#include "integration/com/com_value.h"
 
 #include <array>
 #include <objbase.h>

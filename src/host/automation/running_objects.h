@@ -2,7 +2,7 @@
 
 // The host's place in the running object table: itself, and each open workbook.
 
-#include "integration/com_ptr.h"
+#include "integration/com/com_ptr.h"
 
 #include <oaidl.h>
 #include <string>

@@ -1,7 +1,7 @@
 #include "host/automation/wizard_dialog.h"
 
 #include "host/automation/accessible_dialog.h"
-#include "xllrt/passed_pointer.h"
+#include "xllrt/platform/passed_pointer.h"
 
 namespace metrify::host {
 

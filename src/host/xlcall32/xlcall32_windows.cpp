@@ -1,7 +1,7 @@
 // The library that add-ins import the narrow entries from. They lead to the host, which is the program of the
 // process.
 
-#include "host/argument_list.h"
+#include "host/core/argument_list.h"
 
 #include <windows.h>
 

@@ -1,0 +1,40 @@
+#pragma once
+
+// How deep constructs may be nested. The parser descends recursively, and the smallest stack that it is
+// called on has 256 KiB; text is longer than that.
+
+#include "base/text_str.h"
+
+#include <string_view>
+
+namespace metrify {
+
+/// Parentheses, brackets and calls inside one another, counted for expressions and for unit expressions
+/// apart.
+constexpr int max_nesting = 100;
+
+constexpr std::string_view nesting_message =
+    "ERROR: Cannot parse line -- parentheses and brackets are nested too deeply.\n";
+
+inline void report_nesting(text_str*& err) {
+    err = str_append_text(&err, nesting_message);
+}
+inline bool is_nesting_error(const text_str* err) {
+    return str_view(err) == nesting_message;
+}
+
+/// Counts one level while it lives.
+class nesting_level {
+  public:
+    explicit nesting_level(int& depth) : depth_(depth) { ++depth_; }
+    ~nesting_level() { --depth_; }
+    nesting_level(const nesting_level&) = delete;
+    nesting_level& operator=(const nesting_level&) = delete;
+
+    bool is_too_deep() const { return depth_ > max_nesting; }
+
+  private:
+    int& depth_;
+};
+
+} // namespace metrify

@@ -1,0 +1,37 @@
+#pragma once
+
+// A formula as a tree of operations.
+
+#include "host/formula/formula_tokens.h"
+#include "host/sheet/cell_value.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace metrify::host {
+
+enum class NodeKind {
+    value,     ///< a literal, or an array of them
+    missing,   ///< an argument that is left out
+    reference, ///< one cell, or with two children the rectangle between them
+    name,      ///< a name, which no function follows
+    call,      ///< of the function `text`
+    prefix,    ///< the sign `text`
+    percent,
+    infix, ///< the operator `text`
+};
+
+struct FormulaNode {
+    NodeKind kind;
+    CellValue value;
+    std::u16string text;           ///< of an operator, function or name
+    std::u16string_view qualifier; ///< of a reference
+    CellPosition cell;             ///< of a reference
+    std::vector<FormulaNode> children;
+};
+
+/// The tree of a formula's tokens. Nothing if they make no formula, or one nested beyond all use.
+std::optional<FormulaNode> ParseFormula(const std::vector<Token>& tokens);
+
+} // namespace metrify::host

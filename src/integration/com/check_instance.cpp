@@ -1,0 +1,155 @@
+// The proof that a running host is the one that loaded the add-in: asked to call a function of the add-in,
+// only that one can.
+
+#include "integration/com/command_descriptor.h"
+#include "integration/com/dispatch_call.h"
+#include "integration/com/integration_exports.h"
+#include "integration/com/xll_com.h"
+#include "xllrt/gate/host_gate.h"
+#include "xllrt/registry/registration.h"
+#include "xllrt/text/code_page.h"
+#include "xllrt/text/format_printf.h"
+
+#include <objbase.h>
+
+namespace metrify {
+
+namespace {
+
+constexpr const char16_t* kCallbackName = u"xlCheckInstance";
+
+// The kind of workbook that is asked for.
+constexpr std::int32_t kWorkbookKind = 6;
+
+std::u16string DecimalText(int number) {
+    std::u16string text;
+    FormatPrintf(text, u"%d", number);
+    return text;
+}
+
+CXlFunctionDescriptor CallbackDescriptor() {
+    CXlFunctionDescriptor descriptor = CommandDescriptor(kCallbackName, "xlCheckInstance");
+    descriptor.narrowCategory = "Private Macros";
+    descriptor.wideCategory = u"Private Macros";
+    descriptor.narrowDescription = "Implementation function used by library initialisation routines";
+    descriptor.wideDescription = u"Implementation function used by library initialisation routines";
+    return descriptor;
+}
+
+// The callback in the host's list, as long as this lives. If the host refuses it, there is nothing to undo.
+class CallbackRegistration {
+  public:
+    explicit CallbackRegistration(CXllApp& application) : application_(application) {
+        CXlFunctionDescriptor* descriptor = application.functions.FindFunction(kCallbackName);
+        if (!descriptor)
+            descriptor = &application.functions.Add(CallbackDescriptor());
+        is_registered_ = RegisterFunction(application, *descriptor);
+    }
+    CallbackRegistration(const CallbackRegistration&) = delete;
+    CallbackRegistration& operator=(const CallbackRegistration&) = delete;
+    ~CallbackRegistration() {
+        if (!is_registered_)
+            return;
+        if (CXlFunctionDescriptor* const descriptor = application_.functions.FindFunction(kCallbackName)) {
+            UnregisterFunction(application_, *descriptor);
+            application_.functions.RemoveFunction(kCallbackName);
+        }
+    }
+
+    bool IsRegistered() const { return is_registered_; }
+
+  private:
+    CXllApp& application_;
+    bool is_registered_ = false;
+};
+
+// Gives whether a command of the host worked; the reason says with which code it did not.
+template <class... Arguments>
+bool Command(int command, const char16_t* text, ComFailure& failure, const Arguments&... arguments) {
+    const int code = CallDiscard(command, arguments...);
+    if (code == xlretSuccess)
+        return true;
+    failure = ComFailure::Sentence(FilledText(text, DecimalText(code)));
+    return false;
+}
+
+} // namespace
+
+bool CXllCom::InitCheckInstance(ComFailure& failure) {
+    is_armed_ = false;
+    is_found_ = false;
+    bool is_done = false;
+    {
+        const CallbackRegistration callback(*application_object_);
+        if (callback.IsRegistered())
+            is_done = SearchWithWorkbook(failure);
+        else
+            failure = ComFailure::Sentence(u"InitCheckInstance() failed to register callback");
+    }
+    CoUninitialize();
+    return is_done;
+}
+
+bool CXllCom::SearchWithWorkbook(ComFailure& failure) {
+    if (!InitExcelOleFix(failure))
+        return false;
+    bool is_done = IterateRot(failure);
+    ComFailure closing;
+    if (!TermExcelOleFix(closing)) {
+        failure = closing;
+        is_done = false;
+    }
+    if (!is_done)
+        application_ = ComPtr<IDispatch>();
+    return is_done;
+}
+
+bool CXllCom::InitExcelOleFix(ComFailure& failure) {
+    if (!Command(xlcEcho, u"InitExcelOleFix() failed to switch off workbook echo with error {0}", failure,
+                 CXlOper(false)))
+        return false;
+    is_echo_off_ = true;
+    CXlOper kind;
+    kind.SetInt(kWorkbookKind);
+    if (!Command(xlcNew, u"InitExcelOleFix() failed to create new workbook with error {0}", failure, kind))
+        return false;
+    has_temporary_workbook_ = true;
+    return true;
+}
+
+bool CXllCom::TermExcelOleFix(ComFailure& failure) {
+    bool is_done = true;
+    if (has_temporary_workbook_) {
+        has_temporary_workbook_ = false;
+        is_done = Command(xlcClose, u"TermExcelOleFix() failed to close temporary workbook with error {0}",
+                          failure, CXlOper(false));
+    }
+    if (is_echo_off_) {
+        is_echo_off_ = false;
+        // The sign in this text is no placeholder, so the code isn't shown.
+        is_done &= Command(xlcEcho, u"TermExcelOleFix() failed to restore echo with error %d", failure,
+                           CXlOper(true));
+    }
+    return is_done;
+}
+
+bool CXllCom::CallCheckInstance(IDispatch* candidate) {
+    // The percent sign in front of the path is part of the text.
+    const std::u16string macro =
+        FilledText(u"CALL(\"%{0}\",\"{1}\",\"j\")", ToWide(application_object_->GetModuleText()),
+                   std::u16string_view(kCallbackName));
+    ComVariant dropped;
+    is_armed_ = true;
+    RunExcelMacroFromDisp(candidate, macro, dropped);
+    is_armed_ = false;
+    return is_found_;
+}
+
+HRESULT RunExcelMacroFromDisp(IDispatch* application, std::u16string_view text, ComVariant& answer) {
+    const ComVariant macro(text);
+    return CallMember(application, {.name = u"ExecuteExcel4Macro", .flags = DISPATCH_METHOD}, {&macro, 1},
+                      answer)
+        .code;
+}
+
+} // namespace metrify

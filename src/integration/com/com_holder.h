@@ -1,0 +1,24 @@
+#pragma once
+
+// The host's automation as the application object uses it.
+
+#include "integration/com/xll_com.h"
+#include "xllrt/event/integration.h"
+
+namespace metrify {
+
+class CXlComHolder final : public IXlComHolder {
+  public:
+    bool Start(XlComFailure& failure) override;
+    bool Connect(XlComFailure& failure) override;
+    bool DescribeWorkbook(XlHostObject* workbook, std::u16string& name) override;
+    bool DescribeSheet(XlHostObject* sheet, std::u16string& workbook, std::u16string& name) override;
+    bool DescribeRange(XlHostObject* range, std::u16string& address) override;
+    bool Run(std::span<const XlComValue> values, CXlOper& answer) override;
+    bool RunText(const std::u16string& text, CXlOper& answer) override;
+
+  private:
+    CXllCom com_;
+};
+
+} // namespace metrify

@@ -1,0 +1,24 @@
+#pragma once
+
+// Commands that the integration itself gives to the host.
+
+#include "xllrt/registry/function_descriptor.h"
+
+#include <string>
+
+namespace metrify {
+
+/// A command without arguments that gives an integer, by its name in the host and its entry.
+inline CXlFunctionDescriptor CommandDescriptor(const std::u16string& name, const std::string& entry) {
+    static const std::string integer_type(1, 'J');
+    CXlFunctionDescriptor descriptor;
+    descriptor.functionName = name;
+    descriptor.narrowEntry = entry;
+    descriptor.wideEntry = entry;
+    descriptor.narrowType = integer_type;
+    descriptor.wideType = integer_type;
+    descriptor.macroType = 2;
+    return descriptor;
+}
+
+} // namespace metrify

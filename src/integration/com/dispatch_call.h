@@ -1,0 +1,42 @@
+#pragma once
+
+// Calls of automation objects by the names of their members.
+
+#include "integration/com/com_value.h"
+
+#include <initializer_list>
+#include <span>
+
+namespace metrify {
+
+/// English, which the host's object model understands in every language.
+inline constexpr LCID kHostLocale = 1033;
+
+struct DispatchCall {
+    const char16_t* name;
+    WORD flags;
+    LCID locale = kHostLocale;
+};
+
+struct DispatchOutcome {
+    HRESULT code;
+    /// The step that gave the code: "GetIDsOfNames" or "Invoke".
+    std::u16string_view step;
+};
+
+/// Looks the name up and calls it, with the arguments in the order in which they are written.
+DispatchOutcome CallMember(IDispatch* object, const DispatchCall& call, std::span<const ComVariant> arguments,
+                           ComVariant& answer);
+
+HRESULT GetProperty(IDispatch* object, const char16_t* name, ComVariant& value);
+HRESULT GetProperty(IDispatch* object, const char16_t* name, std::span<const ComVariant> arguments,
+                    ComVariant& value);
+HRESULT PutProperty(IDispatch* object, const char16_t* name, const ComVariant& value);
+
+/// Reads a property that is a text, or can be turned into one.
+HRESULT GetTextProperty(IDispatch* object, const char16_t* name, std::u16string& text);
+
+/// Reads a property that is an object; `E_FAIL` if it is none.
+HRESULT GetObjectProperty(IDispatch* object, const char16_t* name, ComPtr<IDispatch>& value);
+
+} // namespace metrify

@@ -1,0 +1,56 @@
+#pragma once
+
+// What the host tells its events to.
+
+#include "integration/com/com_ptr.h"
+#include "xllrt/app/xll_app.h"
+
+#include <atomic>
+#include <oaidl.h>
+
+namespace metrify {
+
+/// The host's application events.
+inline constexpr IID kHostApplicationEvents = {
+    0x00024413, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+
+/// What an object of the host's is to the application, and back.
+inline XlHostObject* AsHostObject(IDispatch* object) {
+    return reinterpret_cast<XlHostObject*>(object);
+}
+inline IDispatch* AsDispatch(XlHostObject* object) {
+    return reinterpret_cast<IDispatch*>(object);
+}
+
+class CDispatchSink final : public IDispatch {
+  public:
+    /// A sink that tells this application; none if there is no memory for it.
+    static ComPtr<CDispatchSink> Create(CXllApp* application);
+
+    CDispatchSink(const CDispatchSink&) = delete;
+    CDispatchSink& operator=(const CDispatchSink&) = delete;
+
+    /// The application that is told; null leaves events without effect.
+    void SetApplication(CXllApp* application) { application_ = application; }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override;
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                                            DISPID* ids) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID iid, LCID locale, WORD flags,
+                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                     UINT* wrong_argument) override;
+
+  private:
+    explicit CDispatchSink(CXllApp* application) : application_(application) {}
+    ~CDispatchSink() = default;
+
+    CXllApp* application_;
+    std::atomic<ULONG> references_ = 1;
+};
+
+} // namespace metrify

@@ -1,0 +1,114 @@
+#include "language/driver.h"
+
+#include "language/expression.h"
+#include "language/statement.h"
+#include "machine/func_block.h"
+#include "machine/solver_binding.h"
+#include "machine/variables.h"
+#include "units/unit_system.h"
+#include "units/user_units.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace metrify {
+
+namespace {
+
+// Lines of the template of an input box. They are dropped without echo.
+constexpr std::array<std::string_view, 8> directions = {
+    "#  DIRECTIONS:",
+    "#  (1) Enter your problem HERE in the INPUT tab.",
+    "#  (2) Click the CALCULATE button.",
+    "#  (3) The results are displayed in the OUTPUT tab.",
+    "#  (3) The results are displayed under the OUTPUT tab.",
+    "#  For examples, click on the QUICK START link or the Examples tab.",
+    "#  See the QUICK START link or the Examples tab for more details.",
+    "#  START TYPING BELOW:",
+};
+
+bool is_directions_line(cursor line_start) {
+    return *line_start == '#' &&
+           std::any_of(
+               directions.begin(), directions.end(),
+               [&](std::string_view text) { return match_keyword(false, true, line_start, text) == 0; });
+}
+
+// A comment with the comments on the lines directly behind it is echoed as one block, without a number.
+void echo_comment_block(const cursor& line_start, cursor& expptr, text_str*& out) {
+    while (absorb_next_comment_line(expptr)) {
+    }
+    str_append_three(&out, "\n", text_span(line_start, expptr), "\n\n");
+}
+
+void run_statement(std::string_view prefix, int& counter, const cursor& line_start, cursor& expptr,
+                   text_str*& out, text_str*& err) {
+    ++counter;
+    code_list recorded;
+    code_list* const code = is_block_recording() ? &recorded : nullptr;
+    const line_result result = compile_one_full_line(prefix, counter, line_start, expptr, out, code, err);
+    if (result != line_result::compiled || !str_is_empty(err))
+        --counter; // a line that fails gives its number back, and special lines have taken one more
+    else if (code != nullptr)
+        store_block_code(recorded);
+}
+
+// One line; a comment block counts as one. The cursor ends at the line's end, or stays on a line that is
+// dropped.
+void process_an_expression(std::string_view prefix, int& counter, cursor& expptr, text_str*& out,
+                           text_str*& err) {
+    str_clear(&err);
+    const cursor line_start = expptr;
+    if (is_directions_line(line_start))
+        return;
+    skip_blanks_and_comments(expptr);
+    if (span_begins_with_comment(line_start, expptr))
+        echo_comment_block(line_start, expptr, out);
+    else if (!at_line_end(expptr))
+        run_statement(prefix, counter, line_start, expptr, out, err);
+}
+
+void reset_run_state() {
+    reset_expression_state();
+    reset_func_block();
+    reset_solver_binding();
+    reset_unit_state();
+    reset_user_units();
+    free_all_vars();
+    free_user_units();
+}
+
+} // namespace
+
+listing::listing(std::string_view text)
+    : length_(text.size()), text_(cvector(0, static_cast<long>(text.size()))) {
+    text.copy(text_.data(), length_);
+    text_[static_cast<long>(length_)] = '\0';
+}
+
+void run_lines(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err) {
+    int counter = 0;
+    while (!at_text_end(expptr)) {
+        process_an_expression(prefix, counter, expptr, out, err);
+        skip_blanks_and_comments(expptr);
+        if (!at_text_end(expptr))
+            ++expptr.at;
+    }
+}
+
+listing interpret_dimensional_input_lines(const char* text) {
+    constexpr std::size_t least_capacity = 1024;
+    reset_run_state();
+    const std::size_t capacity = std::max(2 * std::strlen(text), least_capacity);
+    work_text out(capacity, capacity);
+    work_text err;
+    run_lines("", cursor(text), out.str, err.str);
+    // What the run has made goes with it.
+    reset_func_block();
+    free_all_vars();
+    free_user_units();
+    return listing(out.view());
+}
+
+} // namespace metrify

@@ -1,0 +1,97 @@
+#include "language/special_line.h"
+
+#include "machine/func_block.h"
+#include "units/unit_system.h"
+#include "units/user_units.h"
+
+#include <algorithm>
+#include <array>
+
+namespace metrify {
+
+namespace {
+
+/// What a keyword's action works on.
+struct special_line {
+    cursor& expptr; // behind the keyword
+    int& counter;
+    text_str*& out;
+    text_str*& err;
+};
+
+// The answer of most lines is followed by an empty line of its own.
+void end_answer(special_line& line) {
+    line.out = str_append_text(&line.out, "\n");
+}
+
+template <unit_system system>
+void set_system(special_line& line) {
+    run_system_statement(system, line.expptr, line.out, line.err);
+    if (str_is_empty(line.err))
+        ++line.counter;
+    end_answer(line);
+}
+
+void define_unit(special_line& line) {
+    define_user_unit(line.expptr, line.out, line.err);
+    if (str_is_empty(line.err))
+        ++line.counter;
+    else
+        line.out = str_append_str(&line.out, &line.err);
+    end_answer(line);
+}
+
+void begin_block(special_line& line) {
+    begin_func_block(line.expptr);
+}
+
+void end_block(special_line& line) {
+    end_func_block(line.expptr);
+    if (!is_block_defined())
+        line.out = str_append_text(&line.out, "ERROR: Missing BEGIN.\n");
+    ++line.counter;
+    end_answer(line);
+}
+
+void print_block(special_line& line) {
+    run_block_listing("Header:", "PrintFunc", line.out, line.err);
+    ++line.counter;
+}
+
+struct keyword {
+    std::string_view word;
+    void (*act)(special_line&);
+};
+
+constexpr std::array<keyword, 8> keywords = {{
+    {"MKS", set_system<system_MKS>},
+    {"FPS", set_system<system_FPS>},
+    {"IPS", set_system<system_IPS>},
+    {"cgs", set_system<system_cgs>},
+    {"DefUnit", define_unit},
+    {"begin", begin_block},
+    {"end", end_block},
+    {"PrintFunc", print_block},
+}};
+
+} // namespace
+
+bool is_special_function(cursor& expptr, int& counter, text_str*& out, text_str*& err) {
+    cursor behind_word = expptr;
+    skip_blanks_and_comments(behind_word);
+    if (!is_mnemonic(false, behind_word))
+        return false;
+    const std::string_view word = take_name(behind_word);
+    const auto* const found = std::find_if(keywords.begin(), keywords.end(), [word](const keyword& k) {
+        return text_compare_nocase(word, k.word) == 0;
+    });
+    if (found == keywords.end())
+        return false;
+    expptr = behind_word;
+    special_line line = {expptr, counter, out, err};
+    found->act(line);
+    skip_to_line_end(expptr);
+    return true;
+}
+
+} // namespace metrify

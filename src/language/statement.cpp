@@ -1,0 +1,142 @@
+#include "language/statement.h"
+
+#include "base/number_text.h"
+#include "language/assignment.h"
+#include "language/special_line.h"
+#include "machine/func_block.h"
+#include "machine/operators.h"
+#include "machine/solver_binding.h"
+#include "machine/variables.h"
+#include "units/unit_rendering.h"
+
+#include <array>
+
+namespace metrify {
+
+namespace {
+
+constexpr std::string_view indent = "       ";
+
+// An assignment that will leave its variable as it is.
+bool assigns_held_variable(std::string_view target) {
+    const var_entry* entry = target.empty() ? nullptr : find_var(target);
+    return entry != nullptr && entry->held;
+}
+
+// The heading, and the line as typed, comment included. The line that gave an independent its start value
+// shows the present one instead.
+void write_heading_and_echo(std::string_view prefix, int counter, std::string_view target,
+                            const cursor& line_start, cursor expptr, text_str*& out) {
+    number_buffer number;
+    skip_to_line_end(expptr);
+    const std::string_view echo =
+        assigns_held_variable(target) ? "UPDATED VALUE:" : text_span(line_start, expptr);
+    out = str_append_all(&out, "[  ", prefix, format_int(counter, number), " ] ", echo, "\n");
+}
+
+void write_message(text_str*& out, text_str*& err) {
+    out = str_append_all(&out, indent, str_view(err));
+}
+
+// One of the four systems by name, exactly as it is spelt.
+bool match_system(cursor& expptr, unit_system& system) {
+    struct system_word {
+        std::string_view word;
+        unit_system system;
+    };
+    constexpr std::array<system_word, 4> words = {
+        {{"MKS", system_MKS}, {"cgs", system_cgs}, {"FPS", system_FPS}, {"IPS", system_IPS}}};
+    for (const system_word& entry : words) {
+        if (match_keyword(true, true, expptr, entry.word) == 0) {
+            system = entry.system;
+            return true;
+        }
+    }
+    return false;
+}
+
+// { ";" [ request ] }
+// Results go to requested, messages directly to out, ahead of the result line. True if a request has printed
+// the value. A request clears the error of the one before it; that of the last one stays.
+bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requested, text_str*& out,
+                    text_str*& err) {
+    bool served = false;
+    skip_blanks_and_comments(expptr);
+    while (!at_text_end(expptr) && accept_char(true, ';', expptr)) {
+        skip_blanks_and_comments(expptr);
+        if (rest_is_blank_before_comment(expptr))
+            break;
+        unit_system system = system_MKS;
+        if (match_system(expptr, system)) {
+            print_value_in_system(system, requested, result, err, false);
+            served = true;
+        } else if (print_value_with_requested_units(requested, result, expptr, err, false)) {
+            served = true;
+        }
+        if (!str_is_empty(err))
+            write_message(out, err);
+        skip_blanks_and_comments(expptr);
+    }
+    return served;
+}
+
+// The block with the values that a solving built-in has found. True if there was a report to write.
+bool write_pending_report(text_str*& out, text_str*& err) {
+    struct report {
+        std::string_view header, prefix;
+    };
+    constexpr std::array<report, 5> reports = {{
+        {}, // none
+        {"\nFunc:\n", "Func"},
+        {"\nSolve:\n", "Sol"},
+        {"\nMin:\n", "Min"},
+        {"\nMax:\n", "Max"},
+    }};
+    const report_kind due = pending_report();
+    if (due == report_kind::none)
+        return false;
+    const report& shown = reports[static_cast<std::size_t>(due)];
+    run_block_listing(shown.header, shown.prefix, out, err);
+    teardown_solver_binding();
+    return true;
+}
+
+} // namespace
+
+line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start,
+                                  cursor& expptr, text_str*& out, code_list* code, text_str*& err) {
+    const std::string_view target = peek_assignment_target(expptr, err);
+    write_heading_and_echo(prefix, counter, target, line_start, expptr, out);
+
+    work_text answer; // of a special line, or of the output requests
+    if (is_special_function(expptr, counter, answer.str, err)) {
+        out = str_append_all(&out, indent, answer.view(), "\n");
+        return line_result::special;
+    }
+    dim_value result;
+    if (!compile_input_line(expptr, result, code, err)) {
+        skip_to_line_end(expptr);
+        write_message(out, err);
+        out = str_append_text(&out, "\n");
+        return line_result::failed;
+    }
+    // The lines of a listing write no report, so a listing never starts another one.
+    if (prefix.empty() && write_pending_report(out, err)) {
+        out = str_append_all(&out, indent, target, "\n");
+        skip_to_line_end(expptr);
+        return line_result::compiled;
+    }
+    normalize_dimensions(result);
+    if (!serve_requests(result, expptr, answer.str, out, err)) {
+        print_value_in_default_units(answer.str, result, err, true);
+        if (!str_is_empty(err)) {
+            write_message(out, err);
+            out = str_append_text(&out, "\n");
+        }
+    }
+    out = str_append_all(&out, indent, target, answer.view(), "\n\n");
+    skip_to_line_end(expptr);
+    return line_result::compiled;
+}
+
+} // namespace metrify

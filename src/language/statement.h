@@ -1,0 +1,29 @@
+#pragma once
+
+// One line of the language, from its heading to its result.
+//
+//   line    := special-line | statement { ";" [ request ] } [ comment ]
+//   request := "MKS" | "cgs" | "FPS" | "IPS" | unit-expression
+
+#include "base/cursor.h"
+#include "machine/code_list.h"
+#include "units/dim_value.h"
+
+#include <string_view>
+
+namespace metrify {
+
+/// What became of a line.
+enum class line_result {
+    special, // a keyword's line; it has no instructions
+    failed,  // err holds the message
+    compiled,
+};
+
+/// Compiles and runs the line that starts at line_start, with the cursor on its first character that isn't
+/// blank, and writes heading, echo and results to out. The cursor ends at the line's end. Instructions go to
+/// code unless that is null. The counter is the statement's number; special lines use one more.
+line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start,
+                                  cursor& expptr, text_str*& out, code_list* code, text_str*& err);
+
+} // namespace metrify

@@ -1,0 +1,97 @@
+#include "machine/func_block.h"
+
+#include "base/thread_object.h"
+#include "language/driver.h"
+
+namespace metrify {
+
+namespace {
+
+enum class block_state { none, open, closed };
+
+struct func_block {
+    block_state state = block_state::none;
+    bool recording = false;
+    bool listing = false;
+    cursor text_start;              // behind the word `begin`
+    const char* text_end = nullptr; // behind the word `end`
+    code_list code;
+    number_program numbers; // refers to the code
+};
+
+func_block& block() {
+    return thread_object<func_block>();
+}
+
+} // namespace
+
+void reset_func_block() {
+    func_block& b = block();
+    if (b.state != block_state::none)
+        b = func_block();
+}
+
+void begin_func_block(const cursor& expptr) {
+    func_block& b = block();
+    b.state = block_state::open;
+    b.recording = true;
+    b.text_start = expptr;
+    b.text_end = nullptr;
+    b.numbers.clear();
+    b.code.clear();
+    b.code.emit(OP_NOP);
+}
+
+void end_func_block(const cursor& expptr) {
+    func_block& b = block();
+    b.recording = false;
+    if (b.state == block_state::open) {
+        b.state = block_state::closed;
+        b.text_end = expptr.at;
+        b.numbers.prepare(b.code);
+    }
+}
+
+bool is_block_recording() {
+    return block().recording;
+}
+
+bool is_block_defined() {
+    return block().state != block_state::none;
+}
+
+bool is_block_closed() {
+    return block().state == block_state::closed;
+}
+
+bool is_definition_open() {
+    return block().state == block_state::open;
+}
+
+void store_block_code(const code_list& list) {
+    block().code.append(list);
+}
+
+const code_list& block_code() {
+    return block().code;
+}
+
+const number_program& block_numbers() {
+    return block().numbers;
+}
+
+void run_block_listing(std::string_view header, std::string_view prefix, text_str*& out, text_str*& err) {
+    func_block& b = block();
+    // A `PrintFunc` inside the block is a line of its listing, which lists nothing in turn.
+    if (b.state != block_state::closed || b.listing)
+        return;
+    b.listing = true;
+    out = str_append_text(&out, header);
+    out = str_append_text(&out, "\n");
+    cursor lines(b.text_start.at, b.text_end);
+    skip_blanks_and_comments(lines);
+    run_lines(prefix, lines, out, err);
+    b.listing = false;
+}
+
+} // namespace metrify

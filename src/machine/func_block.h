@@ -1,0 +1,37 @@
+#pragma once
+
+// The function block of a run: the stretch of lines between `begin` and `end`. Its statements' instructions
+// are kept for the solvers, and its text can be run once more for a listing.
+
+#include "base/cursor.h"
+#include "machine/code_list.h"
+#include "machine/number_program.h"
+
+#include <string_view>
+
+namespace metrify {
+
+/// No block. Instructions of an earlier run are released.
+void reset_func_block();
+
+/// With the cursor behind the word: starts a new block in place of the old one.
+void begin_func_block(const cursor& expptr);
+/// With the cursor behind the word: closes an open block and changes nothing else.
+void end_func_block(const cursor& expptr);
+
+bool is_block_recording();
+bool is_block_defined();   // begun at least
+bool is_block_closed();    // begun and ended
+bool is_definition_open(); // begun and not ended
+
+/// Appends a statement's instructions to the block. Only while the block is recording.
+void store_block_code(const code_list& list);
+const code_list& block_code();
+/// The same for the evaluations of a block that is closed.
+const number_program& block_numbers();
+
+/// Runs the text of a closed block once more and appends the header and the listing to out; the prefix goes
+/// in front of the statement numbers. Without a closed block nothing is written.
+void run_block_listing(std::string_view header, std::string_view prefix, text_str*& out, text_str*& err);
+
+} // namespace metrify

@@ -1,0 +1,134 @@
+#include "machine/number_program.h"
+
+#include "machine/function_dispatch.h"
+#include "machine/number_reader.h"
+#include "machine/variables.h"
+
+#include <array>
+#include <bit>
+#include <span>
+
+namespace metrify {
+
+namespace {
+
+dim_value to_value(const number& from, const exponents& units) {
+    return {0, {from.value, from.rest, from.rest}, units};
+}
+
+/// True for a scalar with these units to the last bit, whose unused components are alike, as they usually
+/// are.
+bool is_scalar_in(const dim_value& v, const exponents& units) {
+    const auto difference = [](double x, double y) {
+        return std::bit_cast<std::uint64_t>(x) ^ std::bit_cast<std::uint64_t>(y);
+    };
+    // No loop: this is what a variable costs in a replay.
+    const auto& [a, b, c, d, e, f, g, h] = v.dim;
+    const std::uint64_t in_units = difference(a, units[0]) | difference(b, units[1]) |
+                                   difference(c, units[2]) | difference(d, units[3]) |
+                                   difference(e, units[4]) | difference(f, units[5]) |
+                                   difference(g, units[6]) | difference(h, units[7]);
+    return (in_units | difference(v.comp[1], v.comp[2])) == 0 && v.kind == 0;
+}
+
+template <class T>
+std::span<const T> part(const std::vector<T>& all, std::size_t first, std::size_t count) {
+    return {all.data() + first, count};
+}
+
+} // namespace
+
+void number_program::prepare(const code_list& list) {
+    clear();
+    const std::vector<stck_node>& nodes = list.nodes();
+    for (std::size_t first = 0; first < nodes.size();) {
+        std::size_t next = first + 1;
+        while (next < nodes.size() && nodes[next].opcode != OP_NOP)
+            ++next;
+        replay_statement statement;
+        statement.first_node = first;
+        statement.nodes = next - first;
+        statement.is_last = next == nodes.size();
+        read_numbers(list, statement, code_);
+        statements_.push_back(statement);
+        first = next;
+    }
+}
+
+// Puts the function's value in the place of its first argument.
+bool number_program::call(const number_call& made, number* arguments, compile_ctx& ctx,
+                          text_str*& err) const {
+    const exponents* units = code_.call_units.data() + made.first_units;
+    for (std::int32_t i = 0; i < made.record.count; ++i)
+        push_value(to_value(arguments[i], *units++), ctx);
+    call_func_by_number(made.record.function, made.record.call_class, made.record.count, ctx, err);
+    const dim_value& value = ctx.stack.top().value;
+    const bool is_done = str_is_empty(err) && is_scalar_in(value, *units);
+    *arguments = {value.comp[0], value.comp[1]};
+    ctx.stack.drop();
+    if (!is_done)
+        str_clear(&err); // the long way finds the message again
+    return is_done;
+}
+
+bool number_program::run(const replay_statement& statement, dim_value& result, compile_ctx& ctx,
+                         text_str*& err) const {
+    for (const number_variable& read : part(code_.variables, statement.first_variable, statement.variables))
+        if (!is_scalar_in(read.entry->value, read.units))
+            return false;
+    std::array<number, most_numbers + 1> room; // NOLINT: not set
+    room[0] = {0.0, 0.0};                      // what an empty statement comes to
+    number* end = room.data();                 // behind the top
+    for (const number_step& step : part(code_.steps, statement.first_step, statement.steps)) {
+        using action = number_step::action;
+        const auto operand = [&] {
+            return step.operand != nullptr ? number{step.operand[0], step.operand[1]} : *--end;
+        };
+        const auto operate = [&](auto operation) {
+            const number right = operand();
+            return operation(end[-1], right);
+        };
+        bool is_done = true;
+        switch (step.what) {
+        case action::push:
+            *end++ = operand();
+            break;
+        case action::add:
+            is_done = operate(add);
+            break;
+        case action::subtract:
+            is_done = operate(subtract);
+            break;
+        case action::multiply:
+            is_done = operate(multiply);
+            break;
+        case action::divide:
+            is_done = operate(divide);
+            break;
+        case action::raise:
+            is_done = operate(raise);
+            break;
+        case action::negate:
+            is_done = negate(end[-1]);
+            break;
+        case action::assign_unit:
+            is_done = operate(assign_scale);
+            break;
+        case action::call:
+            end -= code_.calls[step.call].record.count;
+            is_done = call(code_.calls[step.call], end, ctx, err);
+            ++end;
+            break;
+        }
+        if (!is_done)
+            return false;
+    }
+    const bool is_held = statement.target != nullptr && statement.target->held;
+    if (statement.target != nullptr && !is_held)
+        statement.target->value = to_value(room[0], statement.units);
+    if (statement.is_last) // the value of a variable that is held stands for the one computed
+        result = is_held ? statement.target->value : to_value(room[0], statement.units);
+    return true;
+}
+
+} // namespace metrify

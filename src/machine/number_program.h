@@ -1,0 +1,87 @@
+#pragma once
+
+// The short way through a replay. As long as the variables have the units that they had when a list was
+// prepared, the units of all that its scalar statements come to are known, and the numbers alone are worked
+// on. What a statement comes to is the same, to the last bit.
+
+#include "machine/code_list.h"
+#include "machine/number_arithmetic.h"
+#include "machine/operand_stack.h"
+
+#include <cstddef>
+#include <forward_list>
+#include <vector>
+
+namespace metrify {
+
+/// One step of a statement at work on a stack of numbers.
+struct number_step {
+    // The binary operators in the order of their opcodes.
+    enum class action { push, add, subtract, multiply, divide, raise, negate, assign_unit, call };
+
+    action what;
+    std::size_t call;      // a place among the calls
+    const double* operand; // the two parts of what is pushed, of the right operand or of the scale; null
+                           // where the operand stands on the stack
+};
+
+/// A variable that a statement reads, with the units that it has to have.
+struct number_variable {
+    const var_entry* entry;
+    exponents units;
+};
+
+/// A call of a function. The units of its arguments, and behind them those that its value has to have, stand
+/// among the units of the calls.
+struct number_call {
+    packed_call record;
+    std::size_t first_units;
+};
+
+/// The most values that a statement may have at work.
+constexpr std::size_t most_numbers = 32;
+
+/// A list's instructions, from an OP_NOP or the list's head up to the next OP_NOP.
+struct replay_statement {
+    std::size_t first_node = 0, nodes = 0;
+    bool is_last = false;
+
+    // Where numbers alone may do: its steps, the variables that it reads, the one that it sets at its end, if
+    // any, and the units of what it comes to.
+    bool has_steps = false;
+    std::size_t first_step = 0, steps = 0;
+    std::size_t first_variable = 0, variables = 0;
+    var_entry* target = nullptr;
+    exponents units = {};
+};
+
+/// What the statements refer to.
+struct number_code {
+    std::vector<number_step> steps;
+    std::vector<number_variable> variables;
+    std::vector<number_call> calls;
+    std::vector<exponents> call_units;
+    std::forward_list<number> constants; // where they stand they stay
+};
+
+/// A list made ready for many replays. It refers to the list, which must stay as it is.
+class number_program {
+  public:
+    void prepare(const code_list& list);
+    void clear() { *this = number_program(); }
+
+    const std::vector<replay_statement>& statements() const { return statements_; }
+
+    /// Runs a statement that has steps. Where a variable has other units than before or is a vector, or where
+    /// there is something to report, it gives false and has changed nothing. Only the last statement's result
+    /// is set. ctx is for calls.
+    bool run(const replay_statement& statement, dim_value& result, compile_ctx& ctx, text_str*& err) const;
+
+  private:
+    bool call(const number_call& made, number* arguments, compile_ctx& ctx, text_str*& err) const;
+
+    std::vector<replay_statement> statements_;
+    number_code code_;
+};
+
+} // namespace metrify

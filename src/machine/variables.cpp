@@ -1,0 +1,149 @@
+#include "machine/variables.h"
+
+#include "base/named_list.h"
+#include "base/thread_object.h"
+#include "machine/function_dispatch.h"
+#include "units/unit_lookup.h"
+
+namespace metrify {
+
+namespace {
+
+constexpr std::uint32_t number_before_first = 200;
+
+// The number of an entry follows from its place in the list.
+named_list<var_entry>& var_list() {
+    return thread_object<named_list<var_entry>>();
+}
+
+dim_value undefined_value() {
+    dim_value value;
+    value.comp.fill(infinity_sentinel);
+    return value;
+}
+
+void report_unknown_name(std::string_view name, text_str*& err) {
+    // A caller can pass a stretch of text with blanks behind the name.
+    err = str_append_text(&err, "ERROR:  '");
+    err = str_append_until_any(&err, name, " \t");
+    err = str_append_text(&err, "' undefined.\n");
+}
+
+void report_unknown_number(std::string_view before, std::uint32_t number, std::string_view after,
+                           text_str*& err) {
+    err = str_append_text(&err, before);
+    err = str_append_int(&err, static_cast<int>(number));
+    err = str_append_text(&err, after);
+}
+
+} // namespace
+
+void free_all_vars() {
+    var_list().clear();
+}
+
+var_entry* find_var(std::string_view name) {
+    return var_list().find(name);
+}
+
+var_entry* find_var_by_num(std::uint32_t number) {
+    named_list<var_entry>& list = var_list();
+    const std::uint32_t place = number - number_before_first - 1;
+    return number > number_before_first && place < list.size() ? &list[place] : nullptr;
+}
+
+dim_value getvar_by_name(std::string_view name, text_str*& err) {
+    if (const var_entry* entry = find_var(name))
+        return entry->value;
+    report_unknown_name(name, err);
+    return undefined_value();
+}
+
+dim_value getvar_by_num(std::uint32_t number, text_str*& err) {
+    if (const var_entry* entry = find_var_by_num(number))
+        return entry->value;
+    report_unknown_number("ERROR:  Variable number ", number, " undefined.\n", err);
+    return undefined_value();
+}
+
+std::uint32_t varnum_by_name(std::string_view name, text_str*& err) {
+    if (const var_entry* entry = find_var(name))
+        return entry->number;
+    report_unknown_name(name, err);
+    return 0;
+}
+
+const std::string* varname_by_num(std::uint32_t number, text_str*& err) {
+    if (const var_entry* entry = find_var_by_num(number))
+        return &entry->name;
+    report_unknown_number("ERROR:  var num '", number, "' undefined.\n", err);
+    return nullptr;
+}
+
+void setvar_by_num(std::uint32_t number, const dim_value& value, text_str*& err) {
+    if (var_entry* entry = find_var_by_num(number))
+        entry->value = value;
+    else
+        report_unknown_number("ERROR:  var num '", number, "' undefined in setvar_by_num.\n", err);
+}
+
+void hold_var(std::uint32_t number, bool held) {
+    if (var_entry* entry = find_var_by_num(number))
+        entry->held = held;
+}
+
+void setvar(var_entry& entry, dim_value& value, int component) {
+    dim_value& stored = entry.value;
+    if (entry.held) {
+        value = stored;
+        return;
+    }
+    if (component == 0) {
+        stored.kind = value.kind;
+        stored.comp = value.comp;
+    } else {
+        stored.kind = 1;
+        stored.comp[static_cast<std::size_t>(component - 1)] = value.comp[0];
+    }
+    stored.dim = value.dim;
+    value = stored;
+}
+
+var_entry& setvar_by_name(std::string_view name, dim_value& value, int component) {
+    if (var_entry* entry = find_var(name)) {
+        setvar(*entry, value, component);
+        return *entry;
+    }
+    if (component != 0) {
+        const double assigned = value.comp[0];
+        value.kind = 1;
+        value.comp = {};
+        value.comp[static_cast<std::size_t>(component - 1)] = assigned;
+    }
+    return add_var(name, value);
+}
+
+var_entry& add_var(std::string_view name, const dim_value& value) {
+    named_list<var_entry>& list = var_list();
+    const auto number = static_cast<std::uint32_t>(number_before_first + 1 + list.size());
+    return list.add({std::string(name), number, value, false});
+}
+
+bool is_varname_okay(std::string_view name, text_str*& err) {
+    if (!str_is_empty(err))
+        return false;
+    cursor p(name.data(), name.data() + name.size());
+    dim_value unit;
+    function_ref function;
+    if (is_unit(false, p, unit)) {
+        str_append_three(&err, "ERROR: Variable name '", name, "' matches a base unit.\n");
+        return false;
+    }
+    if (lookup_function(p, function)) {
+        str_append_three(&err, "ERROR: Variable name '", name, "' matches a pre-programmed function.\n");
+        return false;
+    }
+    return true;
+}
+
+} // namespace metrify

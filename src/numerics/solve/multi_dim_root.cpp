@@ -1,0 +1,306 @@
+#include "numerics/solve/multi_dim_root.h"
+
+#include "numerics/scalar_helpers.h"
+#include "numerics/solve/root_step.h"
+
+#include <cmath>
+
+namespace metrify {
+
+namespace {
+
+constexpr double update_threshold = 1e-7;
+
+void append(text_str*& err, std::string_view text) {
+    err = str_append_text(&err, text);
+}
+
+/// Where both methods stand. A pass fills xold, fold and the gradient g ahead of its step p.
+struct root_search {
+    root_search(bound_function& searched, double_vector& numbers, long count)
+        : function(searched), x(numbers), n(count), fvec(dvector(1, count)), xold(dvector(1, count)),
+          g(dvector(1, count)), p(dvector(1, count)) {}
+
+    bound_function& function;
+    double_vector& x;
+    long n;
+    double_vector fvec;
+    double f = 0.0;
+    double stpmax = 0.0;
+    double_vector xold;
+    double fold = 0.0;
+    double_vector g;
+    double_vector p;
+
+    /// The first evaluation. True if there is nothing to do: it has failed, or the start is a root.
+    bool is_over_at_start(text_str*& err) {
+        function.evaluate_function(x.data(), fvec.data(), err);
+        if (!str_is_empty(err))
+            return true;
+        f = half_square_sum(fvec, n);
+        stpmax = longest_step(x, n);
+        return largest_magnitude(fvec, n) < start_tolerance;
+    }
+
+    void remember() {
+        for (long i = 1; i <= n; ++i)
+            xold[i] = x[i];
+        fold = f;
+    }
+
+    void search_along_step(std::uint32_t& check, text_str*& err) {
+        lnsrch(function, n, xold, fold, g, p, x, f, stpmax, check, fvec, err);
+    }
+
+    bool has_small_values() const { return largest_magnitude(fvec, n) < value_tolerance; }
+    bool has_small_gradient() const { return relative_gradient(g, x, f, n) < gradient_tolerance; }
+    bool has_stopped() const { return relative_change(x, xold, n) < number_tolerance; }
+};
+
+/// What a pass of a method comes to.
+enum class pass_result { goes_on, ends };
+
+pass_result fail(std::uint32_t& check) {
+    check = 0;
+    return pass_result::ends;
+}
+
+pass_result fail(std::uint32_t& check, text_str*& err, std::string_view message) {
+    append(err, message);
+    return fail(check);
+}
+
+// g = transposed Jacobian times values
+void form_gradient(const double_matrix& jacobian, root_search& at) {
+    for (long i = 1; i <= at.n; ++i) {
+        double sum = 0.0;
+        for (long j = 1; j <= at.n; ++j)
+            sum += jacobian(j, i) * at.fvec[j];
+        at.g[i] = sum;
+    }
+}
+
+pass_result newton_pass(root_search& at, double_matrix& jacobian, int_vector& indx, std::uint32_t& check,
+                        text_str*& err) {
+    fdjac(at.function, at.n, at.x, at.fvec, jacobian, err);
+    if (!str_is_empty(err))
+        return fail(check);
+    form_gradient(jacobian, at);
+    at.remember();
+    for (long i = 1; i <= at.n; ++i)
+        at.p[i] = -at.fvec[i];
+    double parity = 0.0;
+    ludcmp(jacobian, at.n, indx, parity, err);
+    if (!str_is_empty(err))
+        return fail(check);
+    lubksb(jacobian, at.n, indx, at.p);
+    at.search_along_step(check, err);
+    if (!str_is_empty(err))
+        return fail(check);
+    if (at.has_small_values()) {
+        check = 1;
+        return pass_result::ends;
+    }
+    if (check == 0) {
+        // Where the sum of squares is flat it has a minimum that is no root. Elsewhere the numbers can't be
+        // told apart any more, which counts as good.
+        check = at.has_small_gradient() ? 0 : 1;
+        return pass_result::ends;
+    }
+    return at.has_stopped() ? pass_result::ends : pass_result::goes_on;
+}
+
+/// The factors of the Jacobian in Broyden's method, and the vectors of an update.
+struct broyden_factors {
+    explicit broyden_factors(long n)
+        : r(dmatrix(1, n, 1, n)), qt(dmatrix(1, n, 1, n)), c(dvector(1, n)), d(dvector(1, n)),
+          fvcold(dvector(1, n)), s(dvector(1, n)), t(dvector(1, n)), w(dvector(1, n)) {}
+
+    double_matrix r; // with its diagonal, once formed
+    double_matrix qt;
+    double_vector c;
+    double_vector d; // the diagonal of r
+    double_vector fvcold;
+    double_vector s, t, w;
+    bool restrt = true; // the factors are to be formed anew
+};
+
+// qt from the reflections that qrdcmp has left in r, and r cleared below its diagonal.
+void unfold_factors(broyden_factors& factors, long n) {
+    auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
+    for (long i = 1; i <= n; ++i)
+        for (long j = 1; j <= n; ++j)
+            qt(i, j) = i == j ? 1.0 : 0.0;
+    for (long k = 1; k < n; ++k) {
+        if (c[k] == 0.0)
+            continue;
+        for (long j = 1; j <= n; ++j) {
+            double sum = 0.0;
+            for (long i = k; i <= n; ++i)
+                sum += r(i, k) * qt(i, j);
+            sum /= c[k];
+            for (long i = k; i <= n; ++i)
+                qt(i, j) -= sum * r(i, k);
+        }
+    }
+    for (long i = 1; i <= n; ++i) {
+        r(i, i) = d[i];
+        for (long j = 1; j < i; ++j)
+            r(i, j) = 0.0;
+    }
+}
+
+pass_result form_factors(root_search& at, broyden_factors& factors, std::uint32_t& check, text_str*& err) {
+    fdjac(at.function, at.n, at.x, at.fvec, factors.r, err);
+    if (!str_is_empty(err))
+        return fail(check);
+    bool sing = false;
+    qrdcmp(factors.r, at.n, factors.c, factors.d, sing);
+    if (sing)
+        return fail(check, err, "ERROR:  Singular Jacobian in brodyn.\n");
+    unfold_factors(factors, at.n);
+    return pass_result::goes_on;
+}
+
+// w is how far the values have moved otherwise than the factors told. True if that is more than noise
+// anywhere.
+bool find_discrepancy(const root_search& at, broyden_factors& factors) {
+    auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
+    const long n = at.n;
+    for (long i = 1; i <= n; ++i)
+        s[i] = at.x[i] - at.xold[i];
+    for (long i = 1; i <= n; ++i) {
+        double sum = 0.0;
+        for (long j = i; j <= n; ++j)
+            sum += r(i, j) * s[j];
+        t[i] = sum;
+    }
+    bool is_found = false;
+    for (long i = 1; i <= n; ++i) {
+        double sum = 0.0;
+        for (long j = 1; j <= n; ++j)
+            sum += qt(j, i) * t[j];
+        w[i] = at.fvec[i] - fvcold[i] - sum;
+        if (std::fabs(w[i]) < update_threshold * (std::fabs(at.fvec[i]) + std::fabs(fvcold[i])))
+            w[i] = 0.0;
+        else
+            is_found = true;
+    }
+    return is_found;
+}
+
+pass_result update_factors(root_search& at, broyden_factors& factors, std::uint32_t& check, text_str*& err) {
+    if (!find_discrepancy(at, factors))
+        return pass_result::goes_on;
+    auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
+    const long n = at.n;
+    double squared_length = 0.0;
+    for (long i = 1; i <= n; ++i) {
+        double sum = 0.0;
+        for (long j = 1; j <= n; ++j)
+            sum += qt(i, j) * w[j];
+        t[i] = sum;
+        squared_length += square(s[i]);
+    }
+    for (long i = 1; i <= n; ++i)
+        s[i] /= squared_length;
+    qrupdt(r, qt, n, t, s);
+    for (long i = 1; i <= n; ++i) {
+        if (r(i, i) == 0.0)
+            return fail(check, err, "ERROR:  r singular in broydn.\n");
+        d[i] = r(i, i);
+    }
+    return pass_result::goes_on;
+}
+
+// p is minus the values as the factors turn them, g the gradient, both ahead of the solution for p.
+void form_step(root_search& at, broyden_factors& factors) {
+    const long n = at.n;
+    for (long i = 1; i <= n; ++i) {
+        double sum = 0.0;
+        for (long j = 1; j <= n; ++j)
+            sum += factors.qt(i, j) * at.fvec[j];
+        at.p[i] = -sum;
+    }
+    for (long i = n; i >= 1; --i) {
+        double sum = 0.0;
+        for (long j = 1; j <= i; ++j)
+            sum -= factors.r(j, i) * at.p[j];
+        at.g[i] = sum;
+        factors.fvcold[i] = at.fvec[i];
+    }
+    at.remember();
+    rsolv(factors.r, n, factors.d, at.p);
+}
+
+pass_result broyden_pass(root_search& at, broyden_factors& factors, std::uint32_t& check, text_str*& err) {
+    const pass_result factored =
+        factors.restrt ? form_factors(at, factors, check, err) : update_factors(at, factors, check, err);
+    if (factored == pass_result::ends)
+        return pass_result::ends;
+    form_step(at, factors);
+    at.search_along_step(check, err);
+    if (!str_is_empty(err))
+        return fail(check);
+    if (at.has_small_values()) {
+        check = 1;
+        return pass_result::ends;
+    }
+    if (check == 1) {
+        factors.restrt = false;
+        return at.has_stopped() ? pass_result::ends : pass_result::goes_on;
+    }
+    // The search along the step has been given up: a last try with factors formed anew.
+    if (factors.restrt || at.has_small_gradient())
+        return pass_result::ends;
+    factors.restrt = true;
+    return pass_result::goes_on;
+}
+
+} // namespace
+
+void solve_multi_dim(bound_function& f, std::uint32_t& check, bool use_broydn, text_str*& err) {
+    check = 0;
+    const long n = f.independents();
+    if (n == 1) {
+        append(err, "ERROR: Doing multidimensional root finding in 1D routine.\n");
+        return;
+    }
+    if (n != f.dependents()) {
+        append(err, "ERROR: Root finding must have same number of indpendent and dependent vars.\n");
+        return;
+    }
+    double_vector x = dvector(1, n);
+    f.read_solver_vector(x.data(), err);
+    if (use_broydn)
+        broydn(f, x, n, check, err);
+    else
+        newt(f, x, n, check, err);
+}
+
+void newt(bound_function& f, double_vector& x, long n, std::uint32_t& check, text_str*& err) {
+    check = 1;
+    root_search at(f, x, n);
+    double_matrix jacobian = dmatrix(1, n, 1, n);
+    int_vector indx = ivector(1, n);
+    if (at.is_over_at_start(err))
+        return;
+    for (int its = 1; its <= root_passes; ++its)
+        if (newton_pass(at, jacobian, indx, check, err) == pass_result::ends)
+            return;
+    fail(check, err, "ERROR:  MAXITS exceeded in newt\n");
+}
+
+void broydn(bound_function& f, double_vector& x, long n, std::uint32_t& check, text_str*& err) {
+    check = 1;
+    root_search at(f, x, n);
+    broyden_factors factors(n);
+    if (at.is_over_at_start(err))
+        return;
+    for (int its = 1; its <= root_passes; ++its)
+        if (broyden_pass(at, factors, check, err) == pass_result::ends)
+            return;
+    fail(check, err, "ERROR:  MAXITS exceeded in broydn.\n");
+}
+
+} // namespace metrify

@@ -1,0 +1,157 @@
+#include "numerics/solve/root_step.h"
+
+#include "numerics/scalar_helpers.h"
+
+#include <cmath>
+
+namespace metrify {
+
+namespace {
+
+constexpr double longest_step_factor = 100.0;
+constexpr double difference_step = 1e-6;
+constexpr double least_decrease = 1e-4;
+
+double norm(const double_vector& v, long n) {
+    double sum = 0.0;
+    for (long i = 1; i <= n; ++i)
+        sum += square(v[i]);
+    return std::sqrt(sum);
+}
+
+void limit_length(double_vector& p, long n, double stpmax) {
+    const double whole = norm(p, n);
+    if (!(whole > stpmax))
+        return;
+    for (long i = 1; i <= n; ++i)
+        p[i] *= stpmax / whole;
+}
+
+double least_fraction(const double_vector& p, const double_vector& xold, long n) {
+    double largest = 0.0;
+    for (long i = 1; i <= n; ++i)
+        largest = greater_of(std::fabs(p[i]) / greater_of(std::fabs(xold[i]), 1.0), largest);
+    return number_tolerance / largest;
+}
+
+/// The half square sum at a fraction of the step.
+struct trial {
+    double alam, f;
+};
+
+// The fraction at which the cubic through the last two trials and the start with its slope has its minimum,
+// but at most half the last one. False where rounding has eaten the cubic.
+bool cubic_fraction(const trial& last, const trial& before, double fold, double slope, double& fraction) {
+    const double rhs1 = last.f - fold - last.alam * slope;
+    const double rhs2 = before.f - fold - before.alam * slope;
+    const double difference = last.alam - before.alam;
+    const double last_squared = last.alam * last.alam;
+    const double before_squared = before.alam * before.alam;
+    const double a = (rhs1 / last_squared - rhs2 / before_squared) / difference;
+    const double b = (-before.alam * rhs1 / last_squared + last.alam * rhs2 / before_squared) / difference;
+    if (a == 0.0) {
+        fraction = -slope / (2.0 * b);
+    } else {
+        const double disc = b * b - 3.0 * a * slope;
+        if (disc < 0.0)
+            return false;
+        fraction = (-b + std::sqrt(disc)) / (3.0 * a);
+    }
+    if (fraction > 0.5 * last.alam)
+        fraction = 0.5 * last.alam;
+    return true;
+}
+
+} // namespace
+
+double half_square_sum(const double_vector& fvec, long n) {
+    double sum = 0.0;
+    for (long i = 1; i <= n; ++i)
+        sum += square(fvec[i]);
+    return 0.5 * sum;
+}
+
+double largest_magnitude(const double_vector& fvec, long n) {
+    double largest = 0.0;
+    for (long i = 1; i <= n; ++i)
+        largest = greater_of(std::fabs(fvec[i]), largest);
+    return largest;
+}
+
+double longest_step(const double_vector& x, long n) {
+    return longest_step_factor * greater_of(norm(x, n), static_cast<double>(n));
+}
+
+double relative_change(const double_vector& x, const double_vector& xold, long n) {
+    double largest = 0.0;
+    for (long i = 1; i <= n; ++i)
+        largest = greater_of(std::fabs(x[i] - xold[i]) / greater_of(std::fabs(x[i]), 1.0), largest);
+    return largest;
+}
+
+double relative_gradient(const double_vector& g, const double_vector& x, double f, long n) {
+    const double size = greater_of(f, 0.5 * static_cast<double>(n));
+    double largest = 0.0;
+    for (long i = 1; i <= n; ++i)
+        largest = greater_of(std::fabs(g[i]) * greater_of(std::fabs(x[i]), 1.0) / size, largest);
+    return largest;
+}
+
+void fdjac(bound_function& function, long n, double_vector& x, const double_vector& fvec, double_matrix& df,
+           text_str*& err) {
+    double_vector moved = dvector(1, n);
+    for (long j = 1; j <= n; ++j) {
+        const double plain = x[j];
+        double h = difference_step * std::fabs(plain);
+        if (h == 0.0)
+            h = difference_step;
+        x[j] = plain + h;
+        h = x[j] - plain; // the step as it can be stored
+        function.evaluate_function(x.data(), moved.data(), err);
+        if (!str_is_empty(err))
+            return;
+        x[j] = plain;
+        for (long i = 1; i <= n; ++i)
+            df(i, j) = (moved[i] - fvec[i]) / h;
+    }
+}
+
+void lnsrch(bound_function& function, long n, const double_vector& xold, double fold, const double_vector& g,
+            double_vector& p, double_vector& x, double& f, double stpmax, std::uint32_t& check,
+            double_vector& fvec, text_str*& err) {
+    check = 1;
+    limit_length(p, n, stpmax);
+    double slope = 0.0;
+    for (long i = 1; i <= n; ++i)
+        slope += g[i] * p[i];
+    const double alamin = least_fraction(p, xold, n);
+    double alam = 1.0;
+    trial before = {0.0, 0.0};
+    for (bool first = true;; first = false) {
+        for (long i = 1; i <= n; ++i)
+            x[i] = xold[i] + alam * p[i];
+        function.evaluate_function(x.data(), fvec.data(), err);
+        if (!str_is_empty(err))
+            return;
+        f = half_square_sum(fvec, n);
+        // A step without a limit has no least fraction: it is given up when nothing is left of it.
+        if (alam < alamin || alam == 0.0) {
+            for (long i = 1; i <= n; ++i)
+                x[i] = xold[i];
+            check = 0;
+            return;
+        }
+        if (f <= fold + least_decrease * alam * slope)
+            return;
+        const trial last = {alam, f};
+        double fraction = -slope / (2.0 * (f - fold - slope)); // of the parabola
+        if (!first && !cubic_fraction(last, before, fold, slope, fraction)) {
+            err = str_append_text(&err, "ERROR:  Roundoff problem in lnsrch.\n");
+            return;
+        }
+        before = last;
+        alam = greater_of(fraction, 0.1 * alam);
+    }
+}
+
+} // namespace metrify

@@ -1,0 +1,171 @@
+// I and K of real order. The ratio of I at nu + 1 and nu comes from a continued fraction; I is taken down to
+// an order near 0 by recurrence, where K comes from Temme's series or from a second fraction and the
+// Wronskian gives I; K is taken up again.
+//
+// The pair that is carried is a function at two neighbouring orders. Its derivative would do as well on
+// paper, but for a small x it is a difference of two much larger numbers.
+
+#include "base/failure.h"
+#include "numerics/special/bessel/bessel_real.h"
+#include "numerics/special/bessel/bessel_steps.h"
+
+#include <numbers>
+
+namespace metrify {
+
+namespace {
+
+using namespace bessel;
+using std::numbers::pi;
+
+/// The first continued fraction, which comes to I at nu + 1 over I at nu. All its terms are positive, so that
+/// nothing cancels here nor in what is made of it.
+bool first_fraction(const reduced_order& order, double& ratio) {
+    double d = 1.0 / order.term(order.whole + 1).sum();
+    ratio = d;
+    double tail = 0.0;
+    for (int i = 2; i <= MAXIT; ++i) {
+        const double b = order.term(order.whole + i).sum();
+        const double c = b + tail;
+        d = 1.0 / (b + d);
+        tail = 1.0 / c;
+        const double factor = c * d;
+        ratio *= factor;
+        if (std::fabs(factor - 1.0) < EPS)
+            return true;
+    }
+    return false;
+}
+
+/// K at the order mu, and x times K at mu + 1, which overflows later than K itself.
+struct second_at_mu {
+    double k;
+    double x_above;
+};
+
+/// Temme's series, for x < XMIN.
+bool sum_series(const reduced_order& order, second_at_mu& result, text_str*& err) {
+    temme_series series(order, err);
+    const double d = 0.25 * order.x * order.x;
+    double c = 1.0;
+    double sum = series.f;
+    double sum1 = series.p;
+    int i = 1;
+    for (; i <= MAXIT; ++i) {
+        series.advance(i);
+        c *= d / i;
+        const double term = c * series.f;
+        sum += term;
+        sum1 += c * (series.p - i * series.f);
+        if (std::fabs(term) < std::fabs(sum) * EPS)
+            break;
+    }
+    result = {sum, 2.0 * sum1};
+    return i <= MAXIT;
+}
+
+/// Steed's second fraction, for x >= XMIN.
+bool second_fraction(const reduced_order& order, second_at_mu& result) {
+    const double x = order.x;
+    double b = 2.0 * (1.0 + x);
+    double d = 1.0 / b;
+    double step = d;
+    double h = d;
+    double q1 = 0.0;
+    double q2 = 1.0;
+    const double a1 = 0.25 - order.mu2;
+    double q = a1;
+    double c = a1;
+    double a = -a1;
+    double s = 1.0 + q * step;
+    int i = 2;
+    for (; i <= MAXIT; ++i) {
+        a -= 2 * (i - 1);
+        c = -a * c / i;
+        const double q_new = (q1 - b * q2) / a;
+        q1 = q2;
+        q2 = q_new;
+        q += c * q_new;
+        b += 2.0;
+        d = 1.0 / (b + a * d);
+        step = (b * d - 1.0) * step;
+        h += step;
+        const double term = q * step;
+        s += term;
+        if (std::fabs(term / s) < EPS)
+            break;
+    }
+    h = a1 * h;
+    const double at = std::sqrt(pi / (2.0 * x)) * std::exp(-x) / s;
+    result = {at, at * (order.mu + x + 0.5 - h)};
+    return i <= MAXIT;
+}
+
+/// The text of the failure, if there is one.
+const char* find_second_at_mu(const reduced_order& order, second_at_mu& result, text_str*& err) {
+    if (order.x < XMIN)
+        return sum_series(order, result, err) ? nullptr
+                                              : "ERROR: series failed to converge in math_func_bessik().\n";
+    return second_fraction(order, result) ? nullptr
+                                          : "ERROR: cf2 failed to converge in math_func_bessik().\n";
+}
+
+reduced_order reduced_to_half(double x, double nu) {
+    return {x, nu, nu + 0.5};
+}
+
+neighbours second_at_nu(const reduced_order& order, const second_at_mu& low) {
+    return raised(order, 1.0, {low.k, low.x_above * order.xi});
+}
+
+/// True where the first fraction ends in a ratio for sure: it takes some 6 sqrt(x) steps.
+bool first_fraction_ends(double x, double nu) {
+    return x > 1e-200 && x < 1e4 && nu < 1e100;
+}
+
+} // namespace
+
+void math_func_bessik(double x, double nu, double& i, double& k, double& i_prime, double& k_prime,
+                      text_str*& err) {
+    const auto fail = [&](const char* text) { i = k = i_prime = k_prime = numeric_failure(err, text); };
+    if (x <= 0.0)
+        return fail("ERROR:   x must be > 0 in math_func_bessik().\n");
+    if (nu < 0.0)
+        return fail("ERROR:   nu must be >= 0 in math_func_bessik().\n");
+    const reduced_order order = reduced_to_half(x, nu);
+    double ratio = 0.0;
+    if (!first_fraction(order, ratio))
+        return fail("ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+    const neighbours top = {FPMIN, ratio * FPMIN};
+    const auto [bottom, unit] = lowered(order, 1.0, top);
+    second_at_mu low = {};
+    if (const char* failure = find_second_at_mu(order, low, err))
+        return fail(failure);
+    // The Wronskian, as a sum of two products that are both positive.
+    const double scale = 1.0 / (bottom.at * low.x_above + bottom.above * low.k * x);
+    i = top.at * scale / unit;
+    i_prime = i * (nu * order.xi + ratio);
+    const neighbours high = second_at_nu(order, low);
+    k = high.at;
+    k_prime = nu * order.xi * high.at - high.above;
+}
+
+// K needs nothing of I; only the failures of math_func_bessik stay.
+double math_func_bessk_frac(double nu, double x, text_str*& err) {
+    const double size = std::fabs(nu);
+    if (!first_fraction_ends(x, size)) {
+        double i = 0.0;
+        double k = 0.0;
+        double i_prime = 0.0;
+        double k_prime = 0.0;
+        math_func_bessik(x, size, i, k, i_prime, k_prime, err);
+        return k;
+    }
+    const reduced_order order = reduced_to_half(x, size);
+    second_at_mu low = {};
+    if (const char* failure = find_second_at_mu(order, low, err))
+        return numeric_failure(err, failure);
+    return second_at_nu(order, low).at;
+}
+
+} // namespace metrify

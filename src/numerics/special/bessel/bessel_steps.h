@@ -1,0 +1,91 @@
+#pragma once
+
+// What the routines of real order for J and Y and for I and K have in common.
+
+#include "base/text_str.h"
+
+#include <cmath>
+#include <cstdint>
+
+namespace metrify::bessel {
+
+constexpr double EPS = 1e-16;
+constexpr double FPMIN = 1e-30;
+constexpr int MAXIT = 10000;
+constexpr double XMIN = 2.0; // below it series are used, from it on the second continued fraction
+
+/// A number as the sum of two: the first alone is the number but for 26 binary digits or so.
+struct in_parts {
+    double main, small;
+    double sum() const { return main + small; }
+};
+
+/// The argument and the order, which is brought near 0 by whole steps.
+struct reduced_order {
+    reduced_order(double argument, double order, double distance);
+
+    /// The coefficient of the recurrences at the order n + fraction, 2 (n + fraction)/x, for a whole n. It is
+    /// exact to 26 binary digits more than a double has as long as n is below 2^27. Rounded, the coefficients
+    /// of a long recurrence would be off the same way again and again, which comes to a shift of x or of the
+    /// order.
+    in_parts term(double n) const { return {n * xi2_parts.main, n * xi2_parts.small + rest}; }
+
+    /// The steps, as the limit of a counter. It never gets to more than it holds: the functions overflow
+    /// first.
+    std::int64_t step_count() const { return static_cast<std::int64_t>(steps < 9e18 ? steps : 9e18); }
+
+    double x, nu;
+    double steps; // whole, at least 0
+    double mu;    // nu - steps
+    double mu2;   // its square
+    double xi;    // 1/x
+    double xi2;   // 2/x
+    double whole; // the largest whole number up to nu; the fraction is the rest
+    double whole_mu;
+
+  private:
+    in_parts xi2_parts; // 2/x again
+    double rest;        // 2 fraction/x
+};
+
+/// The terms of Temme's series for K; those for Y are 2/pi times as large.
+struct temme_series {
+    /// Those of the number 0.
+    temme_series(const reduced_order& order, text_str*& err);
+
+    /// From the number i - 1 to i.
+    void advance(double i) {
+        const double divisor = 1.0 / (i * i - mu2);
+        f = (i * f + p + q) * divisor;
+        p *= (i + mu) * divisor;
+        q *= (i - mu) * divisor;
+    }
+
+    double f, p, q;
+
+  private:
+    double mu, mu2;
+};
+
+/// x / sin x and the like, with the limit 1 where the argument vanishes.
+inline double or_limit(double small, double quotient) {
+    return std::fabs(small) < EPS ? 1.0 : quotient;
+}
+
+/// A function of two neighbouring orders.
+struct neighbours {
+    double at, above;
+};
+
+/// The first kind from the orders nu, nu + 1 down to mu, mu + 1, in units of the sum of their sizes, which is
+/// kept in unit; sign is that of the recurrence's last term. No numbers where the recurrence overflows.
+struct scaled_neighbours {
+    neighbours f;
+    double unit;
+};
+scaled_neighbours lowered(const reduced_order& order, double sign, neighbours f);
+
+/// The second kind from the orders mu, mu + 1 up to nu, nu + 1; sign is that of the recurrence's last term.
+neighbours raised(const reduced_order& order, double sign, neighbours f);
+
+} // namespace metrify::bessel

@@ -1,0 +1,136 @@
+#include "units/unit_system.h"
+
+#include "base/thread_object.h"
+#include "units/unit_expression.h"
+#include "units/user_units.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace metrify {
+
+namespace {
+
+struct unit_exception {
+    std::string text;
+    exponents dim = {};
+    bool is_unit = false; // false as well once a unit of the text means nothing any more
+};
+
+struct unit_system_state {
+    unit_system current = system_MKS;
+    std::vector<unit_exception> exceptions;
+    unsigned user_units_read = 0; // generation of the user units that the exponents are of
+};
+
+unit_system_state& unit_state() {
+    return thread_object<unit_system_state>();
+}
+
+// The texts are read with the units of the moment: a user unit in one may have changed its meaning.
+void read_exponents(unit_system_state& state) {
+    if (state.user_units_read == user_unit_generation())
+        return;
+    state.user_units_read = user_unit_generation();
+    work_text dropped;
+    for (unit_exception& exception : state.exceptions) {
+        cursor p(exception.text.c_str());
+        unit_scale scale;
+        exception.is_unit = parse_unit_expression(p, scale, dropped.str);
+        exception.dim = scale.dim;
+    }
+}
+
+// Takes the place of what the parser has said about an item.
+void set_message(text_str*& err, std::string_view message) {
+    str_clear(&err);
+    err = str_append_text(&err, message);
+}
+
+} // namespace
+
+void reset_unit_state() {
+    unit_system_state& state = unit_state();
+    state.current = system_MKS;
+    state.exceptions.clear();
+}
+
+void set_unit_system(unit_system system) {
+    unit_state().current = system;
+}
+
+unit_system current_unit_system() {
+    return unit_state().current;
+}
+
+int exception_count() {
+    return static_cast<int>(unit_state().exceptions.size());
+}
+
+const std::string* matching_exception(const exponents& dim) {
+    unit_system_state& state = unit_state();
+    if (state.exceptions.empty())
+        return nullptr;
+    read_exponents(state);
+    for (const unit_exception& exception : state.exceptions)
+        if (exception.is_unit && same_units_strict(exception.dim, dim))
+            return &exception.text;
+    return nullptr;
+}
+
+// list := "(" { unit-expression | "," } ")"
+// A text is kept from where its item starts, so with a blank behind the comma.
+void read_exceptions(cursor& expptr, text_str*& err) {
+    str_clear(&err);
+    skip_blanks_and_comments(expptr);
+    if (!accept_char(true, '(', expptr))
+        return;
+    skip_blanks_and_comments(expptr);
+    std::vector<unit_exception> read;
+    cursor start = expptr;
+    for (;;) {
+        skip_blanks_and_comments(expptr);
+        if (accept_char(true, ')', expptr))
+            break;
+        if (accept_char(true, ',', expptr)) {
+            start = expptr;
+            continue;
+        }
+        if (at_line_end(expptr)) {
+            set_message(err, " Argument list not terminated");
+            return;
+        }
+        const cursor item = expptr;
+        unit_scale scale;
+        if (!parse_unit_expression(expptr, scale, err) || expptr == item) {
+            set_message(err, " Argument not a proper unit");
+            return;
+        }
+        read.push_back({std::string(text_span(start, expptr)), {}, false});
+        start = expptr;
+    }
+    if (read.empty())
+        return;
+    unit_system_state& state = unit_state();
+    state.exceptions = std::move(read);
+    state.user_units_read = user_unit_generation() - 1;
+}
+
+void run_system_statement(unit_system system, cursor& expptr, text_str*& out, text_str*& err) {
+    constexpr std::array<std::string_view, 4> names = {"MKS", "cgs", "FPS", "IPS"};
+    set_unit_system(system);
+    read_exceptions(expptr, err);
+    if (!str_is_empty(err)) {
+        out = str_append_str(&out, &err);
+        out = str_append_text(&out, "\n");
+    }
+    str_append_three(&out, " Default units = ", names[system], " with ");
+    out = str_append_int(&out, exception_count());
+    // Only MKS knows the singular.
+    const bool singular = system == system_MKS && exception_count() == 1;
+    out = str_append_text(&out, singular ? " exception.\n" : " exceptions.\n");
+}
+
+} // namespace metrify

@@ -1,0 +1,60 @@
+// What the host's list of add-ins shows of this one.
+
+#include "xllrt/app/xll_app.h"
+#include "xllrt/app/xll_lifecycle.h"
+#include "xllrt/gate/host_primitives.h"
+#include "xllrt/value/record_memory.h"
+
+namespace metrify {
+
+namespace {
+
+// The one action there is: tell the add-in's long name.
+constexpr int kTellName = 1;
+
+int CallHost(int function, XLOPER& result, XLOPER& first, XLOPER& second) {
+    return Excel4(function, &result, &first, &second);
+}
+
+int CallHost(int function, XLOPER12& result, XLOPER12& first, XLOPER12& second) {
+    return Excel12(function, &result, 2, &first, &second);
+}
+
+template <class Record>
+bool IsTellName(Record& action) {
+    Record type{};
+    type.xltype = xltypeInt;
+    type.val.w = xltypeInt;
+    Record value{};
+    return CallHost(xlCoerce, value, action, type) == xlretSuccess && value.val.w == kTellName;
+}
+
+// What the host was given last it has freed by now, or never will.
+template <class Record>
+Record* Describe(Record& kept, Record* action) {
+    kept = Record();
+    CXllApp* const application = CXllApp::Instance();
+    if (application && action && IsTellName(*action)) {
+        MakeText(kept, application->GetAddInName());
+        kept.xltype |= xlbitDLLFree;
+    } else {
+        kept.xltype = xltypeErr;
+        kept.val.err = xlerrValue;
+    }
+    return &kept;
+}
+
+constinit XLOPER kept4{};
+constinit XLOPER12 kept12{};
+
+} // namespace
+
+XLOPER12* DescribeAddIn12(XLOPER12* action) {
+    return Describe(kept12, action);
+}
+
+XLOPER* DescribeAddIn4(XLOPER* action) {
+    return Describe(kept4, action);
+}
+
+} // namespace metrify

@@ -1,0 +1,58 @@
+// The module's load and end.
+
+#include "xllrt/app/xll_app.h"
+#include "xllrt/app/xll_lifecycle.h"
+#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/platform/module_handle.h"
+#include "xllrt/value/thread_state.h"
+
+namespace metrify {
+
+namespace {
+
+// Above 0 while the entry is at work: what it calls may lead back into it. The loader lets one thread in.
+constinit int entry_depth = 0;
+
+bool ChangeThreadStates(ProcessReason reason) {
+    switch (reason) {
+    case ProcessReason::attach:
+        return AllocateThreadStates();
+    case ProcessReason::detach:
+        ReleaseThreadStates();
+        return true;
+    case ProcessReason::thread_detach:
+        DestroyThreadState();
+        return true;
+    default:
+        return true;
+    }
+}
+
+int Enter(void* module, ProcessReason reason) {
+    CXllApp* const application = CXllApp::Instance();
+    if (reason == ProcessReason::detach) {
+        if (application)
+            application->OnProcessDetach();
+        KeepModuleHandle(nullptr);
+        ReturnFaultTreatment();
+    }
+    if (!ChangeThreadStates(reason))
+        return 0;
+    if (reason != ProcessReason::attach)
+        return 1;
+    KeepModuleHandle(module);
+    return application ? application->OnProcessAttach() : 1;
+}
+
+} // namespace
+
+int ProcessEntry(void* module, ProcessReason reason) {
+    if (entry_depth > 0)
+        return 1;
+    ++entry_depth;
+    const int result = Enter(module, reason);
+    --entry_depth;
+    return result;
+}
+
+} // namespace metrify

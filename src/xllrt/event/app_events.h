@@ -1,0 +1,125 @@
+#pragma once
+
+// The events of an application, its own and the host's.
+
+#include "xllrt/event/event.h"
+#include "xllrt/event/event_args.h"
+
+namespace metrify {
+
+/// Adds to an event the chain of its static observers; every event class has one of its own.
+template <class Self, class Event>
+class CXlChainedEvent : public Event {
+  public:
+    using StaticObserver = CXlStaticEventObserver<typename Event::Args>;
+
+    /// The head of the chain.
+    static StaticObserver*& Chain() {
+        static constinit StaticObserver* head = nullptr;
+        return head;
+    }
+
+    void AttachStaticObservers() { this->AttachChain(Chain()); }
+    void DetachStaticObservers() { this->DetachChain(Chain()); }
+};
+
+template <class Self, class A>
+using CXlAppEvent = CXlChainedEvent<Self, CXlEvent<A>>;
+
+template <class Self, class A, int N>
+using CXlHostEvent = CXlChainedEvent<Self, CXlComEvent<A, N>>;
+
+class CXllOpenEvent : public CXlAppEvent<CXllOpenEvent, CXllOpenEventArgs> {};
+class CXllCloseEvent : public CXlAppEvent<CXllCloseEvent, CXlEventArgs> {};
+class CXlRegisterFunctionsEvent : public CXlAppEvent<CXlRegisterFunctionsEvent, CXlEventArgs> {};
+class CXlNewWorkbookEvent : public CXlHostEvent<CXlNewWorkbookEvent, CXlWorkbookEventArgs, 0> {};
+class CXlSelectionChangeEvent : public CXlHostEvent<CXlSelectionChangeEvent, CXlRangeEventArgs, 1> {};
+class CXlBeforeDoubleClickEvent
+    : public CXlHostEvent<CXlBeforeDoubleClickEvent, CXlCancellableRangeEventArgs, 2> {};
+class CXlBeforeRightClickEvent
+    : public CXlHostEvent<CXlBeforeRightClickEvent, CXlCancellableRangeEventArgs, 3> {};
+class CXlSheetActivateEvent : public CXlHostEvent<CXlSheetActivateEvent, CXlWorksheetEventArgs, 4> {};
+class CXlSheetDeactivateEvent : public CXlHostEvent<CXlSheetDeactivateEvent, CXlWorksheetEventArgs, 5> {};
+class CXlCalculateEvent : public CXlHostEvent<CXlCalculateEvent, CXlWorksheetEventArgs, 6> {};
+class CXlSheetChangeEvent : public CXlHostEvent<CXlSheetChangeEvent, CXlRangeEventArgs, 7> {};
+class CXlWorkbookOpenEvent : public CXlHostEvent<CXlWorkbookOpenEvent, CXlWorkbookEventArgs, 8> {};
+class CXlWorkbookActivateEvent : public CXlHostEvent<CXlWorkbookActivateEvent, CXlWorkbookEventArgs, 9> {};
+class CXlWorkbookDeactivateEvent : public CXlHostEvent<CXlWorkbookDeactivateEvent, CXlWorkbookEventArgs, 10> {
+};
+class CXlWorkbookBeforeCloseEvent
+    : public CXlHostEvent<CXlWorkbookBeforeCloseEvent, CXlBeforeCloseEventArgs, 11> {};
+class CXlWorkbookBeforeSaveEvent
+    : public CXlHostEvent<CXlWorkbookBeforeSaveEvent, CXlBeforeSaveEventArgs, 12> {};
+class CXlWorkbookNewSheetEvent
+    : public CXlHostEvent<CXlWorkbookNewSheetEvent, CXlWorkbookNewSheetEventArgs, 14> {};
+class CXlAfterCalculateEvent : public CXlHostEvent<CXlAfterCalculateEvent, CXlAfterCalculateEventArgs, 20> {};
+class CXlWorkbookAfterSaveEvent : public CXlHostEvent<CXlWorkbookAfterSaveEvent, CXlAfterSaveEventArgs, 21> {
+};
+
+/// An observer of an event, from its construction to its destruction.
+template <class Event>
+class CXlEventStaticObserver : public Event::StaticObserver {
+  protected:
+    CXlEventStaticObserver() : Event::StaticObserver(Event::Chain()) {}
+    ~CXlEventStaticObserver() = default;
+};
+
+using CXlRegisterFunctionsEventStaticObserver = CXlEventStaticObserver<CXlRegisterFunctionsEvent>;
+
+/// All events of an application.
+struct CXlAppEvents {
+    CXllOpenEvent open;
+    CXllCloseEvent close;
+    CXlRegisterFunctionsEvent registerFunctions;
+    CXlNewWorkbookEvent newWorkbook;
+    CXlSelectionChangeEvent selectionChange;
+    CXlBeforeDoubleClickEvent beforeDoubleClick;
+    CXlBeforeRightClickEvent beforeRightClick;
+    CXlSheetActivateEvent sheetActivate;
+    CXlSheetDeactivateEvent sheetDeactivate;
+    CXlCalculateEvent calculate;
+    CXlSheetChangeEvent sheetChange;
+    CXlWorkbookOpenEvent workbookOpen;
+    CXlWorkbookActivateEvent workbookActivate;
+    CXlWorkbookDeactivateEvent workbookDeactivate;
+    CXlWorkbookBeforeCloseEvent workbookBeforeClose;
+    CXlWorkbookBeforeSaveEvent workbookBeforeSave;
+    CXlWorkbookNewSheetEvent workbookNewSheet;
+    CXlAfterCalculateEvent afterCalculate;
+    CXlWorkbookAfterSaveEvent workbookAfterSave;
+
+    /// Takes over the static observers that must be there before the add-in is opened.
+    void AttachEarly() {
+        ForEachEarly([](auto& event) { event.AttachStaticObservers(); });
+    }
+    /// Takes over all others, at the end of a load.
+    void AttachRest() {
+        ForEachOther([](auto& event) { event.AttachStaticObservers(); });
+    }
+    /// Lets those go that `AttachRest` took over, all or some of them.
+    void DetachRest() {
+        ForEachOther([](auto& event) { event.DetachStaticObservers(); });
+    }
+    /// Lets all static observers go.
+    void DetachAll() {
+        ForEachEarly([](auto& event) { event.DetachStaticObservers(); });
+        DetachRest();
+    }
+
+  private:
+    template <class Action>
+    void ForEachEarly(Action action) {
+        action(open);
+        action(registerFunctions);
+    }
+
+    template <class Action>
+    void ForEachOther(Action action) {
+        const auto each = [&action](auto&... events) { (action(events), ...); };
+        each(close, newWorkbook, selectionChange, beforeDoubleClick, beforeRightClick, sheetActivate,
+             sheetDeactivate, calculate, sheetChange, workbookOpen, workbookActivate, workbookDeactivate,
+             workbookBeforeClose, workbookBeforeSave, workbookNewSheet, afterCalculate, workbookAfterSave);
+    }
+};
+
+} // namespace metrify

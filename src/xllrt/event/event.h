@@ -1,0 +1,117 @@
+#pragma once
+
+// Events and their observers. An observer that is a static object subscribes by its existence: it links
+// itself into a chain, and the application takes the chain over when the time has come.
+
+#include <algorithm>
+#include <vector>
+
+namespace metrify {
+
+/// Who wants to be told of an event with arguments `A`.
+template <class A>
+class CXlEventObserver {
+  public:
+    virtual void Notify(A& args) = 0;
+
+  protected:
+    CXlEventObserver() = default;
+    CXlEventObserver(const CXlEventObserver&) = default;
+    CXlEventObserver& operator=(const CXlEventObserver&) = default;
+    ~CXlEventObserver() = default;
+};
+
+/// An observer in a chain, from its construction to its destruction.
+template <class A>
+class CXlStaticEventObserver : public CXlEventObserver<A> {
+  public:
+    /// Goes to the head of the chain.
+    explicit CXlStaticEventObserver(CXlStaticEventObserver*& head) : next_(head), head_(head) {
+        if (next_)
+            next_->previous_ = this;
+        head_ = this;
+    }
+    CXlStaticEventObserver(const CXlStaticEventObserver&) = delete;
+    CXlStaticEventObserver& operator=(const CXlStaticEventObserver&) = delete;
+
+    CXlStaticEventObserver* Next() const { return next_; }
+
+  protected:
+    ~CXlStaticEventObserver() {
+        (previous_ ? previous_->next_ : head_) = next_;
+        if (next_)
+            next_->previous_ = previous_;
+    }
+
+  private:
+    CXlStaticEventObserver* next_;
+    CXlStaticEventObserver* previous_ = nullptr;
+    CXlStaticEventObserver*& head_;
+};
+
+/// An event with its observers, which it doesn't own.
+template <class A>
+class CXlEvent {
+  public:
+    using Args = A;
+    using Observer = CXlEventObserver<A>;
+
+  protected:
+    virtual void OnFirstObserver() {}
+    virtual void OnNoObservers() {}
+
+  public:
+    virtual ~CXlEvent() = default;
+
+    CXlEvent() = default;
+    CXlEvent(const CXlEvent&) = delete;
+    CXlEvent& operator=(const CXlEvent&) = delete;
+
+    void AddObserver(Observer* observer) {
+        if (observers_.empty())
+            OnFirstObserver();
+        observers_.push_back(observer);
+    }
+
+    /// Takes the first such observer away. Nothing happens if there is none.
+    void RemoveObserver(Observer* observer) {
+        const auto found = std::find(observers_.begin(), observers_.end(), observer);
+        if (found == observers_.end())
+            return;
+        observers_.erase(found);
+        if (observers_.empty())
+            OnNoObservers();
+    }
+
+    void AttachChain(CXlStaticEventObserver<A>* head) {
+        for (; head; head = head->Next())
+            AddObserver(head);
+    }
+
+    void DetachChain(CXlStaticEventObserver<A>* head) {
+        for (; head; head = head->Next())
+            RemoveObserver(head);
+    }
+
+    /// Tells all observers in their order. What one of them throws ends the walk.
+    void Notify(A& args) const {
+        for (Observer* observer : observers_)
+            observer->Notify(args);
+    }
+
+  private:
+    std::vector<Observer*> observers_;
+};
+
+/// Switches an event of the host on or off for the application in force.
+void EnableHostEvent(int number, bool on);
+
+/// An event of the host's, which costs nothing while nobody listens.
+template <class A, int N>
+class CXlComEvent : public CXlEvent<A> {
+  protected:
+    void OnFirstObserver() override { EnableHostEvent(N, true); }
+    void OnNoObservers() override { EnableHostEvent(N, false); }
+};
+
+} // namespace metrify

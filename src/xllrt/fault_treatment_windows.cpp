@@ -1,9 +1,0 @@
-#include "xllrt/fault_treatment.h"
-
-namespace metrify {
-
-// The system finds the guards of a thread by its stack. There is nothing to put in place.
-void KeepFaultTreatment() {}
-void ReturnFaultTreatment() {}
-
-} // namespace metrify

@@ -1,0 +1,70 @@
+#include "xllrt/gate/host_primitives.h"
+
+#include "xllrt/gate/host_version.h"
+
+#include <array>
+#include <atomic>
+#include <cstdarg>
+
+namespace metrify {
+
+namespace {
+
+HostPrimitives primitives_in_force;
+
+// Two threads that look it up at the same time store the same pointer.
+std::atomic<Excel12Entry> entry_in_force = nullptr;
+
+// The wide entry, looked up while it is unknown.
+Excel12Entry WideEntry() {
+    Excel12Entry entry = entry_in_force.load(std::memory_order_relaxed);
+    if (!entry && primitives_in_force.find_entry) {
+        entry = primitives_in_force.find_entry();
+        entry_in_force.store(entry, std::memory_order_relaxed);
+    }
+    return entry;
+}
+
+} // namespace
+
+void ConnectHost(const HostPrimitives& primitives) {
+    primitives_in_force = primitives;
+    entry_in_force.store(nullptr, std::memory_order_relaxed);
+    SetHostVersion(0);
+}
+
+const HostPrimitives& Primitives() {
+    return primitives_in_force;
+}
+
+int Excel4v(int function, XLOPER* result, int count, XLOPER* arguments[]) {
+    const Excel4vFunction excel4v = Primitives().excel4v;
+    return excel4v ? excel4v(function, result, count, arguments) : xlretFailed;
+}
+
+int Excel12(int function, XLOPER12* result, int count, ...) {
+    const Excel12Entry entry = WideEntry();
+    if (!entry)
+        return xlretFailed;
+    if (count < 0 || count > kMaxArguments12)
+        return xlretInvCount;
+    std::array<XLOPER12*, kMaxArguments12> arguments;
+    std::va_list list;
+    va_start(list, count);
+    for (int i = 0; i < count; ++i)
+        arguments[static_cast<std::size_t>(i)] = va_arg(list, XLOPER12*);
+    va_end(list);
+    return entry(function, count, arguments.data(), result);
+}
+
+int Excel12v(int function, XLOPER12* result, int count, XLOPER12* arguments[]) {
+    const Excel12Entry entry = WideEntry();
+    return entry ? entry(function, count, arguments, result) : xlretFailed;
+}
+
+extern "C" void METRIFY_HOST_CALL SetExcel12EntryPt(Excel12Entry entry) {
+    if (!WideEntry())
+        entry_in_force.store(entry, std::memory_order_relaxed);
+}
+
+} // namespace metrify

@@ -1,0 +1,65 @@
+#include "xllrt/gate/host_version.h"
+
+#include "xllrt/gate/host_primitives.h"
+
+#include <atomic>
+
+namespace metrify {
+
+namespace {
+
+std::atomic<int> host_version = 0;
+std::atomic<bool> host_flag = false;
+
+// What xlfGetWorkspace is asked for: the version, as text.
+constexpr std::int16_t kVersionItem = 2;
+
+XLOPER NarrowInt(std::int16_t value) {
+    XLOPER record{};
+    record.val.w = value;
+    record.xltype = xltypeInt;
+    return record;
+}
+
+// The version that the host tells, or 0. The wide primitive cannot be used before the answer is known.
+int AskForVersion() {
+    XLOPER item = NarrowInt(kVersionItem);
+    XLOPER text{};
+    if (Excel4(xlfGetWorkspace | xlIntl, &text, &item) != xlretSuccess)
+        return 0;
+    XLOPER type = NarrowInt(xltypeInt);
+    XLOPER version{};
+    const int code = Excel4(xlCoerce | xlIntl, &version, &text, &type);
+    Excel4(xlFree, nullptr, &text);
+    return code == xlretSuccess ? version.val.w : 0;
+}
+
+} // namespace
+
+int HostVersion() {
+    return host_version.load(std::memory_order_relaxed);
+}
+
+bool HostFlag() {
+    return host_flag.load(std::memory_order_relaxed);
+}
+
+void SetHostVersion(int version) {
+    host_version.store(version, std::memory_order_relaxed);
+    host_flag.store(version >= kFirstWideVersion, std::memory_order_relaxed);
+}
+
+void DetectHostVersion() {
+    if (HostVersion() == 0)
+        SetHostVersion(AskForVersion());
+}
+
+void ReleaseToHost(XLOPER& record) {
+    Excel4(xlFree, nullptr, &record);
+}
+
+void ReleaseToHost(XLOPER12& record) {
+    Excel12(xlFree, nullptr, 1, &record);
+}
+
+} // namespace metrify

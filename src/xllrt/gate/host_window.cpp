@@ -1,0 +1,31 @@
+#include "xllrt/gate/host_window.h"
+
+#include "xllrt/gate/host_primitives.h"
+
+namespace metrify {
+
+namespace {
+
+constexpr const char* kHostWindowClass = "XLMAIN";
+
+constinit const WindowPlatform* replacement = nullptr;
+
+} // namespace
+
+const WindowPlatform& Windows() {
+    return replacement ? *replacement : SystemWindows();
+}
+
+void ReplaceWindows(const WindowPlatform* platform) {
+    replacement = platform;
+}
+
+WindowHandle GetHostWindow() {
+    // Whatever its version, the host answers this call with the low half of the handle.
+    XLOPER answer{};
+    if (Excel4(xlGetHwnd, &answer) != xlretSuccess)
+        return nullptr;
+    return Windows().FindWindowOfClass(kHostWindowClass, static_cast<std::uint16_t>(answer.val.w));
+}
+
+} // namespace metrify

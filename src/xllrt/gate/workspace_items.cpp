@@ -1,0 +1,27 @@
+#include "xllrt/gate/workspace_items.h"
+
+#include "xllrt/gate/host_gate.h"
+#include "xllrt/value/xl_cell_view.h"
+
+namespace metrify {
+
+namespace {
+
+// What xlfGetWorkspace is asked for.
+constexpr double kInternationalSettings = 37.0;
+
+} // namespace
+
+bool GetWorkspaceItem(std::int32_t index, CXlOper& item) {
+    CXlOper settings;
+    if (Call(settings, xlfGetWorkspace, CXlOper(kInternationalSettings)) != xlretSuccess ||
+        !settings.IsVector())
+        return false;
+    const XlSize size = settings.RefDimensions(false);
+    if (index < 0 || index >= size.rows * size.columns)
+        return false;
+    item = *settings.VectorCell(index);
+    return true;
+}
+
+} // namespace metrify

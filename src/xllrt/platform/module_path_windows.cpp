@@ -1,0 +1,17 @@
+#include "xllrt/platform/module_handle.h"
+#include "xllrt/platform/module_path.h"
+
+#include <array>
+#include <windows.h>
+
+namespace metrify {
+
+std::string ModulePath() {
+    std::array<char, MAX_PATH> path;
+    const DWORD length = GetModuleFileNameA(static_cast<HMODULE>(ModuleHandle()), path.data(),
+                                            static_cast<DWORD>(path.size()));
+    // A path that had to be cut leads nowhere.
+    return length < path.size() ? std::string(path.data(), length) : std::string();
+}
+
+} // namespace metrify

@@ -1,0 +1,52 @@
+#pragma once
+
+// The functions of an application.
+
+#include "xllrt/registry/function_descriptor.h"
+
+#include <deque>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace metrify {
+
+/// A list of descriptors that stay where they are: one that is taken out of the list lives on as long as the
+/// list itself.
+class CXlFunctionList {
+  public:
+    CXlFunctionList() = default;
+    CXlFunctionList(const CXlFunctionList&) = delete;
+    CXlFunctionList& operator=(const CXlFunctionList&) = delete;
+
+    /// Adds a descriptor at the end.
+    CXlFunctionDescriptor& Add(CXlFunctionDescriptor descriptor);
+
+    /// Adds a descriptor for each linked record, the last linked first. Gives their number.
+    int BuildDescriptors();
+
+    /// The first descriptor of that name, case ignored, or null.
+    CXlFunctionDescriptor* FindFunction(std::u16string_view name) const;
+    CXlFunctionDescriptor* FindFunction(std::string_view name) const;
+
+    /// Takes the first descriptor of that name out of the list.
+    void RemoveFunction(std::u16string_view name);
+
+    /// Lists these descriptors and no others. They must be of this list, now or earlier.
+    void Restore(std::vector<CXlFunctionDescriptor*> listed) { listed_ = std::move(listed); }
+
+    /// Empties the list. The descriptors forget what the host made of them.
+    void Clear();
+
+    std::span<CXlFunctionDescriptor* const> All() const { return listed_; }
+
+  private:
+    std::vector<CXlFunctionDescriptor*> listed_;
+    std::deque<CXlFunctionDescriptor> owned_;
+};
+
+/// The order of two names with case ignored: negative, 0 or positive. Letters beyond ASCII count as they are.
+int CompareIgnoringCase(std::u16string_view left, std::u16string_view right);
+
+} // namespace metrify

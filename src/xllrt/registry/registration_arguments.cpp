@@ -1,0 +1,122 @@
+#include "xllrt/registry/registration_arguments.h"
+
+#include "xllrt/registry/resource_text.h"
+#include "xllrt/text/text_number.h"
+
+#include <algorithm>
+#include <span>
+
+namespace metrify {
+
+namespace {
+
+// The host refuses longer texts.
+constexpr std::size_t kMaxDescription = 255;
+
+// What one registration takes from a descriptor, in one of the widths.
+template <class Char>
+struct RegistrationTexts {
+    const std::string& entry;
+    const std::string& type;
+    const std::basic_string<Char>& argument_names;
+    const std::basic_string<Char>& category;
+    const std::basic_string<Char>& description;
+    std::span<const std::basic_string<Char>> argument_help;
+};
+
+// The host cuts the last two characters of the last text; two dots take the blow.
+template <class Char>
+void AppendClosingMark(std::basic_string<Char>& text) {
+    constexpr Char kDot = '.';
+    for (int missing = 2; missing > 0; --missing) {
+        if (text.size() >= 2 && text[text.size() - 1] == kDot && text[text.size() - 2] == kDot)
+            return;
+        text += kDot;
+    }
+}
+
+template <class Text>
+CXlOper TextValue(const Text& text) {
+    CXlOper value;
+    value.SetText(text);
+    return value;
+}
+
+template <class Char>
+CXlOper LocalizedValue(const std::basic_string<Char>& text) {
+    return TextValue(LocalizedText(text.c_str()));
+}
+
+template <class Char>
+CXlOper CategoryValue(const std::basic_string<Char>& category) {
+    std::int32_t number = 0;
+    if (!ParseInteger(category, number))
+        return LocalizedValue(category);
+    CXlOper value;
+    value.SetInt(number);
+    return value;
+}
+
+// The closing mark comes before the cut: a very long text loses it again.
+template <class Char>
+CXlOper DescriptionValue(const std::basic_string<Char>& text, bool is_last) {
+    std::basic_string<Char> shown = LocalizedText(text.c_str());
+    if (is_last)
+        AppendClosingMark(shown);
+    shown.resize(std::min(shown.size(), kMaxDescription));
+    return TextValue(shown);
+}
+
+// In the order that the host has published.
+template <class Char>
+std::vector<CXlOper> Registration(const RegistrationTexts<Char>& texts,
+                                  const CXlFunctionDescriptor& descriptor, const CXlOper& module_name,
+                                  const std::u16string& help) {
+    const bool has_arguments = CountArguments(texts.type) > 0;
+    std::vector<CXlOper> values;
+    values.reserve(kShortRegistration + 2 + texts.argument_help.size());
+    values.push_back(module_name);
+    values.push_back(TextValue(texts.entry));
+    values.push_back(TextValue(texts.type));
+    values.push_back(TextValue(descriptor.functionName));
+    values.push_back(LocalizedValue(texts.argument_names));
+    values.push_back(TextValue(std::to_string(descriptor.macroType)));
+    values.push_back(CategoryValue(texts.category));
+    values.push_back(TextValue("")); // the key that starts a command
+    values.push_back(TextValue(help));
+    values.push_back(DescriptionValue(texts.description, !has_arguments));
+    for (const std::basic_string<Char>& text : texts.argument_help) {
+        const bool is_last = has_arguments && &text == &texts.argument_help.back();
+        values.push_back(DescriptionValue(text, is_last));
+    }
+    return values;
+}
+
+} // namespace
+
+std::size_t CountArguments(const std::string& type_text) {
+    const auto is_letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+    const std::size_t behind_result = std::min<std::size_t>(1, type_text.size());
+    const auto first = type_text.begin() + static_cast<std::ptrdiff_t>(behind_result);
+    return static_cast<std::size_t>(std::count_if(first, type_text.end(), is_letter));
+}
+
+std::vector<CXlOper> WideRegistration(const CXlFunctionDescriptor& descriptor, const CXlOper& module_name,
+                                      const std::u16string& help) {
+    const RegistrationTexts<XCHAR> texts{descriptor.wideEntry,         descriptor.wideType,
+                                         descriptor.wideArgumentNames, descriptor.wideCategory,
+                                         descriptor.wideDescription,   descriptor.wideArgumentHelp};
+    return Registration(texts, descriptor, module_name, help);
+}
+
+std::vector<CXlOper> NarrowRegistration(const CXlFunctionDescriptor& descriptor, const CXlOper& module_name,
+                                        const std::u16string& help) {
+    std::span<const std::string> helps = descriptor.narrowArgumentHelp;
+    helps = helps.first(std::min(helps.size(), kMaxNarrowArgumentHelps));
+    const RegistrationTexts<char> texts{descriptor.narrowEntry,         descriptor.narrowType,
+                                        descriptor.narrowArgumentNames, descriptor.narrowCategory,
+                                        descriptor.narrowDescription,   helps};
+    return Registration(texts, descriptor, module_name, help);
+}
+
+} // namespace metrify

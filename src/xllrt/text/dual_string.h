@@ -1,0 +1,46 @@
+#pragma once
+
+// A text that the host gave in one width and that somebody may want in the other.
+
+#include "xllrt/value/host_records.h"
+
+#include <string>
+
+namespace metrify {
+
+/// Converts on first use and keeps what it converted. The text it was made with is not copied.
+class CXlDualString {
+  public:
+    // Bits of the state.
+    static constexpr std::uint16_t kNarrowOwned = 0x01;
+    static constexpr std::uint16_t kNarrowPresent = 0x02;
+    static constexpr std::uint16_t kWideOwned = 0x10;
+    static constexpr std::uint16_t kWidePresent = 0x20;
+
+    /// The empty text.
+    CXlDualString() = default;
+    /// A terminated text of somebody else's, which outlives this. Null is the empty text.
+    explicit CXlDualString(const char* narrow) : narrow_(narrow), state_(kNarrowPresent) {}
+    explicit CXlDualString(const XCHAR* wide) : wide_(wide), state_(kWidePresent) {}
+    CXlDualString(const CXlDualString&) = delete;
+    CXlDualString& operator=(const CXlDualString&) = delete;
+    ~CXlDualString();
+
+    /// The text of one width; never null.
+    const char* Narrow();
+    const XCHAR* Wide();
+
+    /// Becomes a copy of the text.
+    void Assign(const std::string& text);
+
+    std::uint16_t State() const { return state_; }
+
+  private:
+    void Release();
+
+    const char* narrow_ = nullptr;
+    const XCHAR* wide_ = nullptr;
+    std::uint16_t state_ = 0;
+};
+
+} // namespace metrify

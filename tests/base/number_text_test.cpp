@@ -1,0 +1,327 @@
+#include "base/number_text.h"
+
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <string>
+
+namespace {
+
+using namespace metrify;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+std::string formatted(double x) {
+    number_buffer buffer;
+    return std::string(format_double(x, buffer));
+}
+
+std::string printed(double x) {
+    char text[64];
+    const int length = std::snprintf(text, sizeof text, "%g", x);
+    return {text, static_cast<std::size_t>(length)};
+}
+
+std::uint64_t bits_of(double x) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &x, sizeof bits);
+    return bits;
+}
+
+double double_of(std::uint64_t bits) {
+    double x = 0.0;
+    std::memcpy(&x, &bits, sizeof x);
+    return x;
+}
+
+/// What was read and how much of the text it took.
+struct reading {
+    double value;
+    std::size_t length;
+};
+
+reading read(const std::string& text) {
+    double value = 123.0;
+    const char* end = read_double(text.c_str(), value);
+    return {value, static_cast<std::size_t>(end - text.c_str())};
+}
+
+// The same as strtod reads it, which must not be one of the forms that are no numbers here.
+reading read_by_strtod(const std::string& text) {
+    char* end = nullptr;
+    const double value =
+        std::strtod(text.c_str(), &end); // NOLINT(cert-err34-c): this is what is compared with
+    const auto length = static_cast<std::size_t>(end - text.c_str());
+    // Where it takes nothing in, some runtimes give the zero the sign they have seen.
+    return {length == 0 ? 0.0 : value, length};
+}
+
+void expect_read_as_strtod(const std::string& text) {
+    const reading ours = read(text);
+    const reading theirs = read_by_strtod(text);
+    EXPECT_EQ(bits_of(ours.value), bits_of(theirs.value)) << text;
+    EXPECT_EQ(ours.length, theirs.length) << text;
+}
+
+void expect_no_number(const std::string& text) {
+    const reading ours = read(text);
+    EXPECT_EQ(ours.length, 0u) << text;
+    EXPECT_EQ(bits_of(ours.value), bits_of(0.0)) << text;
+}
+
+TEST(format_double, writes_six_significant_digits) {
+    EXPECT_EQ(formatted(1.0 / 3.0), "0.333333");
+    EXPECT_EQ(formatted(2.0 / 3.0), "0.666667");
+    EXPECT_EQ(formatted(1234567.8), "1.23457e+06");
+    EXPECT_EQ(formatted(123456.4), "123456");
+    EXPECT_EQ(formatted(1.0668), "1.0668");
+}
+
+TEST(format_double, leaves_trailing_zeros_out) {
+    EXPECT_EQ(formatted(3.0), "3");
+    EXPECT_EQ(formatted(2.50), "2.5");
+    EXPECT_EQ(formatted(100000.0), "100000");
+    EXPECT_EQ(formatted(1e6), "1e+06");
+    EXPECT_EQ(formatted(1.5e10), "1.5e+10");
+}
+
+TEST(format_double, has_two_digits_of_exponent_at_least) {
+    EXPECT_EQ(formatted(1e-5), "1e-05");
+    EXPECT_EQ(formatted(0.0001), "0.0001");
+    EXPECT_EQ(formatted(1e100), "1e+100");
+    EXPECT_EQ(formatted(1e-100), "1e-100");
+    EXPECT_EQ(formatted(std::numeric_limits<double>::denorm_min()), "4.94066e-324");
+    EXPECT_EQ(formatted(std::numeric_limits<double>::max()), "1.79769e+308");
+}
+
+TEST(format_double, goes_over_to_an_exponent_by_the_rounded_value) {
+    EXPECT_EQ(formatted(999999.4), "999999");
+    EXPECT_EQ(formatted(999999.5), "1e+06");
+    EXPECT_EQ(formatted(0.0000999999), "9.99999e-05");
+    EXPECT_EQ(formatted(0.00009999999), "0.0001");
+}
+
+TEST(format_double, keeps_the_sign_of_zero) {
+    EXPECT_EQ(formatted(0.0), "0");
+    EXPECT_EQ(formatted(-0.0), "-0");
+}
+
+TEST(format_double, writes_infinities) {
+    EXPECT_EQ(formatted(infinity), "inf");
+    EXPECT_EQ(formatted(-infinity), "-inf");
+}
+
+TEST(format_double, writes_a_not_a_number_without_a_sign) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(formatted(nan), "nan");
+    EXPECT_EQ(formatted(std::copysign(nan, -1.0)), "nan");
+}
+
+TEST(format_double, agrees_with_printf_on_random_bit_patterns) {
+    std::mt19937_64 random(20240131);
+    for (int i = 0; i < 100000; ++i) {
+        const double x = double_of(random());
+        if (!std::isnan(x))
+            ASSERT_EQ(formatted(x), printed(x));
+    }
+}
+
+TEST(format_double, agrees_with_printf_on_numbers_of_usual_size) {
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
+    std::uniform_int_distribution<int> exponent(-8, 8);
+    for (int i = 0; i < 100000; ++i) {
+        const double x = mantissa(random) * std::pow(10.0, exponent(random));
+        ASSERT_EQ(formatted(x), printed(x));
+    }
+}
+
+TEST(format_double, agrees_with_printf_where_the_seventh_digit_is_a_five) {
+    for (int i = 0; i < 20000; ++i) {
+        const double x = 100000.0 + i + 0.5;
+        ASSERT_EQ(formatted(x), printed(x));
+        ASSERT_EQ(formatted(x / 1024.0), printed(x / 1024.0));
+        ASSERT_EQ(formatted(x * 1e-11), printed(x * 1e-11));
+    }
+}
+
+TEST(format_int, writes_whole_numbers) {
+    number_buffer buffer;
+    EXPECT_EQ(format_int(0, buffer), "0");
+    EXPECT_EQ(format_int(-12, buffer), "-12");
+    EXPECT_EQ(format_int(INT_MAX, buffer), "2147483647");
+    EXPECT_EQ(format_int(INT_MIN, buffer), "-2147483648");
+}
+
+TEST(read_double, takes_digits_with_an_optional_point) {
+    for (const char* text : {"0", "7", "007", "3.5", "3.", ".5", "0.", "123456789", "0.1", "00.10"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(read("3.").length, 2u);
+    EXPECT_EQ(read(".5").value, 0.5);
+}
+
+TEST(read_double, takes_one_sign) {
+    for (const char* text : {"+5", "-5", "+.5", "-.5", "-0", "+0.0", "-5.e1"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(bits_of(read("-0").value), bits_of(-0.0));
+    for (const char* text : {"--5", "+-5", "-+5", "- 5", "+", "-"})
+        expect_no_number(text);
+}
+
+TEST(read_double, takes_an_exponent) {
+    for (const char* text : {"1e5", "1E5", "1e+5", "1e-5", "1.5e3", ".5e1", "5.e1", "1e05", "1e0005"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(read("1.5e3").value, 1500.0);
+}
+
+TEST(read_double, leaves_an_exponent_without_digits) {
+    for (const char* text : {"1e", "1E", "1e+", "1e-", "1ex", "1e+x", "1e 5", "1.5e", "1e.5"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(read("1e").length, 1u);
+    EXPECT_EQ(read("1e+").length, 1u);
+}
+
+TEST(read_double, ends_at_the_first_character_that_does_not_belong) {
+    for (const char* text : {"3ft", "3 ft", "1.2.3", "1e5.5", "1e5e5", "12,5", "5;", "5#", "5\n", "3e5x"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(read("1.2.3").length, 3u);
+}
+
+TEST(read_double, finds_no_number_in_a_text_without_digits) {
+    for (const char* text : {"", ".", "+.", "-.", "e5", ".e5", "+e5", "x", "ft", ";", "\n", "(1)"})
+        expect_no_number(text);
+}
+
+TEST(read_double, does_not_skip_blanks) {
+    for (const char* text : {" 5", "\t5", "\n5"})
+        expect_no_number(text);
+}
+
+TEST(read_double, knows_no_hexadecimal_numbers) {
+    EXPECT_EQ(read("0x10").length, 1u);
+    EXPECT_EQ(read("0x10").value, 0.0);
+    EXPECT_EQ(read("-0x1p3").length, 2u);
+    EXPECT_EQ(read("0X1F").length, 1u);
+}
+
+TEST(read_double, knows_no_words) {
+    for (const char* text : {"inf", "INF", "-inf", "+inf", "infinity", "nan", "NaN", "-nan", "nan(1)"})
+        expect_no_number(text);
+}
+
+TEST(read_double, gives_an_infinity_for_what_is_too_large) {
+    for (const char* text : {"1e400", "1e309", "1.8e308", "-1e400", "123456789e301", "1e99999", "17e308"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(read("1e400").value, infinity);
+    EXPECT_EQ(read("-1e400").value, -infinity);
+    EXPECT_EQ(read("1.7976931348623157e308").value, std::numeric_limits<double>::max());
+    EXPECT_EQ(read("1.7976931348623159e308").value, infinity);
+}
+
+TEST(read_double, gives_zero_for_what_is_too_small) {
+    for (const char* text :
+         {"1e-400", "-1e-400", "2e-324", "2.4703282292062327e-324", "0.001e-323", "1e-99999"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(bits_of(read("1e-400").value), bits_of(0.0));
+    EXPECT_EQ(bits_of(read("-1e-400").value), bits_of(-0.0));
+}
+
+TEST(read_double, reads_denormals) {
+    for (const char* text : {"4.9e-324", "5e-324", "3e-324", "2.4703282292062328e-324", "1e-320", "1e-310",
+                             "2.2250738585072011e-308", "2.2250738585072014e-308", "-1.5e-315"})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(read("4.9e-324").value, std::numeric_limits<double>::denorm_min());
+}
+
+TEST(read_double, takes_exponents_beyond_any_integer) {
+    EXPECT_EQ(read("1e99999999999").value, infinity);
+    EXPECT_EQ(read("1e99999999999").length, 13u);
+    EXPECT_EQ(read("-1e99999999999").value, -infinity);
+    EXPECT_EQ(bits_of(read("1e-99999999999").value), bits_of(0.0));
+    EXPECT_EQ(read("1e-99999999999").length, 14u);
+    EXPECT_EQ(read("1e99999999999999999999999999999999").value, infinity);
+    EXPECT_EQ(bits_of(read("1e-99999999999999999999999999999999").value), bits_of(0.0));
+    EXPECT_EQ(read("1e+99999999999999999999999999999999").value, infinity);
+}
+
+TEST(read_double, gives_zero_for_zero_with_any_exponent) {
+    for (const char* text : {"0e99999999999", "0.0e400", "-0e400", "0e-99999999999",
+                             "0e99999999999999999999999999999999", ".0e999999"})
+        EXPECT_EQ(std::fabs(read(text).value), 0.0) << text;
+    EXPECT_EQ(bits_of(read("-0e400").value), bits_of(-0.0));
+}
+
+TEST(read_double, reads_long_runs_of_digits) {
+    const std::string zeros(1000, '0');
+    const std::string ones(400, '1');
+    for (const std::string& text :
+         {std::string(300, '9'), std::string(309, '9'), ones, "0." + zeros + "1", "0." + zeros + "1e1001",
+          "1" + zeros, "1" + zeros + "e-1000", "1" + zeros + "e-1400", zeros + "5", "0." + ones, "." + zeros,
+          zeros + "." + zeros + "e5", "1." + zeros + "1", "0." + zeros + "1e+1400",
+          "1" + zeros + "." + zeros})
+        expect_read_as_strtod(text);
+    EXPECT_EQ(read("0." + zeros + "1e1001").value, 1.0);
+    EXPECT_EQ(read("1" + zeros + "e-1000").value, 1.0);
+}
+
+TEST(read_double, rounds_halves_to_even) {
+    for (const char* text :
+         {"9007199254740993", "9007199254740995", "9007199254740993.0000000000000000000001",
+          "1.00000000000000011102230246251565", "1.000000000000000111022302462515655",
+          "0.500000000000000166533453693773481063544750213623046875"})
+        expect_read_as_strtod(text);
+}
+
+// Sign, digits, point and exponent in any combination, well-formed or not.
+std::string random_decimal(std::mt19937& random) {
+    const auto pick = [&random](int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(random);
+    };
+    const auto digits = [&](int most) {
+        std::string text;
+        for (int i = pick(0, most); i > 0; --i)
+            text += static_cast<char>('0' + pick(0, 9));
+        return text;
+    };
+    std::string text;
+    if (pick(0, 3) == 0)
+        text += pick(0, 1) == 0 ? '-' : '+';
+    text += digits(pick(0, 5) == 0 ? 40 : 8);
+    if (pick(0, 1) == 0)
+        text += "." + digits(pick(0, 5) == 0 ? 40 : 8);
+    if (pick(0, 1) == 0) {
+        text += pick(0, 1) == 0 ? 'e' : 'E';
+        if (pick(0, 1) == 0)
+            text += pick(0, 1) == 0 ? '-' : '+';
+        text += digits(3);
+    }
+    if (pick(0, 3) == 0)
+        text += " ;#.m"[pick(0, 4)];
+    return text;
+}
+
+TEST(read_double, agrees_with_strtod_on_random_decimal_texts) {
+    std::mt19937 random(20240131);
+    for (int i = 0; i < 100000 && !testing::Test::HasFailure(); ++i)
+        expect_read_as_strtod(random_decimal(random));
+}
+
+TEST(read_double, reads_back_what_is_written_with_17_digits) {
+    std::mt19937_64 random(99);
+    for (int i = 0; i < 50000; ++i) {
+        const double x = double_of(random());
+        if (!std::isfinite(x))
+            continue;
+        char text[64];
+        std::snprintf(text, sizeof text, "%.17g", x);
+        ASSERT_EQ(bits_of(read(text).value), bits_of(x)) << text;
+    }
+}
+
+} // namespace

@@ -1,0 +1,91 @@
+#pragma once
+
+// An application in a scripted host. What its virtual operations do stands in the host's list of calls.
+
+#include "tests/xllrt/gate/scripted_host.h"
+#include "xllrt/app/xll_app.h"
+#include "xllrt/app/xll_lifecycle.h"
+#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/gate/host_version.h"
+#include "xllrt/value/thread_state.h"
+
+#include <gtest/gtest.h>
+
+namespace metrify {
+
+/// Tests leave the process as they found it.
+class AddInTest : public testing::Test {
+  protected:
+    AddInTest() : earlier_(CXllApp::Instance()) {
+        AllocateThreadStates();
+        CXllApp::SetInstance(nullptr);
+        SetAddInOpened(false);
+    }
+    ~AddInTest() override {
+        SetAddInOpened(false);
+        ReturnFaultTreatment();
+        CXllApp::SetInstance(earlier_);
+        // Made in the family of this test's host.
+        DestroyThreadState();
+    }
+
+    ScriptedHost host;
+
+  private:
+    CXllApp* earlier_;
+};
+
+class NotingApp : public CXllApp {
+  public:
+    explicit NotingApp(ScriptedHost& host, const CXlIntegration& integration = NoIntegration())
+        : CXllApp(integration), host_(host) {
+        addInName.Assign("Noting");
+    }
+
+    void OnAutoAdd() override { host_.Note("OnAutoAdd"); }
+    int AutoAddResult() override { return add_result; }
+    void OnAutoRemove() override { host_.Note("OnAutoRemove"); }
+    void OnBeforeOpen() override { host_.Note("OnBeforeOpen"); }
+    int OnOpen() override {
+        host_.Note("OnOpen");
+        return open_result;
+    }
+    void OnClose() override { host_.Note("OnClose"); }
+    void OnOpened() override { host_.Note("OnOpened"); }
+    int OnProcessAttach() override {
+        host_.Note("OnProcessAttach");
+        return attach_result != 0 ? CXllApp::OnProcessAttach() : 0;
+    }
+    int OnProcessDetach() override {
+        host_.Note("OnProcessDetach");
+        return CXllApp::OnProcessDetach();
+    }
+
+    int add_result = 1;
+    int open_result = 1;
+    int attach_result = 1;
+
+  private:
+    ScriptedHost& host_;
+};
+
+/// A worksheet function with one number for argument, known in both families.
+inline CXlFunctionDescriptor SimpleFunction(const std::u16string& name) {
+    CXlFunctionDescriptor descriptor;
+    descriptor.functionName = name;
+    descriptor.narrowEntry = "Entry4";
+    descriptor.wideEntry = "Entry12";
+    descriptor.narrowType = "RB";
+    descriptor.wideType = "UB";
+    descriptor.narrowArgumentNames = "Val";
+    descriptor.wideArgumentNames = u"Val";
+    descriptor.narrowCategory = "Category";
+    descriptor.wideCategory = u"Category";
+    descriptor.narrowDescription = "Describes";
+    descriptor.wideDescription = u"Describes";
+    descriptor.narrowArgumentHelp = {"The value"};
+    descriptor.wideArgumentHelp = {u"The value"};
+    return descriptor;
+}
+
+} // namespace metrify

@@ -1,0 +1,88 @@
+// What the module's entry does before and after it tells the application.
+
+#include "add_in_fixture.h"
+#include "tests/xllrt/event/noting_integration.h"
+#include "xllrt/platform/module_handle.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace metrify;
+using testing::ElementsAre;
+
+// Notes what the module has when it is told.
+class ProcessApp final : public CXllApp {
+  public:
+    int OnProcessAttach() override {
+        Note("attach");
+        return 1;
+    }
+    int OnProcessDetach() override {
+        Note("detach");
+        return 1;
+    }
+
+    std::vector<std::string> told;
+
+  private:
+    void Note(const char* what) {
+        // Throws where there is no slot for it.
+        ThisThreadState().staticResult.SetNumber(1.0);
+        DestroyThreadState();
+        told.emplace_back(what).append(ModuleHandle() == this ? " with the handle" : " without the handle");
+    }
+};
+
+class ProcessTest : public AddInTest {
+  protected:
+    ProcessTest() {
+        DestroyThreadState();
+        ReleaseThreadStates();
+    }
+    ~ProcessTest() override { AllocateThreadStates(); }
+
+    ProcessApp app;
+};
+
+TEST_F(ProcessTest, the_application_has_handle_and_thread_states_from_attach_to_the_end_of_detach) {
+    EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 1);
+    EXPECT_EQ(ProcessEntry(&app, ProcessReason::detach), 1);
+    EXPECT_THAT(app.told, ElementsAre("attach with the handle", "detach with the handle"));
+    EXPECT_EQ(ModuleHandle(), nullptr);
+}
+
+TEST_F(ProcessTest, a_detach_takes_the_slot_of_the_thread_states) {
+    ProcessEntry(&app, ProcessReason::attach);
+    ProcessEntry(&app, ProcessReason::detach);
+    EXPECT_THROW(ThisThreadState(), std::bad_alloc);
+}
+
+TEST_F(ProcessTest, threads_that_come_and_go_are_not_told_to_the_application_and_keep_the_handle) {
+    ProcessEntry(&app, ProcessReason::attach);
+    app.told.clear();
+    EXPECT_EQ(ProcessEntry(nullptr, ProcessReason::thread_attach), 1);
+    EXPECT_EQ(ProcessEntry(nullptr, ProcessReason::thread_detach), 1);
+    EXPECT_TRUE(app.told.empty());
+    EXPECT_EQ(ModuleHandle(), &app);
+}
+
+TEST_F(AddInTest, a_refused_attach_leaves_the_entry_open) {
+    NotingApp app(host);
+    app.attach_result = 0;
+    EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 0);
+    app.attach_result = 1;
+    EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 1);
+    EXPECT_THAT(host.TakeCalls(), ElementsAre("OnProcessAttach", "OnProcessAttach"));
+}
+
+TEST_F(AddInTest, a_detach_ends_the_automation_that_events_have_started) {
+    const NotingIntegration integration;
+    NotingApp app(host, integration);
+    app.EnableEvent(8, true);
+    EXPECT_THAT(integration.script.calls, ElementsAre("start", "connect"));
+    app.OnProcessDetach();
+    EXPECT_THAT(integration.script.calls, ElementsAre("start", "connect", "end"));
+}
+
+} // namespace

@@ -1,0 +1,236 @@
+// Observers, chains and the events that hold them.
+
+#include "noting_integration.h"
+#include "xllrt/app/xll_app.h"
+#include "xllrt/event/app_events.h"
+#include "xllrt/fault/exceptions.h"
+
+#include <gmock/gmock.h>
+
+namespace metrify {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Notes = std::vector<std::string>;
+
+// An event that tells when it has observers and when it has none.
+class NotingEvent final : public CXlEvent<CXlEventArgs> {
+  public:
+    Notes notes;
+
+  protected:
+    void OnFirstObserver() override { notes.emplace_back("first"); }
+    void OnNoObservers() override { notes.emplace_back("none"); }
+};
+
+class NotingObserver final : public CXlEventObserver<CXlEventArgs> {
+  public:
+    NotingObserver(Notes& notes, std::string name) : notes_(notes), name_(std::move(name)) {}
+    void Notify(CXlEventArgs& /*args*/) override { notes_.push_back(name_); }
+
+  private:
+    Notes& notes_;
+    std::string name_;
+};
+
+class NotingStaticObserver final : public CXlStaticEventObserver<CXlEventArgs> {
+  public:
+    NotingStaticObserver(CXlStaticEventObserver*& head, Notes& notes, std::string name)
+        : CXlStaticEventObserver(head), notes_(notes), name_(std::move(name)) {}
+    void Notify(CXlEventArgs& /*args*/) override { notes_.push_back(name_); }
+
+  private:
+    Notes& notes_;
+    std::string name_;
+};
+
+class ThrowingObserver final : public CXlEventObserver<CXlEventArgs> {
+  public:
+    void Notify(CXlEventArgs& /*args*/) override { throw CXlRuntimeException(std::string("no")); }
+};
+
+Notes Told(const CXlEvent<CXlEventArgs>& event, Notes& notes) {
+    notes.clear();
+    CXlEventArgs args;
+    event.Notify(args);
+    return notes;
+}
+
+// ---- Observers of one event
+
+TEST(CXlEvent, observers_are_told_in_the_order_in_which_they_were_added) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&b);
+    event.AddObserver(&a);
+    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+}
+
+TEST(CXlEvent, the_first_observer_is_announced_and_a_second_is_not) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
+    event.AddObserver(&b);
+    EXPECT_THAT(event.notes, ElementsAre("first"));
+}
+
+TEST(CXlEvent, the_last_observer_that_goes_is_announced_and_the_first_of_two_is_not) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
+    event.AddObserver(&b);
+    event.notes.clear();
+    event.RemoveObserver(&a);
+    EXPECT_THAT(event.notes, IsEmpty());
+    event.RemoveObserver(&b);
+    EXPECT_THAT(event.notes, ElementsAre("none"));
+}
+
+TEST(CXlEvent, the_first_observer_is_announced_before_it_is_in_the_list) {
+    // What is thrown at that point leaves the list empty.
+    class Refusing final : public CXlEvent<CXlEventArgs> {
+      protected:
+        void OnFirstObserver() override { throw CXlRuntimeException(std::string("no")); }
+    };
+    Refusing event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    EXPECT_THROW(event.AddObserver(&a), CXlRuntimeException);
+    EXPECT_THAT(Told(event, notes), IsEmpty());
+}
+
+TEST(CXlEvent, removing_who_is_no_observer_changes_nothing_and_announces_nothing) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver stranger(notes, "stranger");
+    event.AddObserver(&a);
+    event.notes.clear();
+    event.RemoveObserver(&stranger);
+    EXPECT_THAT(event.notes, IsEmpty());
+    EXPECT_THAT(Told(event, notes), ElementsAre("a"));
+}
+
+TEST(CXlEvent, removing_from_an_event_without_observers_announces_nothing) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    event.RemoveObserver(&a);
+    EXPECT_THAT(event.notes, IsEmpty());
+}
+
+TEST(CXlEvent, an_observer_added_twice_is_told_twice_and_removed_once) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
+    event.AddObserver(&b);
+    event.AddObserver(&a);
+    EXPECT_THAT(Told(event, notes), ElementsAre("a", "b", "a"));
+    event.RemoveObserver(&a);
+    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+}
+
+TEST(CXlEvent, what_an_observer_throws_ends_the_walk) {
+    NotingEvent event;
+    Notes notes;
+    NotingObserver a(notes, "a");
+    ThrowingObserver throwing;
+    NotingObserver b(notes, "b");
+    event.AddObserver(&a);
+    event.AddObserver(&throwing);
+    event.AddObserver(&b);
+    CXlEventArgs args;
+    EXPECT_THROW(event.Notify(args), CXlRuntimeException);
+    EXPECT_THAT(notes, ElementsAre("a"));
+}
+
+// ---- Chains of static observers
+
+TEST(CXlStaticEventObserver, observers_of_a_chain_are_told_in_the_reverse_order_of_their_construction) {
+    CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+    Notes notes;
+    const NotingStaticObserver a(head, notes, "a");
+    const NotingStaticObserver b(head, notes, "b");
+    NotingEvent event;
+    event.AttachChain(head);
+    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+    EXPECT_THAT(event.notes, ElementsAre("first"));
+}
+
+TEST(CXlStaticEventObserver, a_detached_chain_is_not_told) {
+    CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+    Notes notes;
+    const NotingStaticObserver a(head, notes, "a");
+    const NotingStaticObserver b(head, notes, "b");
+    NotingEvent event;
+    event.AttachChain(head);
+    event.DetachChain(head);
+    EXPECT_THAT(Told(event, notes), IsEmpty());
+    EXPECT_THAT(event.notes, ElementsAre("first", "none"));
+}
+
+TEST(CXlStaticEventObserver, an_observer_that_ends_leaves_its_chain_from_wherever_it_stands) {
+    for (int which = 0; which < 3; ++which) {
+        CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+        Notes notes;
+        std::vector<std::unique_ptr<NotingStaticObserver>> observers;
+        for (const char* name : {"a", "b", "c"})
+            observers.push_back(std::make_unique<NotingStaticObserver>(head, notes, name));
+        observers.erase(observers.begin() + which);
+        NotingEvent event;
+        event.AttachChain(head);
+        const std::vector<Notes> expected{{"c", "b"}, {"c", "a"}, {"b", "a"}};
+        EXPECT_EQ(Told(event, notes), expected[static_cast<std::size_t>(which)]);
+    }
+}
+
+TEST(CXlStaticEventObserver, the_last_observer_leaves_an_empty_chain) {
+    CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
+    Notes notes;
+    {
+        const NotingStaticObserver a(head, notes, "a");
+        EXPECT_NE(head, nullptr);
+    }
+    EXPECT_EQ(head, nullptr);
+}
+
+TEST(CXlStaticEventObserver, every_event_has_a_chain_of_its_own) {
+    Notes notes;
+    const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
+    CXlAppEvents events;
+    events.AttachEarly();
+    events.AttachRest();
+    EXPECT_THAT(Told(events.registerFunctions, notes), IsEmpty());
+    EXPECT_THAT(Told(events.close, notes), ElementsAre("close"));
+    events.DetachAll();
+    EXPECT_THAT(Told(events.close, notes), IsEmpty());
+}
+
+// ---- When the chains are taken over
+
+TEST(CXlAppEvents, opening_and_registering_are_attached_early_and_the_others_are_not) {
+    Notes notes;
+    const NotingStaticObserver registering(CXlRegisterFunctionsEvent::Chain(), notes, "register");
+    const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
+    CXlAppEvents events;
+    events.AttachEarly();
+    EXPECT_THAT(Told(events.registerFunctions, notes), ElementsAre("register"));
+    EXPECT_THAT(Told(events.close, notes), IsEmpty());
+    events.AttachRest();
+    EXPECT_THAT(Told(events.registerFunctions, notes), ElementsAre("register"));
+    EXPECT_THAT(Told(events.close, notes), ElementsAre("close"));
+    events.DetachAll();
+}
+
+} // namespace
+} // namespace metrify

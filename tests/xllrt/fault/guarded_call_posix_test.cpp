@@ -1,0 +1,111 @@
+#include "faulting_code.h"
+
+#include <cfenv>
+#include <csignal>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace metrify;
+using namespace metrify::faulting;
+
+volatile bool goes_on = true;
+
+[[gnu::noinline]] int Descend(int depth) {
+    volatile char room[64];
+    room[0] = static_cast<char>(depth);
+    const int below = goes_on ? Descend(depth + 1) : 0;
+    return below + room[0];
+}
+
+TEST(GuardedCallOfThisSystem, an_address_that_there_cannot_be_is_an_access_violation) {
+    static volatile std::uintptr_t address = std::uintptr_t{1} << 63;
+    EXPECT_EQ(Guarded([] { *reinterpret_cast<volatile int*>(address) = 1; }), 0xC0000005U);
+}
+
+TEST(GuardedCallOfThisSystem, a_page_behind_the_end_of_its_file_gives_the_code_of_an_in_page_error) {
+    std::FILE* file = std::tmpfile();
+    ASSERT_TRUE(file);
+    static volatile int* page = nullptr;
+    void* const memory = mmap(nullptr, 1, PROT_READ | PROT_WRITE, MAP_SHARED, fileno(file), 0);
+    ASSERT_NE(memory, MAP_FAILED);
+    page = static_cast<volatile int*>(memory);
+    EXPECT_EQ(Guarded([] { *page = 1; }), 0xC0000006U);
+    munmap(memory, 1);
+    std::fclose(file);
+}
+
+TEST(GuardedCallOfThisSystem, traps_of_floating_point_numbers_give_their_codes) {
+    static volatile double number = 1.0;
+    static volatile double nothing = 0.0;
+    static volatile double huge = 1e308;
+    static volatile double tiny = 1e-308;
+    const auto trapped = [](int exceptions, void (*body)()) {
+        std::fenv_t before;
+        std::fegetenv(&before);
+        std::feclearexcept(FE_ALL_EXCEPT);
+        feenableexcept(exceptions);
+        const std::uint32_t code = Guarded(body);
+        std::fesetenv(&before);
+        return code;
+    };
+    EXPECT_EQ(trapped(
+                  FE_DIVBYZERO, [] { number = number / nothing; }),
+              0xC000008EU);
+    EXPECT_EQ(trapped(
+                  FE_INVALID, [] { number = nothing / nothing; }),
+              0xC0000090U);
+    EXPECT_EQ(trapped(
+                  FE_OVERFLOW, [] { number = huge * huge; }),
+              0xC0000091U);
+    EXPECT_EQ(trapped(
+                  FE_UNDERFLOW, [] { number = tiny * tiny; }),
+              0xC0000093U);
+    EXPECT_EQ(trapped(FE_INEXACT, [] { number = huge + number; }), 0xC000008FU);
+}
+
+TEST(GuardedCallOfThisSystem, a_stack_exhausted_by_small_calls_gives_its_code_again_and_again) {
+    for (int round = 0; round < 3; ++round)
+        EXPECT_EQ(Guarded([] { Descend(0); }), 0xC00000FDU) << round;
+}
+
+TEST(GuardedCallOfThisSystem, a_stack_for_handlers_that_a_thread_has_already_is_left_to_it) {
+    std::vector<char> room(std::size_t{64} * 1024);
+    std::uint32_t code = 0;
+    stack_t present{};
+    std::thread([&] {
+        stack_t before{};
+        sigaltstack(nullptr, &before);
+        stack_t own{};
+        own.ss_sp = room.data();
+        own.ss_size = room.size();
+        sigaltstack(&own, nullptr);
+        code = Guarded([] { Descend(0); });
+        sigaltstack(nullptr, &present);
+        sigaltstack(&before, nullptr);
+    }).join();
+    EXPECT_EQ(code, 0xC00000FDU);
+    EXPECT_EQ(present.ss_sp, room.data());
+    EXPECT_EQ(present.ss_size, room.size());
+}
+
+TEST(GuardedCallOfThisSystem, leaves_the_set_of_blocked_signals_as_it_was) {
+    const auto blocked = [] {
+        sigset_t set;
+        sigemptyset(&set);
+        pthread_sigmask(SIG_BLOCK, nullptr, &set);
+        std::vector<int> members;
+        for (int signal = 1; signal < SIGRTMIN; ++signal)
+            members.push_back(sigismember(&set, signal));
+        return members;
+    };
+    const std::vector<int> before = blocked();
+    EXPECT_EQ(Guarded(TouchNothing), 0xC0000005U);
+    EXPECT_EQ(blocked(), before);
+}
+
+} // namespace

@@ -1,0 +1,85 @@
+#pragma once
+
+// A host that does what a test tells it, and writes down what it was asked, in the order of asking.
+
+#include "xllrt/gate/host_primitives.h"
+#include "xllrt/gate/host_window.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace metrify {
+
+/// What the host answers: a return code, and with code 0 a value.
+struct Reply {
+    struct Error {
+        int code;
+    };
+    struct FullReference {};                                         ///< the cell A1 of the sheet 7
+    struct SingleReference {};                                       ///< the cell A1 of whatever sheet
+    using Items = std::vector<std::variant<double, std::u16string>>; ///< one row
+
+    int code = 0;
+    std::variant<std::monostate, double, bool, std::int32_t, std::u16string, Error, FullReference,
+                 SingleReference, Items>
+        value = {};
+
+    static Reply Refused(int code = xlretFailed) { return {code, {}}; }
+};
+
+/// In force as long as it lives. Asked without script, it says TRUE; of itself it tells a version, a path and
+/// the settings of its country, and it coerces texts and numbers to integers.
+class ScriptedHost final : public WindowPlatform {
+  public:
+    using Script = std::function<Reply(const std::vector<std::string>& arguments)>;
+
+    explicit ScriptedHost(std::u16string version = u"14.0");
+    /// Fails the test if a record that was handed out has not come back.
+    ~ScriptedHost() override;
+    ScriptedHost(const ScriptedHost&) = delete;
+    ScriptedHost& operator=(const ScriptedHost&) = delete;
+
+    /// Answers a function in this way from now on.
+    void On(int function, Script script) { scripts_[function] = std::move(script); }
+    void On(int function, Reply reply);
+
+    /// What was asked since the last look, `xlFree` left out: "12" or "4" for the family, the function with
+    /// its options, and the arguments.
+    std::vector<std::string> TakeCalls();
+    /// Those of one function.
+    std::vector<std::string> TakeCallsOf(const std::string& function);
+
+    /// Adds a line to what was asked, with what there is to say at that moment.
+    void Note(const std::string& line) { calls_.push_back(present ? line + present() : line); }
+    std::function<std::string()> present;
+
+    // What it tells of itself.
+    std::u16string version;
+    std::u16string path = u"C:\\Addins\\Metrify.xll";
+    Reply::Items international = {1.0, 1.0, u".", u",", u";", u"Z", u"S", u"yz", u"xz", u"{", u"}"};
+
+    // Its windows, and the user in front of them.
+    WindowHandle FindWindowOfClass(const char* class_name, std::uint16_t low_bits) const override;
+    bool AskYesNo(WindowHandle owner, const std::u16string& text, const std::u16string& title) const override;
+    bool says_yes = false;
+
+    template <class Record>
+    int Answer(int function, Record* result, int count, Record** arguments);
+
+  private:
+    Reply DefaultReply(int function, const std::vector<std::string>& arguments);
+
+    std::map<int, Script> scripts_;
+    mutable std::vector<std::string> calls_;
+    double next_id_ = 1.0;
+    int handed_out_ = 0;
+};
+
+/// A record in the words of the log: 3.5, 14i, "text", TRUE, missing, #15, {row of cells}, Ref, SRef.
+template <class Record>
+std::string Rendered(const Record& record);
+
+} // namespace metrify
