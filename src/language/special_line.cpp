@@ -1,8 +1,7 @@
 #include "language/special_line.h"
 
-#include "machine/func_block.h"
+#include "language/def_unit.h"
 #include "units/unit_system.h"
-#include "units/user_units.h"
 
 #include <algorithm>
 #include <array>
@@ -15,6 +14,7 @@ namespace {
 struct special_line {
     cursor& expptr; // behind the keyword
     int& counter;
+    line_runner run;
     text_str*& out;
     text_str*& err;
 };
@@ -54,7 +54,7 @@ void end_block(special_line& line) {
 }
 
 void print_block(special_line& line) {
-    run_block_listing("Header:", "PrintFunc", line.out, line.err);
+    run_block_listing("Header:", "PrintFunc", line.run, line.out, line.err);
     ++line.counter;
 }
 
@@ -76,7 +76,7 @@ constexpr std::array<keyword, 8> keywords = {{
 
 } // namespace
 
-bool is_special_function(cursor& expptr, int& counter, text_str*& out, text_str*& err) {
+bool is_special_function(cursor& expptr, int& counter, line_runner run, text_str*& out, text_str*& err) {
     cursor behind_word = expptr;
     skip_blanks_and_comments(behind_word);
     if (!is_mnemonic(false, behind_word))
@@ -88,7 +88,7 @@ bool is_special_function(cursor& expptr, int& counter, text_str*& out, text_str*
     if (found == keywords.end())
         return false;
     expptr = behind_word;
-    special_line line = {expptr, counter, out, err};
+    special_line line = {expptr, counter, run, out, err};
     found->act(line);
     skip_to_line_end(expptr);
     return true;

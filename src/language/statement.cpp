@@ -3,7 +3,6 @@
 #include "base/number_text.h"
 #include "language/assignment.h"
 #include "language/special_line.h"
-#include "machine/func_block.h"
 #include "machine/operators.h"
 #include "machine/solver_binding.h"
 #include "machine/variables.h"
@@ -81,7 +80,7 @@ bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requeste
 }
 
 // The block with the values that a solving built-in has found. True if there was a report to write.
-bool write_pending_report(text_str*& out, text_str*& err) {
+bool write_pending_report(line_runner run, text_str*& out, text_str*& err) {
     struct report {
         std::string_view header, prefix;
     };
@@ -96,7 +95,7 @@ bool write_pending_report(text_str*& out, text_str*& err) {
     if (due == report_kind::none)
         return false;
     const report& shown = reports[static_cast<std::size_t>(due)];
-    run_block_listing(shown.header, shown.prefix, out, err);
+    run_block_listing(shown.header, shown.prefix, run, out, err);
     teardown_solver_binding();
     return true;
 }
@@ -104,12 +103,13 @@ bool write_pending_report(text_str*& out, text_str*& err) {
 } // namespace
 
 line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start,
-                                  cursor& expptr, text_str*& out, code_list* code, text_str*& err) {
+                                  cursor& expptr, line_runner run, text_str*& out, code_list* code,
+                                  text_str*& err) {
     const std::string_view target = peek_assignment_target(expptr, err);
     write_heading_and_echo(prefix, counter, target, line_start, expptr, out);
 
     work_text answer; // of a special line, or of the output requests
-    if (is_special_function(expptr, counter, answer.str, err)) {
+    if (is_special_function(expptr, counter, run, answer.str, err)) {
         out = str_append_all(&out, indent, answer.view(), "\n");
         return line_result::special;
     }
@@ -121,7 +121,7 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         return line_result::failed;
     }
     // The lines of a listing write no report, so a listing never starts another one.
-    if (prefix.empty() && write_pending_report(out, err)) {
+    if (prefix.empty() && write_pending_report(run, out, err)) {
         out = str_append_all(&out, indent, target, "\n");
         skip_to_line_end(expptr);
         return line_result::compiled;

@@ -7,6 +7,7 @@
 
 #include "base/cursor.h"
 #include "machine/code_list.h"
+#include "machine/func_block.h"
 #include "units/dim_value.h"
 
 #include <string_view>
@@ -23,7 +24,9 @@ enum class line_result {
 /// Compiles and runs the line that starts at line_start, with the cursor on its first character that isn't
 /// blank, and writes heading, echo and results to out. The cursor ends at the line's end. Instructions go to
 /// code unless that is null. The counter is the statement's number; special lines use one more.
+/// The runner lists the lines of a block.
 line_result compile_one_full_line(std::string_view prefix, int& counter, const cursor& line_start,
-                                  cursor& expptr, text_str*& out, code_list* code, text_str*& err);
+                                  cursor& expptr, line_runner run, text_str*& out, code_list* code,
+                                  text_str*& err);
 
 } // namespace metrify

@@ -1,7 +1,6 @@
 #include "machine/func_block.h"
 
 #include "base/thread_object.h"
-#include "language/driver.h"
 
 namespace metrify {
 
@@ -80,7 +79,8 @@ const number_program& block_numbers() {
     return block().numbers;
 }
 
-void run_block_listing(std::string_view header, std::string_view prefix, text_str*& out, text_str*& err) {
+void run_block_listing(std::string_view header, std::string_view prefix, line_runner run, text_str*& out,
+                       text_str*& err) {
     func_block& b = block();
     // A `PrintFunc` inside the block is a line of its listing, which lists nothing in turn.
     if (b.state != block_state::closed || b.listing)
@@ -90,7 +90,7 @@ void run_block_listing(std::string_view header, std::string_view prefix, text_st
     out = str_append_text(&out, "\n");
     cursor lines(b.text_start.at, b.text_end);
     skip_blanks_and_comments(lines);
-    run_lines(prefix, lines, out, err);
+    run(prefix, lines, out, err);
     b.listing = false;
 }
 

@@ -30,8 +30,13 @@ const code_list& block_code();
 /// The same for the evaluations of a block that is closed.
 const number_program& block_numbers();
 
-/// Runs the text of a closed block once more and appends the header and the listing to out; the prefix goes
-/// in front of the statement numbers. Without a closed block nothing is written.
-void run_block_listing(std::string_view header, std::string_view prefix, text_str*& out, text_str*& err);
+/// Runs the lines from a cursor to the end of its text and appends their listing to out; the prefix precedes
+/// the statement numbers.
+using line_runner = void (*)(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err);
+
+/// Runs the text of a closed block again and appends the header and the listing to out. Without a closed block
+/// nothing is written.
+void run_block_listing(std::string_view header, std::string_view prefix, line_runner run, text_str*& out,
+                       text_str*& err);
 
 } // namespace metrify

@@ -1,6 +1,6 @@
 #pragma once
 
-// The user's own units: the DefUnit statement and the list that it fills. They live for one run.
+// The user's own units. They live for one run.
 
 #include "base/cursor.h"
 #include "units/dim_value.h"
@@ -32,11 +32,5 @@ bool find_user_unit(cursor& expptr, dim_value& out);
 /// Adds a unit, or replaces the one of that name. A value of 0 is a failure. Of a vector the first component
 /// is kept.
 void store_user_unit(std::string_view name, const dim_value& value, text_str*& err);
-
-/// True if a user unit may have this name: it is no unit of the table, no function and no variable.
-bool check_new_unit_name(std::string_view name, text_str*& err);
-
-/// DefUnit's arguments, a name and a value in parentheses. Writes the answer to out.
-void define_user_unit(cursor& expptr, text_str*& out, text_str*& err);
 
 } // namespace metrify

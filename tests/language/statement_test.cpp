@@ -1,5 +1,6 @@
 // What a line comes to besides its listing: its number, and where the cursor is.
 
+#include "language/driver.h"
 #include "language/expression.h"
 #include "language/statement.h"
 #include "machine/func_block.h"
@@ -44,7 +45,7 @@ class statement : public testing::Test {
         skip_blanks(p);
         code.clear();
         int counter = 1;
-        const line_result result = compile_one_full_line(prefix, counter, start, p, out.str, &code, err.str);
+        const line_result result = compile_one_full_line(prefix, counter, start, p, run_lines, out.str, &code, err.str);
         return {result, counter, std::string(out.view()), std::string(err.view()),
                 static_cast<std::size_t>(p.at - start.at)};
     }

@@ -2,8 +2,9 @@
 
 // A text that the host gave in one width and that somebody may want in the other.
 
-#include "xllrt/value/host_records.h"
+#include "xllrt/text/xchar.h"
 
+#include <cstdint>
 #include <string>
 
 namespace metrify {

@@ -3,13 +3,12 @@
 // What the host's C interface is made of: the two record families, and the numbers that name types, errors,
 // functions and return codes. Layouts and values are the published ones; the names are the host's own.
 
+#include "xllrt/text/xchar.h"
+
 #include <cstddef>
 #include <cstdint>
 
 namespace metrify {
-
-/// One UTF-16 unit of a wide text. wchar_t has that size on Windows only.
-using XCHAR = char16_t;
 
 /// The id of a sheet, as wide as a pointer.
 using IDSHEET = std::uintptr_t;
