@@ -47,7 +47,8 @@ void run_statement(std::string_view prefix, int& counter, const cursor& line_sta
     ++counter;
     code_list recorded;
     code_list* const code = is_block_recording() ? &recorded : nullptr;
-    const line_result result = compile_one_full_line(prefix, counter, line_start, expptr, run_lines, out, code, err);
+    const line_result result =
+        compile_one_full_line(prefix, counter, line_start, expptr, run_lines, out, code, err);
     if (result != line_result::compiled || !str_is_empty(err))
         --counter; // a line that fails gives its number back, and special lines have taken one more
     else if (code != nullptr)

@@ -34,8 +34,8 @@ const number_program& block_numbers();
 /// the statement numbers.
 using line_runner = void (*)(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err);
 
-/// Runs the text of a closed block again and appends the header and the listing to out. Without a closed block
-/// nothing is written.
+/// Runs the text of a closed block again and appends the header and the listing to out. Without a closed
+/// block nothing is written.
 void run_block_listing(std::string_view header, std::string_view prefix, line_runner run, text_str*& out,
                        text_str*& err);
 

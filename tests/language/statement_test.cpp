@@ -45,7 +45,8 @@ class statement : public testing::Test {
         skip_blanks(p);
         code.clear();
         int counter = 1;
-        const line_result result = compile_one_full_line(prefix, counter, start, p, run_lines, out.str, &code, err.str);
+        const line_result result =
+            compile_one_full_line(prefix, counter, start, p, run_lines, out.str, &code, err.str);
         return {result, counter, std::string(out.view()), std::string(err.view()),
                 static_cast<std::size_t>(p.at - start.at)};
     }

@@ -1,8 +1,8 @@
+#include "language/def_unit.h"
 #include "machine/variables.h"
 #include "tests/testing.h"
 #include "units/unit_lookup.h"
 #include "units/unit_system.h"
-#include "language/def_unit.h"
 #include "units/user_units.h"
 
 #include <gtest/gtest.h>

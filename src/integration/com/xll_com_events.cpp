@@ -1,7 +1,7 @@
 // Connecting to the host's events: by a connection point, or in old hosts by three properties that name a
 // macro.
 
-#include "integration/busy_host.h"
+#include "integration/com/busy_host.h"
 #include "integration/com/command_descriptor.h"
 #include "integration/com/dispatch_call.h"
 #include "integration/com/guarded.h"
