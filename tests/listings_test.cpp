@@ -1,6 +1,6 @@
 // The golden programs in tests/listings: each <kind>/<name>.in with the listing it must give in <name>.out.
 
-#include "calc/driver.h"
+#include "language/driver.h"
 #include "calc/solver_binding.h"
 
 #include <algorithm>
