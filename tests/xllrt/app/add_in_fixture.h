@@ -5,7 +5,7 @@
 #include "tests/xllrt/gate/scripted_host.h"
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_lifecycle.h"
-#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/fault/fault_handlers.h"
 #include "xllrt/gate/host_version.h"
 #include "xllrt/value/thread_state.h"
 
@@ -23,7 +23,7 @@ class AddInTest : public testing::Test {
     }
     ~AddInTest() override {
         SetAddInOpened(false);
-        ReturnFaultTreatment();
+        RestoreFaultHandlers();
         CXllApp::SetInstance(earlier_);
         // Made in the family of this test's host.
         DestroyThreadState();
