@@ -5,8 +5,8 @@
 #include "integration/com/dispatch_call.h"
 #include "integration/com/integration_exports.h"
 #include "integration/com/xll_com.h"
+#include "xllrt/app/app_registration.h"
 #include "xllrt/gate/host_gate.h"
-#include "xllrt/registry/registration.h"
 #include "xllrt/text/code_page.h"
 #include "xllrt/text/format_printf.h"
 

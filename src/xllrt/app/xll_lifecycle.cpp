@@ -1,5 +1,6 @@
 #include "xllrt/app/xll_lifecycle.h"
 
+#include "xllrt/app/app_registration.h"
 #include "xllrt/app/host_letters.h"
 #include "xllrt/app/observer_function.h"
 #include "xllrt/app/xll_app.h"
@@ -7,7 +8,6 @@
 #include "xllrt/gate/host_alert.h"
 #include "xllrt/gate/host_paths.h"
 #include "xllrt/gate/host_version.h"
-#include "xllrt/registry/registration.h"
 #include "xllrt/text/format_printf.h"
 
 #include <array>

@@ -1,5 +1,5 @@
 #include "tests/xllrt/app/add_in_fixture.h"
-#include "xllrt/registry/registration.h"
+#include "xllrt/app/app_registration.h"
 
 #include <gmock/gmock.h>
 

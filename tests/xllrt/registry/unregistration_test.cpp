@@ -1,7 +1,7 @@
 // Taking functions back from the host.
 
 #include "tests/xllrt/app/add_in_fixture.h"
-#include "xllrt/registry/registration.h"
+#include "xllrt/app/app_registration.h"
 
 #include <gmock/gmock.h>
 
