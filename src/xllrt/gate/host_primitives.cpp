@@ -1,6 +1,7 @@
 #include "xllrt/gate/host_primitives.h"
 
 #include "xllrt/gate/host_version.h"
+#include "xllrt/value/record_family.h"
 
 #include <array>
 #include <atomic>
@@ -46,9 +47,10 @@ int Excel12(int function, XLOPER12* result, int count, ...) {
     const Excel12Entry entry = WideEntry();
     if (!entry)
         return xlretFailed;
-    if (count < 0 || count > kMaxArguments12)
+    constexpr int most = RecordFamily<XLOPER12>::kMaxArguments;
+    if (count < 0 || count > most)
         return xlretInvCount;
-    std::array<XLOPER12*, kMaxArguments12> arguments;
+    std::array<XLOPER12*, most> arguments;
     std::va_list list;
     va_start(list, count);
     for (int i = 0; i < count; ++i)

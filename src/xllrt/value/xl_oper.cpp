@@ -64,9 +64,9 @@ void CXlOper::FreeSide() {
     Record* record = Side<Record>();
     if (!record)
         return;
-    if ((state_ & SideBits<Record>::kHostOwned) != 0)
+    if ((state_ & RecordFamily<Record>::kHostOwned) != 0)
         ReleaseToHost(*record);
-    else if ((state_ & SideBits<Record>::kOwned) != 0)
+    else if ((state_ & RecordFamily<Record>::kOwned) != 0)
         DeepFree(*record);
     *record = Record();
 }
@@ -81,9 +81,9 @@ void CXlOper::Free() {
 
 template <class Record>
 void CXlOper::CopySide(const CXlOper& source) {
-    using Bits = SideBits<Record>;
+    using Family = RecordFamily<Record>;
     Record* target = Side<Record>();
-    if (!target || (source.state_ & Bits::kValid) == 0)
+    if (!target || (source.state_ & Family::kValid) == 0)
         return;
     // The old content goes last: the source may be a part of it.
     Record copy = Record();
@@ -92,18 +92,18 @@ void CXlOper::CopySide(const CXlOper& source) {
         return;
     FreeSide<Record>();
     *target = copy;
-    state_ &= static_cast<std::uint16_t>(~(Bits::kHostOwned | Bits::kOwned));
-    state_ |= static_cast<std::uint16_t>(allocated ? Bits::kValid | Bits::kOwned : Bits::kValid);
+    state_ &= static_cast<std::uint16_t>(~(Family::kHostOwned | Family::kOwned));
+    state_ |= static_cast<std::uint16_t>(allocated ? Family::kValid | Family::kOwned : Family::kValid);
 }
 
 // Takes over one side of a value that was made for the purpose. The view of a cell has no place for the other
 // family.
 template <class Record>
 void CXlOper::MoveSide(CXlOper& source) {
-    using Bits = SideBits<Record>;
-    constexpr std::uint16_t bits = Bits::kValid | Bits::kOwned;
+    using Family = RecordFamily<Record>;
+    constexpr std::uint16_t bits = Family::kValid | Family::kOwned;
     Record* target = Side<Record>();
-    if (target && (source.state_ & Bits::kValid) != 0) {
+    if (target && (source.state_ & Family::kValid) != 0) {
         *target = *source.Side<Record>();
         state_ |= static_cast<std::uint16_t>(source.state_ & bits);
         source.state_ &= static_cast<std::uint16_t>(~bits);
@@ -145,7 +145,7 @@ void CXlOper::TakeFromHost(XLOPER12 record) {
 
 template <class Record>
 bool CXlOper::CopyInto(Record& target, bool& allocated) const {
-    if ((state_ & SideBits<Record>::kValid) != 0)
+    if ((state_ & RecordFamily<Record>::kValid) != 0)
         return CopyRecord(&target, Side<Record>(), allocated);
     return Visit([&](const auto& record) { return CopyRecord(&target, &record, allocated); });
 }
@@ -166,7 +166,7 @@ void CXlOper::SetPlain(bool freeFirst, Setter setter) {
         Free();
     const auto build = [&]<class Record>(Record record) {
         setter(record);
-        Store(record, SideBits<Record>::kValid);
+        Store(record, RecordFamily<Record>::kValid);
     };
     if (BuildsWide())
         build(XLOPER12());
@@ -222,7 +222,7 @@ void CXlOper::SetAnyText(Text text, bool freeFirst) {
         MakeText(record, text);
         if (freeFirst)
             Free();
-        Store(record, SideBits<Record>::kValid | SideBits<Record>::kOwned);
+        Store(record, RecordFamily<Record>::kValid | RecordFamily<Record>::kOwned);
     };
     if (BuildsWide())
         build(XLOPER12());

@@ -20,12 +20,12 @@ class CXlCellView;
 class CXlOper {
   public:
     // Bits of the state.
-    static constexpr std::uint16_t kOwned4 = 0x0001;      ///< the narrow record's memory is ours
-    static constexpr std::uint16_t kHostOwned4 = 0x0002;  ///< the host filled the narrow record
-    static constexpr std::uint16_t kValid4 = 0x0004;      ///< the narrow record holds the value
-    static constexpr std::uint16_t kOwned12 = 0x0010;     ///< as kOwned4, for the wide record
-    static constexpr std::uint16_t kHostOwned12 = 0x0020; ///< as kHostOwned4, for the wide record
-    static constexpr std::uint16_t kValid12 = 0x0040;     ///< as kValid4, for the wide record
+    static constexpr std::uint16_t kOwned4 = RecordFamily<XLOPER>::kOwned;
+    static constexpr std::uint16_t kHostOwned4 = RecordFamily<XLOPER>::kHostOwned;
+    static constexpr std::uint16_t kValid4 = RecordFamily<XLOPER>::kValid;
+    static constexpr std::uint16_t kOwned12 = RecordFamily<XLOPER12>::kOwned;
+    static constexpr std::uint16_t kHostOwned12 = RecordFamily<XLOPER12>::kHostOwned;
+    static constexpr std::uint16_t kValid12 = RecordFamily<XLOPER12>::kValid;
 
     /// No value.
     CXlOper();
@@ -116,6 +116,11 @@ class CXlOper {
     // For the gate.
 
     std::uint16_t State() const { return state_; }
+    /// The record of one family; null if the view of a cell has none.
+    template <class Record>
+    const Record* RecordIn() const {
+        return Side<Record>();
+    }
     XLOPER* Record4() { return narrow_; }
     const XLOPER* Record4() const { return narrow_; }
     XLOPER12* Record12() { return wide_; }
@@ -213,23 +218,5 @@ auto CXlOper::Visit(Reader reader) const {
     // The view of a wide cell has no narrow record.
     return reader(narrow_ ? *narrow_ : none);
 }
-
-/// The bits of the state that speak of one side.
-template <class Record>
-struct SideBits;
-
-template <>
-struct SideBits<XLOPER> {
-    static constexpr std::uint16_t kOwned = CXlOper::kOwned4;
-    static constexpr std::uint16_t kHostOwned = CXlOper::kHostOwned4;
-    static constexpr std::uint16_t kValid = CXlOper::kValid4;
-};
-
-template <>
-struct SideBits<XLOPER12> {
-    static constexpr std::uint16_t kOwned = CXlOper::kOwned12;
-    static constexpr std::uint16_t kHostOwned = CXlOper::kHostOwned12;
-    static constexpr std::uint16_t kValid = CXlOper::kValid12;
-};
 
 } // namespace metrify

@@ -62,7 +62,7 @@ bool CXlOper::MakeArrayOf(const XlSize& size) {
     Record record = Record();
     if (!MakeCells(record, size))
         return false;
-    Store(record, SideBits<Record>::kValid | SideBits<Record>::kOwned);
+    Store(record, RecordFamily<Record>::kValid | RecordFamily<Record>::kOwned);
     return true;
 }
 
@@ -84,7 +84,7 @@ void CXlOper::FillSide(const CXlOper& source) {
     if (!source.CopyInto(pattern.record, allocated))
         throw CXlStringTooLongException(kMessageStringTooLong);
     Record& array = *Side<Record>();
-    const bool owned = (state_ & SideBits<Record>::kOwned) != 0;
+    const bool owned = (state_ & RecordFamily<Record>::kOwned) != 0;
     std::for_each_n(array.val.array.lparray, CellCountOf(array), [&](Record& cell) {
         if (owned)
             DeepFree(cell);

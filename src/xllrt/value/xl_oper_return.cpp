@@ -37,27 +37,27 @@ bool IsPartOf(const Record& part, const Record& whole) {
 // The record of a side that the host does not own, for the host to release what this value owned.
 template <class Record>
 Record CXlOper::MoveToReturn(bool& allocated) {
-    using Bits = SideBits<Record>;
+    using Family = RecordFamily<Record>;
     Record& own = *Side<Record>();
     Record moved = own;
     // The mark says who owns what the record points at. It is this value that knows.
     moved.xltype &= static_cast<std::uint16_t>(~xlbitDLLFree);
-    allocated = (state_ & Bits::kOwned) != 0;
+    allocated = (state_ & Family::kOwned) != 0;
     if (allocated && PointsAtMemory(TypeOf(own)))
         own = ErrorValue<Record>();
-    state_ &= static_cast<std::uint16_t>(~Bits::kOwned);
+    state_ &= static_cast<std::uint16_t>(~Family::kOwned);
     return moved;
 }
 
 template <class Record>
 Record* CXlOper::ReturnRecord(Record& kept) {
-    using Bits = SideBits<Record>;
+    using Family = RecordFamily<Record>;
     Record returned = Record();
     bool allocated = false;
-    const bool is_valid = (state_ & Bits::kValid) != 0;
+    const bool is_valid = (state_ & Family::kValid) != 0;
     const bool keeps_memory = (kept.xltype & xlbitDLLFree) != 0;
     // What was returned before goes last: a wrapped record may point into it, and is copied then.
-    if (is_valid && (state_ & Bits::kHostOwned) == 0 && !(keeps_memory && IsPartOf(*Side<Record>(), kept)))
+    if (is_valid && (state_ & Family::kHostOwned) == 0 && !(keeps_memory && IsPartOf(*Side<Record>(), kept)))
         returned = MoveToReturn<Record>(allocated);
     else if (!(HasValue4() || HasValue12()) || !CopyInto(returned, allocated))
         returned = ErrorValue<Record>();
