@@ -29,10 +29,10 @@ std::u16string DecimalText(int number) {
 
 CXlFunctionDescriptor CallbackDescriptor() {
     CXlFunctionDescriptor descriptor = CommandDescriptor(kCallbackName, "xlCheckInstance");
-    descriptor.narrowCategory = "Private Macros";
-    descriptor.wideCategory = u"Private Macros";
-    descriptor.narrowDescription = "Implementation function used by library initialisation routines";
-    descriptor.wideDescription = u"Implementation function used by library initialisation routines";
+    descriptor.narrow.category = "Private Macros";
+    descriptor.wide.category = u"Private Macros";
+    descriptor.narrow.description = "Implementation function used by library initialisation routines";
+    descriptor.wide.description = u"Implementation function used by library initialisation routines";
     return descriptor;
 }
 

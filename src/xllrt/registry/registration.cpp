@@ -15,17 +15,16 @@ namespace {
 
 enum class Family { none, narrow, wide };
 
-// True if the host takes the function in the wide family.
-bool IsForWide(const CXlFunctionDescriptor& descriptor) {
-    return HostFlag() && !descriptor.wideEntry.empty() && !descriptor.wideType.empty() &&
-           (!descriptor.wideArgumentNames.empty() || descriptor.narrowType.empty() ||
-            descriptor.narrowArgumentNames.empty());
+// True if the texts of a family register the function. If both families have entry and type, it is the one
+// with argument names.
+template <class Char, class OtherChar>
+bool IsUsable(const FunctionTexts<Char>& texts, const FunctionTexts<OtherChar>& other) {
+    return !texts.entry.empty() && !texts.type.empty() &&
+           (!texts.argumentNames.empty() || other.type.empty() || other.argumentNames.empty());
 }
 
-bool IsForNarrow(const CXlFunctionDescriptor& descriptor) {
-    return !descriptor.narrowEntry.empty() && !descriptor.narrowType.empty() &&
-           (!descriptor.narrowArgumentNames.empty() || descriptor.wideType.empty() ||
-            descriptor.wideArgumentNames.empty());
+bool IsForWide(const CXlFunctionDescriptor& descriptor) {
+    return HostFlag() && IsUsable(descriptor.wide, descriptor.narrow);
 }
 
 bool IsForThisVersion(const CXlFunctionDescriptor& descriptor) {
@@ -39,7 +38,7 @@ Family FamilyOf(const CXlFunctionDescriptor& descriptor) {
         return Family::none;
     if (IsForWide(descriptor))
         return Family::wide;
-    return IsForNarrow(descriptor) ? Family::narrow : Family::none;
+    return IsUsable(descriptor.narrow, descriptor.wide) ? Family::narrow : Family::none;
 }
 
 int CallInFamily(CXlOper& result, Family family, int function, std::span<const CXlOper> arguments) {
@@ -73,7 +72,7 @@ bool RegisterFunction(const RegistrationContext& context, CXlFunctionDescriptor&
                                                 : NarrowRegistration(descriptor, context.moduleName, help);
     std::span<const CXlOper> sent = values;
     if (context.shortRegistration &&
-        CountArguments(is_wide ? descriptor.wideType : descriptor.narrowType) == 0)
+        CountArguments(is_wide ? descriptor.wide.type : descriptor.narrow.type) == 0)
         sent = sent.first(kShortRegistration);
     CXlOper id;
     if (CallInFamily(id, family, xlfRegister, sent) == xlretSuccess)

@@ -73,18 +73,18 @@ class NotingApp : public CXllApp {
 inline CXlFunctionDescriptor SimpleFunction(const std::u16string& name) {
     CXlFunctionDescriptor descriptor;
     descriptor.functionName = name;
-    descriptor.narrowEntry = "Entry4";
-    descriptor.wideEntry = "Entry12";
-    descriptor.narrowType = "RB";
-    descriptor.wideType = "UB";
-    descriptor.narrowArgumentNames = "Val";
-    descriptor.wideArgumentNames = u"Val";
-    descriptor.narrowCategory = "Category";
-    descriptor.wideCategory = u"Category";
-    descriptor.narrowDescription = "Describes";
-    descriptor.wideDescription = u"Describes";
-    descriptor.narrowArgumentHelp = {"The value"};
-    descriptor.wideArgumentHelp = {u"The value"};
+    descriptor.narrow.entry = "Entry4";
+    descriptor.wide.entry = "Entry12";
+    descriptor.narrow.type = "RB";
+    descriptor.wide.type = "UB";
+    descriptor.narrow.argumentNames = "Val";
+    descriptor.wide.argumentNames = u"Val";
+    descriptor.narrow.category = "Category";
+    descriptor.wide.category = u"Category";
+    descriptor.narrow.description = "Describes";
+    descriptor.wide.description = u"Describes";
+    descriptor.narrow.argumentHelp = {"The value"};
+    descriptor.wide.argumentHelp = {u"The value"};
     return descriptor;
 }
 
