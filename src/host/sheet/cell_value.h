@@ -2,7 +2,7 @@
 
 // A value as the stand-in host keeps it, whatever family it came in or goes out in.
 
-#include "xllrt/value/host_records.h"
+#include "xllrt/value/record_family.h"
 
 #include <compare>
 #include <cstdint>
@@ -12,6 +12,9 @@
 #include <vector>
 
 namespace metrify::host {
+
+/// The longest text of a cell.
+inline constexpr std::size_t kMaxCellText = RecordFamily<XLOPER12>::kMaxText;
 
 struct EmptyCell {
     friend bool operator==(const EmptyCell&, const EmptyCell&) = default;
