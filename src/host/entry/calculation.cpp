@@ -12,9 +12,9 @@ namespace metrify::host {
 namespace {
 
 // What formulas of the active sheet see.
-class SheetSurroundings : public FormulaSurroundings {
+class SheetContext : public EvaluationContext {
   public:
-    SheetSurroundings(HostState& state, CallContext context) : state_(state), context_(context) {}
+    SheetContext(HostState& state, CallContext context) : state_(state), context_(context) {}
 
     IDSHEET SheetOf(std::u16string_view qualifier) override {
         std::u16string name(
@@ -55,10 +55,10 @@ CellValue ShownValue(const CellValue& value) {
 }
 
 // One calculation of a sheet.
-class Calculation final : private SheetSurroundings {
+class Calculation final : private SheetContext {
   public:
     Calculation(HostState& state, Sheet& sheet)
-        : SheetSurroundings(state, CallContext::worksheet_function), state_(state), sheet_(sheet) {}
+        : SheetContext(state, CallContext::worksheet_function), state_(state), sheet_(sheet) {}
 
     void Run() {
         std::vector<CellPosition> formulas;
@@ -81,7 +81,7 @@ class Calculation final : private SheetSurroundings {
             for (const CellPosition at : inside)
                 Settle(at);
         }
-        return SheetSurroundings::ValueOf(reference);
+        return SheetContext::ValueOf(reference);
     }
 
     void Settle(CellPosition at) {
@@ -91,8 +91,7 @@ class Calculation final : private SheetSurroundings {
         if (!begun_.insert(base).second)
             return;
         const std::u16string_view body = std::u16string_view(cell.formula).substr(1);
-        const auto tokens = ReadTokens(body, {ReferenceStyle::r1c1, base, state_.books.size()});
-        const auto tree = tokens ? ParseFormula(*tokens) : std::nullopt;
+        const auto tree = ParseFormulaText(body, {ReferenceStyle::r1c1, base, state_.books.size()});
         const CellValue value = tree ? EvaluateFormula(*tree, *this) : CellValue(CellError{xlerrValue});
         for (std::int32_t row = area.first_row; row <= area.last_row; ++row) {
             for (std::int32_t column = area.first_column; column <= area.last_column; ++column)
@@ -110,11 +109,11 @@ class Calculation final : private SheetSurroundings {
 CellValue ConstantOf(const std::u16string& text) {
     if (double number = 0.0; ReadNumber(text, number))
         return number;
-    if (EqualIgnoringCase(text, u"TRUE") || EqualIgnoringCase(text, u"FALSE"))
-        return EqualIgnoringCase(text, u"TRUE");
-    for (const int code : {xlerrNull, xlerrDiv0, xlerrValue, xlerrRef, xlerrName, xlerrNum, xlerrNA})
-        if (EqualIgnoringCase(text, ErrorText({code})))
-            return CellError{code};
+    if (const std::optional<bool> boolean = ReadBoolean(text))
+        return *boolean;
+    if (const std::optional<CellError> error = ReadError(text);
+        error && text.size() == ErrorText(*error).size())
+        return *error;
     return text.empty() ? CellValue() : CellValue(text);
 }
 
@@ -140,12 +139,11 @@ std::optional<CellValue> EvaluateText(HostState& state, std::u16string_view form
                                       CellPosition base, CallContext context) {
     if (!IsFormula(formula))
         return std::nullopt;
-    const auto tokens = ReadTokens(formula.substr(1), {style, base, state.books.size()});
-    const auto tree = tokens ? ParseFormula(*tokens) : std::nullopt;
+    const auto tree = ParseFormulaText(formula.substr(1), {style, base, state.books.size()});
     if (!tree)
         return std::nullopt;
-    SheetSurroundings surroundings(state, context);
-    return EvaluateFormula(*tree, surroundings);
+    SheetContext sheet(state, context);
+    return EvaluateFormula(*tree, sheet);
 }
 
 bool EnterCells(HostState& state, const Area& area, const std::u16string& text, ReferenceStyle style,

@@ -170,13 +170,13 @@ CellValue Infix(const std::u16string& symbol, const CellValue& left_value, const
 
 class Evaluator {
   public:
-    explicit Evaluator(FormulaSurroundings& surroundings) : surroundings_(surroundings) {}
+    explicit Evaluator(EvaluationContext& context) : context_(context) {}
 
     // The value of a node; a reference gives what it refers to.
     CellValue Value(const FormulaNode& node) {
         CellValue value = ValueOrReference(node);
         if (const auto* reference = value.As<Reference>())
-            return surroundings_.ValueOf(*reference);
+            return context_.ValueOf(*reference);
         return value;
     }
 
@@ -212,7 +212,7 @@ class Evaluator {
     }
 
     CellValue MakeReference(const FormulaNode& node) {
-        const IDSHEET sheet = surroundings_.SheetOf(node.qualifier);
+        const IDSHEET sheet = context_.SheetOf(node.qualifier);
         if (sheet == 0)
             return CellError{xlerrRef};
         const CellPosition first = node.children.empty() ? node.cell : node.children[0].cell;
@@ -230,19 +230,19 @@ class Evaluator {
         for (const FormulaNode& child : node.children)
             arguments.push_back(own != std::end(own_functions) ? Value(child) : ValueOrReference(child));
         if (own == std::end(own_functions))
-            return surroundings_.CallRegistered(node.text, arguments);
+            return context_.CallRegistered(node.text, arguments);
         if (arguments.size() < own->min_arguments || arguments.size() > own->max_arguments)
             return CellError{xlerrValue};
         return own->call(arguments);
     }
 
-    FormulaSurroundings& surroundings_;
+    EvaluationContext& context_;
 };
 
 } // namespace
 
-CellValue EvaluateFormula(const FormulaNode& formula, FormulaSurroundings& surroundings) {
-    return Evaluator(surroundings).Value(formula);
+CellValue EvaluateFormula(const FormulaNode& formula, EvaluationContext& context) {
+    return Evaluator(context).Value(formula);
 }
 
 } // namespace metrify::host

@@ -7,9 +7,9 @@
 namespace metrify::host {
 
 /// What a formula refers to.
-class FormulaSurroundings {
+class EvaluationContext {
   public:
-    virtual ~FormulaSurroundings() = default;
+    virtual ~EvaluationContext() = default;
 
     /// The id of the sheet that a qualifier names, an empty one the sheet of the formula. 0 if there is none.
     virtual IDSHEET SheetOf(std::u16string_view qualifier) = 0;
@@ -22,6 +22,6 @@ class FormulaSurroundings {
 };
 
 /// Evaluates a formula. A formula that is a reference gives the value it refers to.
-CellValue EvaluateFormula(const FormulaNode& formula, FormulaSurroundings& surroundings);
+CellValue EvaluateFormula(const FormulaNode& formula, EvaluationContext& context);
 
 } // namespace metrify::host

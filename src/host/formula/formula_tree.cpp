@@ -129,9 +129,8 @@ class Parser {
     Result ParseName(const Token& token) {
         if (TakeSymbol(u"("))
             return ParseArguments(token.text);
-        for (const auto& [word, value] : {std::pair{u"TRUE", true}, std::pair{u"FALSE", false}})
-            if (EqualIgnoringCase(token.text, word))
-                return ValueNode(value);
+        if (const std::optional<bool> boolean = ReadBoolean(token.text))
+            return ValueNode(*boolean);
         return Node(NodeKind::name, token.text);
     }
 
@@ -220,6 +219,11 @@ class Parser {
 
 std::optional<FormulaNode> ParseFormula(const std::vector<Token>& tokens) {
     return Parser(tokens).ParseAll();
+}
+
+std::optional<FormulaNode> ParseFormulaText(std::u16string_view formula, const FormulaSetting& setting) {
+    const std::optional<std::vector<Token>> tokens = ReadTokens(formula, setting);
+    return tokens ? ParseFormula(*tokens) : std::nullopt;
 }
 
 } // namespace metrify::host

@@ -31,7 +31,10 @@ struct FormulaNode {
     std::vector<FormulaNode> children;
 };
 
-/// The tree of a formula's tokens. Nothing if they make no formula, or one nested beyond all use.
+/// The tree of a formula's tokens. Nothing if they are not a formula, or one nested too deeply.
 std::optional<FormulaNode> ParseFormula(const std::vector<Token>& tokens);
+
+/// The tree of a formula without its "=", which must outlive it.
+std::optional<FormulaNode> ParseFormulaText(std::u16string_view formula, const FormulaSetting& setting);
 
 } // namespace metrify::host

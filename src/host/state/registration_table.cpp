@@ -10,9 +10,7 @@ namespace {
 
 std::u16string Folded(std::u16string_view name) {
     std::u16string folded(name);
-    for (char16_t& c : folded)
-        if (c >= u'A' && c <= u'Z')
-            c = static_cast<char16_t>(c - u'A' + u'a');
+    std::transform(folded.begin(), folded.end(), folded.begin(), FoldedCase);
     return folded;
 }
 
