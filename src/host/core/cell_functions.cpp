@@ -1,4 +1,4 @@
-// What macros ask about cells, and how they write into them.
+// Functions that read and write cells.
 
 #include "host/core/host_functions.h"
 #include "host/entry/calculation.h"
@@ -9,7 +9,7 @@ namespace metrify::host {
 
 namespace {
 
-// The first cell that a call means: of its argument, which must be a reference, or the active one.
+// The first cell of a reference argument, or the active cell if the argument is omitted.
 struct CellLocation {
     const Sheet* sheet;
     CellPosition at;
@@ -29,7 +29,7 @@ std::optional<CellLocation> ReferredCell(const HostCall& call, std::size_t index
     return CellLocation{sheet, {first.first_row, first.first_column}};
 }
 
-// An argument that is TRUE, FALSE or left out. Nothing if it is something else.
+// A boolean argument, which may be omitted. Nothing for any other value.
 std::optional<bool> Flag(const HostCall& call, std::size_t index, bool if_missing) {
     const CellValue flag = call.IsMissing(index) ? CellValue(if_missing) : ToBoolValue(call.Argument(index));
     const auto* value = flag.As<bool>();
@@ -98,7 +98,7 @@ HostAnswer GetCell(const HostCall& call) {
 }
 
 HostAnswer FormulaConvert(const HostCall& call) {
-    // How references come out: absolute, row absolute, column absolute, relative.
+    // Which parts of the converted references are absolute.
     constexpr std::int32_t kAbsolute = 1;
     constexpr std::int32_t kRowAbsolute = 2;
     constexpr std::int32_t kColumnAbsolute = 3;

@@ -11,7 +11,7 @@ namespace metrify::host {
 
 namespace {
 
-// What formulas of the active sheet see.
+// The sheets, cells and functions that formulas of the active sheet refer to.
 class SheetContext : public EvaluationContext {
   public:
     SheetContext(HostState& state, CallContext context) : state_(state), context_(context) {}
@@ -38,8 +38,7 @@ class SheetContext : public EvaluationContext {
     CallContext context_;
 };
 
-// The value that a formula's cell at some place of its area shows. One row or column, or a single value, is
-// repeated.
+// The value of one cell in the area of an array formula. A single row, column or value is repeated.
 CellValue PartOf(const CellValue& value, std::int32_t row, std::int32_t column) {
     const auto* array = value.As<CellArray>();
     if (!array)
@@ -54,7 +53,7 @@ CellValue ShownValue(const CellValue& value) {
     return value.Is<EmptyCell>() ? CellValue(0.0) : value;
 }
 
-// One calculation of a sheet.
+// Evaluates all formulas of a sheet once.
 class Calculation final : private SheetContext {
   public:
     Calculation(HostState& state, Sheet& sheet)
@@ -66,11 +65,11 @@ class Calculation final : private SheetContext {
             if (!cell.formula.empty())
                 formulas.push_back(at);
         for (const CellPosition at : formulas)
-            Settle(at);
+            Evaluate(at);
     }
 
   private:
-    // Formulas that are referred to are settled before they are read.
+    // Formulas in the cells of a reference are evaluated before it is read.
     CellValue ValueOf(const Reference& reference) override {
         if (reference.sheet == sheet_.id() && reference.areas.size() == 1) {
             const Area& area = reference.areas.front();
@@ -79,12 +78,12 @@ class Calculation final : private SheetContext {
                 if (!cell.formula.empty() && area.Contains(at.row, at.column))
                     inside.push_back(at);
             for (const CellPosition at : inside)
-                Settle(at);
+                Evaluate(at);
         }
         return SheetContext::ValueOf(reference);
     }
 
-    void Settle(CellPosition at) {
+    void Evaluate(CellPosition at) {
         const Cell cell = *sheet_.Find(at);
         const Area area = cell.array.value_or(Area{at.row, at.row, at.column, at.column});
         const CellPosition base{area.first_row, area.first_column};
@@ -105,7 +104,7 @@ class Calculation final : private SheetContext {
     std::set<CellPosition> begun_;
 };
 
-// A constant as a user types it.
+// The value of a constant that a user types.
 CellValue ConstantOf(const std::u16string& text) {
     if (double number = 0.0; ReadNumber(text, number))
         return number;
@@ -121,7 +120,7 @@ bool IsFormula(std::u16string_view text) {
     return text.size() > 1 && text.front() == u'=';
 }
 
-// True if some array lies partly inside and partly outside the area.
+// True if an array is partly inside and partly outside the area.
 bool CutsThroughArray(const Sheet& sheet, const Area& area) {
     return std::any_of(
         sheet.cells().begin(), sheet.cells().end(),

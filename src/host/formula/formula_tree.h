@@ -13,9 +13,9 @@ namespace metrify::host {
 
 enum class NodeKind {
     value,     ///< a literal, or an array of them
-    missing,   ///< an argument that is left out
+    missing,   ///< an omitted argument
     reference, ///< one cell, or with two children the rectangle between them
-    name,      ///< a name, which no function follows
+    name,      ///< a name that is not called
     call,      ///< of the function `text`
     prefix,    ///< the sign `text`
     percent,

@@ -17,7 +17,7 @@ std::u16string Folded(std::u16string_view name) {
 } // namespace
 
 bool Registration::IsCommand() const {
-    // Where the list of registered arguments has the kind of macro, as a number or its text.
+    // The index of the macro type, a number or its text, among the registered arguments.
     constexpr std::size_t kMacroType = 5;
     constexpr std::int32_t kCommand = 2;
     if (arguments.size() <= kMacroType)
