@@ -40,8 +40,8 @@ std::optional<CellValue> ReadArgument(std::u16string_view& text) {
     const std::u16string_view word = text.substr(0, end);
     text.remove_prefix(end);
     double number = 0.0;
-    if (EqualIgnoringCase(word, u"TRUE") || EqualIgnoringCase(word, u"FALSE"))
-        return EqualIgnoringCase(word, u"TRUE");
+    if (const std::optional<bool> boolean = ReadBoolean(word))
+        return *boolean;
     if (ReadNumber(word, number))
         return number;
     return word.empty() ? std::optional<CellValue>(MissingArgument{}) : std::nullopt;

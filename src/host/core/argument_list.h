@@ -1,6 +1,6 @@
 #pragma once
 
-// The narrow entry with its arguments one by one, in terms of the one that takes them as an array.
+// Adapts the narrow entry with a variable argument list to the one that takes an array.
 
 #include "xllrt/gate/host_primitives.h"
 #include "xllrt/value/record_family.h"
@@ -10,7 +10,7 @@
 
 namespace metrify::host {
 
-/// Calls the entry with the `count` records of a list. `xlretInvCount` if they are too many.
+/// Calls the entry with the `count` records of a list. `xlretInvCount` if there are too many.
 inline int CallWithList(Excel4vFunction entry, int function, XLOPER* result, int count, std::va_list list) {
     constexpr int most = RecordFamily<XLOPER>::kMaxArguments;
     std::array<XLOPER*, most> arguments;

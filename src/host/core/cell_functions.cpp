@@ -1,4 +1,4 @@
-// What macros ask about cells, and how they write into them.
+// Functions that read and write cells.
 
 #include "host/core/host_functions.h"
 #include "host/entry/calculation.h"
@@ -9,27 +9,27 @@ namespace metrify::host {
 
 namespace {
 
-// The first cell that a call means: of its argument, which must be a reference, or the active one.
-struct CellAtHand {
+// The first cell of a reference argument, or the active cell if the argument is omitted.
+struct CellLocation {
     const Sheet* sheet;
     CellPosition at;
 };
 
-std::optional<CellAtHand> ReferredCell(const HostCall& call, std::size_t index) {
+std::optional<CellLocation> ReferredCell(const HostCall& call, std::size_t index) {
     if (call.IsMissing(index)) {
         const auto active = call.state.books.ActiveCell();
         const Sheet* sheet = call.state.books.Active();
-        return active && sheet ? std::optional(CellAtHand{sheet, *active}) : std::nullopt;
+        return active && sheet ? std::optional(CellLocation{sheet, *active}) : std::nullopt;
     }
     const auto* reference = call.Argument(index).As<Reference>();
     const Sheet* sheet = reference ? call.state.books.Find(reference->sheet) : nullptr;
     if (!sheet || reference->areas.empty())
         return std::nullopt;
     const Area& first = reference->areas.front();
-    return CellAtHand{sheet, {first.first_row, first.first_column}};
+    return CellLocation{sheet, {first.first_row, first.first_column}};
 }
 
-// An argument that is TRUE, FALSE or left out. Nothing if it is something else.
+// A boolean argument, which may be omitted. Nothing for any other value.
 std::optional<bool> Flag(const HostCall& call, std::size_t index, bool if_missing) {
     const CellValue flag = call.IsMissing(index) ? CellValue(if_missing) : ToBoolValue(call.Argument(index));
     const auto* value = flag.As<bool>();
@@ -38,7 +38,7 @@ std::optional<bool> Flag(const HostCall& call, std::size_t index, bool if_missin
 
 HostAnswer Enter(const HostCall& call, bool as_array) {
     const CellValue text = ToTextValue(call.arguments[0]);
-    const std::optional<CellAtHand> first = ReferredCell(call, 1);
+    const std::optional<CellLocation> first = ReferredCell(call, 1);
     if (!text.Is<std::u16string>() || !first || first->sheet != call.state.books.Active())
         return HostAnswer::Code(xlretFailed);
     std::vector<Area> areas{{first->at.row, first->at.row, first->at.column, first->at.column}};
@@ -62,7 +62,7 @@ HostAnswer ActiveCell(const HostCall& call) {
 HostAnswer GetFormula(const HostCall& call) {
     if (call.IsMissing(0))
         return CellError{xlerrValue};
-    const std::optional<CellAtHand> cell = ReferredCell(call, 0);
+    const std::optional<CellLocation> cell = ReferredCell(call, 0);
     return cell ? CellValue(cell->sheet->FormulaText(cell->at)) : CellValue(CellError{xlerrValue});
 }
 
@@ -75,7 +75,7 @@ HostAnswer GetCell(const HostCall& call) {
     constexpr std::int32_t kIsPartOfArray = 49;
     const CellValue type = ToIntegerValue(call.arguments[0], 1, kIsPartOfArray);
     const auto* number = type.As<std::int32_t>();
-    const std::optional<CellAtHand> place = ReferredCell(call, 1);
+    const std::optional<CellLocation> place = ReferredCell(call, 1);
     if (!number || !place)
         return CellError{xlerrValue};
     const Cell* cell = place->sheet->Find(place->at);
@@ -98,7 +98,7 @@ HostAnswer GetCell(const HostCall& call) {
 }
 
 HostAnswer FormulaConvert(const HostCall& call) {
-    // How references come out: absolute, row absolute, column absolute, relative.
+    // Which parts of the converted references are absolute.
     constexpr std::int32_t kAbsolute = 1;
     constexpr std::int32_t kRowAbsolute = 2;
     constexpr std::int32_t kColumnAbsolute = 3;
@@ -108,8 +108,8 @@ HostAnswer FormulaConvert(const HostCall& call) {
     const std::optional<bool> to_a1 = Flag(call, 2, from_a1.value_or(true));
     const CellValue kind =
         call.IsMissing(3) ? CellValue(0) : ToIntegerValue(call.Argument(3), kAbsolute, kRelative);
-    const std::optional<CellAtHand> base =
-        call.IsMissing(4) ? CellAtHand{nullptr, {}} : ReferredCell(call, 4);
+    const std::optional<CellLocation> base =
+        call.IsMissing(4) ? CellLocation{nullptr, {}} : ReferredCell(call, 4);
     if (!formula.Is<std::u16string>() || !from_a1 || !to_a1 || !kind.Is<std::int32_t>() || !base)
         return CellError{xlerrValue};
     const std::int32_t wanted = *kind.As<std::int32_t>();

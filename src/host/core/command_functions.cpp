@@ -1,4 +1,4 @@
-// What commands of an add-in do: menus, alerts, workbooks.
+// Functions for commands: menus, alerts, workbooks.
 
 #include "host/core/host_functions.h"
 #include "host/sheet/coercion.h"
@@ -7,7 +7,7 @@ namespace metrify::host {
 
 namespace {
 
-// The bar with the menus that a worksheet shows.
+// The number of the worksheet menu bar.
 constexpr double kWorksheetBar = 10.0;
 
 bool IsWorksheetBar(const CellValue& bar) {
@@ -51,8 +51,8 @@ HostAnswer DeleteMenu(const HostCall& call) {
                          call.state.menus.Delete(call.arguments[1], call.Argument(2)));
 }
 
-// Arguments: text, type, help. Type 1 asks for OK or Cancel; 2, an information, and 3, a warning, have OK
-// alone.
+// Arguments: text, type, help. Type 1, a question, has the buttons OK and Cancel; 2, an information, and 3, a
+// warning, only OK.
 HostAnswer ShowAlert(const HostCall& call) {
     constexpr std::int32_t kQuestion = 1;
     constexpr std::int32_t kInformation = 2;
@@ -81,7 +81,7 @@ HostAnswer NewBook(const HostCall& call) {
     return true;
 }
 
-// Without an argument, it is switched over.
+// Without an argument, the setting is toggled.
 HostAnswer SetEcho(const HostCall& call) {
     const CellValue echo = call.IsMissing(0) ? CellValue(!call.state.echo) : ToBoolValue(call.Argument(0));
     if (!echo.Is<bool>())

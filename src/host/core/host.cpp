@@ -17,7 +17,7 @@ namespace {
 
 std::atomic<Host*> newest_host = nullptr;
 
-// The code that a call is made to fail with, or success.
+// The code of an injected failure, or success.
 int FaultOf(HostState& state, int function) {
     if (CurrentContext() == CallContext::calculation_thread)
         return xlretSuccess;
@@ -113,7 +113,7 @@ void Host::Unload() {
     if (!module_)
         return;
     state_.registrations.RemoveModule(module_->Path());
-    // The module may still call while it goes.
+    // The module may call the host while it is unloaded.
     module_.reset();
     state_.module = nullptr;
 }
@@ -147,7 +147,8 @@ std::vector<std::optional<CellValue>> Host::EvaluateAll(std::span<const std::u16
             values[i] =
                 EvaluateText(state_, formulas[i], ReferenceStyle::a1, {}, CallContext::calculation_thread);
     };
-    // This thread only waits: what the add-in keeps for a thread is to go with it.
+    // This thread only waits, so that the add-in's state of each calculating thread is destroyed with the
+    // thread.
     std::vector<std::jthread> calculating;
     for (unsigned i = 0; i < threads; ++i)
         calculating.emplace_back(work);

@@ -1,9 +1,9 @@
 #pragma once
 
-// A spreadsheet host for one add-in, without windows: what the add-in asks is answered as a spreadsheet
-// answers it, and what goes in and out is kept account of.
+// A spreadsheet host for one add-in, without windows. It answers the calls of the add-in as a spreadsheet
+// does, logs them and accounts for the memory of records.
 //
-// The newest host of a process is the one that `Excel4`, `Excel4v` and `MdCallBack12` reach.
+// `Excel4`, `Excel4v` and `MdCallBack12` call the newest host of the process.
 
 #include "host/state/host_state.h"
 
@@ -26,45 +26,44 @@ class Host {
 
     HostState& state() { return state_; }
 
-    // ---- What the add-in calls
+    // ---- Called by the add-in
 
-    /// Gives the return code. A result may be null if nobody wants it.
+    /// Gives the return code. `result` may be null.
     int Call4(int function, XLOPER* result, int count, XLOPER* const* arguments);
     /// As `Call4`; refused with `xlretFailed` before version 12.
     int Call12(int function, XLOPER12* result, int count, XLOPER12* const* arguments);
 
-    // ---- What the host calls
+    // ---- Calls of the add-in
 
-    /// Loads a module. False, with the system's words in `error`, if that fails.
+    /// Loads a module. False on failure, with the system's message in `error`.
     bool Load(const std::string& path, std::string& error);
-    /// Takes a module that is there already.
+    /// Takes over a module that is already loaded.
     void Adopt(std::unique_ptr<AddInModule> module);
-    /// Takes back what the module registered, and lets the module go.
+    /// Removes the registrations of the module and unloads it.
     void Unload();
 
-    /// Calls an entry of the module without arguments, as `xlAutoOpen`, and gives its result. Nothing without
-    /// such an entry.
+    /// Calls an entry without arguments, such as `xlAutoOpen`, and gives its result. Nothing if the module
+    /// has no such entry.
     std::optional<std::int32_t> CallEntryPoint(const std::string& name);
 
-    /// Asks the module what it is called by `xlAddInManagerInfo12`, before version 12 by
-    /// `xlAddInManagerInfo`. Nothing without such an entry.
+    /// Calls `xlAddInManagerInfo12`, before version 12 `xlAddInManagerInfo`, for the name of the add-in.
+    /// Nothing if the module has no such entry.
     std::optional<CellValue> AddInManagerInfo(const CellValue& action);
 
-    /// The value of a formula with its "=", references in the A1 style, in the first cell of the active
-    /// sheet. Nothing if it is no formula.
+    /// The value of a formula with its "=", references in the A1 style, as if the first cell of the active
+    /// sheet contained it. Nothing if it is not a formula.
     std::optional<CellValue> Evaluate(std::u16string_view formula);
 
     /// The values of formulas, calculated on several threads.
     std::vector<std::optional<CellValue>> EvaluateAll(std::span<const std::u16string> formulas,
                                                       unsigned threads);
 
-    /// Puts a text into a cell of the active sheet, given in the A1 style. False if that cannot be.
+    /// Enters a text into a cell of the active sheet, which is given in the A1 style. False on failure.
     bool Enter(std::u16string_view cell, const std::u16string& text);
     /// The value of a cell of the active sheet.
     CellValue ValueOf(std::u16string_view cell);
 
-    /// Runs a registered command, perhaps with arguments. Nothing without one of that name, otherwise what it
-    /// gave.
+    /// Runs a registered command and gives its result. Nothing if there is no command of that name.
     std::optional<CellValue> RunCommand(std::u16string_view name,
                                         const std::vector<CellValue>& arguments = {});
 

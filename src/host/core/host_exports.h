@@ -1,15 +1,16 @@
 #pragma once
 
-// The names by which add-ins reach the host: `MdCallBack12`, and what `Excel4` and `Excel4v` are made of.
+// The exports of the host program that add-ins call: `MdCallBack12`, `Excel4` and `Excel4v`.
 
 #include "xllrt/gate/host_primitives.h"
 
 namespace metrify::host {
 
-/// The newest host's primitives, for a runtime that is part of the same program.
+/// The primitives of the newest host, for a runtime in the same program.
 HostPrimitives NewestHostPrimitives();
 
-/// Makes the exports part of the program; nobody in it calls them.
+/// Has no effect. A call of it makes the linker keep the exports, which nothing else in the program refers
+/// to.
 void KeepHostExports();
 
 } // namespace metrify::host

@@ -7,10 +7,10 @@ namespace metrify::host {
 
 namespace {
 
-// Who may call a function.
+// The contexts in which a function may be called.
 enum class Access {
-    everybody, // calculation threads too
-    macros,    // commands, and functions registered to ask what macro sheets ask
+    everywhere, // also on calculation threads
+    macros,     // in commands, and in functions with the rights of a macro sheet
     commands,
 };
 
@@ -25,10 +25,10 @@ struct FunctionRow {
 constexpr std::size_t kMostArguments = RecordFamily<XLOPER12>::kMaxArguments;
 
 constexpr FunctionRow functions[] = {
-    {xlCoerce, 1, 2, Access::everybody, Coerce},
-    {xlGetName, 0, 0, Access::everybody, GetName},
-    {xlGetHwnd, 0, 0, Access::everybody, GetWindow},
-    {xlfInfo, 1, 1, Access::everybody, Info},
+    {xlCoerce, 1, 2, Access::everywhere, Coerce},
+    {xlGetName, 0, 0, Access::everywhere, GetName},
+    {xlGetHwnd, 0, 0, Access::everywhere, GetWindow},
+    {xlfInfo, 1, 1, Access::everywhere, Info},
     {xlfGetWorkspace, 1, 1, Access::macros, GetWorkspace},
     {xlfActiveCell, 0, 0, Access::macros, ActiveCell},
     {xlfGetFormula, 1, 1, Access::macros, GetFormula},
@@ -49,9 +49,9 @@ constexpr FunctionRow functions[] = {
     {xlcFunctionWizard, 0, 0, Access::commands, OpenFunctionWizard},
 };
 
-// The code that a call is refused with for its context, or 0.
+// The code with which a call is refused in its context, or 0.
 int RefusalOf(const FunctionRow& row, CallContext context) {
-    if (row.access == Access::everybody || context == CallContext::command)
+    if (row.access == Access::everywhere || context == CallContext::command)
         return xlretSuccess;
     if (context == CallContext::calculation_thread)
         return kRetNotThreadSafe;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the host does for each function number.
+// The functions that add-ins call by number.
 
 #include "host/state/host_state.h"
 
@@ -8,15 +8,15 @@
 
 namespace metrify::host {
 
-/// A call that the calling thread may not make.
+/// The code for a function that is not allowed on a calculation thread.
 inline constexpr int kRetNotThreadSafe = 128;
 
-/// A return code of the host, and with code 0 a value.
+/// A return code, and with code 0 a value.
 struct HostAnswer {
     template <std::convertible_to<CellValue> Value>
     HostAnswer(Value given) : value(std::move(given)) {}
 
-    /// A refusal.
+    /// An answer without a value.
     static HostAnswer Code(int code) {
         HostAnswer answer{CellValue()};
         answer.code = code;
@@ -27,26 +27,26 @@ struct HostAnswer {
     CellValue value;
 };
 
-/// A call as a function sees it.
+/// A call with its converted arguments.
 struct HostCall {
     HostState& state;
     const std::vector<CellValue>& arguments;
-    bool is_wide; ///< made in the wide family
+    bool is_wide; ///< through the wide family
 
-    /// An argument; a missing one if it was left out.
+    /// An argument; the missing argument if it was omitted.
     const CellValue& Argument(std::size_t index) const;
     bool IsMissing(std::size_t index) const { return Argument(index).Is<MissingArgument>(); }
 };
 
-/// Carries out a function, with its options in its number. `xlFree`, which is about records and not about
-/// values, is none of them. Refused are a number that is none, with `xlretInvXlfn`, a wrong count of
-/// arguments, with `xlretInvCount`, and what the calling code may not ask: on a calculation thread with
-/// `kRetNotThreadSafe`, in a worksheet function with `xlretInvXlfn`, and commands in any function with
-/// `xlretFailed`.
+/// Calls a function other than `xlFree`. Options in its number are ignored. The call is refused
+/// - with `xlretInvXlfn` for an unknown number,
+/// - with `xlretInvCount` for a wrong number of arguments,
+/// - if its context does not allow it: with `kRetNotThreadSafe` on a calculation thread, with `xlretFailed`
+///   for a command in a function, and otherwise with `xlretInvXlfn`.
 HostAnswer CallHostFunction(HostState& state, int function, const std::vector<CellValue>& arguments,
                             CallContext context, bool is_wide);
 
-// The functions, in groups.
+// The functions, by group.
 
 HostAnswer Coerce(const HostCall& call);
 HostAnswer GetName(const HostCall& call);

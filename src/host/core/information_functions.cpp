@@ -1,4 +1,4 @@
-// What every part of an add-in may ask: conversions, names, the version and the settings of the host.
+// Functions for information: conversions, names, the version and the settings of the host.
 
 #include "host/core/host_functions.h"
 #include "host/entry/calculation.h"
@@ -14,7 +14,7 @@ namespace {
 
 // ---- Conversion
 
-// A reference as one of the types that name cells.
+// A reference converted to a wanted reference type.
 CellValue ToReference(const HostState& state, Reference reference, int wanted) {
     if ((wanted & xltypeRef) != 0) {
         reference.is_simple = false;
@@ -25,26 +25,26 @@ CellValue ToReference(const HostState& state, Reference reference, int wanted) {
     return reference.is_simple ? CellValue(std::move(reference)) : CellValue(CellError{xlerrRef});
 }
 
-// A value as the first of the wanted types that it can be turned into.
+// A value converted to the first wanted type for which that is possible.
 CellValue ToWanted(const HostCall& call, const CellValue& value, int wanted) {
     using Narrow = std::numeric_limits<std::int16_t>;
     using Wide = std::numeric_limits<std::int32_t>;
     if (value.Is<CellError>())
         return value;
-    CellValue turned = CellError{xlerrValue};
-    const auto is_done = [&turned] { return !turned.Is<CellError>(); };
+    CellValue converted = CellError{xlerrValue};
+    const auto is_done = [&converted] { return !converted.Is<CellError>(); };
     if ((wanted & xltypeNum) != 0)
-        turned = ToNumberValue(value);
+        converted = ToNumberValue(value);
     if (!is_done() && (wanted & xltypeInt) != 0)
-        turned = ToIntegerValue(value, call.is_wide ? Wide::min() : Narrow::min(),
-                                call.is_wide ? Wide::max() : Narrow::max());
+        converted = ToIntegerValue(value, call.is_wide ? Wide::min() : Narrow::min(),
+                                   call.is_wide ? Wide::max() : Narrow::max());
     if (!is_done() && (wanted & xltypeBool) != 0)
-        turned = ToBoolValue(value);
+        converted = ToBoolValue(value);
     if (!is_done() && (wanted & xltypeStr) != 0)
-        turned = ToTextValue(value);
+        converted = ToTextValue(value);
     if (!is_done() && (wanted & xltypeMulti) != 0)
-        turned = RowOf({value});
-    return turned;
+        converted = RowOf({value});
+    return converted;
 }
 
 // ---- The settings
@@ -70,7 +70,7 @@ const InfoItem info_items[] = {
 
 HostAnswer Coerce(const HostCall& call) {
     const CellValue& given = call.arguments[0];
-    // Without a wish, a value; a reference is no value.
+    // By default any type except a reference.
     constexpr int kAnyValue = kTypeMask & ~(xltypeRef | xltypeSRef);
     const CellValue type =
         call.IsMissing(1) ? CellValue(kAnyValue) : ToIntegerValue(call.Argument(1), 1, 0x0FFF);
@@ -91,7 +91,7 @@ HostAnswer GetName(const HostCall& call) {
 }
 
 HostAnswer GetWindow(const HostCall& call) {
-    // An integer of the narrow family holds half of it.
+    // An integer of the narrow family holds only the low half.
     const std::uint32_t handle = call.state.window_handle;
     return call.is_wide ? CellValue(static_cast<std::int32_t>(handle))
                         : CellValue(std::int32_t{static_cast<std::int16_t>(handle)});

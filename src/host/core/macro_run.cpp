@@ -10,7 +10,7 @@ namespace metrify::host {
 
 namespace {
 
-// A formula as the user reads it.
+// A formula with references in the A1 style.
 std::string Shown(const HostState& state, const std::u16string& formula, CellPosition at) {
     const auto shown =
         ConvertFormulaText(formula, {ReferenceStyle::r1c1, at, state.books.size()}, ReferenceStyle::a1);

@@ -1,6 +1,6 @@
 #pragma once
 
-// A macro at work on the active cell, for whoever wants to read what it does.
+// A trace of a macro that works on the active cell.
 
 #include "host/core/host.h"
 
@@ -9,10 +9,9 @@
 
 namespace metrify::host {
 
-/// Puts a text into the active cell, runs a command and writes what can be seen of it, a line each: the
-/// content of the cell before, each alert with the user's answer, each formula that the function wizard
-/// opens on, the content of the cell afterwards. A word stands first in the line, then a tab. False if there
-/// is no such command.
+/// Enters a text into the active cell, runs a command and writes a line for each visible effect: the content
+/// of the cell before, each alert with the user's answer, each formula that the function wizard opens with,
+/// the content of the cell after. A line begins with a keyword and a tab. False if there is no such command.
 bool WriteMacroRun(Host& host, const std::u16string& macro, const std::u16string& content, bool agrees,
                    std::ostream& output);
 

@@ -1,4 +1,4 @@
-// Registration of an add-in's functions and commands.
+// Functions for registration.
 
 #include "host/core/host_functions.h"
 #include "host/sheet/coercion.h"
@@ -7,7 +7,7 @@ namespace metrify::host {
 
 namespace {
 
-// A text argument; nothing if it is none, or left out.
+// A text argument; nothing if it is omitted or not a text.
 std::optional<std::u16string> Text(const HostCall& call, std::size_t index) {
     const auto* text = call.Argument(index).As<std::u16string>();
     return text ? std::optional(*text) : std::nullopt;
@@ -43,7 +43,7 @@ HostAnswer Register(const HostCall& call) {
     return id;
 }
 
-// Of a function by its id, or of all functions of a module by the module's name.
+// Argument: the id of a function, or the path of a module for all its functions.
 HostAnswer Unregister(const HostCall& call) {
     if (const auto* module = call.arguments[0].As<std::u16string>())
         return call.state.registrations.RemoveModule(*module);
@@ -52,7 +52,7 @@ HostAnswer Unregister(const HostCall& call) {
     return number ? CellValue(call.state.registrations.Remove(*number)) : id;
 }
 
-// With a name alone, the name is taken away.
+// Arguments: name, id. Without an id, the name is deleted.
 HostAnswer SetName(const HostCall& call) {
     const auto name = Text(call, 0);
     if (!name || name->empty())

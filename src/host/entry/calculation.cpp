@@ -11,10 +11,10 @@ namespace metrify::host {
 
 namespace {
 
-// What formulas of the active sheet see.
-class SheetSurroundings : public FormulaSurroundings {
+// The sheets, cells and functions that formulas of the active sheet refer to.
+class SheetContext : public EvaluationContext {
   public:
-    SheetSurroundings(HostState& state, CallContext context) : state_(state), context_(context) {}
+    SheetContext(HostState& state, CallContext context) : state_(state), context_(context) {}
 
     IDSHEET SheetOf(std::u16string_view qualifier) override {
         std::u16string name(
@@ -38,8 +38,7 @@ class SheetSurroundings : public FormulaSurroundings {
     CallContext context_;
 };
 
-// The value that a formula's cell at some place of its area shows. One row or column, or a single value, is
-// repeated.
+// The value of one cell in the area of an array formula. A single row, column or value is repeated.
 CellValue PartOf(const CellValue& value, std::int32_t row, std::int32_t column) {
     const auto* array = value.As<CellArray>();
     if (!array)
@@ -54,11 +53,11 @@ CellValue ShownValue(const CellValue& value) {
     return value.Is<EmptyCell>() ? CellValue(0.0) : value;
 }
 
-// One calculation of a sheet.
-class Calculation final : private SheetSurroundings {
+// Evaluates all formulas of a sheet once.
+class Calculation final : private SheetContext {
   public:
     Calculation(HostState& state, Sheet& sheet)
-        : SheetSurroundings(state, CallContext::worksheet_function), state_(state), sheet_(sheet) {}
+        : SheetContext(state, CallContext::worksheet_function), state_(state), sheet_(sheet) {}
 
     void Run() {
         std::vector<CellPosition> formulas;
@@ -66,11 +65,11 @@ class Calculation final : private SheetSurroundings {
             if (!cell.formula.empty())
                 formulas.push_back(at);
         for (const CellPosition at : formulas)
-            Settle(at);
+            Evaluate(at);
     }
 
   private:
-    // Formulas that are referred to are settled before they are read.
+    // Formulas in the cells of a reference are evaluated before it is read.
     CellValue ValueOf(const Reference& reference) override {
         if (reference.sheet == sheet_.id() && reference.areas.size() == 1) {
             const Area& area = reference.areas.front();
@@ -79,20 +78,19 @@ class Calculation final : private SheetSurroundings {
                 if (!cell.formula.empty() && area.Contains(at.row, at.column))
                     inside.push_back(at);
             for (const CellPosition at : inside)
-                Settle(at);
+                Evaluate(at);
         }
-        return SheetSurroundings::ValueOf(reference);
+        return SheetContext::ValueOf(reference);
     }
 
-    void Settle(CellPosition at) {
+    void Evaluate(CellPosition at) {
         const Cell cell = *sheet_.Find(at);
         const Area area = cell.array.value_or(Area{at.row, at.row, at.column, at.column});
         const CellPosition base{area.first_row, area.first_column};
         if (!begun_.insert(base).second)
             return;
         const std::u16string_view body = std::u16string_view(cell.formula).substr(1);
-        const auto tokens = ReadTokens(body, {ReferenceStyle::r1c1, base, state_.books.size()});
-        const auto tree = tokens ? ParseFormula(*tokens) : std::nullopt;
+        const auto tree = ParseFormulaText(body, {ReferenceStyle::r1c1, base, state_.books.size()});
         const CellValue value = tree ? EvaluateFormula(*tree, *this) : CellValue(CellError{xlerrValue});
         for (std::int32_t row = area.first_row; row <= area.last_row; ++row) {
             for (std::int32_t column = area.first_column; column <= area.last_column; ++column)
@@ -106,15 +104,15 @@ class Calculation final : private SheetSurroundings {
     std::set<CellPosition> begun_;
 };
 
-// A constant as a user types it.
+// The value of a constant that a user types.
 CellValue ConstantOf(const std::u16string& text) {
     if (double number = 0.0; ReadNumber(text, number))
         return number;
-    if (EqualIgnoringCase(text, u"TRUE") || EqualIgnoringCase(text, u"FALSE"))
-        return EqualIgnoringCase(text, u"TRUE");
-    for (const int code : {xlerrNull, xlerrDiv0, xlerrValue, xlerrRef, xlerrName, xlerrNum, xlerrNA})
-        if (EqualIgnoringCase(text, ErrorText({code})))
-            return CellError{code};
+    if (const std::optional<bool> boolean = ReadBoolean(text))
+        return *boolean;
+    if (const std::optional<CellError> error = ReadError(text);
+        error && text.size() == ErrorText(*error).size())
+        return *error;
     return text.empty() ? CellValue() : CellValue(text);
 }
 
@@ -122,7 +120,7 @@ bool IsFormula(std::u16string_view text) {
     return text.size() > 1 && text.front() == u'=';
 }
 
-// True if some array lies partly inside and partly outside the area.
+// True if an array is partly inside and partly outside the area.
 bool CutsThroughArray(const Sheet& sheet, const Area& area) {
     return std::any_of(
         sheet.cells().begin(), sheet.cells().end(),
@@ -140,12 +138,11 @@ std::optional<CellValue> EvaluateText(HostState& state, std::u16string_view form
                                       CellPosition base, CallContext context) {
     if (!IsFormula(formula))
         return std::nullopt;
-    const auto tokens = ReadTokens(formula.substr(1), {style, base, state.books.size()});
-    const auto tree = tokens ? ParseFormula(*tokens) : std::nullopt;
+    const auto tree = ParseFormulaText(formula.substr(1), {style, base, state.books.size()});
     if (!tree)
         return std::nullopt;
-    SheetSurroundings surroundings(state, context);
-    return EvaluateFormula(*tree, surroundings);
+    SheetContext sheet(state, context);
+    return EvaluateFormula(*tree, sheet);
 }
 
 bool EnterCells(HostState& state, const Area& area, const std::u16string& text, ReferenceStyle style,

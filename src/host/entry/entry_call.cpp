@@ -56,8 +56,8 @@ constexpr CallableSignature signatures[] = {
     // A conversion: number, text, text.
     {"RBCC", Invoke<XLOPER*, double, Text4, Text4>},
     {"UBC%C%", Invoke<XLOPER12*, double, Text12, Text12>},
-    // An observer of the host's events. Its type text asks for a narrow result, whatever its arguments are;
-    // a wide entry gives a wide one all the same.
+    // An observer of the host's events. Its type text declares a narrow result also for wide arguments,
+    // although the wide entry returns a wide one.
     {"RJPPP", Invoke<XLOPER*, Int, XLOPER*, XLOPER*, XLOPER*>},
     {"RJQQQ", Invoke<XLOPER12*, Int, XLOPER12*, XLOPER12*, XLOPER12*>},
     // A ribbon's callback.

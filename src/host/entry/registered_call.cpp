@@ -16,10 +16,10 @@ namespace {
 
 thread_local CallContext current_context = CallContext::command;
 
-// One argument of a call, with the memory that the called code sees.
+// One argument of a call, with the memory that it points to.
 class EntryArgument {
   public:
-    // Turns a value into what a type letter asks for. Gives the error if it cannot be turned.
+    // Converts a value to the type of a type letter. Gives the error if it cannot be converted.
     std::optional<CellError> Set(HostState& state, const std::string& type, const CellValue& given) {
         const char letter = type.front();
         const bool takes_references = letter == 'R' || letter == 'U';
@@ -44,25 +44,25 @@ class EntryArgument {
     }
 
     std::optional<CellError> SetScalar(const std::string& type, const CellValue& given) {
-        // A rectangle is no scalar, and an argument that was left out is as an empty cell.
+        // A scalar parameter takes no rectangle, and an omitted argument is converted as an empty cell.
         if (const auto* array = given.As<CellArray>(); array && array->cells.size() != 1)
             return CellError{xlerrValue};
         const CellValue value = given.Is<MissingArgument>() ? CellValue() : given;
         if (type.front() == 'C')
             return SetText(type, ToTextValue(value));
-        const CellValue turned = Turned(type.front(), value);
-        if (const auto* error = turned.As<CellError>())
+        const CellValue converted = Converted(type.front(), value);
+        if (const auto* error = converted.As<CellError>())
             return *error;
-        if (const auto* number = turned.As<double>())
+        if (const auto* number = converted.As<double>())
             word_ = *number;
-        else if (const auto* boolean = turned.As<bool>())
+        else if (const auto* boolean = converted.As<bool>())
             word_ = std::int32_t{*boolean};
         else
-            word_ = *turned.As<std::int32_t>();
+            word_ = *converted.As<std::int32_t>();
         return std::nullopt;
     }
 
-    static CellValue Turned(char letter, const CellValue& value) {
+    static CellValue Converted(char letter, const CellValue& value) {
         using Int = std::numeric_limits<std::int32_t>;
         switch (letter) {
         case 'A':

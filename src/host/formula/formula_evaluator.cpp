@@ -19,7 +19,7 @@ CellValue Finite(double number) {
     return std::isfinite(number) ? CellValue(number) : CellValue(CellError{xlerrNum});
 }
 
-// ---- The few functions of its own that the host has
+// ---- Built-in functions of the host
 
 CellValue Sum(const Arguments& arguments) {
     double sum = 0.0;
@@ -28,7 +28,7 @@ CellValue Sum(const Arguments& arguments) {
         for (const CellValue& cell : array ? array->cells : Arguments{argument}) {
             if (cell.Is<CellError>())
                 return cell;
-            // In an array, only numbers count.
+            // In an array, only numbers are added up.
             CellValue number = array && !cell.Is<double>() ? CellValue(0.0) : ToNumberValue(cell);
             if (number.Is<CellError>())
                 return number;
@@ -38,7 +38,7 @@ CellValue Sum(const Arguments& arguments) {
     return Finite(sum);
 }
 
-// The cell at a row and a column of an array, both counted from 1; a single index goes along a vector.
+// The cell at a row and a column of an array, both counted from 1; a single index selects a cell of a vector.
 CellValue Index(const Arguments& arguments) {
     const auto* given = arguments[0].As<CellArray>();
     const CellArray array = given ? *given : RowOf({arguments[0]});
@@ -81,21 +81,21 @@ CellValue NotAvailable(const Arguments&) {
     return CellError{xlerrNA};
 }
 
-struct OwnFunction {
+struct BuiltIn {
     std::u16string_view name;
     std::size_t min_arguments;
     std::size_t max_arguments;
     CellValue (*call)(const Arguments&);
 };
 
-constexpr OwnFunction own_functions[] = {
+constexpr BuiltIn built_ins[] = {
     {u"SUM", 1, 30, Sum},       {u"INDEX", 2, 3, Index},     {u"REPT", 2, 2, Repeat},
     {u"CHAR", 1, 1, Character}, {u"NA", 0, 0, NotAvailable},
 };
 
 // ---- Operators
 
-// An empty cell as the empty value of another one's kind.
+// The value that an empty cell has when it is compared with a value of another kind.
 CellValue EmptyAs(const CellValue& other) {
     if (other.Is<std::u16string>())
         return u"";
@@ -107,7 +107,7 @@ CellValue Compare(const std::u16string& symbol, const CellValue& left, const Cel
         return Compare(symbol, EmptyAs(right), right);
     if (right.Is<EmptyCell>() && !left.Is<EmptyCell>())
         return Compare(symbol, left, EmptyAs(left));
-    // Numbers go before texts, texts before booleans.
+    // Numbers sort before texts, and texts before booleans.
     const auto rank = [](const CellValue& value) {
         return value.Is<bool>() ? 2 : value.Is<std::u16string>() ? 1 : 0;
     };
@@ -170,13 +170,13 @@ CellValue Infix(const std::u16string& symbol, const CellValue& left_value, const
 
 class Evaluator {
   public:
-    explicit Evaluator(FormulaSurroundings& surroundings) : surroundings_(surroundings) {}
+    explicit Evaluator(EvaluationContext& context) : context_(context) {}
 
-    // The value of a node; a reference gives what it refers to.
+    // The value of a node; a reference gives the value of its cells.
     CellValue Value(const FormulaNode& node) {
         CellValue value = ValueOrReference(node);
         if (const auto* reference = value.As<Reference>())
-            return surroundings_.ValueOf(*reference);
+            return context_.ValueOf(*reference);
         return value;
     }
 
@@ -212,7 +212,7 @@ class Evaluator {
     }
 
     CellValue MakeReference(const FormulaNode& node) {
-        const IDSHEET sheet = surroundings_.SheetOf(node.qualifier);
+        const IDSHEET sheet = context_.SheetOf(node.qualifier);
         if (sheet == 0)
             return CellError{xlerrRef};
         const CellPosition first = node.children.empty() ? node.cell : node.children[0].cell;
@@ -223,26 +223,27 @@ class Evaluator {
     }
 
     CellValue Call(const FormulaNode& node) {
-        const auto* own = std::find_if(
-            std::begin(own_functions), std::end(own_functions),
-            [&node](const OwnFunction& function) { return EqualIgnoringCase(function.name, node.text); });
+        const auto* built_in =
+            std::find_if(std::begin(built_ins), std::end(built_ins), [&node](const BuiltIn& function) {
+                return EqualIgnoringCase(function.name, node.text);
+            });
         Arguments arguments;
         for (const FormulaNode& child : node.children)
-            arguments.push_back(own != std::end(own_functions) ? Value(child) : ValueOrReference(child));
-        if (own == std::end(own_functions))
-            return surroundings_.CallRegistered(node.text, arguments);
-        if (arguments.size() < own->min_arguments || arguments.size() > own->max_arguments)
+            arguments.push_back(built_in != std::end(built_ins) ? Value(child) : ValueOrReference(child));
+        if (built_in == std::end(built_ins))
+            return context_.CallRegistered(node.text, arguments);
+        if (arguments.size() < built_in->min_arguments || arguments.size() > built_in->max_arguments)
             return CellError{xlerrValue};
-        return own->call(arguments);
+        return built_in->call(arguments);
     }
 
-    FormulaSurroundings& surroundings_;
+    EvaluationContext& context_;
 };
 
 } // namespace
 
-CellValue EvaluateFormula(const FormulaNode& formula, FormulaSurroundings& surroundings) {
-    return Evaluator(surroundings).Value(formula);
+CellValue EvaluateFormula(const FormulaNode& formula, EvaluationContext& context) {
+    return Evaluator(context).Value(formula);
 }
 
 } // namespace metrify::host

@@ -1,27 +1,28 @@
 #pragma once
 
-// The value of a formula.
+// Evaluation of formulas.
 
 #include "host/formula/formula_tree.h"
 
 namespace metrify::host {
 
-/// What a formula refers to.
-class FormulaSurroundings {
+/// The sheets, cells and functions that a formula can refer to.
+class EvaluationContext {
   public:
-    virtual ~FormulaSurroundings() = default;
+    virtual ~EvaluationContext() = default;
 
-    /// The id of the sheet that a qualifier names, an empty one the sheet of the formula. 0 if there is none.
+    /// The id of the sheet that a qualifier names; an empty qualifier means the sheet of the formula. 0 if
+    /// there is no such sheet.
     virtual IDSHEET SheetOf(std::u16string_view qualifier) = 0;
 
     /// The value of one cell, or of a rectangle as an array.
     virtual CellValue ValueOf(const Reference& reference) = 0;
 
-    /// Calls a function that somebody registered. `#NAME?` for a name that nobody did.
+    /// Calls a registered function. `#NAME?` for an unknown name.
     virtual CellValue CallRegistered(const std::u16string& name, const std::vector<CellValue>& arguments) = 0;
 };
 
-/// Evaluates a formula. A formula that is a reference gives the value it refers to.
-CellValue EvaluateFormula(const FormulaNode& formula, FormulaSurroundings& surroundings);
+/// Evaluates a formula. A reference gives the value of its cells.
+CellValue EvaluateFormula(const FormulaNode& formula, EvaluationContext& context);
 
 } // namespace metrify::host

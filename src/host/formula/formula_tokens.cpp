@@ -49,7 +49,7 @@ class TokenReader {
         if (c == u'"')
             return ReadText();
         if (c == u'#')
-            return ReadError();
+            return ReadErrorToken();
         if (IsDigit(c) || (c == u'.' && rest_.size() > 1 && IsDigit(rest_[1])))
             return ReadNumberToken();
         if (std::optional<Token> reference = ReadReference(0))
@@ -78,16 +78,12 @@ class TokenReader {
         return std::nullopt;
     }
 
-    std::optional<Token> ReadError() {
-        constexpr int codes[] = {xlerrNull, xlerrDiv0, xlerrValue, xlerrRef, xlerrName, xlerrNum, xlerrNA};
-        const auto* found = std::find_if(std::begin(codes), std::end(codes), [this](int code) {
-            const std::u16string_view text = ErrorText({code});
-            return EqualIgnoringCase(rest_.substr(0, text.size()), text);
-        });
-        if (found == std::end(codes))
+    std::optional<Token> ReadErrorToken() {
+        const std::optional<CellError> error = ReadError(rest_);
+        if (!error)
             return std::nullopt;
-        Token token = Take(TokenKind::error, ErrorText({*found}).size());
-        token.error = *found;
+        Token token = Take(TokenKind::error, ErrorText(*error).size());
+        token.error = error->code;
         return token;
     }
 

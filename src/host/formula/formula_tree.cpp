@@ -9,7 +9,7 @@ namespace metrify::host {
 
 namespace {
 
-// As many levels as the host's own formulas may have, and some for the levels of operators between.
+// Limits the recursion.
 constexpr int kMaxDepth = 200;
 
 class Parser {
@@ -37,7 +37,7 @@ class Parser {
         return is_there;
     }
 
-    // The operator of this level that comes next, otherwise the empty text.
+    // Takes the next token if it is an operator of this level; otherwise the text is empty.
     std::u16string_view TakeOperator(std::size_t level) {
         for (const std::u16string_view symbol : levels[level])
             if (TakeSymbol(symbol))
@@ -125,13 +125,12 @@ class Parser {
         return ValueNode(Literal(token));
     }
 
-    // A word that is a boolean, a function with its arguments, or a name.
+    // name := "TRUE" | "FALSE" | name [ "(" arguments ]
     Result ParseName(const Token& token) {
         if (TakeSymbol(u"("))
             return ParseArguments(token.text);
-        for (const auto& [word, value] : {std::pair{u"TRUE", true}, std::pair{u"FALSE", false}})
-            if (EqualIgnoringCase(token.text, word))
-                return ValueNode(value);
+        if (const std::optional<bool> boolean = ReadBoolean(token.text))
+            return ValueNode(*boolean);
         return Node(NodeKind::name, token.text);
     }
 
@@ -176,7 +175,7 @@ class Parser {
         return ValueNode(ArrayOf(rows));
     }
 
-    // The value of a literal; of what is none, nothing.
+    // The value of a literal; an empty one for any other token.
     static CellValue Literal(const Token& token) {
         switch (token.kind) {
         case TokenKind::number:
@@ -203,7 +202,7 @@ class Parser {
         return node;
     }
 
-    // The operators between two operands, from the loosest level to the closest.
+    // The infix operators, lowest precedence first.
     static constexpr std::array<std::array<std::u16string_view, 6>, 5> levels{{
         {u"=", u"<>", u"<=", u">=", u"<", u">"},
         {u"&"},
@@ -220,6 +219,11 @@ class Parser {
 
 std::optional<FormulaNode> ParseFormula(const std::vector<Token>& tokens) {
     return Parser(tokens).ParseAll();
+}
+
+std::optional<FormulaNode> ParseFormulaText(std::u16string_view formula, const FormulaSetting& setting) {
+    const std::optional<std::vector<Token>> tokens = ReadTokens(formula, setting);
+    return tokens ? ParseFormula(*tokens) : std::nullopt;
 }
 
 } // namespace metrify::host

@@ -13,9 +13,9 @@ namespace metrify::host {
 
 enum class NodeKind {
     value,     ///< a literal, or an array of them
-    missing,   ///< an argument that is left out
+    missing,   ///< an omitted argument
     reference, ///< one cell, or with two children the rectangle between them
-    name,      ///< a name, which no function follows
+    name,      ///< a name that is not called
     call,      ///< of the function `text`
     prefix,    ///< the sign `text`
     percent,
@@ -31,7 +31,10 @@ struct FormulaNode {
     std::vector<FormulaNode> children;
 };
 
-/// The tree of a formula's tokens. Nothing if they make no formula, or one nested beyond all use.
+/// The tree of a formula's tokens. Nothing if they are not a formula, or one nested too deeply.
 std::optional<FormulaNode> ParseFormula(const std::vector<Token>& tokens);
+
+/// The tree of a formula without its "=", which must outlive it.
+std::optional<FormulaNode> ParseFormulaText(std::u16string_view formula, const FormulaSetting& setting);
 
 } // namespace metrify::host

@@ -60,7 +60,7 @@ int Run(const std::vector<std::string>& arguments) {
                  "a spreadsheet without add-in that other programs find, until its window is closed")
         ->excludes(formula);
 
-    // The parser takes them last first, and without the program's name.
+    // The parser takes the arguments in reverse order, without the name of the program.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend() - 1);
     try {
         app.parse(reversed);

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the system does for a program.
+// Services of the operating system for the program.
 
 #include <string>
 #include <vector>
@@ -12,14 +12,14 @@ class Host;
 /// The arguments of this program, in UTF-8.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
-/// The whole path of the add-in that lies beside this program.
+/// The full path of the add-in in the folder of this program.
 std::string ModuleBesideProgram();
 
-/// Newlines go in and out as they are.
+/// Turns the conversion of newlines in the standard streams off.
 void UseBinaryStreams();
 
-/// Shows the host to other programs by its windows and its automation, until its main window is closed. False
-/// where programs have no such things.
+/// Makes the host available to other programs by its windows and its automation until its main window is
+/// closed. False on systems without these.
 bool ServeOtherPrograms(Host& host);
 
 } // namespace metrify::host

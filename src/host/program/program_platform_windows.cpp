@@ -12,7 +12,7 @@
 namespace metrify::host {
 
 std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
-    // The arguments that main gets have lost what the code page does not hold.
+    // The arguments of main have lost the characters that are not in the code page.
     std::vector<std::string> arguments;
     int count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);

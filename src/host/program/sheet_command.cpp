@@ -69,7 +69,7 @@ int WriteValues(Host& host, const std::vector<std::u16string>& formulas, unsigne
     return status;
 }
 
-// On each formula, on an empty cell without any.
+// Runs the macro for each formula, or for an empty cell if there is none.
 int RunMacro(Host& host, const SheetOptions& options, std::vector<std::u16string> formulas,
              std::ostream& output, std::ostream& errors) {
     if (formulas.empty())
@@ -78,7 +78,7 @@ int RunMacro(Host& host, const SheetOptions& options, std::vector<std::u16string
     const auto is_run = [&](const std::u16string& formula) {
         return WriteMacroRun(host, macro, formula, options.agrees, output);
     };
-    // What the add-in keeps for a thread is to go with it.
+    // On its own thread, so that the add-in's state of the thread is destroyed before the add-in is closed.
     bool are_run = false;
     std::jthread([&] { are_run = std::all_of(formulas.begin(), formulas.end(), is_run); }).join();
     if (!are_run)

@@ -1,6 +1,6 @@
 #pragma once
 
-// The metrify-sheet command: formulas through an add-in, as a spreadsheet would do it.
+// The metrify-sheet command: evaluates formulas with an add-in as a spreadsheet does.
 
 #include <iosfwd>
 #include <string>
@@ -12,18 +12,17 @@ struct SheetOptions {
     std::string module;
     int release = 15;
     unsigned threads = 1;
-    /// A command of the add-in's to run instead of evaluating formulas.
+    /// A command of the add-in to run for each formula, instead of evaluating it.
     std::string macro = {};
-    /// Whether the user agrees when the macro asks.
+    /// The answer to the questions of the macro: OK or Cancel.
     bool agrees = true;
-    /// "-" stands for formulas from the input, one a line.
+    /// "-" means formulas from the input, one per line.
     std::vector<std::string> formulas = {};
 };
 
-/// Loads and opens the add-in, evaluates the formulas, writes their values and closes the add-in. What is no
-/// formula gives
-/// `#NAME?` and a word to `errors`, as alerts of the add-in do. Gives the exit code: 0, or 1 if the
-/// add-in could not be loaded or a text was no formula.
+/// Loads and opens the add-in, evaluates the formulas, writes their values and closes the add-in. A text that
+/// is not a formula gives `#NAME?` and is reported in `errors`, as are alerts of the add-in. Gives the exit
+/// code: 0, or 1 if the add-in could not be opened or a text was not a formula.
 int SheetCommand(const SheetOptions& options, std::istream& input, std::ostream& output,
                  std::ostream& errors);
 

@@ -52,7 +52,7 @@ bool ReadArray(const Record& record, IDSHEET current_sheet, CellValue& value) {
     array.cells.resize(CellCountOf(record));
     for (std::size_t i = 0; i < array.cells.size(); ++i) {
         CellValue& cell = array.cells[i];
-        // A cell holds one value; an array of arrays is none.
+        // A cell holds a single value, so arrays do not nest.
         if (!ReadAny(record.val.array.lparray[i], current_sheet, cell) || cell.Is<CellArray>() ||
             cell.Is<Reference>())
             return false;
@@ -146,7 +146,7 @@ void WriteReference(const Reference& reference, Record& record) {
         WriteArea(reference.areas.front(), record.val.sref.ref);
         return;
     }
-    // The list goes on behind its declared single rectangle; the copy is what the host keeps.
+    // The list is longer than the single rectangle that it declares. Only the copy is kept.
     using List = typename RecordFamily<Record>::RectangleList;
     std::vector<List> storage(reference.areas.size());
     storage.front().count = static_cast<std::uint16_t>(reference.areas.size());

@@ -1,5 +1,6 @@
 #include "host/sheet/cell_reference.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 
@@ -19,7 +20,7 @@ bool IsDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
 }
 
-// What may stand in a name behind its first character.
+// True for a character that a name may have after its first one.
 bool IsNameCharacter(char16_t c) {
     return IsLetter(c) || IsDigit(c) || c == u'_' || c == u'.' || c >= 0x80;
 }
@@ -31,29 +32,31 @@ bool TakeCharacter(std::u16string_view& text, char16_t c) {
     return is_there;
 }
 
-std::optional<std::int32_t> TakeInteger(std::u16string_view& text) {
+// Reads the digits of a number at the start of the text. Nothing, and the text unchanged, if there are none
+// or more than `most`.
+template <class IsDigitOfNumber, class ValueOfDigit>
+std::optional<std::int32_t> TakeNumber(std::u16string_view& text, std::size_t most, std::int32_t base,
+                                       IsDigitOfNumber is_digit, ValueOfDigit value) {
+    const auto* const end = std::find_if_not(text.begin(), text.end(), is_digit);
+    const auto count = static_cast<std::size_t>(end - text.begin());
+    if (count == 0 || count > most)
+        return std::nullopt;
     std::int32_t number = 0;
-    std::size_t digits = 0;
-    for (; digits < text.size() && IsDigit(text[digits]); ++digits) {
-        if (digits == kMaxDigits)
-            return std::nullopt;
-        number = number * 10 + (text[digits] - u'0');
-    }
-    text.remove_prefix(digits);
-    return digits > 0 ? std::optional(number) : std::nullopt;
+    for (const char16_t c : text.substr(0, count))
+        number = number * base + value(c);
+    text.remove_prefix(count);
+    return number;
 }
 
-// The number of a column that its letters stand for, counted from 1.
+std::optional<std::int32_t> TakeInteger(std::u16string_view& text) {
+    return TakeNumber(
+        text, kMaxDigits, 10, IsDigit, [](char16_t c) { return c - u'0'; });
+}
+
+// Reads the letters of a column as its number, counted from 1.
 std::optional<std::int32_t> TakeColumn(std::u16string_view& text) {
-    std::int32_t column = 0;
-    std::size_t letters = 0;
-    for (; letters < text.size() && IsLetter(text[letters]); ++letters) {
-        if (letters == kMaxColumnLetters)
-            return std::nullopt;
-        column = column * kLetters + ((text[letters] & ~0x20) - u'A' + 1);
-    }
-    text.remove_prefix(letters);
-    return letters > 0 ? std::optional(column) : std::nullopt;
+    return TakeNumber(
+        text, kMaxColumnLetters, kLetters, IsLetter, [](char16_t c) { return (c & ~0x20) - u'A' + 1; });
 }
 
 // a1 := [ "$" ] letters [ "$" ] digits

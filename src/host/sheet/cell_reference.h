@@ -29,21 +29,21 @@ struct SheetSize {
     std::int32_t columns;
 };
 
-/// A cell, and whether its row and column stand fast when the formula moves.
+/// A cell, and whether its row and column stay the same when the formula is moved.
 struct CellReference {
     CellPosition at;
     bool row_is_absolute = false;
     bool column_is_absolute = false;
 };
 
-/// A reference at the start of a text, and how much of the text it takes.
+/// A reference at the start of a text, and its length.
 struct ReadReferenceResult {
     CellReference reference;
     std::size_t length = 0;
 };
 
 /// Reads a reference at the start of the text. Relative parts of the R1C1 style count from `base`. Nothing if
-/// none stands there, if it lies outside the sheet, or if a name goes on behind it.
+/// there is none, if it is outside the sheet, or if it is only the beginning of a longer name.
 std::optional<ReadReferenceResult> ReadCellReference(std::u16string_view text, ReferenceStyle style,
                                                      CellPosition base, SheetSize size);
 

@@ -1,6 +1,7 @@
 #include "host/sheet/cell_value.h"
 
-#include <algorithm>
+#include "xllrt/value/error_text.h"
+
 #include <charconv>
 #include <cmath>
 #include <iterator>
@@ -34,24 +35,19 @@ CellArray ArrayOf(const std::vector<std::vector<CellValue>>& rows) {
 int TypeCodeOf(const CellValue& value) {
     if (const auto* reference = value.As<Reference>())
         return reference->is_simple ? xltypeSRef : xltypeRef;
-    // In the order of the content's kinds.
+    // In the order of the alternatives of Content.
     constexpr int codes[] = {xltypeNil, xltypeMissing, xltypeNum, xltypeStr,  xltypeBool,
                              xltypeErr, xltypeInt,     xltypeRef, xltypeMulti};
     return codes[value.content.index()];
 }
 
 std::u16string_view ErrorText(CellError error) {
-    constexpr std::pair<int, std::u16string_view> texts[] = {
-        {xlerrNull, u"#NULL!"}, {xlerrDiv0, u"#DIV/0!"}, {xlerrValue, u"#VALUE!"}, {xlerrRef, u"#REF!"},
-        {xlerrName, u"#NAME?"}, {xlerrNum, u"#NUM!"},    {xlerrNA, u"#N/A"},
-    };
-    const auto* found = std::find_if(std::begin(texts), std::end(texts),
-                                     [error](const auto& text) { return text.first == error.code; });
-    return found != std::end(texts) ? found->second : u"#N/A";
+    const std::u16string_view text = WideErrorText(error.code);
+    return text.empty() ? WideErrorText(xlerrNA) : text;
 }
 
 std::u16string NumberText(double number) {
-    // Whole numbers are not abbreviated to a power of ten before they need be.
+    // Below this limit, whole numbers are written without a power of ten.
     constexpr double plain_limit = 1e15;
     char text[32];
     const bool is_plain = std::fabs(number) < plain_limit && std::trunc(number) == number;
@@ -76,12 +72,19 @@ bool ReadNumber(std::u16string_view text, double& number) {
     return read.ec == std::errc() && read.ptr == end && std::isfinite(number);
 }
 
-bool EqualIgnoringCase(std::u16string_view left, std::u16string_view right) {
-    const auto fold = [](char16_t c) {
-        return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
-    };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [fold](char16_t l, char16_t r) { return fold(l) == fold(r); });
+std::optional<bool> ReadBoolean(std::u16string_view text) {
+    if (EqualIgnoringCase(text, u"TRUE"))
+        return true;
+    return EqualIgnoringCase(text, u"FALSE") ? std::optional(false) : std::nullopt;
+}
+
+std::optional<CellError> ReadError(std::u16string_view text) {
+    for (const int code : {xlerrNull, xlerrDiv0, xlerrValue, xlerrRef, xlerrName, xlerrNum, xlerrNA}) {
+        const std::u16string_view name = WideErrorText(code);
+        if (EqualIgnoringCase(text.substr(0, name.size()), name))
+            return CellError{code};
+    }
+    return std::nullopt;
 }
 
 } // namespace metrify::host

@@ -1,11 +1,13 @@
 #pragma once
 
-// A value as the stand-in host keeps it, whatever family it came in or goes out in.
+// A value of a cell or an argument, independent of the two record families.
 
+#include "xllrt/text/ascii_case.h"
 #include "xllrt/value/record_family.h"
 
 #include <compare>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -45,7 +47,7 @@ struct Area {
     friend bool operator==(const Area&, const Area&) = default;
 };
 
-/// Cells of one sheet. A simple one is a single rectangle on the current sheet and goes out without its
+/// Cells of one sheet. A simple reference is a single rectangle on the current sheet; its record names no
 /// sheet.
 struct Reference {
     IDSHEET sheet = 0;
@@ -104,7 +106,7 @@ CellArray ArrayOf(const std::vector<std::vector<CellValue>>& rows);
 /// The type code of a value's record.
 int TypeCodeOf(const CellValue& value);
 
-/// The text of an error, as "#VALUE!"; "#N/A" for a code that is none.
+/// The text of an error, such as "#VALUE!"; "#N/A" for an unknown code.
 std::u16string_view ErrorText(CellError error);
 
 /// A number as a cell shows it: the shortest text that reads back equal.
@@ -113,7 +115,10 @@ std::u16string NumberText(double number);
 /// Reads a whole text as a number, blanks around it allowed.
 bool ReadNumber(std::u16string_view text, double& number);
 
-/// True if the texts are equal but for the case of ASCII letters.
-bool EqualIgnoringCase(std::u16string_view left, std::u16string_view right);
+/// TRUE or FALSE in any case; nothing for any other text.
+std::optional<bool> ReadBoolean(std::u16string_view text);
+
+/// The error whose text is at the start of a text, in any case.
+std::optional<CellError> ReadError(std::u16string_view text);
 
 } // namespace metrify::host

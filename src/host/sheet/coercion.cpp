@@ -51,9 +51,8 @@ CellValue ToTextValue(const CellValue& value) {
 CellValue ToBoolValue(const CellValue& value) {
     const CellValue& scalar = FirstCell(value);
     if (const auto* text = scalar.As<std::u16string>()) {
-        if (EqualIgnoringCase(*text, u"TRUE"))
-            return true;
-        return EqualIgnoringCase(*text, u"FALSE") ? CellValue(false) : value_error;
+        const std::optional<bool> boolean = ReadBoolean(*text);
+        return boolean ? CellValue(*boolean) : value_error;
     }
     CellValue number = ToNumberValue(scalar);
     const auto* digits = number.As<double>();

@@ -7,7 +7,7 @@ namespace metrify::host {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-constexpr char32_t kFirstBeyondUnits = 0x10000;
+constexpr char32_t kFirstSupplementary = 0x10000;
 constexpr char32_t kLast = 0x10FFFF;
 
 bool IsHighSurrogate(char32_t c) {
@@ -18,11 +18,11 @@ bool IsLowSurrogate(char32_t c) {
     return c >= 0xDC00 && c <= 0xDFFF;
 }
 
-// What the first byte of a sequence says of it.
+// The properties of a sequence that follow from its first byte.
 struct SequenceKind {
     std::size_t following;
     char32_t first_bits;
-    char32_t smallest; // a smaller character would have had a shorter sequence
+    char32_t smallest; // characters below this have a shorter sequence
 };
 
 SequenceKind KindOf(std::uint8_t first) {
@@ -33,7 +33,7 @@ SequenceKind KindOf(std::uint8_t first) {
     if (first >= 0xE0 && first < 0xF0)
         return {2, first & 0x0FU, 0x800};
     if (first >= 0xF0 && first < 0xF8)
-        return {3, first & 0x07U, kFirstBeyondUnits};
+        return {3, first & 0x07U, kFirstSupplementary};
     return {0, kReplacement, 0};
 }
 
@@ -60,7 +60,7 @@ void Append(std::string& text, char32_t c) {
     } else if (c < 0x800) {
         text += static_cast<char>(0xC0U | (c >> 6U));
         following(0);
-    } else if (c < kFirstBeyondUnits) {
+    } else if (c < kFirstSupplementary) {
         text += static_cast<char>(0xE0U | (c >> 12U));
         following(6);
         following(0);
@@ -78,11 +78,11 @@ std::u16string FromUtf8(std::string_view text) {
     std::u16string units;
     while (!text.empty()) {
         const char32_t c = TakeCharacter(text);
-        if (c < kFirstBeyondUnits) {
+        if (c < kFirstSupplementary) {
             units += static_cast<char16_t>(c);
         } else {
-            units += static_cast<char16_t>(0xD800 + ((c - kFirstBeyondUnits) >> 10U));
-            units += static_cast<char16_t>(0xDC00 + ((c - kFirstBeyondUnits) & 0x3FFU));
+            units += static_cast<char16_t>(0xD800 + ((c - kFirstSupplementary) >> 10U));
+            units += static_cast<char16_t>(0xDC00 + ((c - kFirstSupplementary) & 0x3FFU));
         }
     }
     return units;
@@ -93,7 +93,7 @@ std::string ToUtf8(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         char32_t c = text[i];
         if (IsHighSurrogate(c) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-            c = kFirstBeyondUnits + ((c - 0xD800) << 10U) + (text[i + 1] - 0xDC00U);
+            c = kFirstSupplementary + ((c - 0xD800) << 10U) + (text[i + 1] - 0xDC00U);
             ++i;
         }
         Append(bytes, IsHighSurrogate(c) || IsLowSurrogate(c) ? kReplacement : c);

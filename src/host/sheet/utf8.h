@@ -1,16 +1,16 @@
 #pragma once
 
-// Text of the host, UTF-16, to and from UTF-8.
+// Conversion between UTF-16, the encoding of the host's texts, and UTF-8.
 
 #include <string>
 #include <string_view>
 
 namespace metrify::host {
 
-/// What is no UTF-8 arrives as U+FFFD.
+/// Invalid UTF-8 becomes U+FFFD.
 std::u16string FromUtf8(std::string_view text);
 
-/// Half a surrogate pair arrives as U+FFFD.
+/// An unpaired surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view text);
 
 } // namespace metrify::host

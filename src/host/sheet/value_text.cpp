@@ -14,7 +14,7 @@ std::string ShortestText(double number) {
     return {text, std::to_chars(std::begin(text), std::end(text), number).ptr};
 }
 
-// An escape of three octal digits ends by itself, whatever follows.
+// Octal escapes have a fixed length of three digits, so that a digit may follow.
 void AppendOctal(std::string& quoted, unsigned char c) {
     quoted += '\\';
     for (const unsigned shift : {6U, 3U, 0U})

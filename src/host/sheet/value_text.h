@@ -1,6 +1,6 @@
 #pragma once
 
-// Values as lines of text, for programs that read them.
+// Values as lines of text for other programs to read.
 
 #include "host/sheet/cell_value.h"
 
@@ -8,9 +8,9 @@
 
 namespace metrify::host {
 
-/// The rows of a value, a line each with a newline behind it, cells separated by tabs. Numbers stand in the
-/// shortest form that reads back equal, texts in double quotes with the escapes of C in UTF-8, errors and
-/// booleans by their words; an empty cell is nothing.
+/// The rows of a value, each a line that ends with a newline, cells separated by tabs. Numbers are written in
+/// the shortest form that reads back equal, texts in UTF-8 between double quotes with the escapes of C,
+/// errors and booleans as cells show them, and an empty cell as nothing.
 std::string RowsText(const CellValue& value);
 
 } // namespace metrify::host

@@ -1,6 +1,6 @@
 #pragma once
 
-// The cells of the stand-in host: sheets, the formulas and values in them, the active cell.
+// Workbooks of the host: sheets with their formulas and values, the active cell.
 
 #include "host/sheet/cell_reference.h"
 #include "host/sheet/cell_value.h"
@@ -16,7 +16,7 @@ namespace metrify::host {
 struct Cell {
     std::u16string formula; ///< with its "=", references in the R1C1 style; empty for a constant
     CellValue value;
-    std::optional<Area> array; ///< the area of the array formula the cell is part of
+    std::optional<Area> array; ///< the area of the array formula that the cell is part of
 };
 
 class Sheet {
@@ -26,16 +26,16 @@ class Sheet {
     IDSHEET id() const { return id_; }
     const std::u16string& name() const { return name_; }
 
-    /// The cell, or null where nothing stands.
+    /// The cell, or null if nothing was entered there.
     const Cell* Find(CellPosition at) const;
-    /// The cell, made where nothing stands.
+    /// The cell, added if it does not exist.
     Cell& Make(CellPosition at) { return cells_[at]; }
     const std::map<CellPosition, Cell>& cells() const { return cells_; }
 
-    /// What a cell's formula bar shows: the formula, or the constant as text.
+    /// The text of a cell in the formula bar: the formula, or the constant as text.
     std::u16string FormulaText(CellPosition at) const;
 
-    /// The values of an area: of one cell its value, otherwise an array.
+    /// The value of an area: a single value for one cell, otherwise an array.
     CellValue Values(const Area& area) const;
 
   private:
@@ -44,7 +44,7 @@ class Sheet {
     std::map<CellPosition, Cell> cells_;
 };
 
-/// The workbooks that are open, each with one sheet. The last one is active.
+/// The open workbooks, each with one sheet. The last one is active.
 class Workbooks {
   public:
     /// One workbook, "Sheet1", with its first cell active.
@@ -66,7 +66,7 @@ class Workbooks {
     Sheet* Find(IDSHEET id);
     Sheet* Find(std::u16string_view name);
 
-    /// The active cell, or nothing if no cell can be.
+    /// The active cell; nothing without a workbook or a selection.
     std::optional<CellPosition> ActiveCell() const;
     void SelectCell(std::optional<CellPosition> at);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// A module the host has loaded.
+// A loaded module.
 
 #include <memory>
 #include <string>
@@ -18,8 +18,8 @@ class AddInModule {
     virtual void* Find(const std::string& name) const = 0;
 };
 
-/// Loads a module from a file, whose path is in UTF-8. Null, with the system's words in `error`, if that
-/// fails. The module is unloaded when the object goes.
+/// Loads a module from a file, whose path is in UTF-8. Null on failure, with the system's message in `error`.
+/// The module is unloaded when the object is destroyed.
 std::unique_ptr<AddInModule> LoadAddInModule(const std::string& path, std::string& error);
 
 } // namespace metrify::host

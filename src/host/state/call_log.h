@@ -1,6 +1,6 @@
 #pragma once
 
-// The calls that add-ins made, for whoever wants to compare their order and their arguments.
+// A log of the calls that add-ins make, with their order, arguments and results.
 
 #include "host/sheet/cell_value.h"
 
@@ -13,16 +13,16 @@ namespace metrify::host {
 struct LoggedCall {
     int function; ///< with its options
     bool is_wide;
-    std::vector<CellValue> arguments; ///< none of a call of `xlFree`, or of one refused before they were read
+    std::vector<CellValue> arguments; ///< empty for `xlFree` and for a call refused before they were read
     int code;
     CellValue result; ///< empty unless the code is 0
     friend bool operator==(const LoggedCall&, const LoggedCall&) = default;
 };
 
-/// Calls of several threads stand in it in the order of their ends.
+/// Calls of several threads are in the order in which they returned.
 class CallLog {
   public:
-    /// Calls are noted from here on; those noted before are forgotten.
+    /// Starts an empty log.
     void Start();
     void Stop();
 
@@ -31,12 +31,12 @@ class CallLog {
 
     std::vector<LoggedCall> Calls() const;
 
-    /// The calls of one function, options left out of account.
+    /// The calls of one function, options ignored.
     std::vector<LoggedCall> CallsOf(int function) const;
 
   private:
     mutable std::mutex mutex_;
-    std::atomic<bool> is_on_ = false; // calls are many, and mostly nobody looks
+    std::atomic<bool> is_on_ = false; // off by default, since calls are frequent
     std::vector<LoggedCall> calls_;
 };
 

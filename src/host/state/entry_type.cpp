@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::u16string_view kTypes = u"ABCDEFGHIJKLMNOPR";
 constexpr std::u16string_view kWideTypes = u"QU";
-// These have a form for wide text, or for large arrays, marked by a percent sign.
+// A percent sign after these selects wide text, or large arrays.
 constexpr std::u16string_view kTypesWithPercent = u"CDFGKO";
 
 bool IsOneOf(char16_t c, std::u16string_view these) {
@@ -27,7 +27,7 @@ std::optional<EntryType> ReadEntryType(std::u16string_view text, bool is_wide_ho
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char16_t c = text[at];
         if (c == u'!')
-            continue; // volatile: the stand-in host recalculates all cells anyhow
+            continue; // volatile has no effect: every calculation evaluates all cells
         if (c == u'#') {
             type.is_macro = true;
             continue;
@@ -50,7 +50,7 @@ std::optional<EntryType> ReadEntryType(std::u16string_view text, bool is_wide_ho
         else
             type.parameters.push_back(std::move(letter));
     }
-    // The host leaves "$" out of account in a function that may ask what macro sheets ask.
+    // "$" has no effect together with "#".
     type.is_thread_safe = type.is_thread_safe && !type.is_macro;
     return type.result.empty() ? std::nullopt : std::optional(std::move(type));
 }

@@ -9,18 +9,18 @@
 
 namespace metrify::host {
 
-/// Types are single letters, those of wide text with a "%".
+/// Types are single letters; wide texts and large arrays have a "%" after theirs.
 struct EntryType {
     std::string result;
     std::vector<std::string> parameters;
     bool is_thread_safe = false; ///< "$"
-    bool is_macro = false;       ///< "#": may ask for what only macro sheets may
+    bool is_macro = false;       ///< "#": may call functions reserved for macro sheets
 
     /// Result and parameters in one text, without the marks.
     std::string Signature() const;
 };
 
-/// Reads a type text. Nothing for a letter that is no type, or that hosts before version 12 do not know.
+/// Reads a type text. Nothing for an unknown letter, or one that only hosts from version 12 on know.
 std::optional<EntryType> ReadEntryType(std::u16string_view text, bool is_wide_host);
 
 } // namespace metrify::host

@@ -1,6 +1,6 @@
 #pragma once
 
-// Calls of the host that fail because somebody wants to see what an add-in does then.
+// Fault injection: makes calls of the host fail, to test how an add-in reacts.
 
 #include <cstddef>
 #include <map>
@@ -9,7 +9,7 @@ namespace metrify::host {
 
 class FaultSwitch {
   public:
-    /// The n-th call from now on fails; 0 counts without a failure.
+    /// Makes the n-th call from now on fail; 0 only counts calls.
     void FailCall(std::size_t n) {
         failing_ = n;
         calls_ = 0;
@@ -17,13 +17,13 @@ class FaultSwitch {
     }
     void Stop() { is_counting_ = false; }
 
-    /// Calls counted so far.
+    /// The number of calls counted so far.
     std::size_t calls() const { return calls_; }
 
-    /// Counts a call. True if it has to fail.
+    /// Counts a call. True if it must fail.
     bool IsCallFailing() { return is_counting_ && ++calls_ == failing_; }
 
-    /// Every call of a function fails with this code; code 0 lets it work again.
+    /// Makes every call of a function fail with this code; code 0 ends that.
     void Refuse(int function, int code) { refusals_[function] = code; }
     /// The code that calls of a function fail with, or 0.
     int RefusalOf(int function) const {

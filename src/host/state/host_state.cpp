@@ -13,7 +13,7 @@ SheetSize SizeOfSheets(int version) {
 }
 
 // The settings of a host in the United States: the country of the program and of the system, separators,
-// letters, brackets, codes of dates and times, and how currencies and dates are written.
+// letters, brackets, codes of dates and times, formats of currencies and dates.
 std::vector<CellValue> UnitedStates() {
     return {1.0,  1.0,        u".", u",",  u",",  u"R",  u"C", u"r", u"c",  u"[",  u"]",  u"{",
             u"}", u",",       u";", u"\\", u"/",  u":",  u"y", u"m", u"d",  u"h",  u"m",  u"s",

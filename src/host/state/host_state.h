@@ -1,6 +1,6 @@
 #pragma once
 
-// Everything the stand-in host knows.
+// The state of the host.
 
 #include "host/sheet/workbook.h"
 #include "host/state/add_in_module.h"
@@ -19,11 +19,11 @@
 
 namespace metrify::host {
 
-/// What code of an add-in is called as, which settles what it may ask of the host.
+/// The kind of entry through which an add-in is called. It decides which functions the add-in may call.
 enum class CallContext {
-    calculation_thread, ///< a thread-safe function, perhaps one of several at a time
+    calculation_thread, ///< a thread-safe function, possibly several at a time
     worksheet_function,
-    macro_function, ///< a worksheet function registered to ask what macro sheets may ask
+    macro_function, ///< a worksheet function registered with the rights of a macro sheet
     command,
 };
 
@@ -34,7 +34,7 @@ struct Alert {
     friend bool operator==(const Alert&, const Alert&) = default;
 };
 
-/// Results that the add-in marked as its own, and how many of them went back to it.
+/// Results whose memory the add-in owns, and how many of them were returned to it.
 struct ResultCounts {
     std::atomic<std::size_t> marked = 0;
     std::atomic<std::size_t> given_back = 0;
@@ -51,21 +51,21 @@ struct HostState {
     MenuBar menus;
 
     RecordLedger ledger;  ///< records handed to add-ins
-    ResultCounts results; ///< records that add-ins handed over
+    ResultCounts results; ///< records returned by add-ins
     CallLog log;
-    FaultSwitch faults; ///< not for calculation threads
+    FaultSwitch faults; ///< has no effect on calculation threads
 
-    const AddInModule* module = nullptr; ///< the one whose code runs, or ran last
+    const AddInModule* module = nullptr; ///< the loaded module, or null
 
     std::vector<CellValue> international; ///< the items of workspace information 37
     std::uint32_t window_handle = 0x0012ABCD;
 
-    std::vector<Alert> alerts;                   ///< those shown
-    std::deque<bool> answers;                    ///< to the alerts to come; TRUE when they have run out
-    std::vector<std::u16string> wizard_openings; ///< the formulas that the function wizard was opened on
+    std::vector<Alert> alerts;                   ///< alerts shown so far
+    std::deque<bool> answers;                    ///< to the next alerts; TRUE when empty
+    std::vector<std::u16string> wizard_openings; ///< the formulas that the function wizard was opened with
     bool echo = true;
 
-    /// Held while a function runs that may not run on several threads.
+    /// Held while a function runs that is not thread-safe.
     std::recursive_mutex main_thread;
 };
 

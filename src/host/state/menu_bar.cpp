@@ -15,7 +15,7 @@ std::u16string WithoutAmpersands(std::u16string text) {
     return text;
 }
 
-// The menu that a value names, otherwise the end.
+// The menu with a name or a number; the end if there is none.
 std::vector<MenuItem>::iterator Find(std::vector<MenuItem>& items, const CellValue& which) {
     if (const auto* name = which.As<std::u16string>()) {
         const std::u16string wanted = WithoutAmpersands(*name);
@@ -28,7 +28,7 @@ std::vector<MenuItem>::iterator Find(std::vector<MenuItem>& items, const CellVal
     return index ? items.begin() + (*index - 1) : items.end();
 }
 
-// Where a position names nothing: at the end, unless it is a text that should have named something.
+// A position that matches no item means the end, unless it is a name.
 bool IsOpenPosition(const CellValue& position) {
     return !position.Is<std::u16string>();
 }

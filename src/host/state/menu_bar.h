@@ -20,28 +20,28 @@ struct MenuItem {
     std::vector<MenuItem> items; ///< of a submenu
 };
 
-/// Menus are named by their text, case and ampersands left out of account, or by their number from 1.
+/// Menus are identified by their name, ignoring case and ampersands, or by their number from 1.
 class MenuBar {
   public:
-    /// The bar with the host's own menus.
+    /// The bar with the menus of the host.
     MenuBar();
 
     const std::vector<MenuItem>& menus() const { return menus_; }
 
-    /// Adds the menu of a table, whose first row is the menu itself: before `position`, at the end if that is
-    /// a missing argument or a number beyond the last. Gives its number, or nothing if there is no such
-    /// position or the table is none.
+    /// Adds the menu of a table, whose first row describes the menu itself, before `position`; at the end if
+    /// that is a missing argument or a number greater than the last. Gives its number, or nothing if there is
+    /// no such position or the value is not a menu table.
     std::optional<int> AddMenu(const CellValue& table, const CellValue& position);
 
-    /// As `AddMenu`, as a submenu of `parent`.
+    /// As `AddMenu`, but adds a submenu of `parent`.
     std::optional<int> AddSubmenu(const CellValue& table, const CellValue& parent, const CellValue& position);
 
-    /// Adds the rows of a table to a menu, or to its submenu unless that is a missing argument: before
-    /// `position`, at the end as with `AddMenu`. Gives the number of the first, or nothing.
+    /// Adds the rows of a table to a menu, or to its submenu unless that is a missing argument, at `position`
+    /// as for `AddMenu`. Gives the number of the first, or nothing on failure.
     std::optional<int> AddCommands(const CellValue& menu, const CellValue& table, const CellValue& submenu,
                                    const CellValue& position);
 
-    /// Takes a menu, or a submenu of it, away. False if there is none.
+    /// Deletes a menu, or a submenu of it. False if there is none.
     bool Delete(const CellValue& menu, const CellValue& submenu);
 
   private:

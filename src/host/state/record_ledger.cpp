@@ -19,7 +19,7 @@ RecordLedger::~RecordLedger() {
 }
 
 RecordLedger::Part& RecordLedger::PartOf(const void* memory) {
-    // Addresses of one thread lie close together; a multiplication spreads them.
+    // Addresses of one thread are close together; the multiplication distributes them.
     constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
     constexpr int kPartBits = 6;
     static_assert(std::tuple_size_v<decltype(parts_)> == std::size_t{1} << kPartBits);

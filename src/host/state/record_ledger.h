@@ -1,6 +1,6 @@
 #pragma once
 
-// What memory the host handed out, and what it got back.
+// Accounting of the memory that the host hands out in records and gets back.
 
 #include "xllrt/value/host_records.h"
 
@@ -15,13 +15,13 @@ namespace metrify::host {
 struct LedgerCounts {
     std::size_t handed_out = 0;
     std::size_t returned = 0;
-    /// Records given back that were not out: given back twice, or never the host's.
+    /// Records that were returned twice or never came from the host.
     std::size_t refused = 0;
 
     std::size_t Outstanding() const { return handed_out - returned; }
 };
 
-/// Owns the memory behind every record that is out. Records without memory are nobody's concern.
+/// Owns the memory of every record that was handed out and not returned. Records without memory are ignored.
 class RecordLedger {
   public:
     RecordLedger() = default;
@@ -29,11 +29,11 @@ class RecordLedger {
     RecordLedger(const RecordLedger&) = delete;
     RecordLedger& operator=(const RecordLedger&) = delete;
 
-    /// Notes a record that goes out. Its memory stays the ledger's.
+    /// Enters a record that is handed out. The ledger owns its memory.
     void HandOut(const XLOPER& record);
     void HandOut(const XLOPER12& record);
 
-    /// Releases the memory of a record that comes back, and makes its pointer null; the type stays.
+    /// Releases the memory of a returned record and sets its pointer to null; the type is kept.
     void TakeBack(XLOPER& record);
     void TakeBack(XLOPER12& record);
 
@@ -45,7 +45,8 @@ class RecordLedger {
     template <class Record>
     void Release(Record& record);
 
-    // Threads that calculate at once rarely meet in a part. Each has a cache line of its own.
+    // Several parts, each with its lock and on its own cache line, so that threads rarely wait for each
+    // other.
     struct alignas(64) Part {
         mutable std::mutex mutex;
         std::unordered_map<const void*, std::variant<XLOPER, XLOPER12>> out;

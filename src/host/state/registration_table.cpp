@@ -10,16 +10,14 @@ namespace {
 
 std::u16string Folded(std::u16string_view name) {
     std::u16string folded(name);
-    for (char16_t& c : folded)
-        if (c >= u'A' && c <= u'Z')
-            c = static_cast<char16_t>(c - u'A' + u'a');
+    std::transform(folded.begin(), folded.end(), folded.begin(), FoldedCase);
     return folded;
 }
 
 } // namespace
 
 bool Registration::IsCommand() const {
-    // Where the list of registered arguments has the kind of macro, as a number or its text.
+    // The index of the macro type, a number or its text, among the registered arguments.
     constexpr std::size_t kMacroType = 5;
     constexpr std::int32_t kCommand = 2;
     if (arguments.size() <= kMacroType)

@@ -1,6 +1,6 @@
 #pragma once
 
-// The functions and commands that add-ins registered.
+// The registered functions and commands.
 
 #include "host/sheet/cell_value.h"
 #include "host/state/entry_type.h"
@@ -18,11 +18,11 @@ struct Registration {
     std::u16string procedure;
     std::u16string type_text;
     std::u16string name;
-    std::vector<CellValue> arguments; ///< all that were registered, in the host's order
-    bool is_wide;                     ///< whether the call was one of the wide family
+    std::vector<CellValue> arguments; ///< all arguments of the registration, in their order
+    bool is_wide;                     ///< registered by a call of the wide family
     EntryType type;
     void* entry;
-    int uses; ///< how often it was registered and not taken back
+    int uses; ///< registrations minus removals
 
     /// True for a command; otherwise it is a worksheet function.
     bool IsCommand() const;
@@ -30,18 +30,18 @@ struct Registration {
 
 class RegistrationTable {
   public:
-    /// Adds a registration, or counts another use of the same procedure under the same name. Gives its id.
+    /// Adds a registration, or increments the uses of the same procedure under the same name. Gives its id.
     double Add(Registration registration);
 
-    /// Takes one use back. False for an id that is none.
+    /// Decrements the uses. False for an unknown id.
     bool Remove(double id);
 
-    /// Takes all of a module back. False if it has none.
+    /// Removes all registrations of a module. False if it has none.
     bool RemoveModule(std::u16string_view module);
 
-    /// Gives a name to a registration.
+    /// Defines a name of a registration.
     void SetName(std::u16string_view name, double id);
-    /// Takes a name away.
+    /// Deletes a name.
     void DeleteName(std::u16string_view name);
     bool HasName(std::u16string_view name) const;
 
@@ -49,12 +49,12 @@ class RegistrationTable {
     const Registration* Find(std::u16string_view name) const;
     const Registration* Find(double id) const;
 
-    /// All registrations in use, in the order in which they came.
+    /// All registrations in use, in the order of their registration.
     std::vector<const Registration*> All() const;
 
   private:
-    std::deque<Registration> registrations_; // those out of use stay, so that no id comes twice
-    std::map<std::u16string, double> names_; // by the name in small letters
+    std::deque<Registration> registrations_; // unused ones are kept, so that ids stay unique
+    std::map<std::u16string, double> names_; // keys in small letters
 };
 
 } // namespace metrify::host

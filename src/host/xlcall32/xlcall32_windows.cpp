@@ -1,4 +1,4 @@
-// The library that add-ins import the narrow entries from. They lead to the host, which is the program of the
+// The library from which add-ins import the narrow entries. They call the host, which is the program of the
 // process.
 
 #include "host/core/argument_list.h"

@@ -1,27 +1,12 @@
 #include "xllrt/registry/function_list.h"
 
+#include "xllrt/text/ascii_case.h"
 #include "xllrt/text/code_page.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace metrify {
-
-namespace {
-
-constexpr XCHAR FoldedCase(XCHAR unit) {
-    return unit >= u'A' && unit <= u'Z' ? static_cast<XCHAR>(unit - u'A' + u'a') : unit;
-}
-
-} // namespace
-
-int CompareIgnoringCase(std::u16string_view left, std::u16string_view right) {
-    const std::size_t common = std::min(left.size(), right.size());
-    for (std::size_t i = 0; i < common; ++i)
-        if (FoldedCase(left[i]) != FoldedCase(right[i]))
-            return FoldedCase(left[i]) < FoldedCase(right[i]) ? -1 : 1;
-    return left.size() == right.size() ? 0 : (left.size() < right.size() ? -1 : 1);
-}
 
 CXlFunctionDescriptor& CXlFunctionList::Add(CXlFunctionDescriptor descriptor) {
     CXlFunctionDescriptor& added = owned_.emplace_back(std::move(descriptor));

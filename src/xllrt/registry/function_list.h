@@ -46,7 +46,4 @@ class CXlFunctionList {
     std::deque<CXlFunctionDescriptor> owned_;
 };
 
-/// The order of two names with case ignored: negative, 0 or positive. Letters beyond ASCII count as they are.
-int CompareIgnoringCase(std::u16string_view left, std::u16string_view right);
-
 } // namespace metrify

@@ -1,6 +1,7 @@
 #include "xllrt/registry/help_ids.h"
 
 #include "xllrt/registry/function_list.h"
+#include "xllrt/text/ascii_case.h"
 #include "xllrt/text/code_page.h"
 
 #include <algorithm>

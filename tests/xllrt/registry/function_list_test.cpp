@@ -1,4 +1,5 @@
 #include "xllrt/registry/function_list.h"
+#include "xllrt/text/ascii_case.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
