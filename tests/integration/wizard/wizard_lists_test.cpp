@@ -15,8 +15,11 @@ class wizard_lists : public WizardHookTest {
     }
 };
 
+HGDIOBJ measured_font = nullptr;
+
 template <LONG Height>
-BOOL WINAPI MeasureLines(HDC /*canvas*/, TEXTMETRICA* metrics) {
+BOOL WINAPI MeasureLines(HDC canvas, TEXTMETRICA* metrics) {
+    measured_font = GetCurrentObject(canvas, OBJ_FONT);
     metrics->tmHeight = Height;
     return TRUE;
 }
@@ -93,6 +96,7 @@ TEST_F(wizard_lists, are_as_high_as_their_font_wants) {
     Notify(Hook().List(), CBN_CLOSEUP);
     const ReplacedPointer of_20(ImportedFunction("GetTextMetricsA"), AddressOf(MeasureLines<20>));
     Click(Hook().Overlay(0));
+    EXPECT_EQ(measured_font, font);
     const LONG height = DroppedHeight();
     Notify(Hook().List(), CBN_CLOSEUP);
     const ReplacedPointer of_30(ImportedFunction("GetTextMetricsA"), AddressOf(MeasureLines<30>));
