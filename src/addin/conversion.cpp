@@ -58,7 +58,7 @@ std::size_t find_after_blank(std::string_view text, std::string_view word, std::
 }
 
 // The answer to a failed request: the message without the value in default units that follows it. The text
-// ends before the first "="; if that is in the echoed line, the text is empty.
+// ends an indent before the first "="; if that precedes the message, the text is empty.
 std::string_view failed_request(std::string_view answer, std::size_t mark, std::size_t equals) {
     const std::size_t begin = mark + 1;
     if (equals == std::string_view::npos)
