@@ -3,6 +3,7 @@
 #include "base/nesting.h"
 #include "language/expression_diagnosis.h"
 #include "language/primary.h"
+#include "machine/calculator.h"
 #include "machine/evaluator.h"
 #include "units/unit_expression.h"
 
@@ -14,24 +15,17 @@ namespace {
 // guard stops them: so many calls at one position may pass.
 constexpr int no_progress_limit = 11;
 
-struct expression_state {
-    int no_progress_count = 0;
-    const char* no_progress_position = nullptr;
-};
-
-thread_local expression_state guard;
-
 bool makes_progress(const cursor& expptr, text_str*& err) {
-    expression_state& state = guard;
-    if (state.no_progress_count >= no_progress_limit) {
+    progress_guard& guard = current_calculator().progress;
+    if (guard.count >= no_progress_limit) {
         err = str_append_text(
             &err, "ERROR: Cannot parse line -- check nesting of parentheses, brackets, and commas.\n");
         return false;
     }
-    if (expptr.at != state.no_progress_position)
-        state = {0, expptr.at};
+    if (expptr.at != guard.position)
+        guard = {0, expptr.at};
     else
-        ++state.no_progress_count;
+        ++guard.count;
     return true;
 }
 
@@ -198,7 +192,7 @@ bool is_more_plus_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 } // namespace
 
 void reset_expression_state() {
-    guard = {};
+    current_calculator().progress = {};
 }
 
 bool compile_rhs(cursor& expptr, compile_ctx& ctx, text_str*& err) {

@@ -2,6 +2,7 @@
 
 // The variables of a run. The parser reaches one by name, compiled lists by its entry, the solvers by number.
 
+#include "base/named_list.h"
 #include "units/dim_value.h"
 
 #include <cstdint>
@@ -16,6 +17,9 @@ struct var_entry {
     dim_value value;      // in the base system
     bool held = false;    // an assignment leaves it as it is
 };
+
+/// The number of an entry follows from its place in the list.
+using variable_store = named_list<var_entry>;
 
 /// Empties the store at a run's start and end; the next variable gets 201. Until then entries stay where they
 /// are.
