@@ -108,17 +108,14 @@ void setvar(var_entry& entry, dim_value& value, int component) {
 }
 
 var_entry& setvar_by_name(std::string_view name, dim_value& value, int component) {
-    if (var_entry* entry = find_var(name)) {
-        setvar(*entry, value, component);
-        return *entry;
-    }
-    if (component != 0) {
-        const double assigned = value.comp[0];
-        value.kind = 1;
-        value.comp = {};
-        value.comp[static_cast<std::size_t>(component - 1)] = assigned;
-    }
-    return add_var(name, value);
+    var_entry& entry = find_or_add_var(name);
+    setvar(entry, value, component);
+    return entry;
+}
+
+var_entry& find_or_add_var(std::string_view name) {
+    var_entry* entry = find_var(name);
+    return entry != nullptr ? *entry : add_var(name, {});
 }
 
 var_entry& add_var(std::string_view name, const dim_value& value) {

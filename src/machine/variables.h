@@ -53,6 +53,9 @@ void setvar(var_entry& entry, dim_value& value, int component);
 /// entry.
 var_entry& setvar_by_name(std::string_view name, dim_value& value, int component);
 
+/// The variable of this name; a new one is a scalar 0 without units.
+var_entry& find_or_add_var(std::string_view name);
+
 /// Creates a variable; its name must not be there yet.
 var_entry& add_var(std::string_view name, const dim_value& value);
 

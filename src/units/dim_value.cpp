@@ -1,5 +1,7 @@
 #include "units/dim_value.h"
 
+#include "units/scalar_arithmetic.h"
+
 #include <cmath>
 
 namespace metrify {
@@ -59,11 +61,13 @@ bool same_units_loose(const dim_value& a, const dim_value& b) {
 }
 
 bool same_units_without_angle(dim_value& a, dim_value& b) {
-    for (std::size_t i = dim_time; i < a.dim.size(); ++i)
-        if (exponents_differ(a.dim[i], b.dim[i]))
-            return false;
-    a.dim[dim_angle] = 0.0;
-    b.dim[dim_angle] = 0.0;
+    dim_value x = a;
+    dim_value y = b;
+    x.dim[dim_angle] = y.dim[dim_angle] = 0.0;
+    if (!same_units_strict(x, y))
+        return false;
+    a.dim = x.dim;
+    b.dim = y.dim;
     return true;
 }
 
@@ -105,10 +109,9 @@ void dim_pow(dim_value& result, const dim_value& base, double p) {
     const double b = base.comp[0];
     dim_clear(result);
     result.kind = base.kind;
-    // 0 to the power 0 is 0 in this language.
-    if (b == 0.0 && p == 0.0)
+    if (is_zero_to_zero(b, p))
         return;
-    if (b == infinity_sentinel || (b < 0.0 && std::floor(p) != p)) {
+    if (has_no_power(b, p)) {
         result = overflow_value();
         if (base.kind != 0)
             result.comp.fill(infinity_sentinel);
@@ -117,8 +120,8 @@ void dim_pow(dim_value& result, const dim_value& base, double p) {
     const std::size_t components = base.kind != 0 ? 3 : 1;
     for (std::size_t i = 0; i < components; ++i)
         result.comp[i] = std::pow(base.comp[i], p);
-    for (std::size_t i = 0; i < base.dim.size(); ++i)
-        result.dim[i] = p * base.dim[i];
+    result.dim = base.dim;
+    result.dim *= p;
 }
 
 void convert_non_affine_FromMKS_vec_full(const dim_value& in, dim_value& out, const unit_scale& scale) {
@@ -139,7 +142,7 @@ void convert_non_affine_ToMKS_vec_full(const dim_value& in, dim_value& out, cons
     const std::array<double, 3> comp = in.comp;
     out.kind = in.kind;
     for (std::size_t i = 0; i < comp.size(); ++i)
-        out.comp[i] = (comp[i] - scale.offset) / scale.factor;
+        out.comp[i] = to_base_system(comp[i], scale.offset, scale.factor);
     out.dim = scale.dim;
 }
 
