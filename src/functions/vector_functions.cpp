@@ -5,9 +5,8 @@
 namespace metrify {
 
 exponents product_units(const dim_value& a, const dim_value& b) {
-    exponents sum;
-    for (std::size_t i = 0; i < sum.size(); ++i)
-        sum[i] = a.dim[i] + b.dim[i];
+    exponents sum = a.dim;
+    sum += b.dim;
     return sum;
 }
 

@@ -23,7 +23,7 @@ bool is_scalar_in(const dim_value& v, const exponents& units) {
         return std::bit_cast<std::uint64_t>(x) ^ std::bit_cast<std::uint64_t>(y);
     };
     // No loop: this is what a variable costs in a replay.
-    const auto& [a, b, c, d, e, f, g, h] = v.dim;
+    const auto& [a, b, c, d, e, f, g, h] = v.dim.powers;
     const std::uint64_t in_units = difference(a, units[0]) | difference(b, units[1]) |
                                    difference(c, units[2]) | difference(d, units[3]) |
                                    difference(e, units[4]) | difference(f, units[5]) |

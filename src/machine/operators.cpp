@@ -87,8 +87,7 @@ void stck_multiply(compile_ctx& ctx, text_str*& err) {
             product[i] = multiplication::result(many.comp[i], scalar);
         left.kind = many.kind;
         left.comp = product;
-        for (std::size_t i = 0; i < left.dim.size(); ++i)
-            left.dim[i] += right.dim[i];
+        left.dim += right.dim;
         normalize_dimensions(left);
     }
     ctx.stack.drop();
@@ -108,8 +107,7 @@ void stck_divide(compile_ctx& ctx, text_str*& err) {
     } else {
         for (double& component : left.comp)
             component = division::result(component, right.comp[0]);
-        for (std::size_t i = 0; i < left.dim.size(); ++i)
-            left.dim[i] -= right.dim[i];
+        left.dim -= right.dim;
         normalize_dimensions(left);
     }
     ctx.stack.drop();

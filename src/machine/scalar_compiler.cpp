@@ -151,12 +151,14 @@ bool scalar_compiler::operate(const opcode_row& row) {
     case OP_POW:
         if (!has_known_units(left, right))
             return false;
-        for (double& exponent : units.dim)
-            exponent *= right.constant != nullptr ? *right.constant : 1.0;
+        units.dim *= right.constant != nullptr ? *right.constant : 1.0;
+        break;
+    case OP_MUL:
+        units.dim += right.units;
+        normalize_dimensions(units);
         break;
     default:
-        for (std::size_t i = 0; i < units.dim.size(); ++i)
-            units.dim[i] += row.code == OP_MUL ? right.units[i] : -right.units[i];
+        units.dim -= right.units;
         normalize_dimensions(units);
     }
     left = {units.dim, nullptr};

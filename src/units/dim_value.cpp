@@ -61,11 +61,13 @@ bool same_units_loose(const dim_value& a, const dim_value& b) {
 }
 
 bool same_units_without_angle(dim_value& a, dim_value& b) {
-    for (std::size_t i = dim_time; i < a.dim.size(); ++i)
-        if (exponents_differ(a.dim[i], b.dim[i]))
-            return false;
-    a.dim[dim_angle] = 0.0;
-    b.dim[dim_angle] = 0.0;
+    dim_value x = a;
+    dim_value y = b;
+    x.dim[dim_angle] = y.dim[dim_angle] = 0.0;
+    if (!same_units_strict(x, y))
+        return false;
+    a.dim = x.dim;
+    b.dim = y.dim;
     return true;
 }
 
@@ -118,8 +120,8 @@ void dim_pow(dim_value& result, const dim_value& base, double p) {
     const std::size_t components = base.kind != 0 ? 3 : 1;
     for (std::size_t i = 0; i < components; ++i)
         result.comp[i] = std::pow(base.comp[i], p);
-    for (std::size_t i = 0; i < base.dim.size(); ++i)
-        result.dim[i] = p * base.dim[i];
+    result.dim = base.dim;
+    result.dim *= p;
 }
 
 void convert_non_affine_FromMKS_vec_full(const dim_value& in, dim_value& out, const unit_scale& scale) {

@@ -12,19 +12,49 @@
 
 namespace metrify {
 
-/// Places of the exponents in `dim`.
+/// Indices of the exponents in `dim`.
 enum base_dimension : std::size_t {
-    dim_angle = 0, // soft: is_dimensionless and same_units_loose don't look at it
+    dim_angle = 0, // ignored by is_dimensionless and same_units_loose
     dim_time = 1,
     dim_mass = 2,
     dim_length = 3,
-    dim_temperature = 4,            // absolute; same_units_loose counts it together with the difference
-    dim_amount = 5,                 // soft as well
-    dim_temperature_difference = 6, // a dimension of its own
+    dim_temperature = 4,            // absolute; same_units_loose adds the difference
+    dim_amount = 5,                 // ignored like the angle
+    dim_temperature_difference = 6, // a separate dimension
     dim_charge = 7,                 // a current is charge per time
 };
 
-using exponents = std::array<double, 8>;
+/// The exponents of the base units. A product of units adds them, a quotient subtracts them, a power
+/// multiplies them.
+struct exponents {
+    std::array<double, 8> powers = {};
+
+    constexpr double& operator[](std::size_t i) { return powers[i]; }
+    constexpr const double& operator[](std::size_t i) const { return powers[i]; }
+    static constexpr std::size_t size() { return 8; }
+    constexpr double* begin() { return powers.data(); }
+    constexpr double* end() { return powers.data() + size(); }
+    constexpr const double* begin() const { return powers.data(); }
+    constexpr const double* end() const { return powers.data() + size(); }
+
+    friend constexpr bool operator==(const exponents&, const exponents&) = default;
+
+    constexpr exponents& operator+=(const exponents& other) {
+        for (std::size_t i = 0; i < size(); ++i)
+            powers[i] += other.powers[i];
+        return *this;
+    }
+    constexpr exponents& operator-=(const exponents& other) {
+        for (std::size_t i = 0; i < size(); ++i)
+            powers[i] -= other.powers[i];
+        return *this;
+    }
+    constexpr exponents& operator*=(double power) {
+        for (double& exponent : powers)
+            exponent *= power;
+        return *this;
+    }
+};
 
 /// A scalar or a vector of three components with its exponents.
 struct dim_value {

@@ -142,8 +142,8 @@ bool is_exponentiated_base_unit(cursor& expptr, unit_scale& target, unit_parse& 
         return false;
     ++parse.unit_count;
     target.factor *= exponent == 1.0 ? unit.comp[0] : std::pow(unit.comp[0], exponent);
-    for (std::size_t i = 0; i < target.dim.size(); ++i)
-        target.dim[i] += unit.dim[i] * exponent;
+    unit.dim *= exponent;
+    target.dim += unit.dim;
     if (is_not_finite(target.factor)) {
         append(err, overflow_message);
         return false;
@@ -212,14 +212,12 @@ bool is_unit_mult(cursor& expptr, unit_scale& target, unit_parse& parse, bool& d
 
 void multiply_scale(unit_scale& out, const unit_scale& term) {
     out.factor *= term.factor;
-    for (std::size_t i = 0; i < out.dim.size(); ++i)
-        out.dim[i] += term.dim[i];
+    out.dim += term.dim;
 }
 
 void divide_scale(unit_scale& out, const unit_scale& term) {
     out.factor /= term.factor;
-    for (std::size_t i = 0; i < out.dim.size(); ++i)
-        out.dim[i] -= term.dim[i];
+    out.dim -= term.dim;
 }
 
 enum class rest { goes_on, ends, fails };
