@@ -87,7 +87,7 @@ void pick_answer(conversion& cells) {
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
     number_buffer number;
     work_text line;
-    line.str = str_append_all(&line.str, format_double(val, number), " ", in_units, "; ", out_units);
+    append(line.str, format_double(val, number), " ", in_units, "; ", out_units);
     conversion cells = {interpret_dimensional_input_lines(line.str->text)};
     pick_answer(cells);
     return cells;

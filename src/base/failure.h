@@ -10,7 +10,7 @@ namespace metrify {
 
 /// Appends the text and gives 0.0, which is what a routine returns that fails.
 inline double numeric_failure(text_str*& err, std::string_view text) {
-    err = str_append_text(&err, text);
+    append(err, text);
     return 0.0;
 }
 

@@ -17,10 +17,7 @@ constexpr std::string_view nesting_message =
     "ERROR: Cannot parse line -- parentheses and brackets are nested too deeply.\n";
 
 inline void report_nesting(text_str*& err) {
-    err = str_append_text(&err, nesting_message);
-}
-inline bool is_nesting_error(const text_str* err) {
-    return str_view(err) == nesting_message;
+    append(err, nesting_message);
 }
 
 /// Counts one level while it lives.

@@ -5,6 +5,8 @@
 // A text is held through a handle. Growth replaces the record, so every append returns the handle to use from
 // then on and the caller stores it back: s = str_append_text(&s, "...").
 
+#include "base/number_text.h"
+
 #include <cstddef>
 #include <functional>
 #include <string_view>
@@ -56,19 +58,6 @@ inline text_str* str_append_text(text_str** s, std::string_view text) {
     target->text[target->length] = '\0';
     return target;
 }
-/// Appends several texts at once, none of them a part of the target.
-template <class... Texts>
-text_str* str_append_all(text_str** s, const Texts&... texts) {
-    text_str* target = *s;
-    const std::size_t needed = ((std::string_view(texts).size() + ...) + 1) + (target->length + 1);
-    if (needed > target->capacity)
-        target = detail::str_moved(target, needed);
-    char* end = target->text + target->length;
-    ((end += std::string_view(texts).copy(end, std::string_view::npos)), ...);
-    *end = '\0';
-    target->length = static_cast<std::size_t>(end - target->text);
-    return target;
-}
 
 /// Appends the characters from begin up to end; nothing if end lies before begin.
 inline text_str* str_append_range(text_str** s, const char* begin, const char* end) {
@@ -87,6 +76,51 @@ text_str* str_append_three(text_str** s, std::string_view a, std::string_view b,
 /// Appends x as "%g" would print it; a not-a-number is `nan`, without a sign.
 text_str* str_append_double(text_str** s, double x);
 text_str* str_append_int(text_str** s, int n);
+
+namespace detail {
+
+/// One part of an append: a text, or a number with its digits.
+class text_part {
+  public:
+    explicit text_part(std::string_view text) : view(text) {}
+    explicit text_part(const text_str* text) : view(str_view(text)) {}
+    explicit text_part(double x) : view(format_double(x, digits_)) {}
+    explicit text_part(int n) : view(format_int(n, digits_)) {}
+    explicit text_part(char) = delete;
+    text_part(const text_part&) = delete;
+    text_part& operator=(const text_part&) = delete;
+
+  private:
+    number_buffer digits_; // NOLINT: not set for a text
+
+  public:
+    std::string_view view;
+};
+
+template <class... Views>
+text_str* str_append_views(text_str* target, const Views&... views) {
+    const std::size_t needed = ((views.size() + ...) + 1) + (target->length + 1);
+    if (needed > target->capacity)
+        target = str_moved(target, needed);
+    char* end = target->text + target->length;
+    ((end += views.copy(end, std::string_view::npos)), ...);
+    *end = '\0';
+    target->length = static_cast<std::size_t>(end - target->text);
+    return target;
+}
+
+} // namespace detail
+
+/// Appends a text or a number.
+template <class Part>
+void append(text_str*& s, const Part& part) {
+    s = str_append_text(&s, detail::text_part(part).view);
+}
+/// Appends texts and numbers in their order. No text may be a part of the target.
+template <class... Parts>
+void append(text_str*& s, const Parts&... parts) {
+    s = detail::str_append_views(s, detail::text_part(parts).view...);
+}
 
 /// Owner of a text with its record and its first block in place, so that a text of usual length costs no
 /// allocation. The handle is `str`; every append keeps it up to date.

@@ -10,10 +10,10 @@ bool check_arg_count(std::string_view name, bool exact, std::int32_t expected, s
     if (exact ? given == expected : given >= expected)
         return true;
     replace_by_cleared_value(given, ctx);
-    str_append_three(&err, "ERROR:  Function ", name, " takes ");
-    err = str_append_int(&err, expected);
+    append(err, "ERROR:  Function ", name, " takes ");
+    append(err, expected);
     // There is no blank between the number and the word.
-    err = str_append_text(&err, expected == 1 ? "argument.\n" : "arguments.\n");
+    append(err, expected == 1 ? "argument.\n" : "arguments.\n");
     return false;
 }
 
@@ -25,8 +25,8 @@ void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx) {
 }
 
 void append_refusal(text_str*& err, std::string_view name, const refusal& said) {
-    str_append_three(&err, "ERROR:  ", said.before, name);
-    str_append_three(&err, "()", said.after, ".\n");
+    append(err, "ERROR:  ", said.before, name);
+    append(err, "()", said.after, ".\n");
 }
 
 void run_function(const value_function& function, compile_ctx& ctx, text_str*& err) {

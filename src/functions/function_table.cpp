@@ -136,7 +136,7 @@ bool is_function_name(bool advance, cursor& expptr) {
 void call_func_by_number(std::int32_t number, std::int32_t, std::int32_t count, compile_ctx& ctx,
                          text_str*& err) {
     if (number < 1 || number > static_cast<std::int32_t>(function_count)) {
-        err = str_append_text(&err, "ERROR:  Bad function number in call_func_by_number.\n");
+        append(err, "ERROR:  Bad function number in call_func_by_number.\n");
         return;
     }
     const function_row& row = functions[static_cast<std::size_t>(number - 1)];

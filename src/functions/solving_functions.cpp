@@ -13,9 +13,6 @@ namespace metrify {
 
 namespace {
 
-void append(text_str*& err, std::string_view text) {
-    err = str_append_text(&err, text);
-}
 
 packed_reference pop_reference(compile_ctx& ctx) {
     dim_value reference;
@@ -36,7 +33,7 @@ void pop_dependents(std::int32_t count, compile_ctx& ctx) {
 
 bool is_block_ready(std::string_view name, text_str*& err) {
     if (is_definition_open())
-        str_append_three(&err, "ERROR:  ", name, "() cannot be called within a function definition.\n");
+        append(err, "ERROR:  ", name, "() cannot be called within a function definition.\n");
     else if (!is_block_closed())
         append(err, "ERROR:  Function not defined.\n");
     else

@@ -25,7 +25,7 @@ void run_function(const special_function& function, compile_ctx& ctx, text_str*&
         any_sentinel = any_sentinel || (is_looked_at && x[i - 1] == infinity_sentinel);
     }
     if (function.rule == rule::first_is_integer && std::floor(x[0]) != x[0]) {
-        str_append_three(&err, "ERROR:  Arg n must be integer in ", function.about.name, "().\n");
+        append(err, "ERROR:  Arg n must be integer in ", function.about.name, "().\n");
         return given.replace_by(dim_value());
     }
     given.replace_by(scalar_value(any_sentinel ? 0.0 : function.value(x, err)));

@@ -33,8 +33,7 @@ bool is_at_end(cursor expptr, text_str*& err) {
         return true;
     const cursor start = expptr;
     skip_to_line_end(expptr);
-    str_append_three(&err, "ERROR: Syntax error -- Unexpected input continuation '", text_span(start, expptr),
-                     "'.\n");
+    append(err, "ERROR: Syntax error -- Unexpected input continuation '", text_span(start, expptr), "'.\n");
     return false;
 }
 
@@ -80,7 +79,7 @@ bool compile_lhs_and_rhs_and_clear_expptr(cursor& expptr, compile_ctx& ctx, text
             if (is_at_end(expptr, err))
                 return true;
         } else if (str_is_empty(err)) {
-            err = str_append_text(&err, "ERROR: Badly formed statement.\n");
+            append(err, "ERROR: Badly formed statement.\n");
         }
     }
     expptr = start;

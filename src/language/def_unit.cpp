@@ -13,15 +13,15 @@ namespace metrify {
 namespace {
 
 bool name_is_taken(std::string_view name, std::string_view by_what, text_str*& err) {
-    err = str_append_text(&err, "ERROR: New unit name '");
-    err = str_append_text(&err, name);
-    err = str_append_text(&err, by_what);
+    append(err, "ERROR: New unit name '");
+    append(err, name);
+    append(err, by_what);
     return false;
 }
 
 // The message has neither the name nor the closing quote.
 void report_illegal_name(text_str*& err) {
-    err = str_append_text(&err, "ERROR: Illegal new unit name '.\n");
+    append(err, "ERROR: Illegal new unit name '.\n");
 }
 
 // The first argument: the new unit's name.
@@ -41,7 +41,7 @@ void read_unit_value(cursor& expptr, std::string_view name, text_str*& out, text
     if (!str_is_empty(err))
         return;
     if (!is_read || ctx.stack.depth() == 0) {
-        err = str_append_text(&err, "ERROR: Could not process second argument.\n");
+        append(err, "ERROR: Could not process second argument.\n");
         return;
     }
     dim_value value;
@@ -49,9 +49,9 @@ void read_unit_value(cursor& expptr, std::string_view name, text_str*& out, text
     store_user_unit(name, value, err);
     if (!str_is_empty(err))
         return;
-    str_append_three(&out, " User defined unit '", name, "' ");
+    append(out, " User defined unit '", name, "' ");
     print_value_in_default_units(out, value, err, true);
-    out = str_append_text(&out, "\n");
+    append(out, "\n");
 }
 
 } // namespace
@@ -89,7 +89,7 @@ void define_user_unit(cursor& expptr, text_str*& out, text_str*& err) {
                 return;
         } else {
             if (argument > 2)
-                err = str_append_text(&err, " Cant get here");
+                append(err, " Cant get here");
             else if (name.empty())
                 report_illegal_name(err);
             else

@@ -34,7 +34,7 @@ bool is_directions_line(cursor line_start) {
 void echo_comment_block(const cursor& line_start, cursor& expptr, text_str*& out) {
     while (absorb_next_comment_line(expptr)) {
     }
-    str_append_three(&out, "\n", text_span(line_start, expptr), "\n\n");
+    append(out, "\n", text_span(line_start, expptr), "\n\n");
 }
 
 void run_statement(std::string_view prefix, int& counter, const cursor& line_start, cursor& expptr,

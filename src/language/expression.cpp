@@ -37,7 +37,7 @@ bool is_incomplete(cursor after_operator, text_str*& err) {
     skip_blanks_and_comments(after_operator);
     if (!at_statement_end(after_operator))
         return false;
-    err = str_append_text(&err, "ERROR: Math expression incomplete.\n");
+    append(err, "ERROR: Math expression incomplete.\n");
     return true;
 }
 
@@ -48,21 +48,22 @@ enum class parse_step { goes_on, ends, fails };
 parse_step take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     const cursor start = expptr;
     unit_scale scale;
-    if (!parse_unit_expression(expptr, scale, err)) {
+    unit_fault fault = unit_fault::none;
+    if (!parse_unit_expression(expptr, scale, err, fault)) {
         expptr = start;
         return parse_step::ends;
     }
     if (!str_is_empty(err)) {
         expptr = start;
-        if (is_nesting_error(err))
+        if (fault == unit_fault::nesting)
             return parse_step::fails;
         str_clear(&err);
         return parse_step::ends;
     }
     ctx.stack.require(1);
     if (!is_dimensionless(ctx.stack.top().value)) {
-        str_append_three(&err, "ERROR: Units assignment '", text_span(start, expptr),
-                         "' requires dimensionless value before it.\n");
+        append(err, "ERROR: Units assignment '", text_span(start, expptr),
+               "' requires dimensionless value before it.\n");
         return parse_step::fails;
     }
     run_and_record(OP_PUSH_UNIT, scale, ctx, err);

@@ -25,22 +25,20 @@ void diagnose_rest_of_expression(const cursor& expptr, text_str*& err) {
     if (parse_unit_expression(p, scale, err)) {
         const std::string_view word(expptr.at, std::strcspn(expptr.at, " \t/*^+-\n"));
         str_clear(&err);
-        str_append_three(&err, "ERROR: Unit assignment error -- value before '", word,
-                         "' must be dimensionless.\n");
+        append(err, "ERROR: Unit assignment error -- value before '", word, "' must be dimensionless.\n");
         return;
     }
     if (report_first_undefined(expptr, err))
         return;
     p = expptr;
     skip_to_statement_end(p);
-    str_append_three(&err, "ERROR: Syntax error or undefined variable near or in '", text_span(expptr, p),
-                     "'.\n");
+    append(err, "ERROR: Syntax error or undefined variable near or in '", text_span(expptr, p), "'.\n");
 }
 
 bool report_first_undefined(cursor expptr, text_str*& err) {
     skip_blanks_and_comments(expptr);
     if (at_statement_end(expptr)) {
-        err = str_append_text(&err, "ERROR:  Unexpected end of input.\n");
+        append(err, "ERROR:  Unexpected end of input.\n");
         return true;
     }
     while (!at_statement_end(expptr)) {
@@ -51,7 +49,7 @@ bool report_first_undefined(cursor expptr, text_str*& err) {
         }
         const std::string_view name = take_name(expptr);
         if (!is_defined(name)) {
-            str_append_three(&err, "ERROR: '", name, "' undefined.\n");
+            append(err, "ERROR: '", name, "' undefined.\n");
             return true;
         }
     }

@@ -9,12 +9,8 @@ namespace metrify {
 
 namespace {
 
-void append(text_str*& err, std::string_view text) {
-    err = str_append_text(&err, text);
-}
-
 void append_about_function(text_str*& err, std::string_view name, std::string_view ending) {
-    str_append_three(&err, "ERROR: Function '", name, ending);
+    append(err, "ERROR: Function '", name, ending);
 }
 
 void replace(text_str*& err, std::string_view text) {
@@ -49,8 +45,8 @@ bool read_variable_and_value(std::string_view function, cursor& expptr, compile_
         return false;
     skip_blanks_and_comments(expptr);
     if (!accept_char(true, ',', expptr)) {
-        str_append_three(&err, "ERROR: Function arg for '", function,
-                         "' must alternate variable, value, variable, value, etc.\n");
+        append(err, "ERROR: Function arg for '", function,
+               "' must alternate variable, value, variable, value, etc.\n");
         return false;
     }
     return compile_argument(expptr, ctx, err);
@@ -104,7 +100,7 @@ bool read_Number_call(std::string_view name, const function_ref& function, curso
     }
     skip_blanks_and_comments(expptr);
     if (*expptr == ')') {
-        str_append_three(&err, "ERROR: Function ", name, " requires one or two arguments, not zero.\n");
+        append(err, "ERROR: Function ", name, " requires one or two arguments, not zero.\n");
         return false;
     }
     if (!compile_argument(expptr, ctx, err))
@@ -148,8 +144,7 @@ bool read_argument_list(std::string_view name, const function_ref& function, cha
             break;
         accept_char(true, ',', expptr);
         if (at_statement_end(expptr)) {
-            str_append_three(&err, "ERROR: Argument list for function '", name,
-                             "' not correctly finished.\n");
+            append(err, "ERROR: Argument list for function '", name, "' not correctly finished.\n");
             return false;
         }
     }

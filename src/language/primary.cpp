@@ -32,11 +32,11 @@ bool read_vector(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         skip_blanks_and_comments(expptr);
         closed = accept_char(true, ']', expptr);
         if (!closed && !accept_char(true, ',', expptr)) {
-            err = str_append_text(&err, unreadable_message);
+            append(err, unreadable_message);
             return false;
         }
         if (count > 3) {
-            err = str_append_text(&err, "ERROR: vectors can only have 3 components.\n");
+            append(err, "ERROR: vectors can only have 3 components.\n");
             return false;
         }
     }
@@ -59,7 +59,7 @@ bool read_variable(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     var_entry* entry = find_var(name);
     if (entry == nullptr) {
         if (str_is_empty(err))
-            str_append_three(&err, "ERROR: '", name, "' undefined.\n");
+            append(err, "ERROR: '", name, "' undefined.\n");
         return false;
     }
     // An enclosing parenthesis may have reported an error already.
@@ -70,7 +70,7 @@ bool read_variable(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         return true;
     if (entry->value.kind == 0) {
         // The message has no closing quote.
-        str_append_three(&err, "ERROR:  Cannot take a component of '", name, " -- it is not a vector.\n");
+        append(err, "ERROR:  Cannot take a component of '", name, " -- it is not a vector.\n");
         return false;
     }
     return read_indices(name, expptr, ctx, err);
@@ -83,7 +83,7 @@ bool read_closing_parenthesis(cursor& expptr, text_str*& err) {
     skip_blanks_and_comments(expptr);
     if (accept_char(true, ')', expptr))
         return true;
-    err = str_append_text(&err, "ERROR: Missing closing parenthesis.\n");
+    append(err, "ERROR: Missing closing parenthesis.\n");
     return false;
 }
 
@@ -117,7 +117,7 @@ bool compile_argument(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     if (compile_rhs(expptr, ctx, err))
         return true;
     if (str_is_empty(err))
-        err = str_append_text(&err, unreadable_message);
+        append(err, unreadable_message);
     return false;
 }
 

@@ -1,7 +1,7 @@
 #include "language/special_line.h"
 
 #include "language/def_unit.h"
-#include "units/unit_system.h"
+#include "units/default_system.h"
 
 #include <algorithm>
 #include <array>
@@ -21,7 +21,7 @@ struct special_line {
 
 // Most answers are followed by an empty line.
 void end_answer(special_line& line) {
-    line.out = str_append_text(&line.out, "\n");
+    append(line.out, "\n");
 }
 
 template <unit_system system>
@@ -37,7 +37,7 @@ void define_unit(special_line& line) {
     if (str_is_empty(line.err))
         ++line.counter;
     else
-        line.out = str_append_str(&line.out, &line.err);
+        append(line.out, line.err);
     end_answer(line);
 }
 
@@ -48,7 +48,7 @@ void begin_block(special_line& line) {
 void end_block(special_line& line) {
     end_func_block(line.expptr);
     if (!is_block_defined())
-        line.out = str_append_text(&line.out, "ERROR: Missing BEGIN.\n");
+        append(line.out, "ERROR: Missing BEGIN.\n");
     ++line.counter;
     end_answer(line);
 }
@@ -64,10 +64,10 @@ struct keyword {
 };
 
 constexpr std::array<keyword, 8> keywords = {{
-    {"MKS", set_system<system_MKS>},
-    {"FPS", set_system<system_FPS>},
-    {"IPS", set_system<system_IPS>},
-    {"cgs", set_system<system_cgs>},
+    {default_systems[system_MKS].name, set_system<system_MKS>},
+    {default_systems[system_cgs].name, set_system<system_cgs>},
+    {default_systems[system_FPS].name, set_system<system_FPS>},
+    {default_systems[system_IPS].name, set_system<system_IPS>},
     {"DefUnit", define_unit},
     {"begin", begin_block},
     {"end", end_block},

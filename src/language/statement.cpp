@@ -6,6 +6,7 @@
 #include "machine/operators.h"
 #include "machine/solver_binding.h"
 #include "machine/variables.h"
+#include "units/default_system.h"
 #include "units/unit_rendering.h"
 
 #include <array>
@@ -30,28 +31,11 @@ void write_heading_and_echo(std::string_view prefix, int counter, std::string_vi
     skip_to_line_end(expptr);
     const std::string_view echo =
         assigns_held_variable(target) ? "UPDATED VALUE:" : text_span(line_start, expptr);
-    out = str_append_all(&out, "[  ", prefix, format_int(counter, number), " ] ", echo, "\n");
+    append(out, "[  ", prefix, format_int(counter, number), " ] ", echo, "\n");
 }
 
 void write_message(text_str*& out, text_str*& err) {
-    out = str_append_all(&out, indent, str_view(err));
-}
-
-// Accepts the name of one of the four systems; case matters.
-bool match_system(cursor& expptr, unit_system& system) {
-    struct system_word {
-        std::string_view word;
-        unit_system system;
-    };
-    constexpr std::array<system_word, 4> words = {
-        {{"MKS", system_MKS}, {"cgs", system_cgs}, {"FPS", system_FPS}, {"IPS", system_IPS}}};
-    for (const system_word& entry : words) {
-        if (match_keyword(true, true, expptr, entry.word) == 0) {
-            system = entry.system;
-            return true;
-        }
-    }
-    return false;
+    append(out, indent, str_view(err));
 }
 
 // { ";" [ request ] }
@@ -65,9 +49,8 @@ bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requeste
         skip_blanks_and_comments(expptr);
         if (rest_is_blank_before_comment(expptr))
             break;
-        unit_system system = system_MKS;
-        if (match_system(expptr, system)) {
-            print_value_in_system(system, requested, result, err, false);
+        if (const default_system* row = match_default_system(expptr)) {
+            print_value_in_system(row->system, requested, result, err, false);
             served = true;
         } else if (print_value_with_requested_units(requested, result, expptr, err, false)) {
             served = true;
@@ -110,19 +93,19 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
 
     work_text answer; // of a special line, or of the output requests
     if (is_special_function(expptr, counter, run, answer.str, err)) {
-        out = str_append_all(&out, indent, answer.view(), "\n");
+        append(out, indent, answer.view(), "\n");
         return line_result::special;
     }
     dim_value result;
     if (!compile_input_line(expptr, result, code, err)) {
         skip_to_line_end(expptr);
         write_message(out, err);
-        out = str_append_text(&out, "\n");
+        append(out, "\n");
         return line_result::failed;
     }
     // The lines of a block listing write no report: it would be another block listing.
     if (prefix.empty() && write_pending_report(run, out, err)) {
-        out = str_append_all(&out, indent, target, "\n");
+        append(out, indent, target, "\n");
         skip_to_line_end(expptr);
         return line_result::compiled;
     }
@@ -131,10 +114,10 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         print_value_in_default_units(answer.str, result, err, true);
         if (!str_is_empty(err)) {
             write_message(out, err);
-            out = str_append_text(&out, "\n");
+            append(out, "\n");
         }
     }
-    out = str_append_all(&out, indent, target, answer.view(), "\n\n");
+    append(out, indent, target, answer.view(), "\n\n");
     skip_to_line_end(expptr);
     return line_result::compiled;
 }

@@ -87,8 +87,8 @@ void run_block_listing(std::string_view header, std::string_view prefix, line_ru
     if (b.state != block_state::closed || b.listing)
         return;
     b.listing = true;
-    out = str_append_text(&out, header);
-    out = str_append_text(&out, "\n");
+    append(out, header);
+    append(out, "\n");
     cursor lines(b.text_start.at, b.text_end);
     skip_blanks_and_comments(lines);
     run(prefix, lines, out, err);

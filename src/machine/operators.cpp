@@ -9,14 +9,10 @@ namespace metrify {
 
 namespace {
 
-void append(text_str*& err, std::string_view text) {
-    err = str_append_text(&err, text);
-}
-
 void append_units(text_str*& err, const dim_value& value) {
     work_text units;
     unit_text_for_message(units.str, value, err);
-    err = str_append_str(&err, &units.str);
+    append(err, units.str);
 }
 
 struct additive_messages {
@@ -130,7 +126,7 @@ void stck_exponentiate(compile_ctx& ctx, text_str*& err) {
         base = overflow_value();
     } else if (!is_dimensionless(exponent)) {
         append(err, "ERROR: Dimensional exponent: ");
-        err = str_append_double(&err, p);
+        append(err, p);
         append(err, " ");
         append_units(err, exponent);
         append(err, ".\n");

@@ -38,8 +38,7 @@ void check_dependent(const packed_reference& reference, text_str*& err) {
     const dim_value value = getvar_by_num(number_of(reference), err);
     if (!str_is_empty(err) || value.kind == 0 || reference.component != 0)
         return;
-    str_append_three(&err, "ERROR:  Dependent arg ", *varname_by_num(number_of(reference), err),
-                     " must be a scalar.\n");
+    append(err, "ERROR:  Dependent arg ", *varname_by_num(number_of(reference), err), " must be a scalar.\n");
 }
 
 } // namespace

@@ -22,16 +22,16 @@ dim_value undefined_value() {
 
 void report_unknown_name(std::string_view name, text_str*& err) {
     // A caller can pass a stretch of text with blanks behind the name.
-    err = str_append_text(&err, "ERROR:  '");
+    append(err, "ERROR:  '");
     err = str_append_until_any(&err, name, " \t");
-    err = str_append_text(&err, "' undefined.\n");
+    append(err, "' undefined.\n");
 }
 
 void report_unknown_number(std::string_view before, std::uint32_t number, std::string_view after,
                            text_str*& err) {
-    err = str_append_text(&err, before);
-    err = str_append_int(&err, static_cast<int>(number));
-    err = str_append_text(&err, after);
+    append(err, before);
+    append(err, static_cast<int>(number));
+    append(err, after);
 }
 
 } // namespace
@@ -131,11 +131,11 @@ bool is_varname_okay(std::string_view name, text_str*& err) {
     dim_value unit;
     function_ref function;
     if (is_unit(false, p, unit)) {
-        str_append_three(&err, "ERROR: Variable name '", name, "' matches a base unit.\n");
+        append(err, "ERROR: Variable name '", name, "' matches a base unit.\n");
         return false;
     }
     if (lookup_function(p, function)) {
-        str_append_three(&err, "ERROR: Variable name '", name, "' matches a pre-programmed function.\n");
+        append(err, "ERROR: Variable name '", name, "' matches a pre-programmed function.\n");
         return false;
     }
     return true;

@@ -136,7 +136,7 @@ void convert_non_affine_ToMKS_vec_full(const dim_value& in, dim_value& out, cons
                                        text_str*& err) {
     if (scale.factor == 0.0) {
         dim_clear(out);
-        err = str_append_text(&err, "ERROR: w0 divide by zero in convert_non_affine_ToMKS_vec_full.\n");
+        append(err, "ERROR: w0 divide by zero in convert_non_affine_ToMKS_vec_full.\n");
         return;
     }
     const std::array<double, 3> comp = in.comp;

@@ -20,6 +20,7 @@ struct unit_parse {
     int unit_count = 0; // simple units seen so far, those in parentheses included
     int temp_kind = 0;  // 1 the last degC seen, 2 the last degF; never cleared
     int nesting = 0;
+    unit_fault fault = unit_fault::none;
 };
 
 unit_scale unit_of_one() {
@@ -28,18 +29,24 @@ unit_scale unit_of_one() {
     return scale;
 }
 
-void append(text_str*& err, std::string_view text) {
-    err = str_append_text(&err, text);
+template <class... Parts>
+void fail(unit_parse& parse, text_str*& err, const Parts&... message) {
+    parse.fault = unit_fault::other;
+    append(err, message...);
+}
+
+void fail_nesting(unit_parse& parse, text_str*& err) {
+    parse.fault = unit_fault::nesting;
+    report_nesting(err);
 }
 
 bool is_unit_expression(cursor& expptr, unit_scale& out, unit_parse& parse, bool nested, text_str*& err);
 
-// Each level that an exponent is nested adds its own message, but to a nesting too deep there is no more to
-// say.
-void append_bad_exponent(text_str*& err, std::string_view unit, std::string_view ending) {
-    if (is_nesting_error(err))
-        return;
-    str_append_three(&err, "ERROR: Bad exponent for unit '", unit, ending);
+// Each level of a nested exponent adds its own message. An exponent nested too deeply gets the message for
+// that alone.
+void append_bad_exponent(unit_parse& parse, text_str*& err, std::string_view unit, std::string_view ending) {
+    if (parse.fault != unit_fault::nesting)
+        fail(parse, err, "ERROR: Bad exponent for unit '", unit, ending);
 }
 
 bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
@@ -52,7 +59,7 @@ void read_exponent_product(cursor& expptr, double& result, unit_parse& parse, st
         double factor = 1.0;
         if (!is_unit_exponent(expptr, factor, parse, unit, err)) {
             if (str_is_empty(err))
-                append_bad_exponent(err, unit, "'.\n");
+                append_bad_exponent(parse, err, unit, "'.\n");
             return;
         }
         result *= factor;
@@ -67,9 +74,9 @@ void read_exponent_divisor(cursor& expptr, double& result, unit_parse& parse, st
                            text_str*& err) {
     double divisor = 1.0;
     if (!is_unit_exponent(expptr, divisor, parse, unit, err))
-        append_bad_exponent(err, unit, "' following '/'.\n");
+        append_bad_exponent(parse, err, unit, "' following '/'.\n");
     else if (divisor == 0.0)
-        str_append_three(&err, "ERROR: Divide by zero in exponent for unit '", unit, "'.\n");
+        fail(parse, err, "ERROR: Divide by zero in exponent for unit '", unit, "'.\n");
     else
         result = 1.0 / divisor;
 }
@@ -87,18 +94,18 @@ bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::st
         return false;
     }
     if (level.is_too_deep()) {
-        report_nesting(err);
+        fail_nesting(parse, err);
     } else if (accept_char(true, '(', expptr)) {
         read_exponent_product(expptr, result, parse, unit, err);
     } else if (scan_number(true, expptr, result)) {
         return true;
     } else if (accept_char(true, '*', expptr)) {
         if (!is_unit_exponent(expptr, result, parse, unit, err))
-            append_bad_exponent(err, unit, "' following '*'.\n");
+            append_bad_exponent(parse, err, unit, "' following '*'.\n");
     } else if (accept_char(true, '/', expptr)) {
         read_exponent_divisor(expptr, result, parse, unit, err);
     } else {
-        append_bad_exponent(err, unit, "'.\n");
+        append_bad_exponent(parse, err, unit, "'.\n");
     }
     if (str_is_empty(err))
         return true;
@@ -117,7 +124,7 @@ bool get_unit_exponent(cursor& expptr, double& exponent, unit_parse& parse, std:
         return true;
     expptr = p;
     if (!is_unit_exponent(expptr, exponent, parse, unit, err) && str_is_empty(err))
-        append(err, "ERROR: Bad units exponent.\n");
+        fail(parse, err, "ERROR: Bad units exponent.\n");
     return str_is_empty(err);
 }
 
@@ -145,7 +152,7 @@ bool is_exponentiated_base_unit(cursor& expptr, unit_scale& target, unit_parse& 
     unit.dim *= exponent;
     target.dim += unit.dim;
     if (is_not_finite(target.factor)) {
-        append(err, overflow_message);
+        fail(parse, err, overflow_message);
         return false;
     }
     return true;
@@ -155,7 +162,7 @@ bool is_exponentiated_base_unit(cursor& expptr, unit_scale& target, unit_parse& 
 bool is_paren_unit(cursor& expptr, unit_scale& target, unit_parse& parse, text_str*& err) {
     const nesting_level level(parse.nesting);
     if (level.is_too_deep()) {
-        report_nesting(err);
+        fail_nesting(parse, err);
         return false;
     }
     const int count_before = parse.unit_count;
@@ -164,7 +171,7 @@ bool is_paren_unit(cursor& expptr, unit_scale& target, unit_parse& parse, text_s
         return false;
     skip_blanks_and_comments(expptr);
     if (!accept_char(true, ')', expptr)) {
-        append(err, "ERROR:  Bad parenthesis.\n");
+        fail(parse, err, "ERROR:  Bad parenthesis.\n");
         return false;
     }
     target.factor = term.factor;
@@ -220,22 +227,24 @@ void divide_scale(unit_scale& out, const unit_scale& term) {
     out.dim -= term.dim;
 }
 
-enum class rest { goes_on, ends, fails };
+enum class parse_step { goes_on, ends, fails };
 
 // [ "*" | "/" ] factor behind a factor. Unless it goes on, the cursor stays.
-rest take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, bool& div_flag, text_str*& err) {
+parse_step take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, bool& div_flag,
+                            text_str*& err) {
     unit_scale term = unit_of_one();
     const bool slash = *expptr == '/';
     const bool star = *expptr == '*';
     if (slash || star)
         ++expptr.at;
     if (!is_unit_mult(expptr, term, parse, div_flag, err))
-        return slash || star ? rest::ends : rest::fails; // the operator belongs to the expression compiler
+        return slash || star ? parse_step::ends
+                             : parse_step::fails; // the operator belongs to the expression compiler
     if (!str_is_empty(err))
-        return rest::fails;
+        return parse_step::fails;
     if (slash && term.factor == 0.0) {
-        append(err, overflow_message);
-        return rest::fails;
+        fail(parse, err, overflow_message);
+        return parse_step::fails;
     }
     // Once a slash has been read, every later factor is in the denominator.
     div_flag = div_flag || slash;
@@ -244,10 +253,10 @@ rest take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, bool& 
     else
         multiply_scale(out, term);
     if (is_not_finite(out.factor)) {
-        append(err, overflow_message);
-        return rest::fails;
+        fail(parse, err, overflow_message);
+        return parse_step::fails;
     }
-    return rest::goes_on;
+    return parse_step::goes_on;
 }
 
 // { [ "*" | "/" ] factor }
@@ -260,10 +269,10 @@ bool is_more_unit_mult_or_null(cursor& expptr, unit_scale& out, unit_parse& pars
         skip_blanks_and_comments(expptr);
         if (at_statement_end(expptr))
             return true;
-        const rest result = take_next_factor(expptr, out, parse, div_flag, err);
-        if (result != rest::goes_on) {
+        const parse_step result = take_next_factor(expptr, out, parse, div_flag, err);
+        if (result != parse_step::goes_on) {
             expptr = entry;
-            return result == rest::ends;
+            return result == parse_step::ends;
         }
     }
 }
@@ -286,11 +295,12 @@ bool is_lone_slash(cursor p) {
 // expression := factor { [ "*" | "/" ] factor }
 bool is_unit_expression(cursor& expptr, unit_scale& out, unit_parse& parse, bool nested, text_str*& err) {
     if (is_lone_slash(expptr)) {
-        append(err, "ERROR: Math expression incomplete.\n");
+        fail(parse, err, "ERROR: Math expression incomplete.\n");
         return false;
     }
     out = unit_of_one();
     str_clear(&err);
+    parse.fault = unit_fault::none;
     bool div_flag = false;
     const cursor entry = expptr;
     if (!nested) {
@@ -309,9 +319,16 @@ bool is_unit_expression(cursor& expptr, unit_scale& out, unit_parse& parse, bool
 
 } // namespace
 
-bool parse_unit_expression(cursor& expptr, unit_scale& out, text_str*& err) {
+bool parse_unit_expression(cursor& expptr, unit_scale& out, text_str*& err, unit_fault& fault) {
     unit_parse parse;
-    return is_unit_expression(expptr, out, parse, false, err);
+    const bool is_read = is_unit_expression(expptr, out, parse, false, err);
+    fault = parse.fault;
+    return is_read;
+}
+
+bool parse_unit_expression(cursor& expptr, unit_scale& out, text_str*& err) {
+    unit_fault fault = unit_fault::none;
+    return parse_unit_expression(expptr, out, err, fault);
 }
 
 } // namespace metrify

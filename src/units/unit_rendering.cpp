@@ -1,6 +1,7 @@
 #include "units/unit_rendering.h"
 
 #include "base/number_text.h"
+#include "units/default_system.h"
 #include "units/unit_expression.h"
 
 #include <algorithm>
@@ -12,24 +13,10 @@ namespace metrify {
 
 namespace {
 
-constexpr std::size_t slot_count = 8;
-using slot_names = std::array<std::string_view, slot_count>;
-
-// Slots in the order in which they are written. The temperature difference has a name of its own kind in MKS
-// only; IPS writes degF there.
-constexpr std::array<slot_names, 4> system_names = {{
-    //  mass   length time... absolute temperature, amount, difference, charge
-    {"kg", "m", "rad", "s", "degK", "mol", "degKdiff", "C"}, // MKS
-    {"g", "cm", "rad", "s", "degK", "mol", "degK", "C"},     // cgs
-    {"lbf", "ft", "rad", "s", "degR", "mol", "degR", "C"},   // FPS
-    {"lbf", "in", "rad", "s", "degR", "mol", "degF", "C"},   // IPS
-}};
-
-// The exponents in slot order. Where the first slot is a force, a unit of mass is lbf s^2 / ft, so length and
-// time are corrected by the mass.
-std::array<double, slot_count> slot_exponents(unit_system system, const exponents& dim) {
-    const bool force_based = system == system_FPS || system == system_IPS;
-    const double mass = force_based ? dim[dim_mass] : 0.0;
+// The exponents in the order of the system's units. If the first one is a force, a unit of mass is
+// lbf s^2 / ft, so length and time are corrected by the mass.
+std::array<double, slot_count> slot_exponents(const default_system& system, const exponents& dim) {
+    const double mass = system.is_force_based ? dim[dim_mass] : 0.0;
     return {dim[dim_mass],
             dim[dim_length] - mass,
             dim[dim_angle],
@@ -45,22 +32,18 @@ bool is_whole_number(double x) {
            std::trunc(x) == x;
 }
 
-void append(text_str*& out, std::string_view text) {
-    out = str_append_text(&out, text);
-}
-
 // ` = 3 m`, or ` = [ 1 , 2 , 3 ] m`
 void append_value(text_str*& out, const dim_value& value, std::string_view units) {
     number_buffer x;
     const std::string_view first = format_double(value.comp[0], x);
     if (value.kind == 0) {
-        out = str_append_all(&out, " = ", first, " ", units);
+        append(out, " = ", first, " ", units);
         return;
     }
     number_buffer y;
     number_buffer z;
-    out = str_append_all(&out, " = [ ", first, " , ", format_double(value.comp[1], y), " , ",
-                         format_double(value.comp[2], z), " ] ", units);
+    append(out, " = [ ", first, " , ", format_double(value.comp[1], y), " , ",
+           format_double(value.comp[2], z), " ] ", units);
 }
 
 } // namespace
@@ -88,8 +71,8 @@ bool append_one_exponentiated_unit_to_a_string(std::string_view name, double exp
 }
 
 void render_units(unit_system system, const exponents& dim, text_str*& out, text_str*& err) {
-    const slot_names& names = system_names[system];
-    const std::array<double, slot_count> slots = slot_exponents(system, dim);
+    const slot_names& names = default_systems[system].units;
+    const std::array<double, slot_count> slots = slot_exponents(default_systems[system], dim);
     work_text rendered;
     const auto write_slots = [&](auto is_wanted, std::string_view failure) {
         for (std::size_t i = 0; i < slot_count; ++i)
@@ -150,7 +133,7 @@ bool print_value_with_requested_units(text_str*& out, const dim_value& value, cu
     if (!parse_unit_expression(expptr, scale, err)) {
         skip_to_statement_end(expptr);
         str_clear(&err); // the request's own message takes the place of what is wrong in its units
-        str_append_three(&err, failure, text_span(start, expptr), "' not recognized.\n");
+        append(err, failure, text_span(start, expptr), "' not recognized.\n");
         return false;
     }
     const char* end = std::find(entry.at, expptr.at, '#');
@@ -160,11 +143,11 @@ bool print_value_with_requested_units(text_str*& out, const dim_value& value, cu
     dim_value converted;
     convert_non_affine_FromMKS_vec_full(value, converted, scale);
     if (!str_is_empty(err)) {
-        out = str_append_str(&out, &err);
+        append(out, err);
         str_clear(&err);
     }
     if (!no_check && !same_units_loose(value, converted)) {
-        str_append_three(&err, failure, text_from(start), "' is incompatible.\n");
+        append(err, failure, text_from(start), "' is incompatible.\n");
         return false;
     }
     append_value(out, converted, text_from(entry));

@@ -1,5 +1,6 @@
 #include "units/unit_system.h"
 
+#include "units/default_system.h"
 #include "units/unit_expression.h"
 #include "units/unit_state.h"
 
@@ -32,7 +33,7 @@ void read_exponents(unit_system_state& state) {
 // Takes the place of what the parser has said about an item.
 void set_message(text_str*& err, std::string_view message) {
     str_clear(&err);
-    err = str_append_text(&err, message);
+    append(err, message);
 }
 
 } // namespace
@@ -105,18 +106,16 @@ void read_exceptions(cursor& expptr, text_str*& err) {
 }
 
 void run_system_statement(unit_system system, cursor& expptr, text_str*& out, text_str*& err) {
-    constexpr std::array<std::string_view, 4> names = {"MKS", "cgs", "FPS", "IPS"};
+    const default_system& row = default_systems[system];
     set_unit_system(system);
     read_exceptions(expptr, err);
     if (!str_is_empty(err)) {
-        out = str_append_str(&out, &err);
-        out = str_append_text(&out, "\n");
+        append(out, err);
+        append(out, "\n");
     }
-    str_append_three(&out, " Default units = ", names[system], " with ");
-    out = str_append_int(&out, exception_count());
-    // Only MKS knows the singular.
-    const bool singular = system == system_MKS && exception_count() == 1;
-    out = str_append_text(&out, singular ? " exception.\n" : " exceptions.\n");
+    const bool is_singular = row.has_singular && exception_count() == 1;
+    append(out, " Default units = ", row.name, " with ", exception_count(),
+           is_singular ? " exception.\n" : " exceptions.\n");
 }
 
 } // namespace metrify

@@ -46,7 +46,7 @@ bool find_user_unit(cursor& expptr, dim_value& out) {
 
 void store_user_unit(std::string_view name, const dim_value& value, text_str*& err) {
     if (value.comp[0] == 0.0) {
-        err = str_append_text(&err, "ERROR: Cannot define a unit with value zero.\n");
+        append(err, "ERROR: Cannot define a unit with value zero.\n");
         return;
     }
     user_unit_store& state = store();
