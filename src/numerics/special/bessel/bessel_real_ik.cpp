@@ -7,7 +7,7 @@
 
 #include "base/failure.h"
 #include "numerics/special/bessel/bessel_real.h"
-#include "numerics/special/bessel/bessel_steps.h"
+#include "numerics/special/bessel/bessel_real_order.h"
 
 #include <numbers>
 
@@ -115,7 +115,7 @@ reduced_order reduced_to_half(double x, double nu) {
 }
 
 neighbours second_at_nu(const reduced_order& order, const second_at_mu& low) {
-    return raised(order, 1.0, {low.k, low.x_above * order.xi});
+    return recur_up(order, 1.0, {low.k, low.x_above * order.xi});
 }
 
 /// True where the first fraction ends in a ratio for sure: it takes some 6 sqrt(x) steps.
@@ -137,7 +137,7 @@ void math_func_bessik(double x, double nu, double& i, double& k, double& i_prime
     if (!first_fraction(order, ratio))
         return fail("ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
     const neighbours top = {FPMIN, ratio * FPMIN};
-    const auto [bottom, unit] = lowered(order, 1.0, top);
+    const auto [bottom, unit] = recur_down(order, 1.0, top);
     second_at_mu low = {};
     if (const char* failure = find_second_at_mu(order, low, err))
         return fail(failure);

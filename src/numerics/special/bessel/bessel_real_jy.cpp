@@ -4,7 +4,7 @@
 
 #include "base/failure.h"
 #include "numerics/special/bessel/bessel_real.h"
-#include "numerics/special/bessel/bessel_steps.h"
+#include "numerics/special/bessel/bessel_real_order.h"
 #include "numerics/special/trigonometry.h"
 
 #include <numbers>
@@ -145,7 +145,7 @@ void math_func_bessjy(double x, double nu, double& j, double& y, double& j_prime
     if (!first_fraction(order, ratio, sign))
         return fail("ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
     const neighbours top = {sign * FPMIN, ratio * sign * FPMIN};
-    const auto [bottom, unit] = lowered(order, -1.0, top);
+    const auto [bottom, unit] = recur_down(order, -1.0, top);
     at_mu low = {};
     if (x < XMIN) {
         if (!series_at_mu(order, bottom, low, err))
@@ -156,7 +156,7 @@ void math_func_bessjy(double x, double nu, double& j, double& y, double& j_prime
     const double scale = low.scale / unit;
     j = top.at * scale;
     j_prime = (nu * order.xi * top.at - top.above) * scale;
-    const neighbours high = raised(order, -1.0, low.y);
+    const neighbours high = recur_up(order, -1.0, low.y);
     y = high.at;
     y_prime = nu * order.xi * high.at - high.above;
 }
