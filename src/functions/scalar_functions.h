@@ -15,14 +15,18 @@ namespace metrify {
 /// What a formula's result is.
 enum class gives { number, radians };
 
-/// Where a formula doesn't hold, and what is said there. If nothing is said the result is the sentinel.
+/// What happens where a formula doesn't hold.
+enum class outside { gives_infinity, is_refused };
+
+/// Where a formula doesn't hold, and what happens there. Infinity is the sentinel.
 struct formula_limits {
-    bool (*outside)(double x) = nullptr;
-    refusal said = {};
+    bool (*excludes)(double x) = nullptr;
+    outside then = outside::gives_infinity;
+    refusal message = {};
 };
 
 /// A formula of one dimensionless scalar; angle and amount of substance don't count as dimensions. An
-/// argument that is the sentinel gives a plain 0, unless it lies outside and something is said about it.
+/// argument that is the sentinel gives a plain 0, unless it is refused.
 struct formula_function {
     function_facts about;
     gives result;
@@ -64,14 +68,16 @@ constexpr formula_limits within_one = {[](double x) { return x < -1.0 || x > 1.0
 constexpr formula_limits beyond_one = {[](double x) { return !(x <= -1.0 || x >= 1.0); }};
 constexpr formula_limits above_zero = {[](double x) { return !(x > 0.0); }};
 
-// The wording differs from one to the next, and that is meant; atanh has no lower limit.
-constexpr formula_limits acosh_limits = {[](double x) { return x < 1.0; },
-                                         {"Arg to ", " must be greater than one"}};
-constexpr formula_limits atanh_limits = {[](double x) { return x > 1.0; },
-                                         {"Arg of ", " must be less than one"}};
+// Intentional: the wording differs from one to the next, and atanh has no lower limit.
+constexpr formula_limits acosh_limits = {
+    [](double x) { return x < 1.0; }, outside::is_refused, {"Arg to ", " must be greater than one"}};
+constexpr formula_limits atanh_limits = {
+    [](double x) { return x > 1.0; }, outside::is_refused, {"Arg of ", " must be less than one"}};
 constexpr formula_limits asech_limits = {[](double x) { return x < 0.0 || x > 1.0; },
+                                         outside::is_refused,
                                          {"ARg to ", " must be between zero and one"}};
 constexpr formula_limits acoth_limits = {[](double x) { return std::fabs(x) < 1.0; },
+                                         outside::is_refused,
                                          {"Arg of ", " must be greater than one"}};
 
 // The formulas stand as they are also where a textbook has others: asec in the second quadrant, acsc of a

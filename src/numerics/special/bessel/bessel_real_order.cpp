@@ -21,6 +21,23 @@ double_double two_over(double x, double quotient) {
 
 } // namespace
 
+double report_failure(failure reason, std::string_view routine, text_str*& err) {
+    struct wording {
+        std::string_view before, after; // the routine's name
+    };
+    static constexpr std::array<wording, 6> wordings = {{
+        {},
+        {"ERROR:   x must be > 0 in ", "().\n"},
+        {"ERROR:   nu must be >= 0 in ", "().\n"},
+        {"ERROR: x too large in ", "(); try asymptotic expansion.\n"},
+        {"ERROR: series failed to converge in ", "().\n"},
+        {"ERROR: cf2 failed to converge in ", "().\n"},
+    }};
+    const wording& text = wordings[static_cast<std::size_t>(reason)];
+    str_append_three(&err, text.before, routine, text.after);
+    return 0.0;
+}
+
 reduced_order::reduced_order(double argument, double order, double distance)
     : x(argument), nu(order), steps(distance >= 1.0 ? std::trunc(distance) : 0.0), mu(nu - steps),
       mu2(mu * mu), xi(1.0 / x), xi2(2.0 * xi), whole(std::floor(order)), whole_mu(whole - steps),

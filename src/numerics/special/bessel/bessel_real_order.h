@@ -6,8 +6,15 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string_view>
 
 namespace metrify::bessel {
+
+/// How the routines of real order fail.
+enum class failure { none, x_not_positive, order_negative, x_too_large, series, second_fraction };
+
+/// Appends the message of a failure of the named routine, and gives 0.
+double report_failure(failure reason, std::string_view routine, text_str*& err);
 
 constexpr double EPS = 1e-16;
 constexpr double FPMIN = 1e-30;
