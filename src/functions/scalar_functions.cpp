@@ -14,12 +14,12 @@ void run_function(const formula_function& function, compile_ctx& ctx, text_str*&
         return refuse(refuses_vectors.said);
     if (!is_dimensionless(given[0]))
         return refuse(refuses_dimensions.said);
-    const bool outside = limits.outside != nullptr && limits.outside(x);
-    if (outside && !limits.said.after.empty())
-        return refuse(limits.said);
+    const bool is_excluded = limits.excludes != nullptr && limits.excludes(x);
+    if (is_excluded && limits.then == outside::is_refused)
+        return refuse(limits.message);
     if (x == infinity_sentinel)
         return given.replace_by(dim_value());
-    given.replace_by(scalar_value(outside ? infinity_sentinel : function.formula(x),
+    given.replace_by(scalar_value(is_excluded ? infinity_sentinel : function.formula(x),
                                   function.result == gives::radians ? in_radians : exponents{}));
 }
 

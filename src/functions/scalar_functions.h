@@ -15,14 +15,18 @@ namespace metrify {
 /// What a formula's result is.
 enum class gives { number, radians };
 
-/// Where a formula doesn't hold, and what is said there. If nothing is said the result is the sentinel.
+/// What happens where a formula doesn't hold.
+enum class outside { gives_infinity, is_refused };
+
+/// Where a formula doesn't hold, and what happens there. Infinity is the sentinel.
 struct formula_limits {
-    bool (*outside)(double x) = nullptr;
-    refusal said = {};
+    bool (*excludes)(double x) = nullptr;
+    outside then = outside::gives_infinity;
+    refusal message = {};
 };
 
 /// A formula of one dimensionless scalar; angle and amount of substance don't count as dimensions. An
-/// argument that is the sentinel gives a plain 0, unless it lies outside and something is said about it.
+/// argument that is the sentinel gives a plain 0, unless it is refused.
 struct formula_function {
     function_facts about;
     gives result;
@@ -33,28 +37,27 @@ void run_function(const formula_function& function, compile_ctx& ctx, text_str*&
 
 // What several formulas have in common.
 
-constexpr double half_turn = std::numbers::pi;
-constexpr double quarter_turn = std::numbers::pi / 2.0;
+constexpr double pi = std::numbers::pi;
 
 /// 1/divisor, and the sentinel for a divisor that is exactly 0.
 inline double one_over(double divisor) {
     return divisor == 0.0 ? infinity_sentinel : 1.0 / divisor;
 }
-/// The side of a right triangle with the hypotenuse x and another side of 1.
-inline double leg(double x) {
+/// sqrt(x^2 - 1), for a magnitude of at least 1.
+inline double root_of_square_less_one(double x) {
     return std::sqrt(x * x - 1.0);
 }
-/// The angle of that triangle between x and the side of 1.
-inline double arc(double x) {
-    return std::atan(leg(x));
+/// The acute angle with the secant |x|.
+inline double acute_arcsecant(double x) {
+    return std::atan(root_of_square_less_one(x));
 }
 /// -1 below 0, else 1.
-inline double side(double x) {
+inline double unit_sign(double x) {
     return x < 0.0 ? -1.0 : 1.0;
 }
 /// The positive number with the hyperbolic cosine t, for t of at least 1.
 inline double cosh_inverse(double t) {
-    return std::log(leg(t) + t);
+    return std::log(root_of_square_less_one(t) + t);
 }
 inline double sinh_inverse(double t) {
     return std::log(std::sqrt(t * t + 1.0) + t);
@@ -65,14 +68,16 @@ constexpr formula_limits within_one = {[](double x) { return x < -1.0 || x > 1.0
 constexpr formula_limits beyond_one = {[](double x) { return !(x <= -1.0 || x >= 1.0); }};
 constexpr formula_limits above_zero = {[](double x) { return !(x > 0.0); }};
 
-// The wording differs from one to the next, and that is meant; atanh has no lower limit.
-constexpr formula_limits acosh_limits = {[](double x) { return x < 1.0; },
-                                         {"Arg to ", " must be greater than one"}};
-constexpr formula_limits atanh_limits = {[](double x) { return x > 1.0; },
-                                         {"Arg of ", " must be less than one"}};
+// Intentional: the wording differs from one to the next, and atanh has no lower limit.
+constexpr formula_limits acosh_limits = {
+    [](double x) { return x < 1.0; }, outside::is_refused, {"Arg to ", " must be greater than one"}};
+constexpr formula_limits atanh_limits = {
+    [](double x) { return x > 1.0; }, outside::is_refused, {"Arg of ", " must be less than one"}};
 constexpr formula_limits asech_limits = {[](double x) { return x < 0.0 || x > 1.0; },
+                                         outside::is_refused,
                                          {"ARg to ", " must be between zero and one"}};
 constexpr formula_limits acoth_limits = {[](double x) { return std::fabs(x) < 1.0; },
+                                         outside::is_refused,
                                          {"Arg of ", " must be greater than one"}};
 
 // The formulas stand as they are also where a textbook has others: asec in the second quadrant, acsc of a
@@ -110,13 +115,13 @@ inline constexpr formula_function formulas[] = {
      gives::radians, everywhere, [](double x) { return std::atan(x); }},
     {{8, family::trigonometry, "asec", 1, "x", "The angle with the secant x",
       help::number, help::radians, "-1 and below, 1 and above; infinite between", "asec(2); deg", "= 60 deg"},
-     gives::radians, beyond_one, [](double x) { return x < 0.0 ? half_turn - arc(x) : arc(x); }},
+     gives::radians, beyond_one, [](double x) { return x < 0.0 ? pi - acute_arcsecant(x) : acute_arcsecant(x); }},
     {{4, family::trigonometry, "acsc", 1, "x", "The angle with the cosecant x; below -1 its distance from -pi",
       help::number, help::radians, "-1 and below, 1 and above; infinite between", "acsc(2); deg", "= 30 deg"},
-     gives::radians, beyond_one, [](double x) { return side(x) * std::acos(leg(x) / x); }},
+     gives::radians, beyond_one, [](double x) { return unit_sign(x) * std::acos(root_of_square_less_one(x) / x); }},
     {{3, family::trigonometry, "acot", 1, "x", "The angle with the cotangent x; below 0 that angle less pi",
       help::number, help::radians, help::anywhere, "acot(1); deg", "= 45 deg"},
-     gives::radians, everywhere, [](double x) { return side(x) * quarter_turn - std::atan(x); }},
+     gives::radians, everywhere, [](double x) { return unit_sign(x) * (pi / 2.0) - std::atan(x); }},
     {{78, family::hyperbolic, "sinh", 1, "x", "The hyperbolic sine",
       help::number, help::number, help::anywhere, "sinh(1)", "= 1.1752"},
      gives::number, everywhere, [](double x) { return hyperbolic_sine(x); }},

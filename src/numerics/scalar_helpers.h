@@ -1,7 +1,7 @@
 #pragma once
 
-// Scalar helpers of the published routines. What they give for a not-a-number is part of the methods, so they
-// are not the standard library's.
+// Scalar helpers of the published routines. What they give for a not-a-number is part of the methods, so
+// they are not the standard library's.
 
 namespace metrify {
 
@@ -9,8 +9,12 @@ constexpr double square(double x) {
     return x * x;
 }
 
-/// The second unless the first is greater: a not-a-number in front is passed over, one behind stays.
-constexpr double greater_of(double a, double b) {
+/// The smaller number; the second if they can't be compared.
+constexpr double smaller(double a, double b) {
+    return a < b ? a : b;
+}
+/// The larger number; the second if they can't be compared.
+constexpr double larger(double a, double b) {
     return a > b ? a : b;
 }
 

@@ -11,6 +11,8 @@
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
+#include <numbers>
+#include <string>
 
 namespace {
 
@@ -129,65 +131,155 @@ TEST(bessel_bounds, k_is_what_the_plain_recurrence_gives) {
     });
 }
 
-TEST(bessel_bounds, the_largest_orders_end_soon) {
+void expect_value(const evaluated& f, double expected, double order, double x) {
+    EXPECT_EQ(f.err, "") << order << ' ' << x;
+    if (std::isnan(expected))
+        EXPECT_TRUE(std::isnan(f.value)) << order << ' ' << x << ": " << f.value;
+    else
+        EXPECT_DOUBLE_EQ(f.value, expected) << order << ' ' << x;
+}
+
+/// Values of the four functions at one argument.
+struct four_values {
+    double j, y, i, k;
+};
+
+void expect_values(std::int32_t n, double x, const four_values& expected) {
+    expect_value(evaluate(math_func_bessj, n, x), expected.j, n, x);
+    expect_value(evaluate(math_func_bessy, n, x), expected.y, n, x);
+    expect_value(evaluate(math_func_bessi, n, x), expected.i, n, x);
+    expect_value(evaluate(math_func_bessk, n, x), expected.k, n, x);
+}
+
+/// The reflection formulas.
+four_values at_negative_order(double n, const four_values& f) {
+    const double cosine = std::cos(n * std::numbers::pi);
+    const double sine = std::sin(n * std::numbers::pi);
+    return {cosine * f.j - sine * f.y, sine * f.j + cosine * f.y, f.i + 2.0 / std::numbers::pi * sine * f.k,
+            f.k};
+}
+
+/// For the first order, a multiple of 4, and for the last, which leaves 3.
+void expect_values_of_the_largest_orders(double x, const four_values& even, const four_values& odd) {
+    constexpr std::int32_t largest = 2147483647;
+    expect_values(1000000000, x, even);
+    expect_values(largest, x, odd);
+    expect_values(-largest, x, at_negative_order(largest, odd));
+}
+
+// Y goes to minus infinity and two steps later to the difference of two infinities. The downward recurrences
+// are scaled by 1e-10 a step: below x = 0.4 they grow faster than that and overflow, which for J is such a
+// difference, too, and for I leaves no number to divide by. At 1e5 I is 0 times an infinite order 0, and the
+// exponential from which K starts is 0.
+TEST(bessel_bounds, the_largest_orders_end_soon_far_above_x) {
     const auto start = std::chrono::steady_clock::now();
-    for (const std::int32_t n : {1000000000, 2147483647, -2147483647}) {
-        for (const double x : {1e-310, 1e-5, 1.0, 600.0, 1e5, 1e30, 1e308, -1.0, -1e30})
-            for (const auto routine : {math_func_bessj, math_func_bessy, math_func_bessi, math_func_bessk})
-                EXPECT_EQ(evaluate(routine, n, x).err, "");
+    for (const double x : {1e-310, 1e-5}) {
+        const four_values ends = {quiet_nan, quiet_nan, quiet_nan, plus_infinity};
+        expect_values_of_the_largest_orders(x, ends, ends);
     }
+    for (const double x : {1.0, 600.0}) {
+        const four_values ends = {0.0, quiet_nan, 0.0, plus_infinity};
+        expect_values_of_the_largest_orders(x, ends, ends);
+    }
+    const four_values without_exponential = {0.0, quiet_nan, quiet_nan, 0.0};
+    expect_values_of_the_largest_orders(1e5, without_exponential, without_exponential);
+    const four_values below_0 = {0.0, quiet_nan, 0.0, quiet_nan};
+    expect_values_of_the_largest_orders(-1.0, below_0, below_0);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+}
+
+// The steps of J and Y only change signs there.
+TEST(bessel_bounds, the_largest_orders_end_soon_far_below_x) {
+    const auto start = std::chrono::steady_clock::now();
+    for (const double x : {1e30, 1e308})
+        expect_values_of_the_largest_orders(x, {math_func_bessj0(x), math_func_bessy0(x), plus_infinity, 0.0},
+                                            {-math_func_bessj1(x), -math_func_bessy1(x), plus_infinity, 0.0});
+    expect_values_of_the_largest_orders(-1e30, {math_func_bessj0(1e30), quiet_nan, plus_infinity, quiet_nan},
+                                        {math_func_bessj1(1e30), quiet_nan, -plus_infinity, quiet_nan});
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+}
+
+constexpr double large_real_orders[] = {1e6 + 0.5, 1e9 + 0.5, 1e15 + 0.5, -1e12 - 0.5, 1e300};
+
+void expect_j_and_y_overflow(double nu, double x) {
+    expect_value(evaluate(math_func_bessj_frac, nu, x), quiet_nan, nu, x);
+    expect_value(evaluate(math_func_bessy_frac, nu, x), quiet_nan, nu, x);
+}
+
+void expect_i_overflows(double nu, double x, double k) {
+    expect_value(evaluate(math_func_bessi_frac, nu, x), quiet_nan, nu, x);
+    expect_value(evaluate(math_func_bessk_frac, nu, x), k, nu, x);
+}
+
+void expect_j_and_y_fail(double nu, double x, const std::string& message) {
+    for (const auto routine : {math_func_bessj_frac, math_func_bessy_frac}) {
+        const evaluated f = evaluate(routine, nu, x);
+        EXPECT_EQ(f.value, 0.0) << nu << ' ' << x;
+        EXPECT_EQ(f.err, message) << nu << ' ' << x;
+    }
+}
+
+constexpr const char* bessjy_took_too_long =
+    "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n";
+
+void expect_i_and_k_fail(double nu, double x) {
+    for (const auto routine : {math_func_bessi_frac, math_func_bessk_frac})
+        EXPECT_EQ(evaluate(routine, nu, x).err,
+                  "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n")
+            << nu << ' ' << x;
 }
 
 // Far beyond x the first kind is lost in the overflow of its recurrence. The second kind of the ordinary
 // functions goes to minus infinity and two orders later to the difference of two infinities; that of the
-// modified ones grows without a change of sign.
-TEST(bessel_bounds, real_orders_far_beyond_x_overflow) {
-    for (const double nu : {1e6 + 0.5, 1e9 + 0.5, 1e15 + 0.5, -1e12 - 0.5, 1e300}) {
-        for (const double x : {1.0, 1.9, 700.0}) {
-            for (const auto routine : {math_func_bessj_frac, math_func_bessy_frac, math_func_bessi_frac}) {
-                const evaluated f = evaluate(routine, nu, x);
-                EXPECT_EQ(f.err, "") << nu << ' ' << x;
-                EXPECT_TRUE(std::isnan(f.value)) << nu << ' ' << x;
-            }
-            EXPECT_EQ(evaluate(math_func_bessk_frac, nu, x).value, plus_infinity) << nu << ' ' << x;
-        }
-        // The exponential of -1000, with which the recurrence starts, is 0, and so is all that follows.
-        EXPECT_EQ(evaluate(math_func_bessk_frac, nu, 1000.0).value, 0.0) << nu;
-    }
-}
-
-// 2/x overflows, so that the first fraction never settles.
-TEST(bessel_bounds, real_orders_of_the_least_numbers_fail) {
-    for (const double nu : {1e6 + 0.5, 1e15 + 0.5, -1e12 - 0.5}) {
-        for (const auto routine : {math_func_bessj_frac, math_func_bessy_frac})
-            EXPECT_EQ(evaluate(routine, nu, 1e-310).err,
-                      "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
-        for (const auto routine : {math_func_bessi_frac, math_func_bessk_frac})
-            EXPECT_EQ(evaluate(routine, nu, 1e-310).err,
-                      "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
-    }
-}
-
-TEST(bessel_bounds, large_real_orders_end_soon) {
+// modified ones grows without a change of sign, unless the exponential with which it starts is 0.
+TEST(bessel_bounds, real_orders_far_beyond_x_overflow_soon) {
     const auto start = std::chrono::steady_clock::now();
-    for (const double nu : {1e6 + 0.5, 1e9 + 0.5, 1e15 + 0.5, -1e12 - 0.5, 1e300}) {
-        for (const double x : {1e-310, 1.0, 1.9, 1000.0, 1e6, 1e12, 1e300})
-            for (const auto routine :
-                 {math_func_bessj_frac, math_func_bessy_frac, math_func_bessi_frac, math_func_bessk_frac})
-                evaluate(routine, nu, x);
+    for (const double nu : large_real_orders) {
+        for (const double x : {1.0, 1.9, 700.0, 1000.0}) {
+            expect_j_and_y_overflow(nu, x);
+            expect_i_overflows(nu, x, x < 1000.0 ? plus_infinity : 0.0);
+        }
     }
+    for (const double nu : {1e9 + 0.5, 1e15 + 0.5, -1e12 - 0.5, 1e300}) {
+        expect_j_and_y_overflow(nu, 1e6);
+        expect_i_overflows(nu, 1e6, 0.0);
+    }
+    expect_j_and_y_overflow(1e300, 1e12);
+    for (const double nu : {1e15 + 0.5, 1e300})
+        expect_i_overflows(nu, 1e12, 0.0);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 
-TEST(bessel_bounds, known_ends_of_a_large_order) {
-    constexpr std::int32_t n = 1000000000;
-    EXPECT_EQ(evaluate(math_func_bessj, n, 1.0).value, 0.0);
-    EXPECT_EQ(evaluate(math_func_bessi, n, 1.0).value, 0.0);
-    EXPECT_EQ(evaluate(math_func_bessk, n, 1.0).value, plus_infinity);
-    EXPECT_TRUE(std::isnan(evaluate(math_func_bessy, n, 1.0).value)); // -inf - -inf, two steps later
-    EXPECT_EQ(evaluate(math_func_bessj, n, 1e300).value, math_func_bessj0(1e300)); // n is a multiple of 4
-    EXPECT_EQ(evaluate(math_func_bessi, n, 1e300).value, plus_infinity);
+// The fractions of both pairs settle in a number of passes that grows with x/nu; where order and x are about
+// equal that of J and Y takes many more than that of I and K.
+TEST(bessel_bounds, real_orders_up_to_x_fail_soon) {
+    const auto start = std::chrono::steady_clock::now();
+    for (const double nu : large_real_orders) {
+        // 2/x overflows, so that no fraction ever settles.
+        expect_j_and_y_fail(nu, 1e-310, bessjy_took_too_long);
+        expect_i_and_k_fail(nu, 1e-310);
+        expect_j_and_y_fail(nu, 1e300, bessjy_took_too_long);
+    }
+    for (const double nu : {1e6 + 0.5, 1e9 + 0.5, -1e12 - 0.5, 1e15 + 0.5})
+        expect_i_and_k_fail(nu, 1e300);
+    for (const double nu : {1e6 + 0.5, 1e9 + 0.5}) {
+        expect_j_and_y_fail(nu, 1e12, bessjy_took_too_long);
+        expect_i_and_k_fail(nu, 1e12);
+    }
+    expect_j_and_y_fail(-1e12 - 0.5, 1e12, bessjy_took_too_long);
+    expect_i_overflows(-1e12 - 0.5, 1e12, 0.0);
+    // The order is taken down to about x only, where the second fraction takes some x^(1/3) passes.
+    expect_j_and_y_fail(1e15 + 0.5, 1e12, "ERROR: cf2 failed to converge in math_func_bessjy().\n");
+    expect_i_overflows(1e300, 1e300, 0.0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+}
+
+// With t = (order - x) (2/order)^(1/3): J is Ai(t) (2/order)^(1/3), and Y is -Bi(t) times the same.
+TEST(bessel_bounds, a_large_real_order_next_to_x_has_the_values_of_the_airy_functions) {
+    const double nu = 1e6 + 0.5;
+    EXPECT_NEAR(evaluate(math_func_bessj_frac, nu, 1e6).value, 0.0044525, 1e-6);
+    EXPECT_NEAR(evaluate(math_func_bessy_frac, nu, 1e6).value, -0.0077832, 1e-6);
+    expect_i_overflows(nu, 1e6, 0.0);
 }
 
 } // namespace

@@ -9,14 +9,14 @@ namespace metrify {
 
 namespace {
 
-constexpr double tiny = 1e-20;
+constexpr double TINY = 1e-20;
 
 // The inverse of the largest magnitude in each row: pivots are chosen as if all rows were of one size.
 bool find_row_scales(const double_matrix& a, long n, double_vector& scales) {
     for (long i = 1; i <= n; ++i) {
         double largest = 0.0;
         for (long j = 1; j <= n; ++j)
-            largest = greater_of(std::fabs(a(i, j)), largest);
+            largest = larger(std::fabs(a(i, j)), largest);
         if (largest == 0.0)
             return false;
         scales[i] = 1.0 / largest;
@@ -106,7 +106,7 @@ void ludcmp(double_matrix& a, long n, int_vector& indx, double& d, text_str*& er
         }
         indx[j] = static_cast<std::int32_t>(pivot);
         if (a(j, j) == 0.0)
-            a(j, j) = tiny;
+            a(j, j) = TINY;
         const double inverse = 1.0 / a(j, j);
         for (long i = j + 1; i <= n; ++i)
             a(i, j) *= inverse;
@@ -138,7 +138,7 @@ void qrdcmp(double_matrix& a, long n, double_vector& c, double_vector& d, bool& 
     for (long k = 1; k < n; ++k) {
         double scale = 0.0;
         for (long i = k; i <= n; ++i)
-            scale = greater_of(scale, std::fabs(a(i, k)));
+            scale = larger(scale, std::fabs(a(i, k)));
         if (scale == 0.0) {
             sing = true;
             c[k] = 0.0;

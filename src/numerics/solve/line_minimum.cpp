@@ -9,11 +9,11 @@ namespace metrify {
 
 namespace {
 
-constexpr double gold = 1.618034;
-constexpr double farthest_leap = 100.0;
-constexpr double tiny = 1e-20;
-constexpr double golden_section = 0.381966;
-constexpr double least_tolerance = 1e-10;
+constexpr double GOLD = 1.618034;
+constexpr double GLIMIT = 100.0;
+constexpr double TINY = 1e-20;
+constexpr double CGOLD = 0.381966;
+constexpr double ZEPS = 1e-10;
 
 double value_at(line_search_state& line, double t, text_str*& err) {
     return line.along_line ? f1dim(line, t, err) : evaluate_at(line.function, t, err);
@@ -47,7 +47,7 @@ struct bracketing {
 double parabolic_point(const minimum_bracket& at) {
     const double r = (at.bx - at.ax) * (at.fb - at.fc);
     const double q = (at.bx - at.cx) * (at.fb - at.fa);
-    const double divisor = 2.0 * with_sign_of(greater_of(std::fabs(q - r), tiny), q - r);
+    const double divisor = 2.0 * with_sign_of(larger(std::fabs(q - r), TINY), q - r);
     return at.bx - ((at.bx - at.cx) * q - (at.bx - at.ax) * r) / divisor;
 }
 
@@ -69,7 +69,7 @@ bool try_between(bracketing& search, double u) {
         at.fc = search.fu;
         return true;
     }
-    search.take(at.cx + gold * (at.cx - at.bx));
+    search.take(at.cx + GOLD * (at.cx - at.bx));
     return false;
 }
 
@@ -82,7 +82,7 @@ void leap_beyond(bracketing& search, double u) {
         return;
     at.bx = at.cx;
     at.cx = search.u;
-    search.u = at.cx + gold * (at.cx - at.bx);
+    search.u = at.cx + GOLD * (at.cx - at.bx);
     at.fb = at.fc;
     if (search.line.along_line) {
         at.fc = search.fu;
@@ -99,7 +99,7 @@ void leap_beyond(bracketing& search, double u) {
 bool bracketing_pass(bracketing& search) {
     const minimum_bracket& at = search.at;
     const double u = parabolic_point(at);
-    const double ulim = at.bx + farthest_leap * (at.cx - at.bx);
+    const double ulim = at.bx + GLIMIT * (at.cx - at.bx);
     if ((at.bx - u) * (u - at.cx) > 0.0)
         return try_between(search, u);
     if ((at.cx - u) * (u - ulim) > 0.0)
@@ -107,7 +107,7 @@ bool bracketing_pass(bracketing& search) {
     else if ((u - ulim) * (ulim - at.cx) >= 0.0)
         search.take(ulim);
     else
-        search.take(at.cx + gold * (at.cx - at.bx));
+        search.take(at.cx + GOLD * (at.cx - at.bx));
     return false;
 }
 
@@ -126,7 +126,7 @@ struct brent_state {
 
     void golden_step(double xm) {
         e = x >= xm ? a - x : b - x;
-        d = golden_section * e;
+        d = CGOLD * e;
     }
     void choose_step(double xm, double tol1);
     void take(double u, double fu);
@@ -206,7 +206,7 @@ bool mnbrak(line_search_state& line, minimum_bracket& bracket, int limit, text_s
         std::swap(bracket.ax, bracket.bx);
         std::swap(bracket.fa, bracket.fb);
     }
-    bracket.cx = bracket.bx + gold * (bracket.bx - bracket.ax);
+    bracket.cx = bracket.bx + GOLD * (bracket.bx - bracket.ax);
     bracket.fc = search.value(bracket.cx);
     if (search.has_failed())
         return false;
@@ -240,7 +240,7 @@ double brent(line_search_state& line, const minimum_bracket& bracket, double tol
                      fb};
     for (int pass = 1; pass <= limit; ++pass) {
         const double xm = 0.5 * (s.a + s.b);
-        const double tol1 = tol * std::fabs(s.x) + least_tolerance;
+        const double tol1 = tol * std::fabs(s.x) + ZEPS;
         if (std::fabs(s.x - xm) <= 2.0 * tol1 - 0.5 * (s.b - s.a)) {
             xmin = s.x;
             return s.fx;

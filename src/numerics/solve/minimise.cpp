@@ -8,11 +8,11 @@ namespace metrify {
 
 namespace {
 
-constexpr int search_passes = 100; // of one bracketing, and of one closing in
-constexpr double relative_step_tolerance = 1e-8;
-constexpr double value_tolerance = 1e-8;
-constexpr double line_tolerance = 0.0002;
-constexpr int most_rounds = 4000;
+constexpr int search_passes = 100; // the limit of one bracketing, and of one call of brent
+constexpr double tol_by_step = 1e-8;
+constexpr double FTOL = 1e-8;
+constexpr double TOL = 0.0002;
+constexpr int ITMAX = 4000;
 
 void minimise_one(bound_function& f, text_str*& err) {
     line_search_state direct(f, 1);
@@ -28,7 +28,7 @@ void minimise_one(bound_function& f, text_str*& err) {
         return;
     }
     double xmin = 0.0;
-    brent(direct, bracket, step * relative_step_tolerance, search_passes, xmin, err);
+    brent(direct, bracket, step * tol_by_step, search_passes, xmin, err);
 }
 
 void minimise_several(bound_function& f, long n, text_str*& err) {
@@ -39,7 +39,7 @@ void minimise_several(bound_function& f, long n, text_str*& err) {
         xi(i, i) = 1.0;
     int iter = 0;
     double fret = 0.0;
-    powell(f, p, xi, n, value_tolerance, iter, fret, err);
+    powell(f, p, xi, n, FTOL, iter, fret, err);
 }
 
 /// The line searches of one round, one in each direction.
@@ -94,7 +94,7 @@ void linmin(line_search_state& line, offset_vector<double>& p, offset_vector<dou
     double xmin = 0.0;
     minimum_bracket bracket = {0.0, 1.0};
     if (mnbrak(line, bracket, search_passes, err))
-        fret = brent(line, bracket, line_tolerance, search_passes, xmin, err);
+        fret = brent(line, bracket, TOL, search_passes, xmin, err);
     line.along_line = false;
     for (long j = 1; j <= n; ++j) {
         xi[j] *= xmin;
@@ -117,7 +117,7 @@ void powell(bound_function& f, offset_vector<double>& p, offset_matrix<double>& 
         const round_result round = search_all_directions(line, p, direction, xi, n, fret, err);
         if (2.0 * std::fabs(fp - fret) <= ftol * (std::fabs(fp) + std::fabs(fret)))
             return;
-        if (iter == most_rounds) {
+        if (iter == ITMAX) {
             err = str_append_text(&err, "ERROR:  Too many iterations.\n");
             return;
         }

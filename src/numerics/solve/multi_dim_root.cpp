@@ -9,7 +9,7 @@ namespace metrify {
 
 namespace {
 
-constexpr double update_threshold = 1e-7;
+constexpr double EPS = 1e-7;
 
 void append(text_str*& err, std::string_view text) {
     err = str_append_text(&err, text);
@@ -39,7 +39,7 @@ struct root_search {
             return true;
         f = half_square_sum(fvec, n);
         stpmax = longest_step(x, n);
-        return largest_magnitude(fvec, n) < start_tolerance;
+        return largest_magnitude(fvec, n) < TOLF_AT_START;
     }
 
     void remember() {
@@ -52,9 +52,9 @@ struct root_search {
         lnsrch(function, n, xold, fold, g, p, x, f, stpmax, check, fvec, err);
     }
 
-    bool has_small_values() const { return largest_magnitude(fvec, n) < value_tolerance; }
-    bool has_small_gradient() const { return relative_gradient(g, x, f, n) < gradient_tolerance; }
-    bool has_stopped() const { return relative_change(x, xold, n) < number_tolerance; }
+    bool has_small_values() const { return largest_magnitude(fvec, n) < TOLF; }
+    bool has_small_gradient() const { return relative_gradient(g, x, f, n) < TOLMIN; }
+    bool has_stopped() const { return relative_change(x, xold, n) < TOLX; }
 };
 
 /// What a pass of a method comes to.
@@ -181,7 +181,7 @@ bool find_discrepancy(const root_search& at, broyden_factors& factors) {
         for (long j = 1; j <= n; ++j)
             sum += qt(j, i) * t[j];
         w[i] = at.fvec[i] - fvcold[i] - sum;
-        if (std::fabs(w[i]) < update_threshold * (std::fabs(at.fvec[i]) + std::fabs(fvcold[i])))
+        if (std::fabs(w[i]) < EPS * (std::fabs(at.fvec[i]) + std::fabs(fvcold[i])))
             w[i] = 0.0;
         else
             is_found = true;
@@ -285,7 +285,7 @@ void newt(bound_function& f, double_vector& x, long n, std::uint32_t& check, tex
     int_vector indx = ivector(1, n);
     if (at.is_over_at_start(err))
         return;
-    for (int its = 1; its <= root_passes; ++its)
+    for (int its = 1; its <= MAXITS; ++its)
         if (newton_pass(at, jacobian, indx, check, err) == pass_result::ends)
             return;
     fail(check, err, "ERROR:  MAXITS exceeded in newt\n");
@@ -297,7 +297,7 @@ void broydn(bound_function& f, double_vector& x, long n, std::uint32_t& check, t
     broyden_factors factors(n);
     if (at.is_over_at_start(err))
         return;
-    for (int its = 1; its <= root_passes; ++its)
+    for (int its = 1; its <= MAXITS; ++its)
         if (broyden_pass(at, factors, check, err) == pass_result::ends)
             return;
     fail(check, err, "ERROR:  MAXITS exceeded in broydn.\n");

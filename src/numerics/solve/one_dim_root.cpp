@@ -10,8 +10,9 @@ namespace {
 
 constexpr int bracket_steps = 600;
 constexpr double bracket_growth = 2.0;
-constexpr double root_tolerance = 1e-8;
-constexpr int ridders_passes = 600;
+constexpr double XACC = 1e-8;
+constexpr int MAXIT = 600;
+constexpr double UNUSED = -1.11e30; // no root is expected there
 
 void append(text_str*& err, std::string_view text) {
     err = str_append_text(&err, text);
@@ -96,7 +97,7 @@ bool walk(bound_function& f, double x0, double fx0, double dx, int Max_it, doubl
 struct ridders_state {
     double xl, xh, xm;
     double fl, fh, fm;
-    double ans = -1.11e30;
+    double ans = UNUSED;
 };
 
 bool differ_in_sign(double a, double b) {
@@ -156,7 +157,7 @@ void solve_one_dim(bound_function& f, text_str*& err) {
     const double dx = std::fabs(x0) < 1.0 ? 0.1 : 0.1 * std::fabs(x0);
     root_bracket found;
     if (bi_bracket_zero(f, x0, dx, bracket_steps, bracket_growth, found, err))
-        zriddr(f, found, root_tolerance, err);
+        zriddr(f, found, XACC, err);
     else
         replace_message(err, "ERROR: No solution found.  Try a different initial independent value.\n");
 }
@@ -202,7 +203,7 @@ double zriddr(bound_function& f, const root_bracket& bracket, double tolerance, 
     }
     ridders_state s = {a, b, m, fa, fb, fm};
     pass_result result = pass_result::goes_on;
-    for (int pass = 1; pass <= ridders_passes && result == pass_result::goes_on; ++pass)
+    for (int pass = 1; pass <= MAXIT && result == pass_result::goes_on; ++pass)
         result = ridders_pass(f, s, tolerance, err);
     if (result == pass_result::failed)
         return 0.0;

@@ -8,9 +8,9 @@ namespace metrify {
 
 namespace {
 
-constexpr double longest_step_factor = 100.0;
-constexpr double difference_step = 1e-6;
-constexpr double least_decrease = 1e-4;
+constexpr double STPMX = 100.0;
+constexpr double EPS = 1e-6;
+constexpr double ALF = 1e-4;
 
 double norm(const double_vector& v, long n) {
     double sum = 0.0;
@@ -30,8 +30,8 @@ void limit_length(double_vector& p, long n, double stpmax) {
 double least_fraction(const double_vector& p, const double_vector& xold, long n) {
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
-        largest = greater_of(std::fabs(p[i]) / greater_of(std::fabs(xold[i]), 1.0), largest);
-    return number_tolerance / largest;
+        largest = larger(std::fabs(p[i]) / larger(std::fabs(xold[i]), 1.0), largest);
+    return TOLX / largest;
 }
 
 /// The half square sum at a fraction of the step.
@@ -74,26 +74,26 @@ double half_square_sum(const double_vector& fvec, long n) {
 double largest_magnitude(const double_vector& fvec, long n) {
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
-        largest = greater_of(std::fabs(fvec[i]), largest);
+        largest = larger(std::fabs(fvec[i]), largest);
     return largest;
 }
 
 double longest_step(const double_vector& x, long n) {
-    return longest_step_factor * greater_of(norm(x, n), static_cast<double>(n));
+    return STPMX * larger(norm(x, n), static_cast<double>(n));
 }
 
 double relative_change(const double_vector& x, const double_vector& xold, long n) {
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
-        largest = greater_of(std::fabs(x[i] - xold[i]) / greater_of(std::fabs(x[i]), 1.0), largest);
+        largest = larger(std::fabs(x[i] - xold[i]) / larger(std::fabs(x[i]), 1.0), largest);
     return largest;
 }
 
 double relative_gradient(const double_vector& g, const double_vector& x, double f, long n) {
-    const double size = greater_of(f, 0.5 * static_cast<double>(n));
+    const double size = larger(f, 0.5 * static_cast<double>(n));
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
-        largest = greater_of(std::fabs(g[i]) * greater_of(std::fabs(x[i]), 1.0) / size, largest);
+        largest = larger(std::fabs(g[i]) * larger(std::fabs(x[i]), 1.0) / size, largest);
     return largest;
 }
 
@@ -102,9 +102,9 @@ void fdjac(bound_function& function, long n, double_vector& x, const double_vect
     double_vector moved = dvector(1, n);
     for (long j = 1; j <= n; ++j) {
         const double plain = x[j];
-        double h = difference_step * std::fabs(plain);
+        double h = EPS * std::fabs(plain);
         if (h == 0.0)
-            h = difference_step;
+            h = EPS;
         x[j] = plain + h;
         h = x[j] - plain; // the step as it can be stored
         function.evaluate_function(x.data(), moved.data(), err);
@@ -141,7 +141,7 @@ void lnsrch(bound_function& function, long n, const double_vector& xold, double 
             check = 0;
             return;
         }
-        if (f <= fold + least_decrease * alam * slope)
+        if (f <= fold + ALF * alam * slope)
             return;
         const trial last = {alam, f};
         double fraction = -slope / (2.0 * (f - fold - slope)); // of the parabola
@@ -150,7 +150,7 @@ void lnsrch(bound_function& function, long n, const double_vector& xold, double 
             return;
         }
         before = last;
-        alam = greater_of(fraction, 0.1 * alam);
+        alam = larger(fraction, 0.1 * alam);
     }
 }
 

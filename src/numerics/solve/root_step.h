@@ -10,12 +10,13 @@
 
 namespace metrify {
 
-constexpr int root_passes = 200;
+// The constants have the names of the published routines, here and in the sources.
+constexpr int MAXITS = 200;
 /// The numbers are good from the start where no value is larger.
-constexpr double start_tolerance = 1e-8;
-constexpr double value_tolerance = 1e-6;
-constexpr double gradient_tolerance = 1e-8;
-constexpr double number_tolerance = 1e-7;
+constexpr double TOLF_AT_START = 1e-8;
+constexpr double TOLF = 1e-6;
+constexpr double TOLMIN = 1e-8;
+constexpr double TOLX = 1e-7;
 
 /// Half the sum of the squares of the values, which the methods make smaller.
 double half_square_sum(const double_vector& fvec, long n);

@@ -1,13 +1,17 @@
 #include "numerics/special/carlson.h"
 
 #include "base/failure.h"
-#include "numerics/polynomial.h"
+#include "numerics/scalar_helpers.h"
+#include "numerics/special/polynomial.h"
+
+#include <array>
+#include <cmath>
 
 namespace metrify {
 
 namespace {
 
-constexpr double third = 1.0 / 3.0;
+constexpr double THIRD = 1.0 / 3.0;
 
 /// The arguments that all forms but RC have, as the duplication theorem halves them again and again.
 struct triple {
@@ -62,7 +66,7 @@ double math_func_carlsons_rc(double x, double y, text_str*& err) {
         const double lambda = 2.0 * std::sqrt(xt) * std::sqrt(yt) + yt;
         xt = 0.25 * (xt + lambda);
         yt = 0.25 * (yt + lambda);
-        mean = third * (xt + yt + yt);
+        mean = THIRD * (xt + yt + yt);
         s = (yt - mean) / mean;
     } while (std::fabs(s) > ERRTOL);
     // The series of the integral begins with 1.
@@ -128,7 +132,7 @@ double math_func_carlsons_rf(double x, double y, double z, text_str*& err) {
     triple d = {};
     do {
         t.duplicate(t.lambda());
-        mean = third * (t.x + t.y + t.z);
+        mean = THIRD * (t.x + t.y + t.z);
         d = t.distances(mean);
     } while (d.largest_magnitude() > ERRTOL);
     const double e2 = d.x * d.y - d.z * d.z;
@@ -142,7 +146,7 @@ namespace {
 double rj_series(triple& t, double p, text_str*& err) {
     constexpr double ERRTOL = 0.0015;
     constexpr double C1 = 3.0 / 14.0;
-    constexpr double C2 = third;
+    constexpr double C2 = THIRD;
     constexpr double C3 = 3.0 / 22.0;
     constexpr double C4 = 3.0 / 26.0;
     constexpr double C5 = 0.75 * C3;

@@ -1,6 +1,6 @@
 #include "numerics/special/elliptic.h"
 
-#include "numerics/polynomial.h"
+#include "numerics/scalar_helpers.h"
 #include "numerics/special/carlson.h"
 #include "numerics/special/trigonometry.h"
 

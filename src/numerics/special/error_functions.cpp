@@ -1,10 +1,13 @@
 #include "numerics/special/error_functions.h"
 
 #include "base/failure.h"
-#include "numerics/polynomial.h"
+#include "numerics/scalar_helpers.h"
 #include "numerics/special/gamma_functions.h"
+#include "numerics/special/polynomial.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace metrify {
 

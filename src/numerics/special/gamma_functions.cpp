@@ -10,6 +10,7 @@ namespace {
 
 // Where the series and the fractions end. The accuracy is that of single precision, and that is meant.
 constexpr int ITMAX = 100;
+constexpr int MAXIT = 100; // of the fraction of beta
 constexpr double EPS = 3e-7;
 constexpr double FPMIN = 1e-30;
 
@@ -138,7 +139,7 @@ double math_func_betacf(double a, double b, double x, text_str*& err) {
         d = 1.0 / d;
         h *= d * c;
     };
-    for (int m = 1; m <= ITMAX; ++m) {
+    for (int m = 1; m <= MAXIT; ++m) {
         const int m2 = 2 * m;
         step(m * (b - m) * x / ((qam + m2) * (a + m2)));
         step(-(a + m) * (qab + m) * x / ((a + m2) * (qap + m2)));

@@ -1,6 +1,6 @@
 #include "numerics/special/hyperbolic.h"
 
-#include "numerics/polynomial.h"
+#include "numerics/special/polynomial.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,11 @@
 #include "numerics/special/bessel/bessel_fits.h"
 
-#include "numerics/polynomial.h"
+#include "numerics/scalar_helpers.h"
+#include "numerics/special/polynomial.h"
 #include "numerics/special/trigonometry.h"
+
+#include <array>
+#include <cmath>
 
 namespace metrify {
 

@@ -1,10 +1,10 @@
 #include "numerics/special/bessel/bessel_integer.h"
 
 #include "base/failure.h"
-#include "numerics/polynomial.h"
 #include "numerics/special/bessel/bessel_fits.h"
 #include "numerics/special/trigonometry.h"
 
+#include <cmath>
 #include <limits>
 #include <numbers>
 

@@ -5,9 +5,8 @@
 // The pair that is carried is a function at two neighbouring orders. Its derivative would do as well on
 // paper, but for a small x it is a difference of two much larger numbers.
 
-#include "base/failure.h"
 #include "numerics/special/bessel/bessel_real.h"
-#include "numerics/special/bessel/bessel_steps.h"
+#include "numerics/special/bessel/bessel_real_order.h"
 
 #include <numbers>
 
@@ -17,6 +16,8 @@ namespace {
 
 using namespace bessel;
 using std::numbers::pi;
+
+constexpr std::string_view name = "math_func_bessik";
 
 /// The first continued fraction, which comes to I at nu + 1 over I at nu. All its terms are positive, so that
 /// nothing cancels here nor in what is made of it.
@@ -101,13 +102,10 @@ bool second_fraction(const reduced_order& order, second_at_mu& result) {
     return i <= MAXIT;
 }
 
-/// The text of the failure, if there is one.
-const char* find_second_at_mu(const reduced_order& order, second_at_mu& result, text_str*& err) {
+failure find_second_at_mu(const reduced_order& order, second_at_mu& result, text_str*& err) {
     if (order.x < XMIN)
-        return sum_series(order, result, err) ? nullptr
-                                              : "ERROR: series failed to converge in math_func_bessik().\n";
-    return second_fraction(order, result) ? nullptr
-                                          : "ERROR: cf2 failed to converge in math_func_bessik().\n";
+        return sum_series(order, result, err) ? failure::none : failure::series;
+    return second_fraction(order, result) ? failure::none : failure::second_fraction;
 }
 
 reduced_order reduced_to_half(double x, double nu) {
@@ -115,7 +113,7 @@ reduced_order reduced_to_half(double x, double nu) {
 }
 
 neighbours second_at_nu(const reduced_order& order, const second_at_mu& low) {
-    return raised(order, 1.0, {low.k, low.x_above * order.xi});
+    return recur_up(order, 1.0, {low.k, low.x_above * order.xi});
 }
 
 /// True where the first fraction ends in a ratio for sure: it takes some 6 sqrt(x) steps.
@@ -127,20 +125,20 @@ bool first_fraction_ends(double x, double nu) {
 
 void math_func_bessik(double x, double nu, double& i, double& k, double& i_prime, double& k_prime,
                       text_str*& err) {
-    const auto fail = [&](const char* text) { i = k = i_prime = k_prime = numeric_failure(err, text); };
+    const auto fail = [&](failure reason) { i = k = i_prime = k_prime = report_failure(reason, name, err); };
     if (x <= 0.0)
-        return fail("ERROR:   x must be > 0 in math_func_bessik().\n");
+        return fail(failure::x_not_positive);
     if (nu < 0.0)
-        return fail("ERROR:   nu must be >= 0 in math_func_bessik().\n");
+        return fail(failure::order_negative);
     const reduced_order order = reduced_to_half(x, nu);
     double ratio = 0.0;
     if (!first_fraction(order, ratio))
-        return fail("ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+        return fail(failure::x_too_large);
     const neighbours top = {FPMIN, ratio * FPMIN};
-    const auto [bottom, unit] = lowered(order, 1.0, top);
+    const auto [bottom, unit] = recur_down(order, 1.0, top);
     second_at_mu low = {};
-    if (const char* failure = find_second_at_mu(order, low, err))
-        return fail(failure);
+    if (const failure reason = find_second_at_mu(order, low, err); reason != failure::none)
+        return fail(reason);
     // The Wronskian, as a sum of two products that are both positive.
     const double scale = 1.0 / (bottom.at * low.x_above + bottom.above * low.k * x);
     i = top.at * scale / unit;
@@ -163,8 +161,8 @@ double math_func_bessk_frac(double nu, double x, text_str*& err) {
     }
     const reduced_order order = reduced_to_half(x, size);
     second_at_mu low = {};
-    if (const char* failure = find_second_at_mu(order, low, err))
-        return numeric_failure(err, failure);
+    if (const failure reason = find_second_at_mu(order, low, err); reason != failure::none)
+        return report_failure(reason, name, err);
     return second_at_nu(order, low).at;
 }
 

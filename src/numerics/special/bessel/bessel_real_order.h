@@ -6,18 +6,26 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string_view>
 
 namespace metrify::bessel {
+
+/// How the routines of real order fail.
+enum class failure { none, x_not_positive, order_negative, x_too_large, series, second_fraction };
+
+/// Appends the message of a failure of the named routine, and gives 0.
+double report_failure(failure reason, std::string_view routine, text_str*& err);
 
 constexpr double EPS = 1e-16;
 constexpr double FPMIN = 1e-30;
 constexpr int MAXIT = 10000;
 constexpr double XMIN = 2.0; // below it series are used, from it on the second continued fraction
 
-/// A number as the sum of two: the first alone is the number but for 26 binary digits or so.
-struct in_parts {
-    double main, small;
-    double sum() const { return main + small; }
+/// A number as the sum of two doubles. hi has few enough digits that its product with a small whole number is
+/// exact.
+struct double_double {
+    double hi, lo;
+    double sum() const { return hi + lo; }
 };
 
 /// The argument and the order, which is brought near 0 by whole steps.
@@ -28,7 +36,7 @@ struct reduced_order {
     /// exact to 26 binary digits more than a double has as long as n is below 2^27. Rounded, the coefficients
     /// of a long recurrence would be off the same way again and again, which comes to a shift of x or of the
     /// order.
-    in_parts term(double n) const { return {n * xi2_parts.main, n * xi2_parts.small + rest}; }
+    double_double term(double n) const { return {n * xi2_parts.hi, n * xi2_parts.lo + rest}; }
 
     /// The steps, as the limit of a counter. It never gets to more than it holds: the functions overflow
     /// first.
@@ -44,8 +52,8 @@ struct reduced_order {
     double whole_mu;
 
   private:
-    in_parts xi2_parts; // 2/x again
-    double rest;        // 2 fraction/x
+    double_double xi2_parts; // 2/x again
+    double rest;             // 2 fraction/x
 };
 
 /// The terms of Temme's series for K; those for Y are 2/pi times as large.
@@ -83,9 +91,9 @@ struct scaled_neighbours {
     neighbours f;
     double unit;
 };
-scaled_neighbours lowered(const reduced_order& order, double sign, neighbours f);
+scaled_neighbours recur_down(const reduced_order& order, double sign, neighbours f);
 
 /// The second kind from the orders mu, mu + 1 up to nu, nu + 1; sign is that of the recurrence's last term.
-neighbours raised(const reduced_order& order, double sign, neighbours f);
+neighbours recur_up(const reduced_order& order, double sign, neighbours f);
 
 } // namespace metrify::bessel

@@ -2,9 +2,8 @@
 // an order near 0 by recurrence, where Y and the size of J come from Temme's series or from a second
 // fraction; Y is taken up again.
 
-#include "base/failure.h"
 #include "numerics/special/bessel/bessel_real.h"
-#include "numerics/special/bessel/bessel_steps.h"
+#include "numerics/special/bessel/bessel_real_order.h"
 #include "numerics/special/trigonometry.h"
 
 #include <numbers>
@@ -134,29 +133,31 @@ bool fractions_at_mu(const reduced_order& order, const neighbours& j, at_mu& res
 
 void math_func_bessjy(double x, double nu, double& j, double& y, double& j_prime, double& y_prime,
                       text_str*& err) {
-    const auto fail = [&](const char* text) { j = y = j_prime = y_prime = numeric_failure(err, text); };
+    const auto fail = [&](failure reason) {
+        j = y = j_prime = y_prime = report_failure(reason, "math_func_bessjy", err);
+    };
     if (x <= 0.0)
-        return fail("ERROR:   x must be > 0 in math_func_bessjy().\n");
+        return fail(failure::x_not_positive);
     if (nu < 0.0)
-        return fail("ERROR:   nu must be >= 0 in math_func_bessjy().\n");
+        return fail(failure::order_negative);
     const reduced_order order(x, nu, x < XMIN ? nu + 0.5 : nu - x + 1.5);
     double ratio = 0.0;
     double sign = 1.0;
     if (!first_fraction(order, ratio, sign))
-        return fail("ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+        return fail(failure::x_too_large);
     const neighbours top = {sign * FPMIN, ratio * sign * FPMIN};
-    const auto [bottom, unit] = lowered(order, -1.0, top);
+    const auto [bottom, unit] = recur_down(order, -1.0, top);
     at_mu low = {};
     if (x < XMIN) {
         if (!series_at_mu(order, bottom, low, err))
-            return fail("ERROR: series failed to converge in math_func_bessjy().\n");
+            return fail(failure::series);
     } else if (!fractions_at_mu(order, bottom, low)) {
-        return fail("ERROR: cf2 failed to converge in math_func_bessjy().\n");
+        return fail(failure::second_fraction);
     }
     const double scale = low.scale / unit;
     j = top.at * scale;
     j_prime = (nu * order.xi * top.at - top.above) * scale;
-    const neighbours high = raised(order, -1.0, low.y);
+    const neighbours high = recur_up(order, -1.0, low.y);
     y = high.at;
     y_prime = nu * order.xi * high.at - high.above;
 }

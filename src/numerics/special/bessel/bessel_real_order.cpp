@@ -1,4 +1,4 @@
-#include "numerics/special/bessel/bessel_steps.h"
+#include "numerics/special/bessel/bessel_real_order.h"
 
 #include "numerics/special/bessel/chebyshev.h"
 #include "numerics/special/bessel/exact_product.h"
@@ -11,15 +11,32 @@ namespace metrify::bessel {
 
 namespace {
 
-/// 2/x, of which quotient is the rounded value. The small part is the remainder of a division by hand.
-in_parts two_over(double x, double quotient) {
-    const double main = leading_digits(quotient);
-    const double x_main = leading_digits(x);
-    const double remainder = (2.0 - main * x_main) - main * (x - x_main);
-    return {main, remainder / x};
+/// 2/x, of which quotient is the rounded value. The low part is the remainder of a long division.
+double_double two_over(double x, double quotient) {
+    const double hi = leading_digits(quotient);
+    const double x_hi = leading_digits(x);
+    const double remainder = (2.0 - hi * x_hi) - hi * (x - x_hi);
+    return {hi, remainder / x};
 }
 
 } // namespace
+
+double report_failure(failure reason, std::string_view routine, text_str*& err) {
+    struct wording {
+        std::string_view before, after; // the routine's name
+    };
+    static constexpr std::array<wording, 6> wordings = {{
+        {},
+        {"ERROR:   x must be > 0 in ", "().\n"},
+        {"ERROR:   nu must be >= 0 in ", "().\n"},
+        {"ERROR: x too large in ", "(); try asymptotic expansion.\n"},
+        {"ERROR: series failed to converge in ", "().\n"},
+        {"ERROR: cf2 failed to converge in ", "().\n"},
+    }};
+    const wording& text = wordings[static_cast<std::size_t>(reason)];
+    str_append_three(&err, text.before, routine, text.after);
+    return 0.0;
+}
 
 reduced_order::reduced_order(double argument, double order, double distance)
     : x(argument), nu(order), steps(distance >= 1.0 ? std::trunc(distance) : 0.0), mu(nu - steps),
@@ -75,7 +92,7 @@ temme_series::temme_series(const reduced_order& order, text_str*& err) : mu(orde
     q = 0.5 / (e * gamma.minus);
 }
 
-scaled_neighbours lowered(const reduced_order& order, double sign, neighbours f) {
+scaled_neighbours recur_down(const reduced_order& order, double sign, neighbours f) {
     for (std::int64_t step = 0; step < order.step_count(); ++step) {
         f = {order.term(order.whole - static_cast<double>(step)).sum() * f.at + sign * f.above, f.at};
         // Beyond an overflow there is no number whatever follows.
@@ -86,7 +103,7 @@ scaled_neighbours lowered(const reduced_order& order, double sign, neighbours f)
     return {{f.at / unit, f.above / unit}, unit};
 }
 
-neighbours raised(const reduced_order& order, double sign, neighbours f) {
+neighbours recur_up(const reduced_order& order, double sign, neighbours f) {
     for (std::int64_t step = 1; step <= order.step_count(); ++step) {
         const double next =
             order.term(order.whole_mu + static_cast<double>(step)).sum() * f.above + sign * f.at;
