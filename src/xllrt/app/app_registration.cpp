@@ -1,8 +1,6 @@
 #include "xllrt/app/app_registration.h"
 
-#include "xllrt/gate/host_window.h"
 #include "xllrt/registry/registration.h"
-#include "xllrt/text/message_catalogue.h"
 
 namespace metrify {
 
@@ -46,18 +44,6 @@ void UnregisterAll(CXllApp& application) {
     const RegistrationContext context = ContextOf(application);
     for (CXlFunctionDescriptor* descriptor : application.functions.All())
         UnregisterFunction(context, *descriptor);
-}
-
-bool CXllApp::ConfirmRegistrationFailure() {
-    std::u16string names;
-    for (const CXlFunctionDescriptor* descriptor : functions.All())
-        if (descriptor->registered == 0)
-            names += descriptor->functionName + u"\n";
-    if (names.empty())
-        return true;
-    std::u16string text;
-    FormatMessageText(text, kMessageRegistrationFailed, GetAddInName(), names);
-    return Windows().AskYesNo(GetHostWindow(), text, WideMessageText(kMessageLoadFailureTitle));
 }
 
 } // namespace metrify

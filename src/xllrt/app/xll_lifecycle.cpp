@@ -1,11 +1,11 @@
 #include "xllrt/app/xll_lifecycle.h"
 
 #include "xllrt/app/app_registration.h"
-#include "xllrt/app/host_letters.h"
 #include "xllrt/app/observer_function.h"
 #include "xllrt/app/xll_app.h"
 #include "xllrt/fault/fault_handlers.h"
 #include "xllrt/gate/host_alert.h"
+#include "xllrt/gate/host_letters.h"
 #include "xllrt/gate/host_paths.h"
 #include "xllrt/gate/host_version.h"
 #include "xllrt/text/format_printf.h"
@@ -78,7 +78,7 @@ bool Load(CXllApp& application) {
         application.Ribbon().Activate();
     if (is_loaded) {
         application.events.AttachRest();
-        ReadHostSeparators(application);
+        ReadHostSeparators(application.listSeparator, application.rowLetter, application.columnLetter);
     }
     application.isOpenedMark = true;
     is_opened = is_loaded;

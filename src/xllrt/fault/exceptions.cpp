@@ -8,10 +8,10 @@ namespace metrify {
 
 namespace {
 
-// Result codes of components have the topmost bit set if they are errors.
+// COM result codes have the topmost bit set if they are errors.
 constexpr std::uint32_t kComErrorBit = 0x80000000;
 
-// A string table may have letters that the narrow text cannot hold, so the wide text is read on its own.
+// A string table may have letters that the narrow text cannot represent, so the wide text is read separately.
 std::u16string WideTextOf(unsigned message_number) {
     return message_number < kMessageCount ? WideMessageText(message_number)
                                           : ToWide(MessageText(message_number));

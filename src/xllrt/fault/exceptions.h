@@ -1,6 +1,6 @@
 #pragma once
 
-// What the runtime throws. The wrapper around an entry of the add-in catches the base of all these and turns
+// The exceptions of the runtime. The wrapper around an entry of the add-in catches their base class and turns
 // it into a cell.
 
 #include <cstdint>
@@ -9,11 +9,11 @@
 
 namespace metrify {
 
-/// The base of all. It carries its message in both widths.
+/// The base class. It holds its message in both widths.
 class CXlRuntimeException : public std::runtime_error {
   public:
-    /// With the unformatted message of the catalogue, read for each width; "Unknown error" if the number is
-    /// in no catalogue.
+    /// With the unformatted message of the catalogue, read in each width; "Unknown error" if the number is
+    /// not in the catalogue.
     explicit CXlRuntimeException(unsigned message_number);
     explicit CXlRuntimeException(const std::string& message);
     explicit CXlRuntimeException(const std::u16string& message);
@@ -25,19 +25,19 @@ class CXlRuntimeException : public std::runtime_error {
     std::u16string wide_;
 };
 
-/// A value cannot be read as what is wanted.
+/// A value cannot be converted to the requested type.
 class CXlConversionException : public CXlRuntimeException {
   public:
     using CXlRuntimeException::CXlRuntimeException;
 };
 
-/// An index lies outside an array.
+/// An index is outside an array.
 class CXlOutOfRangeException : public CXlRuntimeException {
   public:
     using CXlRuntimeException::CXlRuntimeException;
 };
 
-/// An argument is not of the kind that the operation takes.
+/// An argument is invalid for the operation.
 class CXlIllegalArgumentException : public CXlRuntimeException {
   public:
     using CXlRuntimeException::CXlRuntimeException;
@@ -49,7 +49,7 @@ class CXlBadOperTypeException : public CXlRuntimeException {
     using CXlRuntimeException::CXlRuntimeException;
 };
 
-/// A text does not fit where it has to go.
+/// A text is too long for its destination.
 class CXlStringTooLongException : public CXlRuntimeException {
   public:
     using CXlRuntimeException::CXlRuntimeException;
@@ -62,7 +62,7 @@ class CXlStructuredException : public CXlRuntimeException {
     explicit CXlStructuredException(unsigned message_number, std::uint32_t code = 0);
     explicit CXlStructuredException(const std::u16string& message, std::uint32_t code = 0);
 
-    /// With the message for the code, which goes into it in hexadecimal.
+    /// With the message for a code, which contains the code in hexadecimal.
     static CXlStructuredException OfFault(std::uint32_t code);
 
     std::uint32_t Code() const noexcept { return code_; }
@@ -71,15 +71,15 @@ class CXlStructuredException : public CXlRuntimeException {
     std::uint32_t code_;
 };
 
-/// A call of a component that failed.
+/// A failed COM call.
 class CXlComException : public CXlRuntimeException {
   public:
     /// Without the name of a call, and with code 0. A single number is that of a message.
     explicit CXlComException(unsigned message_number);
     explicit CXlComException(const std::u16string& message);
 
-    /// With the name of the call and the result code in the message. If the code is not that of an error, the
-    /// name is the whole message, and the code kept is 0.
+    /// With the name of the call and the result code in the message. If the code is not an error, the message
+    /// is the name alone, and the stored code is 0.
     CXlComException(const std::u16string& call, std::uint32_t code);
 
     const std::u16string& Call() const noexcept { return call_; }
@@ -90,7 +90,7 @@ class CXlComException : public CXlRuntimeException {
     std::uint32_t code_ = 0;
 };
 
-/// An error of the host's, by its code: the one class that makes a cell that error and not a text.
+/// An error of a cell, by its code: the only class that makes the cell that error and not a text.
 class CXlErrorException : public CXlRuntimeException {
   public:
     /// A single number is that of a message.

@@ -1,13 +1,13 @@
 #pragma once
 
-// Which exceptions of the operating system are faults of the called code.
+// Tells which exceptions of the operating system are faults of the called code.
 
 #include <cstdint>
 
 namespace metrify {
 
-/// True for errors. Not for exceptions of the language, which have their own way through the stack, nor for
-/// what debuggers and tracing raise.
+/// True for errors. False for C++ exceptions, which unwind the stack by themselves, and for what debuggers
+/// and tracing raise.
 inline bool IsFault(std::uint32_t code) {
     constexpr std::uint32_t kSeverity = 0xC0000000;
     constexpr std::uint32_t kCxxException = 0xE06D7363;

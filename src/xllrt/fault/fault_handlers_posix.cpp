@@ -13,7 +13,7 @@ namespace {
 constexpr std::array<int, 4> kFaultSignals = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 
 // The flag is the sign bit of the field that holds it.
-constexpr int kForOneTime = static_cast<int>(SA_RESETHAND);
+constexpr int kOneShot = static_cast<int>(SA_RESETHAND);
 
 std::size_t IndexOf(int signal) {
     std::size_t i = 0;
@@ -24,19 +24,19 @@ std::size_t IndexOf(int signal) {
 
 extern "C" void metrify_on_fault(int signal, siginfo_t* info, void* context);
 
-bool IsOurs(const struct sigaction& treatment) {
-    return (treatment.sa_flags & SA_SIGINFO) != 0 && treatment.sa_sigaction == metrify_on_fault;
+bool IsOurs(const struct sigaction& action) {
+    return (action.sa_flags & SA_SIGINFO) != 0 && action.sa_sigaction == metrify_on_fault;
 }
 
-// What stood where our handlers are. The table is changed under the lock of the transitions alone, but it is
-// read inside handlers, which must not wait for a lock that their own thread may have.
-class EarlierTreatments {
+// The handlers that ours replaced. The table is changed under the lock of the transitions only, but it is
+// read inside handlers, which must not wait for a lock that their own thread may hold.
+class EarlierHandlers {
   public:
-    constexpr EarlierTreatments() = default;
-    EarlierTreatments(const EarlierTreatments&) = delete;
-    EarlierTreatments& operator=(const EarlierTreatments&) = delete;
-    // Somebody may have put ours back that he saw during a guard. It goes with the module at the latest.
-    ~EarlierTreatments() {
+    constexpr EarlierHandlers() = default;
+    EarlierHandlers(const EarlierHandlers&) = delete;
+    EarlierHandlers& operator=(const EarlierHandlers&) = delete;
+    // Other code may have restored our handler, which it saw during a guard. It must not outlive the module.
+    ~EarlierHandlers() {
         for (std::size_t i = 0; i < kFaultSignals.size(); ++i) {
             struct sigaction found {};
             sigaction(kFaultSignals[i], nullptr, &found);
@@ -47,8 +47,8 @@ class EarlierTreatments {
         }
     }
 
-    // Puts our handlers in front.
-    void PutOursInFront() {
+    // Installs our handlers and keeps those that they replace.
+    void InstallOurs() {
         struct sigaction ours {};
         ours.sa_sigaction = metrify_on_fault;
         // The jump out of the handler does not restore a mask, so none is set.
@@ -64,8 +64,8 @@ class EarlierTreatments {
         }
     }
 
-    // Puts the earlier handlers back, each where ours still is.
-    void PutBack() const {
+    // Restores the earlier handlers, each where ours is still installed.
+    void Restore() const {
         for (std::size_t i = 0; i < kFaultSignals.size(); ++i) {
             struct sigaction found {};
             const struct sigaction earlier = Present(i);
@@ -75,7 +75,8 @@ class EarlierTreatments {
         }
     }
 
-    // Of a signal that comes now. A handler for one time is given once, and is the system's default then.
+    // The handler for a signal that arrived now. A one-shot handler is returned once; after that it is the
+    // system's default.
     struct sigaction Take(int signal) {
         const std::size_t i = IndexOf(signal);
         for (;;) {
@@ -85,7 +86,7 @@ class EarlierTreatments {
                 continue;
             struct sigaction taken = Present(i);
             if (turn == turn_) {
-                if ((taken.sa_flags & kForOneTime) != 0 && is_spent_[i].exchange(true))
+                if ((taken.sa_flags & kOneShot) != 0 && is_spent_[i].exchange(true))
                     taken.sa_handler = SIG_DFL;
                 return taken;
             }
@@ -93,10 +94,10 @@ class EarlierTreatments {
     }
 
   private:
-    // Makes readers of other threads wait while it lives.
+    // Makes readers in other threads wait while it exists.
     class Change {
       public:
-        explicit Change(EarlierTreatments& changed) : changed_(changed) {
+        explicit Change(EarlierHandlers& changed) : changed_(changed) {
             changed_.changing_thread_ = pthread_self();
             ++changed_.turn_;
         }
@@ -105,7 +106,7 @@ class EarlierTreatments {
         ~Change() { ++changed_.turn_; }
 
       private:
-        EarlierTreatments& changed_;
+        EarlierHandlers& changed_;
     };
 
     struct sigaction Present(std::size_t i) const {
@@ -121,14 +122,14 @@ class EarlierTreatments {
     std::atomic<pthread_t> changing_thread_ = 0;
 };
 
-constinit EarlierTreatments earlier_treatments;
+constinit EarlierHandlers earlier_handlers;
 constinit std::atomic<FaultTaker> fault_taker = nullptr;
 
-// The holds of all threads. Their number leaves and reaches 0 under the lock only.
+// The number of holds in all threads. It changes from and to 0 under the lock only.
 constinit std::mutex transitions;
 constinit std::atomic<unsigned> number_of_holds = 0;
 
-// Counts one more or less, if that keeps the number above 0.
+// Adds `change` if there are at least `least` holds.
 bool CountWithoutTransition(unsigned least, unsigned change) {
     unsigned holds = number_of_holds;
     while (holds >= least)
@@ -139,17 +140,17 @@ bool CountWithoutTransition(unsigned least, unsigned change) {
 
 // ---- Passing on
 
-// The mask that the system would have set for the handler. It ends with the return from ours.
-void BlockAsFor(const struct sigaction& treatment, int signal) {
-    sigset_t blocked = treatment.sa_mask;
-    if ((treatment.sa_flags & SA_NODEFER) == 0)
+// Sets the mask that the system would have set for the handler, until ours returns.
+void BlockAsFor(const struct sigaction& action, int signal) {
+    sigset_t blocked = action.sa_mask;
+    if ((action.sa_flags & SA_NODEFER) == 0)
         sigaddset(&blocked, signal);
     pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
 }
 
-// Does what would have been done without our handler.
+// Does what would have happened without our handler.
 void PassOn(int signal, siginfo_t* info, void* context) {
-    const struct sigaction earlier = earlier_treatments.Take(signal);
+    const struct sigaction earlier = earlier_handlers.Take(signal);
     const bool was_sent = info->si_code <= 0;
     const bool is_handler = earlier.sa_handler != SIG_DFL && earlier.sa_handler != SIG_IGN;
     if (is_handler && (earlier.sa_flags & SA_SIGINFO) != 0) {
@@ -159,14 +160,14 @@ void PassOn(int signal, siginfo_t* info, void* context) {
         BlockAsFor(earlier, signal);
         earlier.sa_handler(signal);
     } else if (!(was_sent && earlier.sa_handler == SIG_IGN)) {
-        // Once it is no longer handled, the fault comes again with the return; a sent signal does not.
+        // Without a handler the fault occurs again after the return; a sent signal does not.
         sigaction(signal, &earlier, nullptr);
         if (was_sent)
             raise(signal);
     }
 }
 
-// Only what may be done in the midst of anything: no memory, no locks.
+// Async-signal-safe: allocates no memory and takes no locks.
 extern "C" void metrify_on_fault(int signal, siginfo_t* info, void* context) {
     fault_taker.load()(signal, *info);
     PassOn(signal, info, context);
@@ -180,7 +181,7 @@ FaultHandlerHold::FaultHandlerHold(FaultTaker taker) {
     const std::lock_guard lock(transitions);
     fault_taker = taker;
     if (number_of_holds == 0)
-        earlier_treatments.PutOursInFront();
+        earlier_handlers.InstallOurs();
     ++number_of_holds;
 }
 
@@ -189,7 +190,7 @@ FaultHandlerHold::~FaultHandlerHold() {
         return;
     const std::lock_guard lock(transitions);
     if (--number_of_holds == 0)
-        earlier_treatments.PutBack();
+        earlier_handlers.Restore();
 }
 
 } // namespace metrify

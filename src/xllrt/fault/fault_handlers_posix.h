@@ -6,13 +6,13 @@
 
 namespace metrify {
 
-/// Is asked inside the handler what to do with a fault of its thread. Does not return if the fault is its
-/// own affair.
+/// Called inside the handler with a fault of its thread. Does not return if it handles the fault.
 using FaultTaker = void (*)(int signal, const siginfo_t& info);
 
-/// While one of these lives, in any thread, SIGSEGV, SIGBUS, SIGFPE and SIGILL come to the taker first. What
-/// it leaves goes on to the handler that was there before, as if that had been called by the system. With the
-/// last one that goes, the earlier handlers are back; a handler that somebody else has put in between stays.
+/// While an object of this class exists, in any thread, SIGSEGV, SIGBUS, SIGFPE and SIGILL are passed to the
+/// taker first. If it returns, the earlier handler is called as the system would have called it. The last
+/// object restores the earlier handlers when it is destroyed; a handler that was installed later by other
+/// code stays.
 class FaultHandlerHold {
   public:
     explicit FaultHandlerHold(FaultTaker taker);

@@ -2,7 +2,7 @@
 
 namespace metrify {
 
-// The system finds the guards of a thread by its stack. There is nothing to put in place.
+// The system finds the guards of a thread on its stack. There is nothing to install.
 void InstallFaultHandlers() {}
 void RestoreFaultHandlers() {}
 

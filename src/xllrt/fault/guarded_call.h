@@ -1,21 +1,21 @@
 #pragma once
 
-// Calling code whose faults must not end the process.
+// Calls code whose faults must not end the process.
 
 #include <cstdint>
 
 namespace metrify {
 
-/// Calls `body(context)`. Gives 0, or the operating system's code of the fault that broke it off: an access
-/// violation, a division by zero, an exhausted stack and the like. Exceptions of the language pass through.
+/// Calls `body(context)`. Returns 0, or the operating system's code of the fault that ended it: an access
+/// violation, a division by zero, a stack overflow or another fault. C++ exceptions pass through.
 ///
-/// Guards nest, in every thread of its own. A fault goes to the innermost guard of its thread that is still
-/// open; without one it goes where it would have gone without any of this. What the broken call had on the
-/// stack is abandoned, not destroyed: no destructor may be relied on behind a fault.
+/// Guards nest, separately in each thread. A fault is handled by the innermost open guard of its thread;
+/// without one it is handled as if this code did not exist. Objects on the stack of the interrupted call are
+/// abandoned, not destroyed: after a fault no destructor has run.
 std::uint32_t CallGuarded(void (*body)(void*), void* context);
 
-// Codes of faults. They are those of Windows everywhere. A quotient that is too large has the code of a
-// division by zero where the system doesn't tell the two apart.
+// Codes of faults, those of Windows on all platforms. An overflow of a division has the code of a division by
+// zero where the system does not distinguish the two.
 inline constexpr std::uint32_t kFaultAccessViolation = 0xC0000005;
 inline constexpr std::uint32_t kFaultInPageError = 0xC0000006;
 inline constexpr std::uint32_t kFaultIllegalInstruction = 0xC000001D;

@@ -17,13 +17,13 @@ namespace metrify {
 
 namespace {
 
-// Big enough for a handler under every sanitizer.
+// Large enough for a handler under every sanitizer.
 constexpr std::size_t kAlternateStackSize = std::size_t{64} * 1024;
 
-// How far from the end of the stack an access is still one of a stack that has grown too long.
+// An access within this distance of the end of the stack is a stack overflow.
 constexpr std::size_t kOverflowReach = std::size_t{64} * 1024;
 
-// ---- What a thread needs
+// ---- State of a thread
 
 // One open guard, on the stack of its call.
 struct FaultScope {
@@ -32,7 +32,7 @@ struct FaultScope {
     sigjmp_buf resume;
 };
 
-// A stack for handlers, since an exhausted one has no room for them. The host's own is left in place.
+// A stack for handlers, which cannot run on an exhausted stack. If the host has installed one, that is used.
 class AlternateStack {
   public:
     AlternateStack() {
@@ -86,7 +86,7 @@ struct ThreadGuard {
     AlternateStack alternate_stack;
 };
 
-// Read inside a handler, so it must not be memory that a first access allocates.
+// Read inside a handler, so the first access must not allocate it.
 constinit ThreadSlot slot;
 
 void DestroyGuard(void* guard) {
@@ -133,8 +133,8 @@ std::uint32_t FaultOf(int signal, const siginfo_t& info, const ThreadGuard& guar
     }
 }
 
-// Goes back into the innermost guard of this thread, if there is one. A signal that somebody sent is no fault
-// of the code that it meets.
+// Jumps back into the innermost guard of this thread, if there is one. A signal that was sent is no fault of
+// the code that it interrupts.
 void TakeFault(int signal, const siginfo_t& info) {
     const auto* guard = static_cast<const ThreadGuard*>(slot.Get());
     if (guard && guard->innermost && info.si_code > 0) {
@@ -145,7 +145,7 @@ void TakeFault(int signal, const siginfo_t& info) {
 
 // ---- Guards
 
-// The slot is the module's, and goes with it.
+// The slot is freed when the module is unloaded.
 class GuardSlot {
   public:
     GuardSlot() {
@@ -173,8 +173,8 @@ constinit std::optional<FaultHandlerHold> installed_handlers;
 // All threads read this for each guard, so it is written only when the handlers change.
 constinit std::atomic<bool> are_handlers_installed = false;
 
-// Makes a scope the innermost one while it lives, also when an exception passes. The outermost scope of a
-// thread sees to the handlers.
+// Makes a scope the innermost one while it exists, also when an exception passes. The outermost scope of a
+// thread installs the handlers.
 class ScopeLink {
   public:
     ScopeLink(ThreadGuard& guard, FaultScope& scope) : guard_(guard) {
@@ -206,7 +206,7 @@ void InstallFaultHandlers() {
 
 void RestoreFaultHandlers() {
     are_handlers_installed = false;
-    // A command of the add-in may be what closes it.
+    // The add-in may be closed by one of its own commands, inside a guard.
     auto* const guard = static_cast<ThreadGuard*>(slot.Get());
     if (installed_handlers && guard && guard->innermost && !guard->handlers)
         guard->handlers.emplace(TakeFault);

@@ -8,11 +8,11 @@
 #include <malloc.h>
 #include <windows.h>
 
-// A guard is an ordinary frame with an exception handler, so that a fault visits the frames inside it first:
-// code that is called through here and treats its own faults, the host's above all, goes on doing so. The
-// compiler has no notation for such frames, which is why this one is written out.
+// A guard is an ordinary frame with an exception handler, so that the handlers of inner frames are called
+// first: code called from here that handles its own faults, in particular the host's, still does. The
+// compiler has no syntax for such frames, so this one is written in assembly.
 //
-// The unwinder resumes at .Lfault_of_guarded_call with the frame's stack pointer. The filter has left the
+// The unwinder resumes at .Lfault_of_guarded_call with the frame's stack pointer. The filter has stored the
 // code in the frame by then.
 asm(R"(
     .text
@@ -57,7 +57,7 @@ extern "C" __attribute__((used)) LONG metrify_fault_filter(EXCEPTION_POINTERS* e
 namespace metrify {
 
 std::uint32_t CallGuarded(void (*body)(void*), void* context) {
-    // What is left of an exhausted stack has to do for finding the guard and getting back to it.
+    // After a stack overflow this much stack must be left for finding the guard and unwinding to it.
     ULONG guarantee = 32 * 1024;
     SetThreadStackGuarantee(&guarantee);
     const std::uint32_t code = metrify_guarded_call(body, context);

@@ -10,22 +10,22 @@ namespace metrify {
 
 namespace {
 
-// A guard is a link in the thread's chain of exception handlers, like the frames of everybody else, so that a
-// fault visits the frames inside it first.
+// A guard is a link in the thread's chain of exception handlers, like all other frames with a handler, so
+// that the handlers of inner frames are called first.
 struct FaultScope;
 
 using Handler = EXCEPTION_DISPOSITION(__cdecl*)(EXCEPTION_RECORD*, FaultScope*, CONTEXT*, void*);
 
 struct FaultScope {
-    FaultScope* earlier; // the system reads this and the next
+    FaultScope* earlier; // the system reads this member and the next
     Handler handler;
     volatile std::uint32_t code;
     void* resume[5];
 };
 
-// The head of the chain is at fs:0, which the compiler doesn't know to be read by the system at any fault. It
-// has to leave these accesses in the code and in their order, and to have everything written by then. The
-// functions of <windows.h> for this segment don't tell it so.
+// The head of the chain is at fs:0, which the system reads at any fault. The compiler does not know this, so
+// it must be kept from removing or reordering these accesses, and from delaying other writes past them. The
+// functions of <windows.h> for this segment do not prevent that.
 FaultScope* InnermostScope() {
     FaultScope* scope = nullptr;
     asm volatile("movl %%fs:0, %0" : "=r"(scope) : : "memory");
@@ -48,7 +48,7 @@ EXCEPTION_DISPOSITION __cdecl OnException(EXCEPTION_RECORD* record, FaultScope* 
     __builtin_longjmp(kept->resume, 1);
 }
 
-// Makes a scope the innermost one while it lives, also when an exception passes.
+// Makes a scope the innermost one while it exists, also when an exception passes.
 class ScopeLink {
   public:
     explicit ScopeLink(FaultScope& scope) : scope_(scope) {
@@ -64,7 +64,7 @@ class ScopeLink {
     FaultScope& scope_;
 };
 
-// The jump comes back into this call, which must be none that the compiler merges with another.
+// The jump returns into this call, so the compiler must not inline it.
 __attribute__((noinline)) std::uint32_t CallInScope(FaultScope& scope, void (*body)(void*), void* context) {
     if (__builtin_setjmp(scope.resume) != 0)
         return scope.code;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Faults of the operating system as exceptions.
+// Translates faults of the operating system into exceptions.
 
 #include "xllrt/fault/exceptions.h"
 #include "xllrt/fault/guarded_call.h"
@@ -9,8 +9,8 @@
 
 namespace metrify {
 
-/// Translates faults of this thread while it lives, for what is called through `Run`. Scopes nest; a scope
-/// that has ended leaves the one around it, or the host's own treatment of faults, as it found it.
+/// Translates faults of this thread while it exists, in code called through `Run`. Scopes nest; the end of a
+/// scope restores the enclosing one, or the host's own handling of faults.
 class CXlSeTranslatorScope {
   public:
     CXlSeTranslatorScope() = default;

@@ -7,7 +7,7 @@ namespace metrify {
 
 namespace {
 
-// What xlfGetCell is asked for: whether the cell is a part of an array.
+// The item of xlfGetCell that tells whether the cell is a part of an array.
 constexpr double kPartOfArray = 49.0;
 
 int WithOption(int function, bool international) {
@@ -58,7 +58,7 @@ bool GetCellFormula(const CXlOper& reference, bool international, std::string& f
         CXlOper converted;
         if (CallConvert(converted, reference, international, text, true) != xlretSuccess)
             return false;
-        // The host converts formulas only: a text that is none stays as it is.
+        // The host converts formulas only. Any other text stays as it is.
         if (!converted.IsError())
             text = converted;
     }

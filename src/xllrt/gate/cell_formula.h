@@ -1,6 +1,6 @@
 #pragma once
 
-// The active cell, and the formula of a cell. Nothing is thrown; a failure leaves the outputs alone.
+// The active cell, and the formula of a cell. Nothing is thrown; a failure leaves the outputs unchanged.
 
 #include "xllrt/value/xl_oper.h"
 
@@ -8,15 +8,16 @@
 
 namespace metrify {
 
-/// Has the host turn the source, or without one the result's own value, into a type. Gives the host's code;
-/// `xlretFailed` if the result is not of that type afterwards.
+/// Has the host convert the source, or without one the result's own value, to a type. Returns the host's
+/// code; `xlretFailed` if the result does not have that type afterwards.
 int Coerce(CXlOper& result, std::uint16_t type, const CXlOper* source = nullptr);
 
 /// The active cell as a reference with its sheet. False if there is none.
 bool ActiveCell(CXlOper& result);
 
 /// The formula of a cell, in A1 style or else in R1C1 style, and whether it is a part of an array. With
-/// `international` the formula is in the form of US English. A text that is no formula comes as it is.
+/// `international` the formula is in the form of US English. A text that is not a formula is returned as it
+/// is.
 bool GetCellFormula(const CXlOper& reference, bool international, std::string& formula, bool& is_array,
                     bool to_a1);
 bool GetCellFormula(const CXlOper& reference, std::string& formula, bool& is_array, bool to_a1);

@@ -1,16 +1,16 @@
 #pragma once
 
-// Words for the user, on the host's road.
+// Alert boxes shown by the host.
 
 #include <string_view>
 
 namespace metrify {
 
-/// The kind of alert that tells of a failure. Kind 1 asks, with OK and Cancel.
+/// The kinds of alerts: a failure with OK, a question with OK and Cancel.
 inline constexpr int kAlertFailure = 3;
 inline constexpr int kAlertQuestion = 1;
 
-/// Has the host show a text. Gives the user's answer; false if the host didn't show it.
+/// Has the host show a text. Returns the user's answer; false if the host did not show it.
 bool Alert(std::string_view text, int kind);
 bool Alert(std::u16string_view text, int kind);
 

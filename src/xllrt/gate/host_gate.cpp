@@ -20,14 +20,14 @@ int CallHost(int function, XLOPER12& result, int count, XLOPER12** arguments) {
     return Excel12v(function, &result, count, arguments);
 }
 
-// The records of a call in one family: those of the arguments where they are of that family, conversions of
-// them otherwise, which live as long as the list.
+// The records of a call in one family: those of the arguments if they have one in that family, otherwise
+// conversions, which exist as long as the list.
 template <class Record>
 class Marshaller {
   public:
     explicit Marshaller(std::size_t count) { records_.reserve(count); }
 
-    // Gives 0, or the code of an argument that cannot go.
+    // Returns 0, or the code for an argument that cannot be passed.
     int Add(const CXlOper* argument) {
         using Other = typename RecordFamily<Record>::Other;
         const unsigned state = argument ? argument->State() : 0U;
@@ -67,7 +67,7 @@ int CallInFamily(CXlOper& result, int function, OperPointers arguments) {
             return code;
     Record record = Record();
     const int code = CallHost(function, record, marshaller.Count(), marshaller.Records());
-    // Only now may the old value of the result go: it may have been an argument.
+    // The old value of the result is released now and not before: it may have been an argument.
     if (code == xlretSuccess)
         result.TakeFromHost(record);
     return code;

@@ -1,10 +1,10 @@
 #pragma once
 
-// The one gate through which the host is asked for anything.
+// The gate: all calls of the host are made here.
 //
-// Every operation gives the host's return code, and changes the result value only if that is 0; what the
-// result then holds goes back to the host when it is freed. Nothing is thrown for a failure of the host.
-// Arguments of the wrong family are converted for the call; the result may stand among the arguments.
+// Every operation returns the host's return code, and changes the result value only if that is 0; the host's
+// memory in the result is returned to the host when the result is freed. A failure of the host throws
+// nothing. Arguments of the wrong family are converted for the call; the result may be one of the arguments.
 
 #include "xllrt/value/host_records.h"
 #include "xllrt/value/xl_oper.h"
@@ -15,8 +15,8 @@
 
 namespace metrify {
 
-/// The gate's own return code, for a call that cannot be done in the family: too many arguments for the
-/// narrow one, an argument that it cannot hold, a wide call to a host that has none.
+/// The gate's own return code, for a call that is impossible in the family: too many arguments for the
+/// narrow one, an argument that it cannot represent, or a wide call to a host without the wide family.
 inline constexpr int kRetWrongFamily = 256;
 
 /// The family a call is made in.
@@ -43,10 +43,10 @@ int Call(CXlOper& result, int function, const Opers&... arguments) {
 
 int CallNoArgs(CXlOper& result, int function);
 
-/// As `Call`, with `count` pointers to `CXlOper` in a list of the language's own kind.
+/// As `Call`, with `count` pointers to `CXlOper` in a `va_list`.
 int CallVa(CXlOper& result, int function, int count, std::va_list arguments);
 
-/// As `Call`, for a result that nobody looks at.
+/// As `Call`, without the result.
 template <class... Opers>
 int CallDiscard(int function, const Opers&... arguments) {
     CXlOper result;

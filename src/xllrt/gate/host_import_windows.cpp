@@ -1,6 +1,6 @@
 #include "xllrt/gate/host_primitives.h"
 
-// A program that calls ConnectImportedHost needs the import library of XLCall32; no other does.
+// Only a program that calls ConnectImportedHost needs the import library of XLCall32.
 extern "C" {
 __declspec(dllimport) int Excel4(int function, metrify::XLOPER* result, int count, ...);
 __declspec(dllimport) int METRIFY_HOST_CALL

@@ -1,6 +1,6 @@
 #pragma once
 
-// The add-in's own path, as the host tells it, and its parts.
+// The add-in's path as the host reports it, and its parts.
 
 #include "xllrt/value/xl_oper.h"
 
@@ -8,7 +8,7 @@
 
 namespace metrify {
 
-/// Asks the host for the path of the add-in. Gives the host's code.
+/// Asks the host for the path of the add-in. Returns the host's code.
 int GetHostPath(CXlOper& path);
 
 /// The path that `get_path` puts into a value, as text; the empty text if its code is not 0.
@@ -21,13 +21,13 @@ std::string PathText(GetPath get_path) {
 /// The host's path of the add-in; the empty text if the host fails.
 std::string GetHostPathText();
 
-/// What stands behind the last backslash of a path; all of it if there is none.
+/// The part of a path after the last backslash; all of it if there is none.
 std::string GetAddInFileName(const std::string& host_path);
 
 /// The file name up to its first dot.
 std::string GetAddInBaseName(const std::string& host_path);
 
-/// What stands in front of the last backslash; the empty text if there is none.
+/// The part before the last backslash; the empty text if there is none.
 std::string GetAddInDirectory(const std::string& host_path);
 
 } // namespace metrify

@@ -12,7 +12,7 @@ namespace {
 std::atomic<int> host_version = 0;
 std::atomic<bool> host_flag = false;
 
-// What xlfGetWorkspace is asked for: the version, as text.
+// The item of xlfGetWorkspace with the version, as text.
 constexpr std::int16_t kVersionItem = 2;
 
 XLOPER NarrowInt(std::int16_t value) {
@@ -22,7 +22,7 @@ XLOPER NarrowInt(std::int16_t value) {
     return record;
 }
 
-// The version that the host tells, or 0. The wide primitive cannot be used before the answer is known.
+// The version that the host reports, or 0. The wide primitive cannot be used before it is known.
 int AskForVersion() {
     XLOPER item = NarrowInt(kVersionItem);
     XLOPER text{};

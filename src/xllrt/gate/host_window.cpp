@@ -21,7 +21,7 @@ void ReplaceWindows(const WindowPlatform* platform) {
 }
 
 WindowHandle GetHostWindow() {
-    // Whatever its version, the host answers this call with the low half of the handle.
+    // In every version the host returns the low half of the handle.
     XLOPER answer{};
     if (Excel4(xlGetHwnd, &answer) != xlretSuccess)
         return nullptr;

@@ -1,6 +1,6 @@
 #pragma once
 
-// The host's main window, and questions to the user in front of it.
+// The host's main window, and message boxes in front of it.
 
 #include <cstdint>
 #include <string>
@@ -10,7 +10,7 @@ namespace metrify {
 /// A window of the platform.
 using WindowHandle = void*;
 
-/// What the platform does about windows.
+/// The window functions of the platform.
 class WindowPlatform {
   public:
     virtual ~WindowPlatform() = default;
@@ -23,16 +23,16 @@ class WindowPlatform {
                           const std::u16string& title) const = 0;
 };
 
-/// The platform in force.
+/// The current platform.
 const WindowPlatform& Windows();
 
-/// Makes another platform the one in force; null brings the system's own back.
+/// Replaces the current platform; null restores that of the system.
 void ReplaceWindows(const WindowPlatform* platform);
 
-/// The system's own. Without windows none is found, and questions go to the user by the host's alerts.
+/// The platform of the system. Without windows none is found, and questions are asked by alerts of the host.
 const WindowPlatform& SystemWindows();
 
-/// The host's main window; null if the host doesn't name it, or if it has none.
+/// The host's main window; null if the host does not report it, or has none.
 WindowHandle GetHostWindow();
 
 } // namespace metrify

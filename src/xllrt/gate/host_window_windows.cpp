@@ -15,7 +15,7 @@ struct WindowSearch {
     HWND found;
 };
 
-// Ends the enumeration with the first match.
+// Stops the enumeration at the first match.
 BOOL CALLBACK LookAtWindow(HWND window, LPARAM context) {
     auto& search = *PassedPointer<WindowSearch*>(context);
     std::array<char, 64> class_name{};

@@ -7,7 +7,7 @@ namespace metrify {
 
 namespace {
 
-// What xlfGetWorkspace is asked for.
+// The item of xlfGetWorkspace.
 constexpr double kInternationalSettings = 37.0;
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the module shows to its host. Where the format of the module knows no visibility, the module's
-// definition file does the naming.
+// What the module exports. In formats without visibility the exports are listed in the module's definition
+// file.
 
 #ifdef __ELF__
 #define METRIFY_EXPORT __attribute__((visibility("default")))

@@ -1,13 +1,13 @@
 #pragma once
 
-// The handle of the module this code is part of, as the loader gave it.
+// The handle of the module this code is part of, as the loader passed it.
 
 namespace metrify {
 
-/// Keeps the handle at process attach; null takes it back at detach.
+/// Stores the handle at process attach; null clears it at detach.
 void KeepModuleHandle(void* module);
 
-/// The handle kept, or null.
+/// The stored handle, or null.
 void* ModuleHandle();
 
 } // namespace metrify

@@ -10,7 +10,7 @@ std::string ModulePath() {
     std::array<char, MAX_PATH> path;
     const DWORD length = GetModuleFileNameA(static_cast<HMODULE>(ModuleHandle()), path.data(),
                                             static_cast<DWORD>(path.size()));
-    // A path that had to be cut leads nowhere.
+    // A truncated path is useless.
     return length < path.size() ? std::string(path.data(), length) : std::string();
 }
 

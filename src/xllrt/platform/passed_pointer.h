@@ -1,6 +1,6 @@
 #pragma once
 
-// Pointers on their way through the system, whose messages and enumerations pass numbers alone.
+// Pointers passed through the system, whose messages and enumerations carry integers only.
 
 #include <cstdint>
 
@@ -9,7 +9,7 @@ namespace metrify {
 /// The pointer that was passed as a number.
 template <class Pointer>
 Pointer PassedPointer(std::intptr_t number) {
-    // The system passes no pointers.
+    // The parameter of the system's callbacks is an integer.
     return reinterpret_cast<Pointer>(number); // NOLINT(performance-no-int-to-ptr)
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the platform knows of string-table resources and languages. A language is a 16-bit language id; its
+// The platform's string-table resources and languages. A language is a 16-bit language id; its
 // low 10 bits are the primary language.
 
 #include <cstdint>
@@ -21,7 +21,7 @@ class ResourcePlatform {
     /// The languages in which the module has this block of 16 strings, in the module's order.
     virtual std::vector<std::uint16_t> BlockLanguages(std::uint16_t block) const = 0;
 
-    /// The units of a block of strings; empty if there is none. Language 0 leaves the choice to the loader.
+    /// The units of a block of strings; empty if there is none. With language 0 the system chooses.
     virtual std::span<const char16_t> Block(std::uint16_t block, std::uint16_t language) const = 0;
 
     /// The languages of all resources of the module, each once, in the module's order.
@@ -31,7 +31,7 @@ class ResourcePlatform {
     virtual std::optional<long> CountryCode(std::uint16_t language) const = 0;
 };
 
-/// The platform's own. Where there are no string tables it holds nothing.
+/// The resources of the platform; empty where there are no string tables.
 const ResourcePlatform& SystemResources();
 
 } // namespace metrify

@@ -4,7 +4,7 @@ namespace metrify {
 
 namespace {
 
-// A module carries no string tables here, so every message is a built-in one.
+// Modules have no string tables on this platform, so every message is a built-in one.
 class NoResources final : public ResourcePlatform {
   public:
     std::uint16_t ThreadLanguage() const override { return 0; }

@@ -12,8 +12,8 @@ namespace metrify {
 
 namespace {
 
-// The add-in's own module, taken once. Until the loader has given it, and in a program that is no module,
-// null stands for the program itself.
+// The add-in's module, stored once it is known. Before that, and in a program that is not a module, null
+// means the program itself.
 HMODULE OwnModule() {
     static std::atomic<void*> taken = nullptr;
     void* module = taken.load(std::memory_order_relaxed);
@@ -46,7 +46,7 @@ BOOL CALLBACK AddLanguagesOfType(HMODULE module, LPWSTR type, LONG_PTR languages
     return TRUE;
 }
 
-// Types and names of resources are numbers dressed as pointers.
+// Types and names of resources are integers cast to pointers.
 LPCWSTR StringTableType() {
     return MAKEINTRESOURCEW(6);
 }

@@ -8,14 +8,14 @@ namespace metrify {
 
 class ThreadSlot {
   public:
-    /// Gets a thread's pointer at the thread's end, on platforms that tell it.
+    /// Called with a thread's pointer when the thread ends, on platforms that support it.
     using AtThreadEnd = void (*)(void*);
 
-    /// Takes a slot of the platform, in which every thread's pointer is null. False if there is none left.
-    /// Nothing happens if this has a slot already.
+    /// Allocates a slot, in which every thread's pointer is null. False if the platform has none left. Does
+    /// nothing if this has a slot already.
     bool Allocate(AtThreadEnd at_thread_end);
 
-    /// Gives the slot back. What the threads' pointers point at stays.
+    /// Frees the slot, but not what the threads' pointers point at.
     void Release();
 
     /// The pointer of this thread; null without a slot.

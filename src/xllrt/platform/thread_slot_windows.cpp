@@ -4,7 +4,7 @@
 
 namespace metrify {
 
-// The end of a thread is told to the module's entry, which releases what the slot holds.
+// The loader reports the end of a thread to the module's entry, which releases what the slot holds.
 bool ThreadSlot::Allocate(AtThreadEnd /*at_thread_end*/) {
     if (!is_allocated_) {
         key_ = TlsAlloc();

@@ -12,8 +12,8 @@
 
 namespace metrify {
 
-/// A list of descriptors that stay where they are: one that is taken out of the list lives on as long as the
-/// list itself.
+/// A list of descriptors whose addresses do not change: one that is removed from the list exists as long as
+/// the list itself.
 class CXlFunctionList {
   public:
     CXlFunctionList() = default;
@@ -23,20 +23,20 @@ class CXlFunctionList {
     /// Adds a descriptor at the end.
     CXlFunctionDescriptor& Add(CXlFunctionDescriptor descriptor);
 
-    /// Adds a descriptor for each linked record, the last linked first. Gives their number.
+    /// Adds a descriptor for each linked record, the last linked first. Returns their number.
     int BuildDescriptors();
 
     /// The first descriptor of that name, case ignored, or null.
     CXlFunctionDescriptor* FindFunction(std::u16string_view name) const;
     CXlFunctionDescriptor* FindFunction(std::string_view name) const;
 
-    /// Takes the first descriptor of that name out of the list.
+    /// Removes the first descriptor of that name from the list.
     void RemoveFunction(std::u16string_view name);
 
-    /// Lists these descriptors and no others. They must be of this list, now or earlier.
+    /// Lists these descriptors and no others. They must be in this list, or have been in it.
     void Restore(std::vector<CXlFunctionDescriptor*> listed) { listed_ = std::move(listed); }
 
-    /// Empties the list. The descriptors forget what the host made of them.
+    /// Empties the list. The descriptors become unregistered.
     void Clear();
 
     std::span<CXlFunctionDescriptor* const> All() const { return listed_; }

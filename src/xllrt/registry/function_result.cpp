@@ -18,7 +18,7 @@ void ApplyResult(CXlOper& xloResult, const CXlOper* returned) {
 }
 
 void PutException(CXlOper& xloResult, const CXlRuntimeException& exception) {
-    // That class and no other, not even one derived from it.
+    // Exactly that class, not one derived from it.
     if (typeid(exception) == typeid(CXlErrorException)) {
         const auto& error = static_cast<const CXlErrorException&>(exception);
         xloResult.SetError(static_cast<int>(error.ErrorCode()));

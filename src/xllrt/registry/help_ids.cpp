@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::u16string_view kAsyncEnding = u"Async";
 
-// Those with an id, by id; then the others. Among equals the name decides.
+// Those with an id, by id; then the others. Equal ones are ordered by name.
 bool ComesBefore(const CXlFunctionDescriptor* left, const CXlFunctionDescriptor* right) {
     if (left->helpId != right->helpId)
         return right->helpId == 0 || (left->helpId != 0 && left->helpId < right->helpId);
@@ -26,7 +26,7 @@ std::uint16_t IdOf(const CXlHelpIds& ids, std::u16string_view name) {
     return found != ids.end() ? found->second : std::uint16_t{0};
 }
 
-// The id of the function that this one is the asynchronous form of, or 0.
+// The id of the function whose asynchronous form this is, or 0.
 std::uint16_t SharedId(const CXlHelpIds& ids, std::u16string_view name) {
     if (name.size() <= kAsyncEnding.size() || !name.ends_with(kAsyncEnding))
         return 0;

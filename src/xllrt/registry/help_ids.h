@@ -1,6 +1,6 @@
 #pragma once
 
-// The numbers under which the functions stand in the add-in's help file.
+// The ids of the functions in the add-in's help file.
 
 #include "xllrt/registry/function_descriptor.h"
 
@@ -12,15 +12,15 @@ namespace metrify {
 
 using CXlHelpIds = std::map<std::u16string, std::uint16_t>;
 
-/// Functions without an id of their own are numbered from here on.
+/// The first id for functions that specify none.
 inline constexpr std::uint16_t kFirstHelpId = 1001;
 
-/// Numbers the functions, by name: ids of their own first, then the others in the order of their names. A
-/// function whose name is another's and "Async" shares the other's id.
+/// Assigns an id to each function name: first those that specify one, then the others in the order of their
+/// names. A function whose name is that of another one plus "Async" gets the same id.
 CXlHelpIds AssignHelpIds(std::span<CXlFunctionDescriptor* const> functions);
 
 /// The help argument of a function's registration: help file, "!" and the function's topic, or its id. Empty
-/// without topic and id.
+/// if there is neither topic nor id.
 std::u16string HelpText(const CXlFunctionDescriptor& descriptor, const std::string& help_file,
                         const CXlHelpIds& help_ids);
 

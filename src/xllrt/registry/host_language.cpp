@@ -16,17 +16,17 @@ constexpr double kLargestCountry = 0xFFFF;
 
 constexpr std::int32_t kUnknown = -1;
 
-// The country serves only to find this, so keeping this keeps both. Threads that find it at the same time
-// find the same.
+// The country is needed only to find the language, so it is not stored. Threads that look for it at the same
+// time find the same.
 std::atomic<std::int32_t> host_language = kUnknown;
 
-// Nothing if no host tells its country.
+// None if the host does not report its country.
 std::optional<long> HostCountry() {
     CXlOper item;
     if (!GetWorkspaceItem(kCountryItem, item))
         return std::nullopt;
     const double code = item.ToNumber(false);
-    // A host that tells no sensible code is of no country.
+    // A code outside the range of country codes is no country.
     return code > 0.0 && code <= kLargestCountry ? static_cast<long>(code) : 0;
 }
 

@@ -6,11 +6,11 @@
 
 namespace metrify {
 
-/// The host's language; 0 if the module has none for the host's country, or no host tells its country. The
-/// country and the language are kept once found.
+/// The host's language; 0 if the module has none for the host's country, or if the host does not report its
+/// country. Once found, it is stored.
 std::uint16_t HostLanguage();
 
-/// Forgets what was found. For a process that changes its host.
+/// Discards the stored language. For a process that changes its host.
 void ForgetHostLanguage();
 
 } // namespace metrify

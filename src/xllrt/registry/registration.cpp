@@ -46,7 +46,7 @@ int CallInFamily(CXlOper& result, Family family, int function, std::span<const C
                                   : Call4(result, function, arguments);
 }
 
-// The host forgets a name for good only when another procedure has been registered under it, as a hidden one.
+// The host removes a name permanently only after another procedure was registered under it as a hidden one.
 void HideName(const RegistrationContext& context, const CXlFunctionDescriptor& descriptor, Family family) {
     std::array<CXlOper, 6> values;
     if (context.askHostName(values[0]) != xlretSuccess)

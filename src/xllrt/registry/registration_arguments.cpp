@@ -10,12 +10,12 @@ namespace metrify {
 
 namespace {
 
-// The host refuses longer texts.
+// The host rejects longer texts.
 constexpr std::size_t kMaxDescription = 255;
 
-// The host cuts the last two characters of the last text; two dots take the blow.
+// The host drops the last two characters of the last text, so append two dots.
 template <class Char>
-void AppendClosingMark(std::basic_string<Char>& text) {
+void AppendClosingDots(std::basic_string<Char>& text) {
     constexpr Char kDot = '.';
     for (int missing = 2; missing > 0; --missing) {
         if (text.size() >= 2 && text[text.size() - 1] == kDot && text[text.size() - 2] == kDot)
@@ -46,17 +46,17 @@ CXlOper CategoryValue(const std::basic_string<Char>& category) {
     return value;
 }
 
-// The closing mark comes before the cut: a very long text loses it again.
+// The dots are appended before the cut: a very long text loses them again.
 template <class Char>
 CXlOper DescriptionValue(const std::basic_string<Char>& text, bool is_last) {
     std::basic_string<Char> shown = LocalizedText(text.c_str());
     if (is_last)
-        AppendClosingMark(shown);
+        AppendClosingDots(shown);
     shown.resize(std::min(shown.size(), kMaxDescription));
     return TextValue(shown);
 }
 
-// In the order that the host has published.
+// In the host's published order.
 template <class Char>
 std::vector<CXlOper> Registration(const FunctionTexts<Char>& texts, std::size_t max_argument_helps,
                                   const CXlFunctionDescriptor& descriptor, const CXlOper& module_name,
@@ -87,8 +87,8 @@ std::vector<CXlOper> Registration(const FunctionTexts<Char>& texts, std::size_t 
 
 std::size_t CountArguments(const std::string& type_text) {
     const auto is_letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
-    const std::size_t behind_result = std::min<std::size_t>(1, type_text.size());
-    const auto first = type_text.begin() + static_cast<std::ptrdiff_t>(behind_result);
+    const std::size_t after_result = std::min<std::size_t>(1, type_text.size());
+    const auto first = type_text.begin() + static_cast<std::ptrdiff_t>(after_result);
     return static_cast<std::size_t>(std::count_if(first, type_text.end(), is_letter));
 }
 

@@ -11,7 +11,7 @@ namespace metrify {
 
 namespace {
 
-// Ids above this are in no string table; counting stops here.
+// String tables have no ids from here on; larger numbers are not computed.
 constexpr std::uint32_t kIdTooLarge = 0x10000;
 
 // The value of a digit in base 16, or 16.
@@ -44,7 +44,7 @@ Digits ReadDigits(std::u16string_view text, std::uint32_t base) {
 // reference := "#" [ "@" ] number
 // number    := ( "0x" | "0X" ) { hexadecimal digit } | digit { digit }
 struct Reference {
-    std::size_t length = 0; // of what was read, "#" and "@" included
+    std::size_t length = 0; // including "#" and "@"
     bool of_host = false;
     bool has_number = false;
     std::optional<std::uint32_t> id;
@@ -59,8 +59,8 @@ Reference ReadReference(std::u16string_view text) {
         const Digits digits = ReadDigits(number.substr(2), 16);
         reference.has_number = true;
         reference.length += 2 + digits.count;
-        // The capital X belongs to the number but not to its value, which is thus the decimal value of "0",
-        // and zero in decimal is no id. This is meant.
+        // Intentional: after a capital X the value is that of the decimal number "0", and 0 is no id. The
+        // digits are skipped all the same.
         if (number[1] == u'x' && digits.count > 0)
             reference.id = digits.value;
     } else {

@@ -8,12 +8,12 @@
 
 namespace metrify {
 
-/// Puts the strings in place of the references. Gives false if one of them could not be resolved; it then
-/// stands in the expansion as it was. A "#" that no number follows is no reference.
+/// Replaces the references by the strings. False if one of them could not be resolved; it then stays in the
+/// expansion unchanged. A "#" without a number after it is not a reference.
 bool ExpandResourceText(std::u16string_view text, std::u16string& expansion);
 bool ExpandResourceText(std::string_view text, std::string& expansion);
 
-/// The expansion, or the text as given if a reference of it could not be resolved. Null gives the empty text.
+/// The expansion, or the original text if one of its references could not be resolved. Empty for null.
 std::u16string LocalizedText(const char16_t* text);
 std::string LocalizedText(const char* text);
 

@@ -1,9 +1,9 @@
 #pragma once
 
-// Text between its two widths: UTF-16, and the system's ANSI code page on the narrow side.
+// Conversion between wide text in UTF-16 and narrow text in the system's ANSI code page.
 //
-// On Windows the code page is the one the system is set to. Elsewhere it is 1252, with the bytes that Windows
-// gives for it, best fits included.
+// On Windows this is the code page that the system is set to. Elsewhere it is 1252, with the bytes that
+// Windows uses for it, best fits included.
 
 #include <string>
 #include <string_view>
@@ -13,7 +13,7 @@ namespace metrify {
 /// The text in UTF-16.
 std::u16string ToWide(std::string_view text);
 
-/// The text in the ANSI code page. What the page does not hold arrives altered, in general as a question
+/// The text in the ANSI code page. Characters that are not in the page are replaced, in general by a question
 /// mark.
 std::string ToNarrow(std::u16string_view text);
 

@@ -8,7 +8,7 @@ namespace metrify {
 
 namespace {
 
-// Code page 1252 as Windows converts it. Units below 0x80 and from 0xA0 to 0xFF are their own bytes.
+// Code page 1252 as Windows converts it. Units below 0x80 and from 0xA0 to 0xFF equal their bytes.
 
 constexpr std::array<char16_t, 32> kWideOfHighControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
@@ -16,8 +16,9 @@ constexpr std::array<char16_t, 32> kWideOfHighControls = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
-// Bytes of the units from `first` on: the exact ones, and the best fits that Windows takes for what the page
-// does not hold, a Greek letter by a Latin one of its look. Sorted; every unit in no run is a question mark.
+// The bytes for the units from `first` on: exact ones, and the best fits of Windows for characters that are
+// not in the page, such as a similar Latin letter for a Greek one. Sorted; a unit in no run becomes a
+// question mark.
 struct UnitRun {
     char16_t first;
     std::string_view bytes;

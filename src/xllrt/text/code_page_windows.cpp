@@ -10,7 +10,7 @@ static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
 namespace {
 
-// The system counts in int. A longer text loses what is beyond it.
+// The system takes lengths as int. A longer text is cut.
 int CountOf(std::size_t length) {
     return static_cast<int>(std::min<std::size_t>(length, std::numeric_limits<int>::max()));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// A text that the host gave in one width and that somebody may want in the other.
+// A text that the host passed in one width and that may be needed in the other.
 
 #include "xllrt/text/xchar.h"
 
@@ -9,7 +9,7 @@
 
 namespace metrify {
 
-/// Converts on first use and keeps what it converted. The text it was made with is not copied.
+/// Converts on first use and keeps the result. The text passed to the constructor is not copied.
 class CXlDualString {
   public:
     // Bits of the state.
@@ -20,14 +20,14 @@ class CXlDualString {
 
     /// The empty text.
     CXlDualString() = default;
-    /// A terminated text of somebody else's, which outlives this. Null is the empty text.
+    /// A terminated text, not owned, which must outlive this object. Null is the empty text.
     explicit CXlDualString(const char* narrow) : narrow_(narrow), state_(kNarrowPresent) {}
     explicit CXlDualString(const XCHAR* wide) : wide_(wide), state_(kWidePresent) {}
     CXlDualString(const CXlDualString&) = delete;
     CXlDualString& operator=(const CXlDualString&) = delete;
     ~CXlDualString();
 
-    /// The text of one width; never null.
+    /// The text in one width; never null.
     const char* Narrow();
     const XCHAR* Wide();
 

@@ -48,7 +48,7 @@ class ConversionReader {
         return read.letter != 0 && !misses_star_ ? std::optional(read) : std::nullopt;
     }
 
-    // What Read has left.
+    // What is left after Read.
     std::size_t length_left() const { return rest_.size(); }
     Arguments arguments_left() const { return arguments_; }
 
@@ -63,8 +63,8 @@ class ConversionReader {
         return taken;
     }
 
-    // Digits, if there are any, or the argument of a star. More than the buffer takes is as good as the
-    // buffer.
+    // Digits, if there are any, or the argument of a star. A number larger than the buffer counts as the
+    // buffer's size.
     int ReadNumber() {
         constexpr int kMost = kPrintfBuffer;
         if (Take("*"))

@@ -1,7 +1,6 @@
 #pragma once
 
-// The texts that are written with percent signs: the same result on every platform and in every locale, for
-// narrow text and for wide text.
+// printf formats for narrow and for wide text, with the same result on every platform and in every locale.
 
 #include "xllrt/text/string_formatter.h"
 
@@ -16,7 +15,7 @@
 
 namespace metrify {
 
-/// A formatted text has fewer characters than this; what goes beyond is cut.
+/// A formatted text has fewer characters than this; the rest is cut.
 inline constexpr std::size_t kPrintfBuffer = 2048;
 
 /// One argument: a text of either width, an integer, a number or a pointer.
@@ -40,12 +39,12 @@ class PrintfArgument {
     PrintfArgument(const void* value) : kind(Kind::pointer), pointer(value) {}
 
     Kind kind;
-    int bits = 0;              ///< of the integer's type, as it is passed
-    std::uint64_t integer = 0; ///< a negative one with its sign carried on
+    int bits = 0;              ///< of the integer's type after promotion
+    std::uint64_t integer = 0; ///< sign-extended
     double number = 0.0;
     std::basic_string_view<Char> text;
     std::basic_string_view<OtherChar> other_text;
-    const void* pointer = nullptr; ///< also of a text that was given by one
+    const void* pointer = nullptr; ///< also of a text passed as a pointer
 
   private:
     template <class Integer>
@@ -57,23 +56,21 @@ class PrintfArgument {
     }
 };
 
-/// Formats as printf does, with all its conversions but n, which writes no text: flags, width, precision,
-/// stars and lengths included.
+/// Formats as printf does, with flags, width, precision, stars and lengths. The conversion n, which writes no
+/// text, is not supported.
 ///
-/// - A conversion that is none of these, or that finds no argument of its kind, stays unchanged, and the
-///   argument is left for the next one.
+/// - An unknown conversion, or one without an argument of its kind, is copied unchanged, and the argument is
+///   left for the next one.
 /// - s and c take texts and characters of the format's width, ls and lc wide ones, hs and hc narrow ones. A
-/// null
-///   text is empty.
+///   null pointer is the empty text.
 /// - d, i, u, x and o take integers of any type. hh and h take the lowest 8 and 16 bits; l, z, t and no
-/// length
-///   take all that the argument's type has.
+///   length take all bits of the argument's type.
 /// - p writes "0x" and hexadecimal digits, or "(nil)".
 template <class Char>
 void FormatPrintfList(std::basic_string<Char>& out, const Char* format,
                       std::span<const PrintfArgument<Char>> arguments);
 
-/// As `FormatPrintfList`, with the arguments one by one.
+/// As `FormatPrintfList`, with the arguments as separate parameters.
 template <class Char, class... Arguments>
 void FormatPrintf(std::basic_string<Char>& out, const Char* format, const Arguments&... arguments) {
     const std::array<PrintfArgument<Char>, sizeof...(Arguments)> list{PrintfArgument<Char>(arguments)...};

@@ -13,11 +13,11 @@ struct PrintfConversion {
     bool left = false;      // "-"
     bool zeros = false;     // "0"
     bool alternate = false; // "#"
-    char sign = 0;          // before a number that is not negative: '+', ' ' or nothing
+    char sign = 0;          // before a non-negative number: '+', ' ' or none
     std::size_t width = 0;
     std::optional<int> precision;
     PrintfLength length = PrintfLength::none;
-    char letter = 0; // 0 for a letter that is none of a conversion
+    char letter = 0; // 0 if the letter is not a conversion
 };
 
 } // namespace metrify

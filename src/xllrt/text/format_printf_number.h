@@ -1,6 +1,6 @@
 #pragma once
 
-// The texts of numbers in a printf format, before they are padded.
+// The texts of numbers in a printf format, before padding.
 
 #include "xllrt/text/format_printf_conversion.h"
 
@@ -9,14 +9,14 @@
 
 namespace metrify {
 
-/// Zeros that fill up the width go between the two.
+/// Zeros that pad to the width are inserted between the two.
 struct PrintfNumber {
     std::string prefix; ///< the sign, or "0x"
     std::string digits;
 };
 
-/// For the letters d, i, u, x, X and o. `bits` is how many bits of the value the argument's type has; a
-/// length of the conversion that has fewer takes the lowest.
+/// For the letters d, i, u, x, X and o. `bits` is the number of bits of the argument's type; a conversion
+/// with a shorter length takes the lowest ones.
 PrintfNumber IntegerText(const PrintfConversion& conversion, std::uint64_t value, int bits);
 
 /// For the letters e, f, g and a, and their capitals.

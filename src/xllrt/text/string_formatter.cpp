@@ -8,7 +8,7 @@ StringFormatterError::StringFormatterError() : std::runtime_error("Error in stri
 
 namespace {
 
-// The index that the text between two braces stands for, or the code of a failure.
+// The index between two braces, or the code of a failure.
 template <class Char>
 int ReadIndex(std::basic_string_view<Char> text) {
     const auto is_digit = [](Char c) { return c >= Char('0') && c <= Char('9'); };
@@ -95,7 +95,7 @@ std::ptrdiff_t FormatList(std::basic_string<Char>& out, const Char* format,
     std::basic_string<Char> cleaned;
     if (const int code = ParseFormat<Char>(format, placeholders, cleaned); code < 0)
         return code;
-    // The result takes the place of the old text last: that text may be one of the arguments.
+    // The old text is replaced last: it may be one of the arguments.
     out = Fill<Char>(cleaned, placeholders, arguments);
     return static_cast<std::ptrdiff_t>(out.size()) + 1;
 }

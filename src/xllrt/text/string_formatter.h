@@ -1,6 +1,6 @@
 #pragma once
 
-// Texts with positional placeholders, `{0}`, `{1}` and so on. A doubled brace stands for itself.
+// Texts with positional placeholders, `{0}`, `{1}` and so on. A doubled brace is one brace.
 //
 // Everything exists for narrow text (char) and for wide text (char16_t).
 
@@ -14,7 +14,7 @@
 
 namespace psl {
 
-/// What a template with a misplaced brace or a bad index throws.
+/// Thrown for a template with a misplaced brace or a bad index.
 class StringFormatterError : public std::runtime_error {
   public:
     StringFormatterError();
@@ -22,9 +22,9 @@ class StringFormatterError : public std::runtime_error {
 
 /// One placeholder of a cleaned template.
 struct Placeholder {
-    std::size_t position; ///< where it stands in the cleaned template
+    std::size_t position; ///< in the cleaned template
     std::size_t length;   ///< of its text, braces included
-    int index;            ///< of the argument it stands for
+    int index;            ///< of the argument that replaces it
 };
 
 // Codes of a failure. All are negative.
@@ -36,7 +36,7 @@ inline constexpr int kNoTemplate = -6;
 /// The largest index a placeholder may have.
 inline constexpr int kMaxIndex = 65535;
 
-/// An argument of a template. A null pointer stands for the empty text.
+/// An argument of a template. A null pointer is the empty text.
 template <class Char>
 class TextArgument {
   public:
@@ -51,16 +51,16 @@ class TextArgument {
     std::basic_string_view<Char> text_;
 };
 
-/// Finds the placeholders of a template. `cleaned` becomes the template with each doubled brace made single
-/// and the placeholders in place, `placeholders` their list in the order of occurrence. Gives 0, or the code
-/// of the failure; the lists then hold what was read so far.
+/// Finds the placeholders of a template. `cleaned` becomes the template with single braces for doubled
+/// ones and with its placeholders, `placeholders` their list in order of occurrence. Returns 0, or the code
+/// of the failure; both outputs then hold what was read before it.
 template <class Char>
 int ParseFormat(std::basic_string_view<Char> format, std::vector<Placeholder>& placeholders,
                 std::basic_string<Char>& cleaned);
 
-/// Puts the arguments in the places of a template's placeholders. An argument's own braces mean nothing, and
-/// one that is named but not given stands for the empty text.
-/// Gives the length of the result plus one, or the code of the failure, which leaves `out` as it is.
+/// Replaces a template's placeholders by the arguments. Braces in an argument have no meaning, and a missing
+/// argument is the empty text.
+/// Returns the length of the result plus one, or the code of the failure, which leaves `out` unchanged.
 template <class Char>
 std::ptrdiff_t FormatList(std::basic_string<Char>& out, const Char* format,
                           std::span<const TextArgument<Char>> arguments);
@@ -70,7 +70,7 @@ template <class Char>
 void FormatOrThrow(std::basic_string<Char>& out, const Char* format,
                    std::span<const TextArgument<Char>> arguments);
 
-/// Formats with the arguments given one by one: pointers, which may be null, strings or views.
+/// Formats with the arguments as separate parameters: pointers, which may be null, strings or views.
 template <class Char, class... Arguments>
 void Format(std::basic_string<Char>& out, const Char* format, const Arguments&... arguments) {
     const std::array<TextArgument<Char>, sizeof...(Arguments)> list{TextArgument<Char>(arguments)...};

@@ -16,7 +16,7 @@ std::string_view SkipWhiteSpace(std::string_view text) {
     return text;
 }
 
-// Takes a sign off the front; true if it is a minus.
+// Removes a leading sign; true if it is a minus.
 bool TakeSign(std::string_view& text) {
     const bool is_minus = text.starts_with('-');
     if (is_minus || text.starts_with('+'))
@@ -24,8 +24,8 @@ bool TakeSign(std::string_view& text) {
     return is_minus;
 }
 
-// Takes a hexadecimal prefix off the front. It counts as one only before a digit or a point: the number
-// readers of the library would take a sign, an infinity or a not-a-number after it as well.
+// Removes a hexadecimal prefix. It must be followed by a digit or a point: the library's number readers would
+// accept a sign, an infinity or a not-a-number after it as well.
 bool TakeHexPrefix(std::string_view& text) {
     constexpr std::string_view kHexStart = "0123456789abcdefABCDEF.";
     const bool has_prefix = text.starts_with("0x") || text.starts_with("0X");
@@ -35,8 +35,8 @@ bool TakeHexPrefix(std::string_view& text) {
     return true;
 }
 
-// Reads the number after an optional sign and drops its characters. The number readers of the library know
-// no plus, and would read a second minus.
+// Reads the number after an optional sign and removes its characters. The library's number readers accept no
+// plus, and would accept a second minus.
 template <class Value, class Reader>
 bool TakeNumber(std::string_view& text, Value& value, Reader read) {
     std::string_view rest = text;
@@ -67,7 +67,7 @@ std::from_chars_result ReadHexDouble(std::string_view text, double& value) {
     const char* const begin = text.data();
     const std::from_chars_result end =
         std::from_chars(begin, begin + text.size(), value, std::chars_format::hex);
-    // The reader of the library takes a minus after the plus of an exponent.
+    // The library's reader accepts a minus after the plus of an exponent.
     const std::string_view taken(begin, static_cast<std::size_t>(end.ptr - begin));
     return taken.find("+-") == taken.npos ? end : std::from_chars_result{begin, std::errc::invalid_argument};
 }
@@ -81,7 +81,7 @@ std::from_chars_result ReadInteger(std::string_view text, std::int64_t& value) {
     return std::from_chars(text.data(), text.data() + text.size(), value);
 }
 
-// Numbers are ASCII. What is not becomes a character that no number holds.
+// Numbers are ASCII. Any other unit becomes a character that occurs in no number.
 std::string ToAscii(std::u16string_view text) {
     std::string ascii(text.size(), '\0');
     std::transform(text.begin(), text.end(), ascii.begin(),

@@ -29,7 +29,7 @@ const ErrorRow* FindError(int code) {
 
 template <class Text, class View>
 bool PutErrorText(int code, View error_text, Text& text) {
-    // Code 0 counts as no error, although it has a text.
+    // Intentional: code 0 counts as no error, although it has a text.
     if (code == 0 || error_text.empty())
         return false;
     text = error_text;

@@ -1,6 +1,6 @@
 #pragma once
 
-// The little that values need of the host. The gate supplies it.
+// What values need from the host. The gate implements it.
 
 #include "xllrt/value/host_records.h"
 
@@ -10,7 +10,7 @@ namespace metrify {
 /// version has been detected.
 bool HostFlag();
 
-/// Gives a record that the host filled back to the host, by `xlFree` through the primitive of its family.
+/// Returns a record that the host filled to the host, by `xlFree` through the primitive of its family.
 void ReleaseToHost(XLOPER& record);
 void ReleaseToHost(XLOPER12& record);
 

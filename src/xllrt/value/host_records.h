@@ -1,7 +1,7 @@
 #pragma once
 
-// What the host's C interface is made of: the two record families, and the numbers that name types, errors,
-// functions and return codes. Layouts and values are the published ones; the names are the host's own.
+// The host's C interface: the two record families, and the numbers of types, errors, functions and return
+// codes. Layouts, values and names are the published ones.
 
 #include "xllrt/text/xchar.h"
 
@@ -22,7 +22,7 @@ struct XLREF {
     std::uint8_t colLast;
 };
 
-/// A list of rectangles: `count` of them stand from `reflft` on.
+/// A list of rectangles: `count` of them, starting at `reflft`.
 struct XLMREF {
     std::uint16_t count;
     XLREF reflft[1];
@@ -78,7 +78,7 @@ struct XLREF12 {
     std::int32_t colLast;
 };
 
-/// A list of rectangles: `count` of them stand from `reflft` on.
+/// A list of rectangles: `count` of them, starting at `reflft`.
 struct XLMREF12 {
     std::uint16_t count;
     XLREF12 reflft[1];
@@ -161,7 +161,7 @@ static_assert(offsetof(XLOPER12, val.flow.col) == sizeof(void*) + 4);
 static_assert(offsetof(XLOPER12, val.flow.xlflow) == sizeof(void*) + 8);
 static_assert(offsetof(XLOPER12, val.bigdata.cbData) == sizeof(void*));
 
-// ---- Types. A type word may carry one of the two memory marks besides.
+// ---- Types. A type word may also have one of the two memory marks.
 
 inline constexpr std::uint16_t xltypeNum = 0x0001;
 inline constexpr std::uint16_t xltypeStr = 0x0002;
@@ -176,12 +176,12 @@ inline constexpr std::uint16_t xltypeSRef = 0x0400;
 inline constexpr std::uint16_t xltypeInt = 0x0800;
 inline constexpr std::uint16_t xltypeBigData = xltypeStr | xltypeInt;
 
-/// The host owns the memory behind the record, which goes back by `xlFree`.
+/// The host owns the memory that the record points at; it is returned by `xlFree`.
 inline constexpr std::uint16_t xlbitXLFree = 0x1000;
-/// The add-in owns it, and the host asks for its release through `xlAutoFree` or `xlAutoFree12`.
+/// The add-in owns it, and the host has it released by `xlAutoFree` or `xlAutoFree12`.
 inline constexpr std::uint16_t xlbitDLLFree = 0x4000;
 
-/// The bits of a type word that tell the type.
+/// The bits of a type word that hold the type.
 inline constexpr std::uint16_t kTypeMask = 0x0DFF;
 
 // ---- Errors of a cell.

@@ -23,7 +23,7 @@ struct RecordFamily<XLOPER> {
     static constexpr bool kIsWide = false;
     static constexpr std::int32_t kMaxRows = 65536;
     static constexpr std::int32_t kMaxColumns = 256;
-    static constexpr std::size_t kMaxText = 255; ///< of a cell or an argument
+    static constexpr std::size_t kMaxText = 255; ///< of a cell or an argument of the host
     static constexpr int kMaxArguments = 30;     ///< of a call of the host
     // The bits of a value's state for its record of this family.
     static constexpr std::uint16_t kOwned = 0x0001;     ///< the value owns what the record points at
@@ -62,7 +62,7 @@ std::uint16_t TypeOf(const Record& record) {
     return static_cast<std::uint16_t>(record.xltype & kTypeMask);
 }
 
-/// Stores a value in a field of the record as the field's width has it.
+/// Stores a value in a field of the record, truncated to the field's width.
 template <class Field, class Value>
 void StoreField(Field& field, Value value) {
     field = static_cast<Field>(value);
@@ -82,14 +82,14 @@ inline XlSize ArraySizeOf(const XLOPER12& record) {
     return {record.val.array.rows, record.val.array.columns};
 }
 
-/// As above. A count of 0 is 65536 rows in an array that was made here with as many, and none otherwise.
+/// As above. A count of 0 means 65536 rows in an array that was made here with that many, and none otherwise.
 inline XlSize ArraySizeOf(const XLOPER& record) {
     const bool is_full = record.val.array.rows == 0 && IsFullHeight(record.val.array.lparray);
     return {is_full ? RecordFamily<XLOPER>::kMaxRows : record.val.array.rows, record.val.array.columns};
 }
 
-/// False for an array record whose cells cannot exist: with a negative count, with no block for its cells, or
-/// with more of them than fit into memory.
+/// False for an array record whose cells cannot exist: with a negative count, without memory for its cells,
+/// or with more cells than fit into memory.
 template <class Record>
 bool IsWellFormedArray(const Record& record) {
     const XlSize size = ArraySizeOf(record);
@@ -110,7 +110,7 @@ std::size_t CellCountOf(const Record& record) {
                : 0;
 }
 
-/// True if a record of that type points at memory of its own: a text, a reference, an array.
+/// True if a record of that type points at memory: a text, a reference, an array.
 inline bool PointsAtMemory(std::uint16_t type) {
     return type == xltypeStr || type == xltypeRef || type == xltypeMulti;
 }

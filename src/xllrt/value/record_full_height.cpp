@@ -13,7 +13,7 @@ struct Blocks {
     std::set<const XLOPER*> cells;
 };
 
-// Never destroyed: values may be released by destructors that run later than its own would.
+// Never destroyed: static values may be released after the destructor of this set would have run.
 Blocks& TheBlocks() {
     static Blocks* const blocks = std::make_unique<Blocks>().release();
     return *blocks;

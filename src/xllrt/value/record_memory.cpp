@@ -13,7 +13,7 @@ namespace metrify {
 
 namespace {
 
-// A fresh record is written `Record()`: with parentheses every byte of the union is zero, with braces only
+// A new record is written `Record()`: with parentheses every byte of the union is zero, with braces only
 // those of its first member.
 
 // ---- Release
@@ -61,7 +61,7 @@ void DeepFreeRecord(Record& record) {
 
 // ---- Texts
 
-// A counted text in place of the record's old content. The first unit takes the length as its width has it.
+// Makes the record a counted text. The first unit holds the length, truncated to its width.
 template <class Record, class Unit>
 void StoreText(Record& record, std::basic_string_view<Unit> text) {
     auto counted = std::make_unique<Unit[]>(text.size() + 1);
@@ -98,7 +98,7 @@ bool CopyText(XLOPER& target, const XLOPER12& source) {
 
 // ---- References
 
-// Stores one bound of a rectangle; false if the field has no room for it.
+// Stores one bound of a rectangle; false if it does not fit into the field.
 template <class Field, class Value>
 bool StoreBound(Field& field, Value bound) {
     if constexpr (sizeof(Field) < sizeof(Value)) {
@@ -126,7 +126,7 @@ bool CopyReference(To& target, const From& source, bool& allocated) {
     target.val.mref.idSheet = source.val.mref.idSheet;
     if (!from)
         return true;
-    // The list goes on behind its declared single rectangle.
+    // The list continues after its single declared rectangle.
     const std::size_t rectangles = sizeof(typename RecordFamily<To>::Rectangle) * from->count;
     const std::size_t size = std::max(sizeof(List), offsetof(List, reflft) + rectangles);
     std::unique_ptr<void, RawRelease> block(::operator new(size));
@@ -167,7 +167,7 @@ bool MakeCellsOf(Record& record, const XlSize& size) {
     return true;
 }
 
-// Wide to narrow is the one way on which an array can be too large.
+// Only from wide to narrow can an array be too large.
 template <class To, class From>
 bool CanCopyCells(const From& source) {
     const bool narrows = std::is_same_v<From, XLOPER12> && std::is_same_v<To, XLOPER>;
@@ -192,7 +192,7 @@ bool CopyCells(To& target, const From& source) {
 
 // ---- Copies
 
-// What needs no memory of its own.
+// Copies the types that point at no memory.
 template <class To, class From>
 void CopyPlain(To& target, const From& source) {
     switch (TypeOf(source)) {

@@ -1,7 +1,7 @@
 #pragma once
 
-// Memory behind records: texts, lists of rectangles and cells are made, copied and released here and nowhere
-// else.
+// The memory that records point at: all texts, lists of rectangles and cells are allocated, copied and
+// released here.
 
 #include "xllrt/value/record_family.h"
 
@@ -14,7 +14,7 @@ namespace metrify {
 void DeepFree(XLOPER& record);
 void DeepFree(XLOPER12& record);
 
-/// A record that is released at the end, unless it is handed on.
+/// A record that is released by the destructor, unless ownership was passed on.
 template <class Record>
 class RecordOwner {
   public:
@@ -23,7 +23,7 @@ class RecordOwner {
     RecordOwner& operator=(const RecordOwner&) = delete;
     ~RecordOwner() { DeepFree(record); }
 
-    /// The record, which whoever takes it has to release from here on.
+    /// Passes the record to the caller, who has to release it.
     Record Release() {
         const Record released = record;
         record = Record();
@@ -33,9 +33,9 @@ class RecordOwner {
     Record record = Record();
 };
 
-/// Makes the record a text of its own. Its old content is overwritten. A narrow record holds the first 255
-/// bytes, from a wide text what its first 255 units come to; a wide record holds all, and a text beyond 65535
-/// units wraps its count.
+/// Makes the record a text with its own memory. Its old content is overwritten. A narrow record holds the
+/// first 255 bytes, or the first 255 units of a wide text converted; a wide record holds all, but the count
+/// of a text of more than 65535 units wraps.
 void MakeText(XLOPER& record, std::string_view text);
 void MakeText(XLOPER& record, std::u16string_view text);
 void MakeText(XLOPER12& record, std::string_view text);
@@ -46,12 +46,12 @@ void MakeText(XLOPER12& record, std::u16string_view text);
 bool MakeCells(XLOPER& record, const XlSize& size);
 bool MakeCells(XLOPER12& record, const XlSize& size);
 
-/// Copies a record, with all that it points at, within its family or into the other one. `allocated` tells
-/// whether the copy has memory of its own to release. Without a target or a source, or from a record to
-/// itself, nothing happens, and that is a success. False, with the target as it was, for a macro flow value,
-/// for an array that is not well formed, and from wide to narrow for what the narrow family cannot hold: a
-/// text longer than 255 units, an array of more than 65536 rows or 256 columns, a rectangle beyond them. No
-/// other size is refused. Arrays are copied whole or not at all.
+/// Copies a record, with all that it points at, within its family or into the other one. `allocated` is set
+/// if the copy has memory to release. Without a target or a source, or from a record to itself, nothing
+/// happens and the result is true. False, with the target unchanged, for a macro flow value, for an array
+/// that is not well formed, and from wide to narrow for what the narrow family cannot represent: a text
+/// longer than 255 units, an array of more than 65536 rows or 256 columns, a rectangle beyond them. No other
+/// size is refused. Arrays are copied completely or not at all.
 bool CopyRecord(XLOPER* target, const XLOPER* source, bool& allocated);
 bool CopyRecord(XLOPER12* target, const XLOPER12* source, bool& allocated);
 bool CopyRecord(XLOPER12* target, const XLOPER* source, bool& allocated);

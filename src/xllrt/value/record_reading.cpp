@@ -125,7 +125,7 @@ constexpr int kDecimals = 6;
 // The longest text of a number.
 constexpr std::size_t kNumberText = 31;
 
-// All digits of the largest double, its sign, point and decimals.
+// The digits of the largest double, with sign, point and decimals.
 constexpr std::size_t kFixedText = std::numeric_limits<double>::max_exponent10 + kDecimals + 4;
 
 template <class Text>

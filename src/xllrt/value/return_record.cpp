@@ -16,8 +16,8 @@ void AutoFree(Record* record) {
         DeepFree(*record);
 }
 
-// Only memory that was marked for the host to give back is the record's own: a wrapped argument that was
-// returned points at somebody else's.
+// The record owns its memory only if it is marked for release by the host: a wrapped argument that was
+// returned points at memory of others.
 template <class Record>
 void Reset(Record& record) {
     if ((record.xltype & xlbitDLLFree) != 0)

@@ -1,7 +1,7 @@
 #pragma once
 
-// Records that were handed to the host as results, and the memory that they hold until the host is done with
-// them.
+// Records that were returned to the host as results, and the memory that they hold until the host has
+// finished with them.
 
 #include "xllrt/value/host_records.h"
 
@@ -13,8 +13,7 @@ void AutoFree12(XLOPER12* record);
 /// The same for `xlAutoFree`.
 void AutoFree4(XLOPER* record);
 
-/// Empties a return record for its next use. What it was handed out with and the host never gave back is
-/// released.
+/// Empties a return record for its next use. Memory that the host never had released is released.
 void ResetReturnRecord(XLOPER& record);
 void ResetReturnRecord(XLOPER12& record);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the runtime keeps for each thread that enters it.
+// The state of the runtime for each thread that enters it.
 
 #include "xllrt/value/xl_oper.h"
 
@@ -12,23 +12,23 @@ struct XlThreadState {
     XlThreadState& operator=(const XlThreadState&) = delete;
     ~XlThreadState();
 
-    XLOPER return4;       ///< what a narrow entry hands to the host
-    XLOPER12 return12;    ///< what a wide entry hands to the host
+    XLOPER return4;       ///< the result of a narrow entry
+    XLOPER12 return12;    ///< the result of a wide entry
     CXlOper staticResult; ///< a value that a common function may fill and return
-    CXlOper missing;      ///< the omitted argument, for calls of the host
+    CXlOper missing;      ///< the missing argument, for calls of the host
 };
 
 /// The state of this thread, made on first use. Throws std::bad_alloc without a slot.
 XlThreadState& ThisThreadState();
 
-/// Takes the slot that leads to the states: at process attach. False if the platform has none left.
+/// Allocates the slot with the states, at process attach. False if the platform has none left.
 bool AllocateThreadStates();
 
-/// Gives the slot back: at process detach. The states of threads that still run are left as they are.
+/// Frees the slot, at process detach. The states of threads that still run are not destroyed.
 void ReleaseThreadStates();
 
-/// Destroys the state of this thread, if it has one: at thread detach. Where the platform tells the end of
-/// threads by itself, it need not be called.
+/// Destroys the state of this thread, if it has one, at thread detach. Need not be called where the platform
+/// reports the end of threads by itself.
 void DestroyThreadState();
 
 } // namespace metrify

@@ -6,10 +6,10 @@
 
 namespace metrify {
 
-/// A cell of an array, used like a pointer to a value, or where a value is taken. What is set through it
-/// belongs to the array, which releases it. The view of a scalar is that value itself. A view must not
-/// outlive the value it was made of. Cells of a record that the host owns, or that was wrapped, are for
-/// reading only.
+/// A cell of an array, used like a pointer to a value, or wherever a value is expected. What is set through
+/// it is owned by the array, which releases it. The view of a scalar refers to the scalar itself. A view must
+/// not outlive the value it was made from. Cells of a record that the host owns, or that was wrapped, are
+/// read-only.
 class CXlCellView {
   public:
     template <class Record>

@@ -11,12 +11,12 @@ namespace metrify {
 
 class CXlCellView;
 
-/// A worksheet value: a record of each family, and a state that says which of them hold the value and who
-/// owns the memory behind them. Values built here stand in the family of the host, so that no caller has to
+/// A worksheet value: a record of each family, and a state that tells which of them hold the value and who
+/// owns the memory that they point at. Values are built in the family of the host, so that callers need not
 /// know it.
 ///
-/// Whatever takes a value or a text takes also one that lies inside the object that is set, a cell of the
-/// same array for instance.
+/// Every operation that takes a value or a text also takes a part of the object that is set, for instance a
+/// cell of the same array.
 class CXlOper {
   public:
     // Bits of the state.
@@ -31,13 +31,13 @@ class CXlOper {
     CXlOper();
     explicit CXlOper(bool value);
     explicit CXlOper(double value);
-    /// A pointer is no boolean.
+    /// A pointer is not a boolean.
     CXlOper(const void*) = delete;
     CXlOper(const CXlOper& source);
     CXlOper& operator=(const CXlOper& source);
     ~CXlOper();
 
-    /// The value of a record that somebody else owns; what the record points at is not copied. No value for a
+    /// The value of a record that the caller owns; what the record points at is not copied. No value for a
     /// null pointer.
     static CXlOper Wrap12(const XLOPER12* record);
     static CXlOper Wrap4(const XLOPER* record);
@@ -57,23 +57,23 @@ class CXlOper {
     void SetText(const char* text, bool freeFirst = true);
     void SetText(const XCHAR* text, bool freeFirst = true);
 
-    /// Makes it an array of empty cells, or of copies of `fill`. False, with no value left, if the host's
-    /// family has no room for the size. Throws as `Fill` does.
+    /// Makes it an array of empty cells, or of copies of `fill`. False, with no value left, if the size
+    /// exceeds the limits of the host's family. Throws as `Fill` does.
     bool MakeArray(std::int32_t rows, std::int32_t columns, const CXlOper* fill = nullptr);
 
-    /// Puts a copy of the source, a scalar, into every cell of the array. Nothing happens for a null pointer.
+    /// Copies the source, a scalar, into every cell of the array. Does nothing for a null pointer.
     void Fill(const CXlOper* source);
 
-    /// Releases what it holds, to the host what the host owns, and leaves no value.
+    /// Releases the content, to the host what the host owns, and leaves no value.
     void Free();
 
-    /// Copies each valid side of the source, with all that it points at, in place of what that side held. A
-    /// side that cannot be copied stays as it was.
+    /// Copies each valid record of the source, with all that it points at, over the record of that family. A
+    /// record that cannot be copied leaves the target's unchanged.
     void CopyFrom(const CXlOper& source);
 
-    /// One cell of an array. What is set there belongs to the array, which releases it. A number, text,
-    /// boolean or integer is its own cell at (0, 0): the view is this value itself, so that what is set
-    /// through it is set here, in place of the whole value, and belongs to it.
+    /// One cell of an array. What is set there is owned by the array, which releases it. A number, text,
+    /// boolean or integer is its own cell at (0, 0): the view refers to this value, so that what is set
+    /// through it replaces the whole value.
     CXlCellView Cell(std::int32_t row, std::int32_t column);
     const CXlCellView Cell(std::int32_t row, std::int32_t column) const;
     /// One cell of an array with one row or one column.
@@ -105,11 +105,10 @@ class CXlOper {
     std::string ToText(bool strict = false) const;
     std::u16string ToWideText(bool strict = false) const;
 
-    /// The record to hand to the host, in this thread's keeping until `AutoFree12` or the next return. What
-    /// the value owns moves there, and `#VALUE!` is left in its place: the host may release it at any time,
-    /// so a second return of the value, or a look at it, no longer finds it. Any other value can be returned
-    /// again.
-    /// `#VALUE!` for no value, and for one that cannot be had in this family.
+    /// The record to return to the host, kept for this thread until `AutoFree12` or the next return. What
+    /// the value owns moves there, and the value becomes `#VALUE!`: the host may release the memory at any
+    /// time, so it must not be read or returned again. Any other value can be returned again.
+    /// `#VALUE!` for no value, and for one that this family cannot represent.
     XLOPER12* ReturnValue12();
     XLOPER* ReturnValue4();
 
@@ -126,8 +125,8 @@ class CXlOper {
     XLOPER12* Record12() { return records_.Get<XLOPER12>(); }
     const XLOPER12* Record12() const { return records_.Get<XLOPER12>(); }
 
-    /// Takes over a record that the host filled: what was there is released, and this goes back to the host.
-    /// The cell of an array gets a copy, and the record goes back at once.
+    /// Takes a record that the host filled, and later returns it to the host. The old content is released.
+    /// The cell of an array gets a copy, and the record is returned at once.
     void TakeFromHost(XLOPER record);
     void TakeFromHost(XLOPER12 record);
 

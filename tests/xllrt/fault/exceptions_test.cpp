@@ -13,7 +13,7 @@ namespace {
 
 using namespace metrify;
 
-// ---- The family
+// ---- The classes
 
 std::string Ascii(const std::u16string& text) {
     return {text.begin(), text.end()};
@@ -36,11 +36,11 @@ TEST(Exceptions, all_have_one_base) {
     static_assert(std::is_base_of_v<CXlRuntimeException, CXlErrorException>);
 }
 
-TEST(Exceptions, the_formatters_own_is_not_of_the_family) {
+TEST(Exceptions, the_error_of_the_formatter_is_not_one_of_them) {
     static_assert(!std::is_base_of_v<CXlRuntimeException, psl::StringFormatterError>);
 }
 
-TEST(Exceptions, a_number_stands_for_the_text_of_the_catalogue_unformatted) {
+TEST(Exceptions, a_number_selects_the_unformatted_text_of_the_catalogue) {
     ExpectMessage(CXlRuntimeException(11U), "Expected {0}");
 }
 
@@ -82,7 +82,7 @@ TEST(Exceptions, every_class_takes_the_number_of_its_message) {
     ExpectMessage(CXlErrorException(30U), "Index out of range");
 }
 
-TEST(Exceptions, a_single_number_is_that_of_a_message_and_never_a_code) {
+TEST(Exceptions, a_single_number_is_a_message_number_and_never_a_code) {
     ExpectMessage(CXlStructuredException(55), "'C' exception {0}");
     EXPECT_EQ(CXlStructuredException(55).Code(), 0U);
     ExpectMessage(CXlComException(58), "{0} failed with error code {1}");
@@ -107,7 +107,7 @@ TEST(Exceptions, the_wide_message_of_a_number_is_not_made_from_the_narrow_one) {
     resources.Add(53248 + 10, kUsEnglish, u"\u0416 caf\u00E9");
     const auto expect_both = [](const CXlRuntimeException& exception) {
         EXPECT_STREQ(exception.what(), "? caf\xE9");
-        EXPECT_EQ(exception.WideMessage(), u"\u0416 caf\u00E9") << "the first letter is in no narrow text";
+        EXPECT_EQ(exception.WideMessage(), u"\u0416 caf\u00E9") << "the first letter is not in the code page";
     };
     expect_both(CXlRuntimeException(10U));
     expect_both(CXlConversionException(10U));
@@ -154,14 +154,14 @@ TEST(Exceptions, a_fault_without_record_has_code_0) {
     ExpectMessage(CXlStructuredException::OfFault(0), "'C' exception 0x0");
 }
 
-TEST(Exceptions, a_failed_call_of_a_component_shows_its_name_and_code) {
+TEST(Exceptions, a_failed_com_call_shows_its_name_and_code) {
     const CXlComException exception(u"CoCreateInstance", 0x8000400A);
     EXPECT_EQ(exception.Call(), u"CoCreateInstance");
     EXPECT_EQ(exception.Code(), 0x8000400A);
     ExpectMessage(exception, "CoCreateInstance failed with error code 0x8000400A");
 }
 
-TEST(Exceptions, a_failure_whose_code_is_no_error_is_a_bare_text_with_code_0) {
+TEST(Exceptions, a_failure_whose_code_is_not_an_error_has_only_the_name_and_code_0) {
     const CXlComException exception(u"No active object", 1);
     EXPECT_EQ(exception.Code(), 0U);
     ExpectMessage(exception, "No active object");
@@ -171,7 +171,7 @@ TEST(Exceptions, an_error_carries_the_code_of_the_cell) {
     EXPECT_EQ(CXlErrorException(u"gone", 42).ErrorCode(), 42U);
 }
 
-// ---- What a function's call comes to
+// ---- Results of function calls
 
 class FunctionResult : public AddInTest {
   protected:
@@ -186,13 +186,13 @@ class FunctionResult : public AddInTest {
     CXlOper result;
 };
 
-TEST_F(FunctionResult, a_null_pointer_leaves_the_result_as_it_is) {
+TEST_F(FunctionResult, a_null_pointer_leaves_the_result_unchanged) {
     result.SetNumber(2.5);
     ApplyResult(result, nullptr);
     EXPECT_EQ(result.ToNumber(true), 2.5);
 }
 
-TEST_F(FunctionResult, its_own_address_leaves_the_result_as_it_is) {
+TEST_F(FunctionResult, its_own_address_leaves_the_result_unchanged) {
     result.SetText("kept");
     ApplyResult(result, &result);
     EXPECT_EQ(result.ToText(true), "kept");
@@ -209,7 +209,7 @@ TEST_F(FunctionResult, the_static_result_is_copied_with_all_it_points_at) {
     EXPECT_NE(result.Record12()->val.str, fixed.Record12()->val.str);
 }
 
-TEST_F(FunctionResult, the_static_result_replaces_both_sides) {
+TEST_F(FunctionResult, the_static_result_replaces_both_records) {
     const XLOPER narrow{};
     result = CXlOper::Wrap4(&narrow);
     CXlOper& fixed = ThisThreadState().staticResult;
@@ -229,7 +229,7 @@ TEST_F(FunctionResult, any_other_pointer_is_an_illegal_argument) {
     }
 }
 
-TEST_F(FunctionResult, a_wrong_pointer_ends_as_the_cells_text) {
+TEST_F(FunctionResult, a_wrong_pointer_becomes_the_text_of_the_cell) {
     const CXlOper other(2.5);
     Run([&] { return &other; });
     EXPECT_EQ(result.ToText(true),
@@ -254,7 +254,7 @@ TEST_F(FunctionResult, a_function_that_fills_nothing_and_returns_null_is_a_value
     EXPECT_EQ(result.ReturnValue4()->val.err, 15);
 }
 
-TEST_F(FunctionResult, a_failed_read_ends_as_the_cells_text) {
+TEST_F(FunctionResult, a_failed_conversion_becomes_the_text_of_the_cell) {
     const CXlOper argument;
     Run([&]() -> const CXlOper* {
         result.SetNumber(argument.ToNumber(true));
@@ -263,7 +263,7 @@ TEST_F(FunctionResult, a_failed_read_ends_as_the_cells_text) {
     EXPECT_EQ(result.ToText(true), "#ERROR: Expected number");
 }
 
-TEST_F(FunctionResult, every_class_but_one_ends_as_the_cells_text) {
+TEST_F(FunctionResult, every_class_but_one_becomes_the_text_of_the_cell) {
     PutException(result, CXlRuntimeException(std::string("any text")));
     EXPECT_EQ(result.ToText(true), "#ERROR: any text");
     PutException(result, CXlConversionException(10U));
@@ -288,7 +288,7 @@ TEST_F(FunctionResult, an_error_exception_with_code_42_is_the_cell_error) {
     EXPECT_EQ(Rendered(*result.Record12()), "#42");
 }
 
-TEST_F(FunctionResult, a_class_made_from_the_error_exception_is_not_it) {
+TEST_F(FunctionResult, a_class_derived_from_the_error_exception_is_not_the_cell_error) {
     class Derived : public CXlErrorException {
       public:
         using CXlErrorException::CXlErrorException;
@@ -310,16 +310,16 @@ TEST_F(FunctionResult, a_narrow_host_gets_the_narrow_message) {
     EXPECT_EQ(result.ToText(true), "#ERROR: caf\xE9");
 }
 
-TEST_F(FunctionResult, what_the_function_had_filled_in_is_released_first) {
+TEST_F(FunctionResult, what_the_function_had_stored_is_released_first) {
     Run([&]() -> const CXlOper* {
         result.SetText("half done");
         throw CXlErrorException(u"not shown", 42);
     });
-    EXPECT_EQ(result.State(), CXlOper::kValid12) << "nothing is owned any more";
+    EXPECT_EQ(result.State(), CXlOper::kValid12) << "nothing is owned any longer";
     EXPECT_TRUE(result.IsError());
 }
 
-TEST_F(FunctionResult, exceptions_of_other_families_are_not_caught) {
+TEST_F(FunctionResult, other_exceptions_are_not_caught) {
     result.SetNumber(2.5);
     EXPECT_THROW(Run([]() -> const CXlOper* { throw psl::StringFormatterError(); }),
                  psl::StringFormatterError);
@@ -327,30 +327,30 @@ TEST_F(FunctionResult, exceptions_of_other_families_are_not_caught) {
     EXPECT_EQ(result.ToNumber(true), 2.5);
 }
 
-// ---- Texts of two widths
+// ---- Texts in two widths
 
-TEST(DualString, a_narrow_text_is_taken_over_without_a_copy) {
+TEST(DualString, a_narrow_text_is_not_copied) {
     const char* text = "ft";
     CXlDualString dual(text);
     EXPECT_EQ(dual.Narrow(), text);
     EXPECT_EQ(dual.State(), 2);
 }
 
-TEST(DualString, a_wide_text_is_taken_over_without_a_copy) {
+TEST(DualString, a_wide_text_is_not_copied) {
     const XCHAR* text = u"ft";
     CXlDualString dual(text);
     EXPECT_EQ(dual.Wide(), text);
     EXPECT_EQ(dual.State(), 32);
 }
 
-TEST(DualString, the_wide_text_is_made_with_the_code_page_and_owned) {
+TEST(DualString, the_wide_text_is_converted_with_the_code_page_and_owned) {
     CXlDualString dual("caf\xE9");
     EXPECT_EQ(std::u16string(dual.Wide()), u"caf\u00E9");
     EXPECT_EQ(dual.State(), 0x02 | 0x30);
     EXPECT_STREQ(dual.Narrow(), "caf\xE9");
 }
 
-TEST(DualString, the_narrow_text_is_made_with_the_code_page_and_owned) {
+TEST(DualString, the_narrow_text_is_converted_with_the_code_page_and_owned) {
     CXlDualString dual(u"caf\u00E9");
     EXPECT_STREQ(dual.Narrow(), "caf\xE9");
     EXPECT_EQ(dual.State(), 0x20 | 0x03);
@@ -364,7 +364,7 @@ TEST(DualString, a_text_is_converted_once) {
     EXPECT_EQ(wide.Narrow(), wide.Narrow());
 }
 
-TEST(DualString, an_empty_text_is_converted_to_one_that_nobody_owns) {
+TEST(DualString, an_empty_text_is_converted_to_a_shared_one_that_is_not_owned) {
     CXlDualString narrow("");
     EXPECT_EQ(std::u16string(narrow.Wide()), u"");
     EXPECT_EQ(narrow.State(), 0x02 | 0x20);

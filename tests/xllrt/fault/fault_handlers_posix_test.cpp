@@ -14,10 +14,9 @@ using namespace metrify::faulting;
 using testing::ExitedWithCode;
 using testing::KilledBySignal;
 
-// ---- Where a fault goes that is no guard's
+// ---- Faults outside guards
 
-/// With guards that have come and gone, and with a treatment that is kept, which stands in front all the
-/// time.
+/// After guards that have ended, and with installed handlers.
 class FaultsOutsideGuards : public HostOfFaults, public testing::WithParamInterface<bool> {
   protected:
     static void UseGuards() {
@@ -30,7 +29,7 @@ class FaultsOutsideGuards : public HostOfFaults, public testing::WithParamInterf
 INSTANTIATE_TEST_SUITE_P(Treatments, FaultsOutsideGuards, testing::Bool(),
                          [](const auto& kept) { return kept.param ? "kept" : "put_back"; });
 
-TEST_P(FaultsOutsideGuards, a_fault_outside_any_guard_ends_the_process_as_ever) {
+TEST_P(FaultsOutsideGuards, a_fault_outside_any_guard_ends_the_process) {
     EXPECT_EXIT(
         {
             TreatBy(SIGSEGV, SIG_DFL);
@@ -47,7 +46,7 @@ TEST_P(FaultsOutsideGuards, a_fault_outside_any_guard_ends_the_process_as_ever) 
         KilledBySignal(SIGFPE), "");
 }
 
-TEST_P(FaultsOutsideGuards, a_fault_on_a_thread_without_guard_is_not_the_guards_of_another) {
+TEST_P(FaultsOutsideGuards, a_fault_on_a_thread_without_guard_is_not_handled_by_the_guard_of_another) {
     EXPECT_EXIT(
         {
             TreatBy(SIGSEGV, ExitIfItIsOurs);
@@ -56,7 +55,7 @@ TEST_P(FaultsOutsideGuards, a_fault_on_a_thread_without_guard_is_not_the_guards_
         ExitedWithCode(42), "");
 }
 
-TEST_P(FaultsOutsideGuards, its_handler_gets_a_fault_outside_any_guard_with_all_that_is_known) {
+TEST_P(FaultsOutsideGuards, its_handler_gets_a_fault_outside_any_guard_with_all_information) {
     EXPECT_EXIT(
         {
             TreatBy(SIGSEGV, ExitIfItIsOurs);
@@ -108,7 +107,7 @@ void RepairPage(int /*signal*/) {
         _exit(98);
 }
 
-TEST_P(FaultsOutsideGuards, its_handler_may_repair_what_was_wrong_and_go_on) {
+TEST_P(FaultsOutsideGuards, its_handler_may_repair_the_cause_and_continue) {
     EXPECT_EXIT(
         {
             repaired_page = mmap(nullptr, 1, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -121,7 +120,7 @@ TEST_P(FaultsOutsideGuards, its_handler_may_repair_what_was_wrong_and_go_on) {
         ExitedWithCode(5), "");
 }
 
-TEST_P(FaultsOutsideGuards, a_signal_that_somebody_sent_is_the_hosts_even_inside_a_guard) {
+TEST_P(FaultsOutsideGuards, a_signal_that_was_sent_is_passed_to_the_host_even_inside_a_guard) {
     EXPECT_EXIT(
         {
             TreatBy(SIGSEGV, ExitWithSignal);
@@ -157,7 +156,7 @@ TEST_P(FaultsOutsideGuards, a_fault_cannot_be_ignored) {
         KilledBySignal(SIGSEGV), "");
 }
 
-// ---- What an earlier handler may rely on, while a guard is open on another thread
+// ---- Guarantees for an earlier handler while a guard is open on another thread
 
 /// Runs the body on a thread without a guard.
 void BesideAGuard(void (*body)()) {
@@ -166,7 +165,7 @@ void BesideAGuard(void (*body)()) {
     Guarded([] { std::thread(beside).join(); });
 }
 
-TEST_F(HostOfFaults, its_handler_for_one_time_is_called_once) {
+TEST_F(HostOfFaults, its_one_shot_handler_is_called_once) {
     EXPECT_EXIT(
         {
             struct sigaction treatment {};
@@ -178,7 +177,7 @@ TEST_F(HostOfFaults, its_handler_for_one_time_is_called_once) {
         KilledBySignal(SIGSEGV), "^once;$");
 }
 
-TEST_F(HostOfFaults, a_handler_for_one_time_that_was_called_is_not_put_back) {
+TEST_F(HostOfFaults, a_one_shot_handler_that_was_called_is_not_restored) {
     EXPECT_EXIT(
         {
             struct sigaction treatment {};
@@ -201,7 +200,7 @@ void ExitWithMask(int signal) {
     _exit(sigismember(&mask, signal) + 2 * sigismember(&mask, SIGUSR1));
 }
 
-TEST_F(HostOfFaults, its_handler_runs_with_the_mask_that_it_asked_for) {
+TEST_F(HostOfFaults, its_handler_runs_with_the_mask_that_it_requested) {
     EXPECT_EXIT(
         {
             struct sigaction treatment {};
@@ -223,7 +222,7 @@ TEST_F(HostOfFaults, its_handler_runs_with_the_mask_that_it_asked_for) {
         ExitedWithCode(2), "");
 }
 
-TEST_F(HostOfFaults, the_mask_of_a_thread_is_its_own_again_after_a_handler) {
+TEST_F(HostOfFaults, the_mask_of_a_thread_is_restored_after_a_handler) {
     EXPECT_EXIT(
         {
             TreatBy(

@@ -8,7 +8,7 @@
 
 namespace metrify::faulting {
 
-// What the compiler must not know.
+// Values that the compiler must not know.
 inline constexpr std::uintptr_t kUnmappedAddress = 64;
 inline volatile std::uintptr_t unmapped_address = kUnmappedAddress;
 inline volatile int zero = 0;

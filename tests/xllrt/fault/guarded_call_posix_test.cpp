@@ -22,12 +22,12 @@ volatile bool goes_on = true;
     return below + room[0];
 }
 
-TEST(GuardedCallOfThisSystem, an_address_that_there_cannot_be_is_an_access_violation) {
+TEST(GuardedCallOnPosix, an_impossible_address_is_an_access_violation) {
     static volatile std::uintptr_t address = std::uintptr_t{1} << 63;
     EXPECT_EQ(Guarded([] { *reinterpret_cast<volatile int*>(address) = 1; }), 0xC0000005U);
 }
 
-TEST(GuardedCallOfThisSystem, a_page_behind_the_end_of_its_file_gives_the_code_of_an_in_page_error) {
+TEST(GuardedCallOnPosix, a_page_after_the_end_of_its_file_gives_the_code_of_an_in_page_error) {
     std::FILE* file = std::tmpfile();
     ASSERT_TRUE(file);
     static volatile int* page = nullptr;
@@ -39,7 +39,7 @@ TEST(GuardedCallOfThisSystem, a_page_behind_the_end_of_its_file_gives_the_code_o
     std::fclose(file);
 }
 
-TEST(GuardedCallOfThisSystem, traps_of_floating_point_numbers_give_their_codes) {
+TEST(GuardedCallOnPosix, traps_of_floating_point_numbers_give_their_codes) {
     static volatile double number = 1.0;
     static volatile double nothing = 0.0;
     static volatile double huge = 1e308;
@@ -68,12 +68,12 @@ TEST(GuardedCallOfThisSystem, traps_of_floating_point_numbers_give_their_codes) 
     EXPECT_EQ(trapped(FE_INEXACT, [] { number = huge + number; }), 0xC000008FU);
 }
 
-TEST(GuardedCallOfThisSystem, a_stack_exhausted_by_small_calls_gives_its_code_again_and_again) {
+TEST(GuardedCallOnPosix, a_stack_overflow_by_small_calls_gives_its_code_repeatedly) {
     for (int round = 0; round < 3; ++round)
         EXPECT_EQ(Guarded([] { Descend(0); }), 0xC00000FDU) << round;
 }
 
-TEST(GuardedCallOfThisSystem, a_stack_for_handlers_that_a_thread_has_already_is_left_to_it) {
+TEST(GuardedCallOnPosix, an_alternate_stack_that_a_thread_has_already_is_kept) {
     std::vector<char> room(std::size_t{64} * 1024);
     std::uint32_t code = 0;
     stack_t present{};
@@ -93,7 +93,7 @@ TEST(GuardedCallOfThisSystem, a_stack_for_handlers_that_a_thread_has_already_is_
     EXPECT_EQ(present.ss_size, room.size());
 }
 
-TEST(GuardedCallOfThisSystem, leaves_the_set_of_blocked_signals_as_it_was) {
+TEST(GuardedCallOnPosix, leaves_the_set_of_blocked_signals_unchanged) {
     const auto blocked = [] {
         sigset_t set;
         sigemptyset(&set);

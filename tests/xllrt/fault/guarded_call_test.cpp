@@ -16,7 +16,7 @@ using namespace metrify;
 using namespace metrify::faulting;
 using testing::Each;
 
-// ---- Faults, which the compiler must neither see coming nor leave out
+// ---- Faults that the compiler must neither foresee nor remove
 
 volatile bool goes_on = true;
 
@@ -29,9 +29,9 @@ void DivideWithRemainderByZero() {
     number = number % zero;
 }
 
-// Takes the stack in big pieces and touches them from the top down. So the fault comes while the piece before
-// has room left, which the handling needs where the system reserves none for it. A sanitizer's marks at the
-// bottom of a piece would come first, in memory of somebody else.
+// Uses the stack in large frames and writes to them from the top down. So the fault occurs while the previous
+// frame has space left, which its handling needs where the system reserves none. The redzone of a sanitizer
+// at the bottom of a frame would be written first, in memory of other code.
 [[gnu::noinline, gnu::no_sanitize_address]] int Descend(int depth) {
     constexpr std::size_t kSize = std::size_t{1024} * 1024;
     constexpr std::size_t kStep = 512;
@@ -48,7 +48,7 @@ void ExhaustStack() {
 
 // ---- Guards
 
-/// Starts so many threads, which wait for each other, and gives what each of them gives.
+/// Starts that many threads, which wait for each other, and returns the result of each.
 template <class Body>
 std::vector<std::vector<std::uint32_t>> OnThreads(int count, Body body) {
     std::vector<std::vector<std::uint32_t>> given(static_cast<std::size_t>(count));
@@ -67,17 +67,17 @@ std::vector<std::vector<std::uint32_t>> OnThreads(int count, Body body) {
     return given;
 }
 
-TEST(GuardedCall, without_a_fault_it_gives_0_and_has_called_the_body_once_with_its_context) {
+TEST(GuardedCall, without_a_fault_it_returns_0_and_has_called_the_body_once_with_its_context) {
     int calls = 0;
     EXPECT_EQ(CallGuarded([](void* context) { ++*static_cast<int*>(context); }, &calls), 0U);
     EXPECT_EQ(calls, 1);
 }
 
-TEST(GuardedCall, a_write_to_where_nothing_is_gives_the_code_of_an_access_violation) {
+TEST(GuardedCall, a_write_to_an_unmapped_address_gives_the_code_of_an_access_violation) {
     EXPECT_EQ(Guarded(TouchNothing), 0xC0000005U);
 }
 
-TEST(GuardedCall, a_read_from_where_nothing_is_gives_the_code_of_an_access_violation) {
+TEST(GuardedCall, a_read_from_an_unmapped_address_gives_the_code_of_an_access_violation) {
     EXPECT_EQ(Guarded(ReadNothing), 0xC0000005U);
 }
 
@@ -86,18 +86,18 @@ TEST(GuardedCall, an_integer_division_by_zero_gives_its_code) {
     EXPECT_EQ(Guarded(DivideWithRemainderByZero), 0xC0000094U);
 }
 
-TEST(GuardedCall, an_instruction_that_there_is_none_of_gives_its_code) {
+TEST(GuardedCall, an_illegal_instruction_gives_its_code) {
     EXPECT_EQ(Guarded([] { __builtin_trap(); }), 0xC000001DU);
 }
 
-TEST(GuardedCall, an_exhausted_stack_gives_its_code_again_and_again) {
+TEST(GuardedCall, a_stack_overflow_gives_its_code_repeatedly) {
     for (int round = 0; round < 3; ++round)
         EXPECT_EQ(Guarded(ExhaustStack), 0xC00000FDU) << round;
-    EXPECT_EQ(Guarded(TouchNothing), 0xC0000005U) << "other faults are told apart afterwards";
+    EXPECT_EQ(Guarded(TouchNothing), 0xC0000005U) << "other faults are distinguished afterwards";
     EXPECT_EQ(Guarded([] {}), 0U);
 }
 
-TEST(GuardedCall, an_exhausted_stack_of_another_thread_gives_its_code_again_and_again) {
+TEST(GuardedCall, a_stack_overflow_of_another_thread_gives_its_code_repeatedly) {
     const auto given = OnThreads(2, [](int) {
         return std::vector{Guarded(ExhaustStack), Guarded(ExhaustStack), Guarded(ExhaustStack)};
     });
@@ -111,7 +111,7 @@ TEST(GuardedCall, many_faults_one_after_the_other_each_give_their_code) {
     }
 }
 
-TEST(GuardedCall, what_the_body_did_before_the_fault_stays_and_nothing_behind_it_is_done) {
+TEST(GuardedCall, effects_before_the_fault_remain_and_nothing_after_it_is_executed) {
     volatile int step = 0;
     EXPECT_EQ(Guarded([&] {
                   step = 1;
@@ -122,7 +122,7 @@ TEST(GuardedCall, what_the_body_did_before_the_fault_stays_and_nothing_behind_it
     EXPECT_EQ(step, 1);
 }
 
-TEST(GuardedCall, exceptions_of_the_language_pass_through) {
+TEST(GuardedCall, exceptions_pass_through) {
     EXPECT_THROW(Guarded([] { throw std::out_of_range("far"); }), std::out_of_range);
     EXPECT_THROW(Guarded([] { throw 7; }), int);
     EXPECT_EQ(Guarded(TouchNothing), 0xC0000005U) << "the next one works";
@@ -142,7 +142,7 @@ TEST(GuardedCall, exceptions_may_be_thrown_and_caught_inside) {
     EXPECT_EQ(caught, "inside");
 }
 
-TEST(GuardedCall, a_fault_is_no_exception_that_a_catch_all_inside_would_take) {
+TEST(GuardedCall, a_fault_is_not_caught_by_a_catch_all_inside) {
     volatile bool is_caught = false;
     EXPECT_EQ(Guarded([&] {
                   try {
@@ -155,7 +155,7 @@ TEST(GuardedCall, a_fault_is_no_exception_that_a_catch_all_inside_would_take) {
     EXPECT_FALSE(is_caught);
 }
 
-TEST(NestedGuards, a_fault_goes_to_the_innermost_and_the_outer_call_goes_on) {
+TEST(NestedGuards, a_fault_is_handled_by_the_innermost_and_the_outer_call_continues) {
     std::uint32_t inner = 0;
     bool goes_on_outside = false;
     const std::uint32_t outer = Guarded([&] {
@@ -201,8 +201,8 @@ TEST(NestedGuards, the_outer_one_works_after_an_exception_has_left_the_inner_one
     EXPECT_EQ(outer, 0xC0000094U);
 }
 
-TEST(NestedGuards, a_guard_that_a_fault_has_broken_off_takes_those_inside_along) {
-    // A fault between the guards finds the middle one, though the innermost has been open before.
+TEST(NestedGuards, a_guard_that_was_ended_by_a_fault_ends_those_inside) {
+    // A fault between the guards is handled by the middle one, although the innermost was open before.
     volatile std::uint32_t middle = 0;
     const std::uint32_t outer = Guarded([&] {
         middle = Guarded([] {
@@ -215,7 +215,7 @@ TEST(NestedGuards, a_guard_that_a_fault_has_broken_off_takes_those_inside_along)
     EXPECT_EQ(outer, 0xC0000094U);
 }
 
-TEST(NestedGuards, an_exhausted_stack_goes_to_the_innermost_too) {
+TEST(NestedGuards, a_stack_overflow_is_handled_by_the_innermost_too) {
     volatile std::uint32_t inner = 0;
     const std::uint32_t outer = Guarded([&] {
         inner = Guarded(ExhaustStack);
@@ -241,7 +241,7 @@ TEST_P(GuardsOfThreads, each_gets_the_codes_of_its_own_faults) {
     }
 }
 
-TEST_P(GuardsOfThreads, nest_in_each_of_its_own) {
+TEST_P(GuardsOfThreads, nest_separately_in_each) {
     constexpr int kRounds = 100;
     const auto given = OnThreads(GetParam(), [](int thread) {
         std::vector<std::uint32_t> codes;
@@ -252,7 +252,7 @@ TEST_P(GuardsOfThreads, nest_in_each_of_its_own) {
                 inner = Guarded(is_even ? TouchNothing : DivideByZero);
                 (is_even ? DivideByZero : TouchNothing)();
             });
-            // Always the same pair, whichever way round.
+            // Always the same pair, in either order.
             codes.push_back(is_even ? inner : outer);
             codes.push_back(is_even ? outer : inner);
         }
@@ -283,7 +283,7 @@ TEST(SeTranslatorScope, runs_a_plain_function) {
     EXPECT_THROW(translator.Run(DivideByZero), CXlStructuredException);
 }
 
-TEST(SeTranslatorScope, other_exceptions_and_what_ends_well_are_left_alone) {
+TEST(SeTranslatorScope, other_exceptions_and_normal_returns_are_unaffected) {
     const CXlSeTranslatorScope translator;
     bool is_called = false;
     EXPECT_NO_THROW(translator.Run([&] { is_called = true; }));
@@ -291,7 +291,7 @@ TEST(SeTranslatorScope, other_exceptions_and_what_ends_well_are_left_alone) {
     EXPECT_THROW(translator.Run([] { throw std::out_of_range("far"); }), std::out_of_range);
 }
 
-TEST(SeTranslatorScope, the_one_around_is_in_force_again_after_an_inner_one) {
+TEST(SeTranslatorScope, the_outer_one_works_again_after_an_inner_one) {
     const CXlSeTranslatorScope outer;
     volatile std::uint32_t inner_code = 0;
     std::uint32_t outer_code = 0;

@@ -1,7 +1,7 @@
 #ifdef __i386__
 
 // The thread's chain of exception handlers, whose head is at fs:0: a guard is a link of it only while its
-// call lasts. A link that stays would be a dead frame that the thread's next exception runs into.
+// call lasts. A link that remained would refer to a dead frame at the thread's next exception.
 
 #include "faulting_code.h"
 
@@ -21,29 +21,29 @@ const void* FirstHandler() {
 
 class ChainOfHandlers : public testing::Test {
   protected:
-    // A link that a test leaves must not pass for the beginning of the next.
+    // A link that one test leaves must not be taken for the initial state of the next.
     void TearDown() override { asm volatile("movl %0, %%fs:0" : : "r"(before_) : "memory"); }
 
     const void* const before_ = FirstHandler();
 };
 
-TEST_F(ChainOfHandlers, has_the_guard_in_front_during_the_call) {
+TEST_F(ChainOfHandlers, starts_with_the_guard_during_the_call) {
     const void* inside = nullptr;
     Guarded([&] { inside = FirstHandler(); });
     EXPECT_NE(inside, before_);
 }
 
-TEST_F(ChainOfHandlers, is_as_before_after_a_call_that_ends_well) {
+TEST_F(ChainOfHandlers, is_unchanged_after_a_call_without_fault) {
     EXPECT_EQ(Guarded([] {}), 0U);
     EXPECT_EQ(FirstHandler(), before_);
 }
 
-TEST_F(ChainOfHandlers, is_as_before_after_a_fault) {
+TEST_F(ChainOfHandlers, is_unchanged_after_a_fault) {
     EXPECT_EQ(Guarded(TouchNothing), 0xC0000005U);
     EXPECT_EQ(FirstHandler(), before_);
 }
 
-TEST_F(ChainOfHandlers, is_as_before_after_an_exception) {
+TEST_F(ChainOfHandlers, is_unchanged_after_an_exception) {
     EXPECT_THROW(Guarded([] { throw std::runtime_error("out"); }), std::runtime_error);
     EXPECT_EQ(FirstHandler(), before_);
 }

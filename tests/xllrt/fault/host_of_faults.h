@@ -1,7 +1,7 @@
 #pragma once
 
-// A host with its own handlers of faults. What it does ends its process, so each test has one of its own,
-// where no guard has been before.
+// A host with its own handlers of faults. It ends its process, so each test runs in a process of its own, in
+// which no guard was opened before.
 
 #include "faulting_code.h"
 
@@ -40,13 +40,13 @@ inline void ExitIfItIsOurs(int signal, siginfo_t* info, void* context) {
     _exit(is_ours ? 42 : 43);
 }
 
-/// A fault in a guard, so that there has been one.
+/// Causes a fault in a guard.
 inline void UseGuard() {
     if (Guarded(TouchNothing) != kFaultAccessViolation || Guarded(DivideByZero) != kFaultIntegerDivideByZero)
         _exit(99);
 }
 
-// ---- What stands in the system's table
+// ---- The installed handlers
 
 inline constexpr std::array<int, 4> kFaultSignals = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
 

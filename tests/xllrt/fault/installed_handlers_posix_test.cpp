@@ -14,7 +14,7 @@ using namespace metrify;
 using namespace metrify::faulting;
 using testing::ExitedWithCode;
 
-TEST_F(HostOfFaults, its_handlers_are_back_after_a_guard) {
+TEST_F(HostOfFaults, its_handlers_are_restored_after_a_guard) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
@@ -32,7 +32,7 @@ TEST_F(HostOfFaults, its_handlers_are_back_after_a_guard) {
         ExitedWithCode(0), "");
 }
 
-TEST_F(HostOfFaults, its_handlers_are_back_after_the_outermost_of_nested_guards) {
+TEST_F(HostOfFaults, its_handlers_are_restored_after_the_outermost_of_nested_guards) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
@@ -46,7 +46,7 @@ TEST_F(HostOfFaults, its_handlers_are_back_after_the_outermost_of_nested_guards)
         ExitedWithCode(0), "");
 }
 
-TEST_F(HostOfFaults, its_handler_is_back_with_its_flags_and_its_mask) {
+TEST_F(HostOfFaults, its_handler_is_restored_with_its_flags_and_its_mask) {
     EXPECT_EXIT(
         {
             struct sigaction treatment {};
@@ -66,7 +66,7 @@ TEST_F(HostOfFaults, its_handler_is_back_with_its_flags_and_its_mask) {
         ExitedWithCode(0), "");
 }
 
-TEST_F(HostOfFaults, its_handlers_are_back_after_the_last_of_several_threads_guards) {
+TEST_F(HostOfFaults, its_handlers_are_restored_after_the_last_guard_of_several_threads) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
@@ -88,7 +88,7 @@ TEST_F(HostOfFaults, its_handlers_are_back_after_the_last_of_several_threads_gua
         ExitedWithCode(0), "");
 }
 
-TEST_F(HostOfFaults, a_handler_that_comes_between_two_guards_leaves_the_second_working) {
+TEST_F(HostOfFaults, the_second_guard_works_after_a_handler_was_installed_between_two) {
     EXPECT_EXIT(
         {
             UseGuard();
@@ -99,7 +99,7 @@ TEST_F(HostOfFaults, a_handler_that_comes_between_two_guards_leaves_the_second_w
         ExitedWithCode(0), "");
 }
 
-TEST_F(HostOfFaults, a_handler_that_comes_inside_a_guard_stays) {
+TEST_F(HostOfFaults, a_handler_that_is_installed_inside_a_guard_stays) {
     EXPECT_EXIT(
         {
             Guarded([] { TreatBy(SIGSEGV, ExitWithSignal); });
@@ -110,7 +110,7 @@ TEST_F(HostOfFaults, a_handler_that_comes_inside_a_guard_stays) {
         ExitedWithCode(100 + SIGSEGV), "");
 }
 
-TEST_F(HostOfFaults, a_guards_handler_that_is_put_back_after_the_guard_is_none_that_faults_end_in) {
+TEST_F(HostOfFaults, a_guards_handler_that_is_restored_after_the_guard_does_not_keep_faults) {
     EXPECT_EXIT(
         {
             TreatBy(SIGSEGV, ExitWithSignal);
@@ -125,9 +125,9 @@ TEST_F(HostOfFaults, a_guards_handler_that_is_put_back_after_the_guard_is_none_t
         ExitedWithCode(100 + SIGSEGV), "");
 }
 
-// ---- A treatment that is kept, as while an add-in is open
+// ---- Installed handlers, as while an add-in is open
 
-TEST_F(HostOfFaults, a_kept_treatment_stays_between_guards_and_is_returned) {
+TEST_F(HostOfFaults, installed_handlers_stay_between_guards_until_they_are_restored) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
@@ -145,7 +145,7 @@ TEST_F(HostOfFaults, a_kept_treatment_stays_between_guards_and_is_returned) {
         ExitedWithCode(0), "");
 }
 
-TEST_F(HostOfFaults, a_kept_treatment_that_is_returned_inside_a_guard_lasts_until_its_end) {
+TEST_F(HostOfFaults, handlers_that_are_restored_inside_a_guard_last_until_its_end) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
@@ -161,7 +161,7 @@ TEST_F(HostOfFaults, a_kept_treatment_that_is_returned_inside_a_guard_lasts_unti
 
 struct sigaction passed_on_to {};
 
-TEST_F(HostOfFaults, a_later_handler_that_passes_on_leaves_the_guards_of_a_kept_treatment_working) {
+TEST_F(HostOfFaults, guards_work_with_a_later_handler_that_passes_faults_on) {
     EXPECT_EXIT(
         {
             InstallFaultHandlers();
@@ -179,7 +179,7 @@ class AddInInHostOfFaults : public AddInTest {
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 };
 
-TEST_F(AddInInHostOfFaults, keeps_the_treatment_while_it_is_open) {
+TEST_F(AddInInHostOfFaults, installs_the_handlers_while_it_is_open) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
@@ -194,7 +194,7 @@ TEST_F(AddInInHostOfFaults, keeps_the_treatment_while_it_is_open) {
         ExitedWithCode(0), "");
 }
 
-TEST_F(AddInInHostOfFaults, keeps_no_treatment_if_it_cannot_be_opened) {
+TEST_F(AddInInHostOfFaults, installs_no_handlers_if_it_cannot_be_opened) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
@@ -206,7 +206,7 @@ TEST_F(AddInInHostOfFaults, keeps_no_treatment_if_it_cannot_be_opened) {
         ExitedWithCode(0), "");
 }
 
-TEST_F(AddInInHostOfFaults, returns_the_treatment_when_its_module_goes_without_being_closed) {
+TEST_F(AddInInHostOfFaults, restores_the_handlers_when_its_module_is_unloaded_without_being_closed) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);

@@ -20,7 +20,7 @@ class CellFormula : public AddInTest {
         host.On(xlfFormulaConvert, Reply{0, u"=$A$1"});
     }
 
-    // References as the host gives them.
+    // References as the host returns them.
     CXlOper Reference(Reply reply) {
         host.On(xlfActiveCell, reply);
         CXlOper reference;
@@ -46,7 +46,7 @@ TEST_F(CellFormula, coerce_asks_the_host_with_the_type_as_an_integer) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlCoerce(\"12\", 2048i)"));
 }
 
-TEST_F(CellFormula, coerce_without_source_takes_the_result_itself) {
+TEST_F(CellFormula, coerce_without_source_converts_the_result_itself) {
     CXlOper result;
     result.SetText("12");
     EXPECT_EQ(Coerce(result, xltypeInt), 0);
@@ -54,7 +54,7 @@ TEST_F(CellFormula, coerce_without_source_takes_the_result_itself) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlCoerce(\"12\", 2048i)"));
 }
 
-TEST_F(CellFormula, coerce_to_another_type_than_wanted_is_32) {
+TEST_F(CellFormula, coerce_to_another_type_than_requested_is_32) {
     host.On(xlCoerce, Reply{0, 12.0});
     CXlOper result(true);
     EXPECT_EQ(Coerce(result, xltypeInt), 32);
@@ -63,9 +63,9 @@ TEST_F(CellFormula, coerce_to_another_type_than_wanted_is_32) {
 TEST_F(CellFormula, coerce_that_fails_keeps_the_earlier_value) {
     host.On(xlCoerce, Reply::Refused(xlretUncalced));
     CXlOper result(2.5);
-    EXPECT_EQ(Coerce(result, xltypeInt), 32) << "the result has not the type";
+    EXPECT_EQ(Coerce(result, xltypeInt), 32) << "the result does not have the type";
     EXPECT_EQ(result.ToNumber(), 2.5);
-    EXPECT_EQ(Coerce(result, xltypeNum), xlretUncalced) << "it has the type, so the host's code shows";
+    EXPECT_EQ(Coerce(result, xltypeNum), xlretUncalced) << "it has the type, so the host's code is returned";
 }
 
 // ---- The active cell
@@ -84,7 +84,7 @@ TEST_F(CellFormula, there_may_be_no_active_cell) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfActiveCell()"));
 }
 
-TEST_F(CellFormula, an_active_cell_that_is_no_reference_is_none) {
+TEST_F(CellFormula, an_active_cell_that_is_not_a_reference_is_none) {
     host.On(xlfActiveCell, Reply{0, Reply::Error{xlerrNA}});
     host.On(xlCoerce, Reply::Refused());
     CXlOper cell;
@@ -100,7 +100,7 @@ TEST_F(CellFormula, a_formula_is_read_in_r1c1_style) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfGetFormula|xlIntl(Ref)", "12 xlfGetCell(49, Ref)"));
 }
 
-TEST_F(CellFormula, and_converted_to_a1_style_if_wanted) {
+TEST_F(CellFormula, a_formula_is_converted_to_a1_style_on_request) {
     EXPECT_TRUE(GetCellFormula(Full(), true, formula, is_array, true));
     EXPECT_EQ(formula, "=$A$1");
     EXPECT_THAT(host.TakeCalls(),
@@ -108,7 +108,7 @@ TEST_F(CellFormula, and_converted_to_a1_style_if_wanted) {
                             "12 xlfFormulaConvert|xlIntl(\"=R1C1\", FALSE, TRUE, missing, Ref)"));
 }
 
-TEST_F(CellFormula, in_the_users_own_form_without_the_option) {
+TEST_F(CellFormula, a_formula_is_in_the_users_form_without_the_option) {
     EXPECT_TRUE(GetCellFormula(Full(), false, formula, is_array, true));
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfGetFormula(Ref)", "12 xlfGetCell(49, Ref)",
                                               "12 xlfFormulaConvert(\"=R1C1\", FALSE, TRUE, missing, Ref)"));
@@ -119,7 +119,7 @@ TEST_F(CellFormula, the_short_form_is_international) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfGetFormula|xlIntl(Ref)", "12 xlfGetCell(49, Ref)"));
 }
 
-TEST_F(CellFormula, a_single_reference_gives_what_the_full_one_gives) {
+TEST_F(CellFormula, a_single_reference_has_the_formula_of_the_full_one) {
     EXPECT_TRUE(GetCellFormula(Single(), true, formula, is_array, true));
     EXPECT_EQ(formula, "=$A$1");
     EXPECT_TRUE(is_array);
@@ -135,13 +135,13 @@ TEST_F(CellFormula, a_single_reference_that_cannot_be_coerced_has_none) {
     EXPECT_EQ(formula, "before");
 }
 
-TEST_F(CellFormula, a_number_has_no_formula_and_the_text_is_left_alone) {
+TEST_F(CellFormula, a_number_has_no_formula_and_the_text_is_unchanged) {
     EXPECT_FALSE(GetCellFormula(CXlOper(1.0), true, formula, is_array, true));
     EXPECT_EQ(formula, "before");
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(CellFormula, any_failure_leaves_the_outputs_untouched) {
+TEST_F(CellFormula, any_failure_leaves_the_outputs_unchanged) {
     const CXlOper reference = Full();
     for (const int failing : {xlfFormulaConvert, xlfGetCell, xlfGetFormula}) {
         host.On(failing, Reply::Refused());
@@ -151,7 +151,7 @@ TEST_F(CellFormula, any_failure_leaves_the_outputs_untouched) {
     }
 }
 
-TEST_F(CellFormula, a_text_that_the_host_converts_to_an_error_comes_as_it_is) {
+TEST_F(CellFormula, a_text_that_the_host_converts_to_an_error_is_returned_unchanged) {
     host.On(xlfGetFormula, Reply{0, u"hello world"});
     host.On(xlfFormulaConvert, Reply{0, Reply::Error{xlerrValue}});
     for (const int version : {11, 14}) {
@@ -173,7 +173,7 @@ TEST_F(CellFormula, an_unreadable_array_answer_is_false) {
 
 // ---- Conversion
 
-TEST_F(CellFormula, conversion_to_a1_goes_from_r1c1) {
+TEST_F(CellFormula, conversion_to_a1_is_from_r1c1) {
     std::string converted = "before";
     EXPECT_TRUE(ConvertFormula(Full(), true, "=R1C1", converted, true));
     EXPECT_EQ(converted, "=$A$1");
@@ -181,13 +181,13 @@ TEST_F(CellFormula, conversion_to_a1_goes_from_r1c1) {
                 ElementsAre("12 xlfFormulaConvert|xlIntl(\"=R1C1\", FALSE, TRUE, missing, Ref)"));
 }
 
-TEST_F(CellFormula, conversion_to_r1c1_goes_from_a1) {
+TEST_F(CellFormula, conversion_to_r1c1_is_from_a1) {
     std::string converted;
     EXPECT_TRUE(ConvertFormula(Full(), false, "=A1", converted, false));
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfFormulaConvert(\"=A1\", TRUE, FALSE, missing, Ref)"));
 }
 
-TEST_F(CellFormula, an_error_is_no_conversion) {
+TEST_F(CellFormula, an_error_is_a_failed_conversion) {
     const CXlOper reference = Full();
     std::string converted = "before";
     host.On(xlfFormulaConvert, Reply{0, Reply::Error{xlerrValue}});
@@ -199,14 +199,14 @@ TEST_F(CellFormula, an_error_is_no_conversion) {
 
 // ---- Writing
 
-TEST_F(CellFormula, a_formula_is_written_as_given) {
+TEST_F(CellFormula, a_formula_is_written_unchanged) {
     EXPECT_TRUE(SetCellFormula(Full(), true, "=1", false, false));
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 0x8060|xlIntl(\"=1\", Ref)"));
     EXPECT_TRUE(SetCellFormula(Full(), false, "=1", false, false));
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 0x8060(\"=1\", Ref)"));
 }
 
-TEST_F(CellFormula, an_array_formula_has_a_command_of_its_own) {
+TEST_F(CellFormula, an_array_formula_has_its_own_command) {
     EXPECT_TRUE(SetCellFormula(Full(), true, "=1", true, false));
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 0x8062|xlIntl(\"=1\", Ref)"));
 }
@@ -219,7 +219,7 @@ TEST_F(CellFormula, from_a1_style_it_is_converted_first) {
                             "12 0x8060|xlIntl(\"=R1C1\", Ref)"));
 }
 
-TEST_F(CellFormula, what_cannot_be_converted_is_not_written) {
+TEST_F(CellFormula, a_formula_that_cannot_be_converted_is_not_written) {
     const CXlOper reference = Full();
     host.On(xlfFormulaConvert, Reply::Refused());
     EXPECT_FALSE(SetCellFormula(reference, "=A1", false, true));
@@ -236,7 +236,7 @@ TEST_F(CellFormula, a_null_formula_is_the_empty_text) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 0x8060|xlIntl(\"\", Ref)"));
 }
 
-TEST_F(CellFormula, a_host_that_refuses_the_formula_makes_it_false) {
+TEST_F(CellFormula, a_host_that_refuses_the_formula_is_a_failure) {
     const CXlOper reference = Full();
     host.On(0x8060, Reply::Refused());
     EXPECT_FALSE(SetCellFormula(reference, "=1", false, false));

@@ -1,4 +1,4 @@
-// The host's wide entry, how it is found, and what goes through it.
+// The host's wide entry: how it is found, and what is passed through it.
 
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/gate/host_primitives.h"
@@ -84,7 +84,7 @@ class HostEntry : public testing::Test {
         SetHostVersion(14);
     }
 
-    // One value with both sides.
+    // A value with both records.
     static CXlOper BothSides() {
         XLOPER narrow{};
         narrow.xltype = xltypeNum;
@@ -96,7 +96,7 @@ class HostEntry : public testing::Test {
     }
 };
 
-TEST_F(HostEntry, an_argument_of_the_right_family_goes_as_it_is) {
+TEST_F(HostEntry, an_argument_of_the_right_family_is_passed_unchanged) {
     const CXlOper value = BothSides();
     CXlOper result;
     EXPECT_EQ(CallArray12(result, kFunction, std::array{&value}), 0);
@@ -120,7 +120,7 @@ TEST_F(HostEntry, the_function_number_arrives_with_its_options) {
     EXPECT_EQ(given.function, 0x20BA);
 }
 
-TEST_F(HostEntry, an_exception_passes_and_leaves_the_result) {
+TEST_F(HostEntry, an_exception_passes_and_leaves_the_result_unchanged) {
     Connect(FindTake, Throw4v);
     CXlOper argument;
     argument.SetText("to be converted");
@@ -129,7 +129,7 @@ TEST_F(HostEntry, an_exception_passes_and_leaves_the_result) {
     EXPECT_EQ(result.ToNumber(true), 2.5);
 }
 
-TEST_F(HostEntry, without_one_every_wide_call_is_32) {
+TEST_F(HostEntry, without_an_entry_every_wide_call_is_32) {
     Connect(FindNothing);
     XLOPER12 record{};
     EXPECT_EQ(Excel12(kFunction, &record, 0), 32);
@@ -143,7 +143,7 @@ TEST_F(HostEntry, without_one_every_wide_call_is_32) {
     EXPECT_EQ(result.ToNumber(true), 2.5);
 }
 
-TEST_F(HostEntry, it_is_looked_up_before_the_count_is_tested) {
+TEST_F(HostEntry, the_entry_is_looked_up_before_the_count_is_tested) {
     Connect(FindNothing);
     XLOPER12 record{};
     EXPECT_EQ(Excel12(kFunction, &record, 256), 32);
@@ -184,14 +184,14 @@ TEST_F(HostEntry, the_count_of_an_array_is_not_tested) {
     EXPECT_EQ(given.count, 256);
 }
 
-TEST_F(HostEntry, once_found_it_is_not_looked_up_again) {
+TEST_F(HostEntry, an_entry_that_was_found_is_not_looked_up_again) {
     XLOPER12 record{};
     EXPECT_EQ(Excel12(kFunction, &record, 0), 0);
     EXPECT_EQ(Excel12v(kFunction, &record, 0, nullptr), 0);
     EXPECT_EQ(lookups, 1);
 }
 
-TEST_F(HostEntry, while_there_is_none_it_is_looked_up_by_every_call) {
+TEST_F(HostEntry, while_there_is_no_entry_every_call_looks_it_up) {
     Connect(FindNothing);
     XLOPER12 record{};
     Excel12(kFunction, &record, 0);
@@ -199,7 +199,7 @@ TEST_F(HostEntry, while_there_is_none_it_is_looked_up_by_every_call) {
     EXPECT_EQ(lookups, 2);
 }
 
-TEST_F(HostEntry, a_loader_may_name_one_where_none_is_found) {
+TEST_F(HostEntry, a_loader_may_set_the_entry_if_none_is_found) {
     Connect(FindNothing);
     SetExcel12EntryPt(Other12);
     EXPECT_EQ(lookups, 1);
@@ -207,14 +207,14 @@ TEST_F(HostEntry, a_loader_may_name_one_where_none_is_found) {
     EXPECT_EQ(Excel12(kFunction, &record, 0), xlretAbort);
 }
 
-TEST_F(HostEntry, the_one_found_goes_before_the_loaders) {
+TEST_F(HostEntry, the_entry_that_was_found_takes_precedence_over_the_loaders) {
     SetExcel12EntryPt(Other12);
     XLOPER12 record{};
     EXPECT_EQ(Excel12(kFunction, &record, 0), 0);
     EXPECT_EQ(given.function, kFunction);
 }
 
-TEST_F(HostEntry, once_set_it_is_never_replaced) {
+TEST_F(HostEntry, an_entry_that_was_set_is_never_replaced) {
     Connect(FindNothing);
     SetExcel12EntryPt(Other12);
     SetExcel12EntryPt(Take12);

@@ -27,7 +27,7 @@ class HostGate : public testing::Test {
   protected:
     explicit HostGate(int version = 14) { SetHostVersion(version); }
 
-    // Values as a host of the one kind or the other has them built.
+    // Values as they are built for a narrow or for a wide host.
     template <class Value>
     static CXlOper Built(int version, Value value) {
         const int now = HostVersion();
@@ -80,7 +80,7 @@ TEST_F(HostGate, before_detection_a_call_is_narrow) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("4 xlfGetCell()"));
 }
 
-TEST_F(HostGate, a_text_of_the_host_goes_back_to_it) {
+TEST_F(HostGate, a_text_of_the_host_is_returned_to_it) {
     for (const int version : {11, 14}) {
         SetHostVersion(version);
         host.On(kFunction, Reply{0, u"text"});
@@ -88,10 +88,10 @@ TEST_F(HostGate, a_text_of_the_host_goes_back_to_it) {
         EXPECT_EQ(CallNoArgs(result, kFunction), 0);
         EXPECT_EQ(result.ToText(true), "text");
     }
-    // The host checks at its end that all came back.
+    // The destructor of the host checks that everything was returned.
 }
 
-TEST_F(HostGate, a_discarded_result_goes_back_at_once) {
+TEST_F(HostGate, a_discarded_result_is_returned_at_once) {
     host.On(kFunction, Reply{0, u"text"});
     EXPECT_EQ(CallDiscard(kFunction, CXlOper(2.5)), 0);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfGetCell(2.5)"));
@@ -175,25 +175,25 @@ TEST_F(HostGate, a_variable_list_holds_pointers) {
 
 // ---- Counts
 
-TEST_F(HostGate, the_narrow_path_lets_30_arguments_through) {
+TEST_F(HostGate, a_narrow_call_accepts_30_arguments) {
     CXlOper result;
     EXPECT_EQ(Call4(result, kFunction, Times(30, Narrow(1.0))), 0);
     EXPECT_EQ(host.TakeCalls().size(), 1U);
 }
 
-TEST_F(HostGate, the_narrow_path_makes_no_call_with_31_arguments) {
+TEST_F(HostGate, a_narrow_call_with_31_arguments_is_not_made) {
     CXlOper result(2.5);
     EXPECT_EQ(Call4(result, kFunction, Times(31, Narrow(1.0))), 256);
     EXPECT_EQ(result.ToNumber(true), 2.5);
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(HostGate, the_narrow_path_counts_before_it_looks_at_the_arguments) {
+TEST_F(HostGate, a_narrow_call_counts_its_arguments_before_it_reads_them) {
     CXlOper result;
     EXPECT_EQ(Call4(result, kFunction, Times(31, CXlOper())), 256);
 }
 
-TEST_F(HostGate, the_wide_path_lets_more_through) {
+TEST_F(HostGate, a_wide_call_accepts_more_arguments) {
     CXlOper result;
     EXPECT_EQ(CallArray12(result, kFunction, Times(31, Wide(1.0))), 0);
     EXPECT_EQ(CallArray12(result, kFunction, Times(255, Wide(1.0))), 0);
@@ -216,13 +216,13 @@ TEST_F(HostGate, a_wide_argument_is_converted_for_a_narrow_call) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("4 xlfGetCell(\"caf\xE9\")", "4 xlfGetCell(2.5)"));
 }
 
-TEST_F(HostGate, a_wide_text_of_255_units_goes_the_narrow_way) {
+TEST_F(HostGate, a_wide_text_of_255_units_can_be_passed_to_a_narrow_call) {
     CXlOper result;
     EXPECT_EQ(Call4(result, kFunction, Times(1, Wide(std::u16string(255, u'a')))), 0);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("4 xlfGetCell(\"" + std::string(255, 'a') + "\")"));
 }
 
-TEST_F(HostGate, a_wide_text_of_256_units_does_not) {
+TEST_F(HostGate, a_wide_text_of_256_units_cannot) {
     // The one before it has been converted by then.
     const std::array<CXlOper, 2> values = {Wide(u"short"), Wide(std::u16string(256, u'a'))};
     CXlOper result(2.5);
@@ -231,7 +231,7 @@ TEST_F(HostGate, a_wide_text_of_256_units_does_not) {
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(HostGate, a_wide_array_of_257_columns_does_not) {
+TEST_F(HostGate, a_wide_array_of_257_columns_cannot) {
     CXlOper array;
     ASSERT_TRUE(array.MakeArray(1, 257));
     CXlOper result;
@@ -249,7 +249,7 @@ TEST_F(HostGate, an_argument_without_value_is_8_in_both_families) {
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(HostGate, the_first_bad_argument_settles_the_code) {
+TEST_F(HostGate, the_first_bad_argument_determines_the_code) {
     const CXlOper nothing;
     const CXlOper too_long = Wide(std::u16string(256, u'a'));
     CXlOper result;
@@ -274,7 +274,7 @@ TEST_F(HostGate, the_result_may_be_an_argument) {
     }
 }
 
-TEST_F(HostGate, every_failure_of_the_host_passes_and_leaves_the_result) {
+TEST_F(HostGate, every_failure_of_the_host_is_returned_and_leaves_the_result_unchanged) {
     for (const int version : {11, 14}) {
         SetHostVersion(version);
         for (const int code : kReturnCodes) {
@@ -287,7 +287,7 @@ TEST_F(HostGate, every_failure_of_the_host_passes_and_leaves_the_result) {
     }
 }
 
-TEST_F(HostGate, the_result_takes_the_family_of_the_call) {
+TEST_F(HostGate, the_result_is_in_the_family_of_the_call) {
     CXlOper result = Wide("earlier");
     EXPECT_EQ(Call4(result, kFunction, OperPointers()), 0);
     EXPECT_EQ(result.State(), 6);

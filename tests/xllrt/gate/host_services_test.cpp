@@ -1,6 +1,6 @@
 #include "tests/xllrt/app/add_in_fixture.h"
-#include "xllrt/app/host_letters.h"
 #include "xllrt/gate/host_alert.h"
+#include "xllrt/gate/host_letters.h"
 #include "xllrt/gate/host_paths.h"
 #include "xllrt/gate/host_window.h"
 #include "xllrt/gate/workspace_items.h"
@@ -42,7 +42,7 @@ TEST_F(HostServices, items_are_counted_from_0) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfGetWorkspace(37)", "12 xlfGetWorkspace(37)"));
 }
 
-TEST_F(HostServices, there_is_no_item_minus_1_and_none_behind_the_last) {
+TEST_F(HostServices, there_is_no_item_minus_1_and_none_after_the_last) {
     host.international = {1.0, 2.0, 3.0};
     EXPECT_EQ(Item(-1), "false \"before\"");
     EXPECT_EQ(Item(3), "false \"before\"");
@@ -54,7 +54,7 @@ TEST_F(HostServices, a_host_that_refuses_has_no_items) {
     EXPECT_EQ(Item(0), "false \"before\"");
 }
 
-TEST_F(HostServices, an_answer_that_is_no_vector_has_no_items) {
+TEST_F(HostServices, an_answer_that_is_not_a_vector_has_no_items) {
     for (const Reply& answer : {Reply{0, Reply::Error{xlerrNA}}, Reply{0, Reply::FullReference{}},
                                 Reply{0, Reply::SingleReference{}}}) {
         host.On(xlfGetWorkspace, answer);
@@ -74,22 +74,22 @@ TEST_F(HostServices, the_shared_letters_are_the_hosts) {
     EXPECT_EQ(Letters(), "ZS");
 }
 
-TEST_F(HostServices, an_empty_row_letter_leaves_both_standing) {
+TEST_F(HostServices, an_empty_row_letter_leaves_both_at_their_defaults) {
     host.international[5] = u"";
     EXPECT_EQ(Letters(), "RC");
 }
 
-TEST_F(HostServices, an_empty_column_letter_leaves_c) {
+TEST_F(HostServices, an_empty_column_letter_leaves_the_default_c) {
     host.international[6] = u"";
     EXPECT_EQ(Letters(), "ZC");
 }
 
-TEST_F(HostServices, a_letter_that_is_no_text_counts_as_none) {
+TEST_F(HostServices, a_letter_that_is_not_a_text_is_ignored) {
     host.international[6] = 7.0;
     EXPECT_EQ(Letters(), "ZC");
 }
 
-TEST_F(HostServices, a_later_failure_brings_r_and_c_back) {
+TEST_F(HostServices, a_later_failure_restores_r_and_c) {
     EXPECT_EQ(Letters(), "ZS");
     host.On(xlfGetWorkspace, Reply::Refused());
     EXPECT_EQ(Letters(), "RC");
@@ -102,7 +102,7 @@ TEST_F(HostServices, the_narrow_letter_is_the_wide_one_in_the_code_page) {
     EXPECT_EQ(SharedLetters().narrowRow, '\xC4');
 }
 
-TEST_F(HostServices, a_letter_beyond_latin_1_is_narrow_by_the_code_page_too) {
+TEST_F(HostServices, a_letter_beyond_latin_1_is_converted_with_the_code_page_too) {
     host.international[5] = u"€";
     host.international[6] = u"Š";
     ReadHostLetters();
@@ -112,7 +112,7 @@ TEST_F(HostServices, a_letter_beyond_latin_1_is_narrow_by_the_code_page_too) {
     EXPECT_EQ(SharedLetters().narrowColumn, '\x8A');
 }
 
-TEST_F(HostServices, of_a_letter_item_the_first_character_counts) {
+TEST_F(HostServices, a_letter_is_the_first_character_of_its_item) {
     host.international[5] = u"Line";
     host.international[6] = u"Spalte";
     EXPECT_EQ(Letters(), "LS");
@@ -122,7 +122,7 @@ TEST_F(HostServices, separators_are_bytes_of_the_code_page) {
     host.international[4] = u"€";
     host.international[5] = u"Ä";
     host.international[6] = u"Š";
-    EXPECT_TRUE(ReadHostSeparators(app));
+    EXPECT_TRUE(ReadHostSeparators(app.listSeparator, app.rowLetter, app.columnLetter));
     EXPECT_EQ(app.listSeparator, '\x80');
     EXPECT_EQ(app.rowLetter, '\xC4');
     EXPECT_EQ(app.columnLetter, '\x8A');
@@ -130,13 +130,13 @@ TEST_F(HostServices, separators_are_bytes_of_the_code_page) {
 
 TEST_F(HostServices, the_separators_are_first_bytes) {
     host.international[4] = u";;";
-    EXPECT_TRUE(ReadHostSeparators(app));
+    EXPECT_TRUE(ReadHostSeparators(app.listSeparator, app.rowLetter, app.columnLetter));
     EXPECT_EQ(app.listSeparator, ';');
     EXPECT_EQ(app.rowLetter, 'Z');
     EXPECT_EQ(app.columnLetter, 'S');
 }
 
-TEST_F(HostServices, one_missing_separator_changes_none) {
+TEST_F(HostServices, one_missing_separator_leaves_all_unchanged) {
     app.listSeparator = 'a';
     app.rowLetter = 'b';
     app.columnLetter = 'c';
@@ -144,9 +144,9 @@ TEST_F(HostServices, one_missing_separator_changes_none) {
     for (const std::size_t missing : {4U, 5U, 6U}) {
         host.international = whole;
         host.international[missing] = u"";
-        EXPECT_FALSE(ReadHostSeparators(app));
+        EXPECT_FALSE(ReadHostSeparators(app.listSeparator, app.rowLetter, app.columnLetter));
         host.international[missing] = 1.0;
-        EXPECT_FALSE(ReadHostSeparators(app));
+        EXPECT_FALSE(ReadHostSeparators(app.listSeparator, app.rowLetter, app.columnLetter));
         EXPECT_EQ(app.listSeparator, 'a');
         EXPECT_EQ(app.rowLetter, 'b');
         EXPECT_EQ(app.columnLetter, 'c');
@@ -155,7 +155,7 @@ TEST_F(HostServices, one_missing_separator_changes_none) {
 
 // ---- Alerts
 
-TEST_F(HostServices, an_alert_goes_with_its_kind_as_a_number) {
+TEST_F(HostServices, an_alert_is_shown_with_its_kind_as_a_number) {
     EXPECT_TRUE(Alert("Look out", 3));
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlcAlert(\"Look out\", 3)"));
 }
@@ -182,7 +182,7 @@ TEST_F(HostServices, the_hosts_window_is_found_by_class_and_low_half_of_its_hand
     EXPECT_THAT(host.TakeCalls(), ElementsAre("4 xlGetHwnd()", "find window XLMAIN 65534"));
 }
 
-TEST_F(HostServices, without_answer_there_is_no_window) {
+TEST_F(HostServices, without_an_answer_there_is_no_window) {
     host.On(xlGetHwnd, Reply::Refused());
     EXPECT_EQ(GetHostWindow(), nullptr);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("4 xlGetHwnd()"));
@@ -196,18 +196,18 @@ TEST_F(HostServices, the_host_path_is_the_hosts_name_or_empty) {
     EXPECT_EQ(GetHostPathText(), "");
 }
 
-TEST_F(HostServices, the_file_name_stands_behind_the_last_backslash) {
+TEST_F(HostServices, the_file_name_is_after_the_last_backslash) {
     EXPECT_EQ(GetAddInFileName("C:\\Addins\\Metrify.xll"), "Metrify.xll");
     EXPECT_EQ(GetAddInFileName("Metrify.xll"), "Metrify.xll");
     EXPECT_EQ(GetAddInFileName("C:\\Addins\\"), "");
 }
 
-TEST_F(HostServices, the_base_name_stops_at_the_first_dot) {
+TEST_F(HostServices, the_base_name_ends_at_the_first_dot) {
     EXPECT_EQ(GetAddInBaseName("C:\\Addins\\Metrify.1.xll"), "Metrify");
     EXPECT_EQ(GetAddInBaseName("C:\\Addins.d\\Metrify"), "Metrify");
 }
 
-TEST_F(HostServices, the_directory_stands_in_front_of_the_last_backslash) {
+TEST_F(HostServices, the_directory_is_before_the_last_backslash) {
     EXPECT_EQ(GetAddInDirectory("C:\\Addins\\Metrify.xll"), "C:\\Addins");
 }
 

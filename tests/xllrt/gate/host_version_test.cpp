@@ -29,7 +29,7 @@ TEST_F(HostVersionTest, sets_the_flag_from_12_on) {
     EXPECT_TRUE(HostFlag());
 }
 
-TEST_F(HostVersionTest, leaves_the_flag_below_12) {
+TEST_F(HostVersionTest, leaves_the_flag_false_below_12) {
     host.version = u"11.0";
     DetectHostVersion();
     EXPECT_EQ(HostVersion(), 11);
@@ -50,7 +50,7 @@ TEST_F(HostVersionTest, once_known_is_not_asked_for_again) {
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(HostVersionTest, is_0_if_the_host_does_not_tell_and_asked_for_again) {
+TEST_F(HostVersionTest, is_0_if_the_host_does_not_report_it_and_is_asked_for_again) {
     host.On(xlfGetWorkspace, Reply::Refused());
     DetectHostVersion();
     EXPECT_EQ(HostVersion(), 0);
@@ -61,12 +61,12 @@ TEST_F(HostVersionTest, is_0_if_the_host_does_not_tell_and_asked_for_again) {
     EXPECT_EQ(HostVersion(), 14);
 }
 
-TEST_F(HostVersionTest, is_0_if_its_text_cannot_be_coerced_and_the_text_goes_back) {
+TEST_F(HostVersionTest, is_0_if_its_text_cannot_be_coerced_and_the_text_is_returned) {
     host.On(xlCoerce, Reply::Refused(xlretUncalced));
     DetectHostVersion();
     EXPECT_EQ(HostVersion(), 0);
     EXPECT_FALSE(HostFlag());
-    // The host checks at its end that the text came back.
+    // The destructor of the host checks that the text was returned.
 }
 
 // ---- Numbers of functions

@@ -15,7 +15,7 @@ namespace metrify {
 
 namespace {
 
-ScriptedHost* host_in_force = nullptr;
+ScriptedHost* current_host = nullptr;
 
 int AnswerExcel4(int function, XLOPER* result, int count, ...) {
     std::array<XLOPER*, 30> arguments{};
@@ -24,15 +24,15 @@ int AnswerExcel4(int function, XLOPER* result, int count, ...) {
     for (int i = 0; i < count; ++i)
         arguments[static_cast<std::size_t>(i)] = va_arg(list, XLOPER*);
     va_end(list);
-    return host_in_force->Answer(function, result, count, arguments.data());
+    return current_host->Answer(function, result, count, arguments.data());
 }
 
 int METRIFY_HOST_CALL AnswerExcel4v(int function, XLOPER* result, int count, XLOPER* arguments[]) {
-    return host_in_force->Answer(function, result, count, arguments);
+    return current_host->Answer(function, result, count, arguments);
 }
 
 int METRIFY_HOST_CALL AnswerExcel12(int function, int count, XLOPER12* arguments[], XLOPER12* result) {
-    return host_in_force->Answer(function, result, count, arguments);
+    return current_host->Answer(function, result, count, arguments);
 }
 
 Excel12Entry FindAnswer() {
@@ -168,16 +168,16 @@ template std::string Rendered(const XLOPER& record);
 template std::string Rendered(const XLOPER12& record);
 
 ScriptedHost::ScriptedHost(std::u16string told_version) : version(std::move(told_version)) {
-    host_in_force = this;
+    current_host = this;
     ConnectHost({.excel4 = AnswerExcel4, .excel4v = AnswerExcel4v, .find_entry = FindAnswer});
     ReplaceWindows(this);
 }
 
 ScriptedHost::~ScriptedHost() {
-    EXPECT_EQ(handed_out_, 0) << "records were not given back";
+    EXPECT_EQ(handed_out_, 0) << "records were not returned";
     ReplaceWindows(nullptr);
     ConnectHost({});
-    host_in_force = nullptr;
+    current_host = nullptr;
 }
 
 void ScriptedHost::On(int function, Reply reply) {
@@ -210,7 +210,7 @@ Reply ScriptedHost::DefaultReply(int function, const std::vector<std::string>& a
     case xlCoerce: {
         if (arguments.at(1) == "8i")
             return {0, Reply::FullReference()};
-        // Quoted or not, what begins with digits is a number.
+        // A text that begins with digits is a number, quoted or not.
         const std::string& text = arguments.at(0);
         const std::size_t begin = text.find_first_not_of('"');
         std::int32_t number = 0;

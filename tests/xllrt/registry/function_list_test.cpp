@@ -28,7 +28,7 @@ XlFunctionRecord WideRecord() {
             .maximumVersion = 15};
 }
 
-TEST(FunctionDescriptor, takes_over_what_the_record_says) {
+TEST(FunctionDescriptor, copies_the_contents_of_the_record) {
     const CXlFunctionDescriptor descriptor(WideRecord());
     EXPECT_EQ(descriptor.narrow.entry, "F_4");
     EXPECT_EQ(descriptor.wide.entry, "F_12");
@@ -50,7 +50,7 @@ TEST(FunctionDescriptor, takes_over_what_the_record_says) {
     EXPECT_EQ(descriptor.registered, 0);
 }
 
-TEST(FunctionDescriptor, missing_narrow_texts_are_made_from_the_wide_ones) {
+TEST(FunctionDescriptor, missing_narrow_texts_are_converted_from_the_wide_ones) {
     const CXlFunctionDescriptor descriptor(WideRecord());
     EXPECT_EQ(descriptor.narrow.argumentNames, "L\xE4nge");
     EXPECT_EQ(descriptor.narrow.category, "Ma\xDF"
@@ -59,7 +59,7 @@ TEST(FunctionDescriptor, missing_narrow_texts_are_made_from_the_wide_ones) {
     EXPECT_THAT(descriptor.narrow.argumentHelp, ElementsAre("erste", "zweite"));
 }
 
-TEST(FunctionDescriptor, narrow_texts_that_are_there_stay) {
+TEST(FunctionDescriptor, existing_narrow_texts_are_kept) {
     XlFunctionRecord record = WideRecord();
     record.narrow.argumentNames = "names";
     record.narrow.category = "category";
@@ -106,13 +106,13 @@ TEST(FunctionList, functions_are_found_by_name_with_case_ignored) {
     descriptor.functionName = u"Metrify";
     const CXlFunctionDescriptor& added = functions.Add(descriptor);
     functions.Add(descriptor);
-    EXPECT_EQ(functions.FindFunction(u"mETRIFY"), &added) << "the first of the name";
+    EXPECT_EQ(functions.FindFunction(u"mETRIFY"), &added) << "the first with that name";
     EXPECT_EQ(functions.FindFunction("METRIFY"), &added);
     EXPECT_EQ(functions.FindFunction(u"Metrif"), nullptr);
     EXPECT_EQ(functions.FindFunction(u"Metrify2"), nullptr);
 }
 
-TEST(FunctionList, case_is_ignored_in_the_letters_from_a_to_z_and_in_nothing_else) {
+TEST(FunctionList, case_is_ignored_only_in_the_letters_from_a_to_z) {
     EXPECT_EQ(CompareIgnoringCase(u"AMZ", u"amz"), 0);
     EXPECT_EQ(CompareIgnoringCase(u"amz", u"AMZ"), 0);
     EXPECT_NE(CompareIgnoringCase(u"@", u"`"), 0);
@@ -123,7 +123,7 @@ TEST(FunctionList, case_is_ignored_in_the_letters_from_a_to_z_and_in_nothing_els
     EXPECT_GT(CompareIgnoringCase(u"ab", u"A"), 0);
 }
 
-TEST(FunctionList, a_function_that_is_taken_out_is_not_deleted) {
+TEST(FunctionList, a_function_that_is_removed_is_not_deleted) {
     CXlFunctionList functions;
     CXlFunctionDescriptor descriptor;
     descriptor.functionName = u"Func";
@@ -136,7 +136,7 @@ TEST(FunctionList, a_function_that_is_taken_out_is_not_deleted) {
     EXPECT_EQ(functions.All().size(), 1U);
 }
 
-TEST(FunctionList, clearing_forgets_what_the_host_made_of_the_functions) {
+TEST(FunctionList, clearing_makes_the_functions_unregistered) {
     CXlFunctionList functions;
     CXlFunctionDescriptor& descriptor = functions.Add(CXlFunctionDescriptor());
     descriptor.registerId = 4.0;

@@ -34,7 +34,7 @@ class HostLanguageTest : public AddInTest {
     FakeResources resources;
 };
 
-TEST_F(HostLanguageTest, is_the_one_of_the_hosts_country) {
+TEST_F(HostLanguageTest, is_that_of_the_hosts_country) {
     SetCountry(49);
     EXPECT_EQ(HostLanguage(), 0x0407);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfGetWorkspace(37)"));
@@ -58,17 +58,17 @@ TEST_F(HostLanguageTest, is_0_for_a_country_that_no_language_has) {
     EXPECT_EQ(HostLanguage(), 0);
 }
 
-TEST_F(HostLanguageTest, is_0_for_a_country_that_makes_no_sense) {
+TEST_F(HostLanguageTest, is_0_for_an_invalid_country) {
     resources.country_codes[kGerman] = 0;
     for (const double code : {-1.0, 65536.0, 1e300}) {
         ForgetHostLanguage();
         SetCountry(code);
-        // Country 0, whatever has it.
+        // A language of country 0.
         EXPECT_EQ(HostLanguage(), 0x0407) << code;
     }
 }
 
-TEST_F(HostLanguageTest, is_kept_once_found) {
+TEST_F(HostLanguageTest, is_stored_once_found) {
     SetCountry(49);
     EXPECT_EQ(HostLanguage(), 0x0407);
     host.TakeCalls();
@@ -79,7 +79,7 @@ TEST_F(HostLanguageTest, is_kept_once_found) {
     EXPECT_EQ(resources.module_enumerations, 0);
 }
 
-TEST_F(HostLanguageTest, is_kept_when_there_is_none_as_well) {
+TEST_F(HostLanguageTest, is_stored_also_if_there_is_none) {
     SetCountry(81);
     EXPECT_EQ(HostLanguage(), 0);
     host.TakeCalls();
@@ -88,14 +88,14 @@ TEST_F(HostLanguageTest, is_kept_when_there_is_none_as_well) {
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(HostLanguageTest, is_0_and_not_kept_while_the_host_does_not_tell_its_country) {
+TEST_F(HostLanguageTest, is_0_and_not_stored_while_the_host_does_not_report_its_country) {
     host.On(xlfGetWorkspace, Reply::Refused());
     EXPECT_EQ(HostLanguage(), 0);
     host.On(xlfGetWorkspace, Reply{0, 49.0});
     EXPECT_EQ(HostLanguage(), 0x0407);
 }
 
-TEST_F(HostLanguageTest, is_the_one_of_references_with_an_at_sign) {
+TEST_F(HostLanguageTest, is_that_of_references_with_an_at_sign) {
     SetCountry(49);
     EXPECT_EQ(Expanded(u"#@40"), u"Farbe");
     EXPECT_EQ(Expanded(u"#@0x28"), u"Farbe");
@@ -110,11 +110,11 @@ TEST_F(HostLanguageTest, is_not_asked_for_by_other_references) {
 
 TEST_F(HostLanguageTest, leaves_the_choice_to_the_loader_in_a_country_without_one) {
     SetCountry(81);
-    EXPECT_EQ(Expanded(u"#@40"), u"color") << "the first there is";
+    EXPECT_EQ(Expanded(u"#@40"), u"color") << "the first one";
     EXPECT_THAT(resources.asked_languages, ElementsAre(0));
 }
 
-TEST_F(HostLanguageTest, may_be_one_that_the_string_has_not) {
+TEST_F(HostLanguageTest, may_be_one_that_the_string_does_not_have) {
     resources.Add(1000, kUsEnglish, u"only English");
     SetCountry(49);
     EXPECT_EQ(Expanded(u"#@1000"), u"only English");

@@ -35,7 +35,7 @@ class RegistrationArguments : public AddInTest {
     }
 };
 
-TEST_F(RegistrationArguments, arguments_are_the_letters_behind_the_first_character) {
+TEST_F(RegistrationArguments, arguments_are_the_letters_after_the_first_character) {
     EXPECT_EQ(CountArguments("UBC%C%$"), 3U);
     EXPECT_EQ(CountArguments("U$"), 0U);
     EXPECT_EQ(CountArguments("R"), 0U);
@@ -65,7 +65,7 @@ TEST_F(RegistrationArguments, only_dots_at_the_end_count) {
     EXPECT_EQ(Wide(Command(u"a...")).at(9), "\"a...\"");
 }
 
-TEST_F(RegistrationArguments, the_dot_rules_hold_on_the_narrow_path_too) {
+TEST_F(RegistrationArguments, the_rules_for_dots_hold_for_narrow_registrations_too) {
     CXlFunctionDescriptor descriptor = Command(u"");
     descriptor.narrow.type = "R";
     descriptor.narrow.argumentHelp.clear();
@@ -98,7 +98,7 @@ TEST_F(RegistrationArguments, one_of_254_characters_keeps_one_dot) {
     EXPECT_EQ(values.at(9), '"' + std::string(254, 'x') + ".\"");
 }
 
-TEST_F(RegistrationArguments, help_texts_longer_than_255_characters_are_cut_after_the_closing_mark) {
+TEST_F(RegistrationArguments, help_texts_longer_than_255_characters_are_cut_after_the_dots_were_appended) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.argumentHelp = {std::u16string(256, u'a'), std::u16string(255, u'b'),
                                     std::u16string(254, u'c')};
@@ -115,7 +115,7 @@ TEST_F(RegistrationArguments, help_texts_longer_than_255_characters_are_cut_afte
     EXPECT_EQ(values[12], '"' + std::string(254, 'c') + ".\"");
 }
 
-TEST_F(RegistrationArguments, the_closing_mark_goes_by_the_arguments_of_its_own_family) {
+TEST_F(RegistrationArguments, the_dots_depend_on_the_arguments_of_the_same_family) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.type = "U$";
     descriptor.narrow.type = "RB";
@@ -125,7 +125,7 @@ TEST_F(RegistrationArguments, the_closing_mark_goes_by_the_arguments_of_its_own_
     EXPECT_EQ(Narrow(descriptor).at(10), "\"The value..\"");
 }
 
-TEST_F(RegistrationArguments, all_of_25_help_texts_go_the_wide_way_and_20_the_narrow) {
+TEST_F(RegistrationArguments, of_25_help_texts_a_wide_registration_has_all_and_a_narrow_one_20) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.argumentHelp.assign(25, u"help");
     descriptor.narrow.argumentHelp.assign(25, "help");
@@ -164,7 +164,7 @@ TEST_F(RegistrationArguments, texts_may_refer_to_string_resources) {
     descriptor.wide.description = u"#102";
     descriptor.wide.argumentHelp = {u"#103"};
     const std::vector<std::string> values = Wide(descriptor);
-    EXPECT_EQ(values[3], "\"#100\"") << "the name stays as it is";
+    EXPECT_EQ(values[3], "\"#100\"") << "the name is not expanded";
     EXPECT_EQ(values[4], "\"names\"");
     EXPECT_EQ(values[6], "\"category\"");
     EXPECT_EQ(values[9], "\"description\"");
@@ -183,7 +183,7 @@ TEST_F(RegistrationArguments, narrow_texts_may_refer_to_string_resources_too) {
     descriptor.narrow.description = "#102";
     descriptor.narrow.argumentHelp = {"#103"};
     const std::vector<CXlOper> values = NarrowRegistration(descriptor, CXlOper(true), u"help");
-    EXPECT_EQ(values[3].ToText(), "#100") << "the name stays as it is";
+    EXPECT_EQ(values[3].ToText(), "#100") << "the name is not expanded";
     EXPECT_EQ(values[4].ToText(), "L\xE4nge");
     EXPECT_EQ(values[6].ToText(), "Ma\xDF"
                                   "e");

@@ -15,7 +15,7 @@ using testing::Not;
 
 class RegistrationTest : public AddInTest {
   protected:
-    // A host of a major version, as it is known after detection.
+    // Sets the host's major version as detection does.
     void SetVersion(int version) { SetHostVersion(version); }
 
     bool Register() { return RegisterAll(app); }
@@ -37,7 +37,7 @@ TEST_F(RegistrationTest, a_function_is_registered_with_all_its_values) {
     EXPECT_EQ(descriptor.registered, 1);
 }
 
-TEST_F(RegistrationTest, a_narrow_host_gets_the_narrow_members) {
+TEST_F(RegistrationTest, a_narrow_host_gets_the_narrow_texts) {
     SetVersion(11);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.narrow.argumentNames = "NarrowVal";
@@ -52,7 +52,7 @@ TEST_F(RegistrationTest, a_narrow_host_gets_the_narrow_members) {
                             "\"NarrowVal\", \"1\", 14i, \"\", \"!1001\", \"Narrow\", \"Narrow help..\")"));
 }
 
-TEST_F(RegistrationTest, without_functions_there_is_nothing_to_fail) {
+TEST_F(RegistrationTest, without_functions_registration_succeeds) {
     SetVersion(14);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlGetName()"));
@@ -60,7 +60,7 @@ TEST_F(RegistrationTest, without_functions_there_is_nothing_to_fail) {
 
 // ---- Which family
 
-TEST_F(RegistrationTest, a_function_with_narrow_data_only_goes_the_narrow_way_on_any_host) {
+TEST_F(RegistrationTest, a_function_with_narrow_texts_only_is_registered_narrow_on_any_host) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.entry.clear();
@@ -70,7 +70,7 @@ TEST_F(RegistrationTest, a_function_with_narrow_data_only_goes_the_narrow_way_on
     EXPECT_THAT(host.TakeCalls(), Contains(HasSubstr("4 xlfRegister(")));
 }
 
-TEST_F(RegistrationTest, narrow_argument_names_without_wide_ones_go_the_narrow_way) {
+TEST_F(RegistrationTest, narrow_argument_names_without_wide_ones_are_registered_narrow) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.argumentNames.clear();
@@ -79,7 +79,7 @@ TEST_F(RegistrationTest, narrow_argument_names_without_wide_ones_go_the_narrow_w
     EXPECT_THAT(host.TakeCalls(), Contains(HasSubstr("4 xlfRegister(")));
 }
 
-TEST_F(RegistrationTest, without_argument_names_at_all_it_is_the_wide_way) {
+TEST_F(RegistrationTest, without_any_argument_names_registration_is_wide) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.argumentNames.clear();
@@ -89,7 +89,7 @@ TEST_F(RegistrationTest, without_argument_names_at_all_it_is_the_wide_way) {
     EXPECT_THAT(host.TakeCalls(), Contains(HasSubstr("12 xlfRegister(")));
 }
 
-TEST_F(RegistrationTest, without_a_narrow_type_it_is_the_wide_way) {
+TEST_F(RegistrationTest, without_a_narrow_type_registration_is_wide) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.argumentNames.clear();
@@ -108,7 +108,7 @@ TEST_F(RegistrationTest, a_wide_function_on_a_narrow_host_counts_as_handled_with
     EXPECT_THAT(host.TakeCalls(), Not(Contains(HasSubstr("xlfRegister"))));
 }
 
-TEST_F(RegistrationTest, a_narrow_host_leaves_out_a_function_without_narrow_names_that_has_wide_ones) {
+TEST_F(RegistrationTest, a_narrow_host_skips_a_function_without_narrow_names_that_has_wide_ones) {
     SetVersion(11);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.narrow.argumentNames.clear();
@@ -117,7 +117,7 @@ TEST_F(RegistrationTest, a_narrow_host_leaves_out_a_function_without_narrow_name
     EXPECT_THAT(host.TakeCalls(), Not(Contains(HasSubstr("xlfRegister"))));
 }
 
-TEST_F(RegistrationTest, without_a_wide_type_it_is_the_narrow_way) {
+TEST_F(RegistrationTest, without_a_wide_type_registration_is_narrow) {
     SetVersion(14);
     for (const char* narrow_names : {"Val", ""}) {
         CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
@@ -130,7 +130,7 @@ TEST_F(RegistrationTest, without_a_wide_type_it_is_the_narrow_way) {
     }
 }
 
-TEST_F(RegistrationTest, without_argument_names_at_all_a_narrow_host_gets_it_the_narrow_way) {
+TEST_F(RegistrationTest, without_any_argument_names_a_narrow_host_gets_a_narrow_registration) {
     SetVersion(11);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.argumentNames.clear();
@@ -189,7 +189,7 @@ TEST_F(RegistrationTest, a_host_on_the_bounds_is_within_them) {
 
 // ---- What the host answers
 
-TEST_F(RegistrationTest, a_refusing_code_makes_the_outcome_a_failure) {
+TEST_F(RegistrationTest, a_failing_code_is_a_failure) {
     SetVersion(14);
     CXlFunctionDescriptor& descriptor = app.functions.Add(SimpleFunction(u"Func"));
     host.On(xlfRegister, Reply::Refused());
@@ -197,7 +197,7 @@ TEST_F(RegistrationTest, a_refusing_code_makes_the_outcome_a_failure) {
     EXPECT_EQ(descriptor.registered, 0);
 }
 
-TEST_F(RegistrationTest, a_refusing_code_leaves_an_earlier_id_standing) {
+TEST_F(RegistrationTest, a_failing_code_keeps_an_earlier_id) {
     SetVersion(14);
     CXlFunctionDescriptor& descriptor = app.functions.Add(SimpleFunction(u"Func"));
     descriptor.registerId = 8.0;
@@ -217,7 +217,7 @@ TEST_F(RegistrationTest, an_error_value_is_the_id_0) {
     EXPECT_EQ(descriptor.registered, 0);
 }
 
-TEST_F(RegistrationTest, one_failure_does_not_keep_the_others_out) {
+TEST_F(RegistrationTest, one_failure_does_not_prevent_the_others) {
     SetVersion(14);
     app.functions.Add(SimpleFunction(u"Bad"));
     CXlFunctionDescriptor& good = app.functions.Add(SimpleFunction(u"Good"));
@@ -285,7 +285,7 @@ TEST_F(RegistrationTest, a_short_registration_counts_the_arguments_of_its_own_fa
     EXPECT_EQ(values(calls[1]), 11);
 }
 
-TEST_F(RegistrationTest, twenty_five_help_texts_make_thirty_narrow_values) {
+TEST_F(RegistrationTest, twenty_five_help_texts_result_in_thirty_narrow_values) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.entry.clear();
@@ -317,14 +317,14 @@ TEST_F(RegistrationTest, the_question_names_what_failed_in_the_hosts_window) {
     EXPECT_TRUE(app.ConfirmRegistrationFailure());
 }
 
-TEST_F(RegistrationTest, nothing_is_asked_if_nothing_failed) {
+TEST_F(RegistrationTest, the_user_is_not_asked_if_nothing_failed) {
     SetVersion(14);
     app.functions.Add(SimpleFunction(u"Fine")).registered = 1;
     EXPECT_TRUE(app.ConfirmRegistrationFailure());
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(RegistrationTest, functions_left_out_by_version_are_named_only_if_others_failed) {
+TEST_F(RegistrationTest, functions_skipped_by_version_are_named_only_if_others_failed) {
     SetVersion(12);
     CXlFunctionDescriptor late = SimpleFunction(u"Late");
     late.minimumVersion = 14;

@@ -7,7 +7,7 @@ namespace {
 
 using namespace metrify;
 
-// What a text expands to, with what was told of it.
+// The expansion of a text, and whether all of it was resolved.
 struct Expansion {
     bool resolved;
     std::u16string text;
@@ -77,7 +77,7 @@ TEST_F(ResourceText, a_string_is_not_expanded_again) {
     EXPECT_EQ(Expanded(u"#26"), Resolved(u"#5"));
 }
 
-TEST_F(ResourceText, a_number_sign_without_a_number_is_no_reference) {
+TEST_F(ResourceText, a_number_sign_without_a_number_is_not_a_reference) {
     EXPECT_EQ(Expanded(u"#"), Resolved(u"#"));
     EXPECT_EQ(Expanded(u"item #a #-5 # 5"), Resolved(u"item #a #-5 # 5"));
     EXPECT_EQ(Expanded(u"##5"), Resolved(u"#five"));
@@ -87,7 +87,7 @@ TEST_F(ResourceText, a_number_sign_without_a_number_is_no_reference) {
     EXPECT_EQ(Expanded(u"#x5"), Resolved(u"#x5"));
 }
 
-TEST_F(ResourceText, a_number_that_no_string_has_stays) {
+TEST_F(ResourceText, a_number_without_a_string_stays) {
     EXPECT_EQ(Expanded(u"#6"), Unresolved(u"#6"));
     EXPECT_EQ(Expanded(u"a #0x6 b"), Unresolved(u"a #0x6 b"));
     EXPECT_EQ(Expanded(u"#@6"), Unresolved(u"#@6"));
@@ -135,7 +135,7 @@ TEST_F(ResourceText, the_expansion_may_replace_the_text_itself) {
     EXPECT_EQ(text, u"five and fifteen");
 }
 
-TEST_F(ResourceText, the_narrow_twin_converts_with_the_code_page) {
+TEST_F(ResourceText, a_narrow_text_is_converted_with_the_code_page) {
     resources.Add(6, kUsEnglish, u"caf\u00E9 \u0416");
     std::string expansion;
     EXPECT_TRUE(ExpandResourceText("\xE9 #6", expansion));
@@ -151,7 +151,7 @@ TEST_F(ResourceText, a_localized_text_is_the_expansion) {
     EXPECT_EQ(LocalizedText("item #a"), "item #a");
 }
 
-TEST_F(ResourceText, a_partly_resolved_text_is_thrown_away) {
+TEST_F(ResourceText, a_partly_resolved_text_is_discarded) {
     EXPECT_EQ(LocalizedText(u"#5 #6"), u"#5 #6");
     EXPECT_EQ(LocalizedText("#5 #6"), "#5 #6");
 }

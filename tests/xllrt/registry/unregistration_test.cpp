@@ -1,4 +1,4 @@
-// Taking functions back from the host.
+// Unregistering functions.
 
 #include "tests/xllrt/app/add_in_fixture.h"
 #include "xllrt/app/app_registration.h"
@@ -16,7 +16,7 @@ class UnregistrationTest : public AddInTest {
     NotingApp app{host};
 };
 
-TEST_F(UnregistrationTest, a_wide_function_is_taken_back_with_these_calls) {
+TEST_F(UnregistrationTest, a_wide_function_is_unregistered_with_these_calls) {
     SetHostVersion(14);
     CXlFunctionDescriptor& descriptor = app.functions.Add(SimpleFunction(u"Func"));
     descriptor.registerId = 5.0;
@@ -31,7 +31,7 @@ TEST_F(UnregistrationTest, a_wide_function_is_taken_back_with_these_calls) {
     EXPECT_EQ(descriptor.registered, 0);
 }
 
-TEST_F(UnregistrationTest, a_name_is_hidden_by_the_path_known_before_if_the_host_does_not_tell_it_again) {
+TEST_F(UnregistrationTest, a_name_is_hidden_with_the_known_path_if_the_host_does_not_report_it_again) {
     SetHostVersion(14);
     app.functions.Add(SimpleFunction(u"Func"));
     int asked = 0;
@@ -45,7 +45,7 @@ TEST_F(UnregistrationTest, a_name_is_hidden_by_the_path_known_before_if_the_host
     EXPECT_EQ(asked, 2);
 }
 
-TEST_F(UnregistrationTest, a_name_is_hidden_by_the_path_that_the_host_tells_anew) {
+TEST_F(UnregistrationTest, a_name_is_hidden_with_the_path_that_the_host_reports_again) {
     SetHostVersion(14);
     app.functions.Add(SimpleFunction(u"Func"));
     int asked = 0;
@@ -56,7 +56,7 @@ TEST_F(UnregistrationTest, a_name_is_hidden_by_the_path_that_the_host_tells_anew
     EXPECT_THAT(host.TakeCallsOf("xlfRegister"), ElementsAre(HasSubstr("xlfRegister(\"second path\", ")));
 }
 
-TEST_F(UnregistrationTest, a_narrow_function_is_taken_back_the_narrow_way_on_any_host) {
+TEST_F(UnregistrationTest, a_narrow_function_is_unregistered_narrow_on_any_host) {
     SetHostVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.wide.entry.clear();
@@ -70,7 +70,7 @@ TEST_F(UnregistrationTest, a_narrow_function_is_taken_back_the_narrow_way_on_any
                             "missing, 0i)"));
 }
 
-TEST_F(UnregistrationTest, a_refused_function_is_not_unregistered_but_its_name_goes) {
+TEST_F(UnregistrationTest, a_refused_function_is_not_unregistered_but_its_name_is_removed) {
     SetHostVersion(14);
     app.functions.Add(SimpleFunction(u"Refused"));
     UnregisterAll(app);
@@ -78,7 +78,7 @@ TEST_F(UnregistrationTest, a_refused_function_is_not_unregistered_but_its_name_g
                                               "12 xlGetName()", HasSubstr("12 xlfRegister(")));
 }
 
-TEST_F(UnregistrationTest, taking_back_looks_at_no_version_and_no_code) {
+TEST_F(UnregistrationTest, unregistration_ignores_versions_and_codes) {
     SetHostVersion(12);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
     descriptor.minimumVersion = 14;

@@ -1,4 +1,4 @@
-// Code page 1252, every byte of it, and what replaces units that it does not hold.
+// All bytes of code page 1252, and the replacements of units that are not in it.
 
 #include "xllrt/text/code_page.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 using namespace metrify;
 
-// The bytes from 0x80 to 0x9F. Five of them have no character and stand for the control of their own number.
+// The bytes from 0x80 to 0x9F. Five of them have no character and become the control with the same number.
 struct HighByte {
     unsigned char byte;
     char16_t unit;
@@ -81,10 +81,10 @@ TEST(CodePage1252, a_text_keeps_its_length_and_order) {
     EXPECT_EQ(ToNarrow(u""), "");
 }
 
-// ---- Units that the page does not hold
+// ---- Units that are not in the page
 
-// The units that become a byte which is not their own: letters without their mark, signs that look alike.
-// Full width forms of ASCII, which have a rule, are left out.
+// The units that become a byte of another character: letters without their diacritic, similar signs.
+// Full width forms of ASCII, which follow a rule, are omitted.
 struct BestFit {
     unsigned byte;
     std::vector<char16_t> units;
@@ -223,7 +223,7 @@ unsigned ExpectedByte(char16_t unit) {
     return is_full_width ? unit - 0xFEE0U : unsigned{'?'};
 }
 
-TEST(CodePage1252, every_unit_becomes_its_byte_or_what_looks_like_it_or_a_question_mark) {
+TEST(CodePage1252, every_unit_becomes_its_byte_or_a_similar_one_or_a_question_mark) {
     for (unsigned number = 0; number <= 0xFFFF; ++number) {
         const auto unit = static_cast<char16_t>(number);
         const bool is_half_of_a_pair = number >= 0xD800 && number <= 0xDFFF;
@@ -241,7 +241,7 @@ void ExpectRun(char16_t first, const std::string& bytes) {
     }
 }
 
-TEST(CodePage1252, a_latin_letter_with_a_mark_becomes_the_plain_letter_or_its_own_byte) {
+TEST(CodePage1252, a_latin_letter_with_a_diacritic_becomes_the_plain_letter_or_its_byte) {
     ExpectRun(0x0100, "AaAaAaCcCcCcCcDd");
     ExpectRun(0x0110, "\xD0"
                       "dEeEeEeEeEeGgGg");
@@ -264,13 +264,13 @@ TEST(CodePage1252, a_full_width_form_becomes_the_plain_character) {
     ExpectRun(0xFF00, "?");
 }
 
-TEST(CodePage1252, signs_of_units_and_formulas_become_what_looks_like_them) {
+TEST(CodePage1252, signs_of_units_and_formulas_become_similar_ones) {
     ExpectRun(0x2000, "       ?"); // spaces of several widths
     ExpectRun(0x2010, "--?\x96\x97?");
     ExpectRun(0x2018, "\x91\x92\x82?\x93\x94\x84?\x86\x87\x95?");
     ExpectRun(0x2032, "'??`");
     ExpectRun(0x2044, "/");
-    ExpectRun(0x2070, "\xB0???45678?"); // superscripts; 1, 2 and 3 have bytes of their own
+    ExpectRun(0x2070, "\xB0???45678?"); // superscripts; 1, 2 and 3 are in the page
     ExpectRun(0x207F, "n0123456789?");  // and subscripts
     ExpectRun(0x212A, "K\xC5");         // kelvin and angstrom
     ExpectRun(0x2212, "-\xB1");

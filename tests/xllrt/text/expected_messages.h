@@ -5,7 +5,7 @@
 
 namespace metrify {
 
-// What every message must be in the string table; the built-in table differs at number 49 alone.
+// The required text of every message in the string table; the built-in table differs only at number 49.
 inline constexpr const char* expected_texts[] = {
     "",
     "#ERROR: {0}",

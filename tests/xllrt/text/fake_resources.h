@@ -1,6 +1,6 @@
 #pragma once
 
-// String tables made by a test, in place of the platform's.
+// String tables made by a test, which replace those of the platform.
 
 #include "xllrt/text/string_resource.h"
 
@@ -17,7 +17,7 @@ inline constexpr std::uint16_t kUsEnglish = 0x0409;
 inline constexpr std::uint16_t kUkEnglish = 0x0809;
 inline constexpr std::uint16_t kGerman = 0x0407;
 
-/// In force as long as it lives.
+/// Replaces the resources as long as it exists.
 class FakeResources final : public ResourcePlatform {
   public:
     FakeResources() { ReplaceResources(this); }
@@ -40,7 +40,7 @@ class FakeResources final : public ResourcePlatform {
             image += static_cast<char16_t>(entry.size()) + entry;
     }
 
-    /// Puts units in place of a whole block.
+    /// Replaces the units of a whole block.
     void SetImage(std::uint16_t block, std::uint16_t language, std::u16string_view units) {
         order_.emplace_back(block, language);
         images_[{block, language}] = units;
@@ -59,7 +59,7 @@ class FakeResources final : public ResourcePlatform {
     std::span<const char16_t> Block(std::uint16_t block, std::uint16_t language) const override {
         asked_languages.push_back(language);
         if (language == 0) {
-            // The loader's choice: the first there is.
+            // The loader chooses the first one.
             const std::vector<std::uint16_t> languages = BlockLanguages(block);
             if (languages.empty())
                 return {};

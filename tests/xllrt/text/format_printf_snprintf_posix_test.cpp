@@ -1,4 +1,4 @@
-// Random conversions give what the C library's own give.
+// Random conversions have the same result as in the C library.
 
 #include "xllrt/text/format_printf.h"
 
@@ -18,7 +18,7 @@ class RandomConversions {
   public:
     unsigned Below(std::size_t bound) { return static_cast<unsigned>(engine_() % bound); }
 
-    // Up to the letters, which are one of those given.
+    // All but the letter, which is one of those passed.
     std::string Conversion(const std::vector<const char*>& letters) {
         std::string text = "<%";
         for (const char flag : std::string("-+ #0"))
@@ -40,7 +40,7 @@ class RandomConversions {
         case 1:
             return -static_cast<double>(engine_()) / 1e15;
         default:
-            return std::bit_cast<double>(engine_()); // of any size, infinite and no number too
+            return std::bit_cast<double>(engine_()); // of any size, also infinities and not-a-numbers
         }
     }
 
@@ -60,7 +60,7 @@ void ExpectAsByLibrary(const std::string& format, auto argument) {
     ASSERT_EQ(wide, std::u16string(expected.begin(), expected.end())) << format;
 }
 
-TEST(FormatPrintf, random_conversions_are_those_of_the_c_library) {
+TEST(FormatPrintf, random_conversions_equal_those_of_the_c_library) {
     RandomConversions random;
     for (int i = 0; i < 3'000 && !testing::Test::HasFatalFailure(); ++i) {
         const std::uint64_t integer = random.Integer();
@@ -77,7 +77,7 @@ TEST(FormatPrintf, random_conversions_are_those_of_the_c_library) {
     }
 }
 
-TEST(FormatPrintf, pointers_are_those_of_the_c_library) {
+TEST(FormatPrintf, pointers_equal_those_of_the_c_library) {
     const int target = 0;
     for (const char* format : {"<%p>", "<%20p>", "<%-20p>"}) {
         ExpectAsByLibrary(format, static_cast<const void*>(&target));

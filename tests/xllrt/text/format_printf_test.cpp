@@ -22,7 +22,7 @@ std::u16string WidePrinted(const char16_t* format, auto... arguments) {
     return text;
 }
 
-TEST(FormatPrintf, texts_take_their_place) {
+TEST(FormatPrintf, texts_are_inserted) {
     EXPECT_EQ(Printed("XLL %s", "C:\\addin.xll"), "XLL C:\\addin.xll");
     EXPECT_EQ(Printed("[%s]%s", std::string("Book1"), "Sheet1"), "[Book1]Sheet1");
     EXPECT_EQ(WidePrinted(u"xll_%s_observer", u"metrify\u00b5"), u"xll_metrify\u00b5_observer");
@@ -40,7 +40,7 @@ TEST(FormatPrintf, integers_are_written_in_their_base) {
     EXPECT_EQ(Printed("%c%c", 'a', 'b'), "ab");
 }
 
-TEST(FormatPrintf, numbers_have_six_digits_unless_told_otherwise) {
+TEST(FormatPrintf, numbers_have_six_digits_by_default) {
     EXPECT_EQ(Printed("%g %f %lf %e", 0.1, 2.5, -2.5, 1500.0), "0.1 2.500000 -2.500000 1.500000e+03");
     EXPECT_EQ(Printed("%.2f|%08.2f|%G", 1.005, -1.5, 1e-10), "1.00|-0001.50|1E-10");
     EXPECT_EQ(WidePrinted(u"%g", 1e300), u"1e+300");
@@ -97,7 +97,7 @@ TEST(FormatPrintf, flags_are_taken_in_any_order) {
     EXPECT_EQ(Printed("%05s|%05c", "ab", 'a'), "   ab|    a");
 }
 
-TEST(FormatPrintf, hexadecimal_floating_point_numbers_have_as_many_digits_as_they_need) {
+TEST(FormatPrintf, hexadecimal_floating_point_numbers_have_as_many_digits_as_necessary) {
     EXPECT_EQ(Printed("%a|%A|%a", 1.5, 10.0, 0.0), "0x1.8p+0|0X1.4P+3|0x0p+0");
     EXPECT_EQ(Printed("%.2a|%.0a|%12a|%012a|%+a", 1.0, 1.5, 1.0, 1.0, 1.0),
               "0x1.00p+0|0x2p+0|      0x1p+0|0x0000001p+0|+0x1p+0");

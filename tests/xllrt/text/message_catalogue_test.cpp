@@ -30,7 +30,7 @@ TEST(MessageCatalogue, the_built_in_table_has_every_text_at_its_number) {
         EXPECT_EQ(kBuiltInMessages[number], number == 49 ? built_in_49 : expected_texts[number]) << number;
 }
 
-TEST(MessageCatalogue, without_a_string_table_the_built_in_text_is_taken_silently) {
+TEST(MessageCatalogue, without_a_string_table_the_built_in_text_is_used) {
     const FakeResources none;
     for (unsigned number = 0; number < kMessageCount; ++number) {
         std::string text = "old";
@@ -42,7 +42,7 @@ TEST(MessageCatalogue, without_a_string_table_the_built_in_text_is_taken_silentl
     }
 }
 
-TEST(MessageCatalogue, the_string_table_goes_before_the_built_in_one) {
+TEST(MessageCatalogue, the_string_table_takes_precedence_over_the_built_in_texts) {
     FakeResources resources;
     resources.Add(53248 + 10, kUsEnglish, u"Something else");
     EXPECT_EQ(MessageText(10), "Something else");
@@ -65,7 +65,7 @@ TEST(MessageCatalogue, under_uk_english_the_us_english_table_is_used) {
     EXPECT_EQ(MessageText(10), "From the table");
 }
 
-TEST(MessageCatalogue, a_number_from_66_on_is_in_no_catalogue) {
+TEST(MessageCatalogue, a_number_of_66_or_more_is_not_in_the_catalogue) {
     std::string text = "kept";
     EXPECT_FALSE(LoadMessage(text, 66));
     EXPECT_EQ(text, "kept");

@@ -1,4 +1,4 @@
-// The string table that the program has of its own is the one the messages come from.
+// The messages are read from the string table of the program.
 
 #include "expected_messages.h"
 #include "fake_resources.h"

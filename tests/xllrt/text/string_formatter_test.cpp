@@ -28,7 +28,7 @@ int ParseCode(std::string_view format) {
     return psl::ParseFormat<char>(format, placeholders, cleaned);
 }
 
-TEST(Formatter, doubled_braces_are_the_braces_themselves) {
+TEST(Formatter, doubled_braces_become_single_ones) {
     EXPECT_EQ(Formatted("{{0}}", "unused"), "{0}");
     EXPECT_EQ(WideFormatted(u"{{0}}", u"unused"), u"{0}");
     EXPECT_EQ(Formatted("{{{0}}}", "a"), "{a}");
@@ -47,12 +47,12 @@ TEST(Formatter, a_template_without_placeholders_reads_no_argument) {
     EXPECT_EQ(WideFormatted(u"plain"), u"plain");
 }
 
-TEST(Formatter, a_null_argument_stands_for_the_empty_text) {
+TEST(Formatter, a_null_argument_is_the_empty_text) {
     EXPECT_EQ(Formatted("Expected {1} for {0}", static_cast<const char*>(nullptr), "b"), "Expected b for ");
     EXPECT_EQ(WideFormatted(u"[{0}]", static_cast<const char16_t*>(nullptr)), u"[]");
 }
 
-TEST(Formatter, an_argument_not_given_stands_for_the_empty_text) {
+TEST(Formatter, a_missing_argument_is_the_empty_text) {
     EXPECT_EQ(Formatted("{0}{1}{65535}|", "a"), "a|");
 }
 
@@ -79,7 +79,7 @@ TEST(Formatter, unmatched_braces_give_code_minus_2) {
         EXPECT_EQ(ParseCode(format), -2) << format;
 }
 
-TEST(Formatter, an_index_that_is_no_number_gives_code_minus_3) {
+TEST(Formatter, an_index_that_is_not_a_number_gives_code_minus_3) {
     for (const char* format : {"{}", "{a}", "{ 0}", "{0 }", "{-1}", "{99999999a}"})
         EXPECT_EQ(ParseCode(format), -3) << format;
 }
@@ -110,7 +110,7 @@ TEST(Formatter, a_list_gives_the_length_plus_one_or_the_code_of_the_parse) {
     EXPECT_EQ(psl::FormatList<char>(text, "{65536}", arguments), -4);
 }
 
-TEST(Formatter, placeholders_are_listed_as_they_stand_in_the_cleaned_template) {
+TEST(Formatter, placeholders_are_listed_with_their_positions_in_the_cleaned_template) {
     std::vector<Placeholder> placeholders{{9, 9, 9}};
     std::string cleaned = "old";
     ASSERT_EQ(psl::ParseFormat<char>("a{{{12}}}b{0}", placeholders, cleaned), 0);
@@ -124,7 +124,7 @@ TEST(Formatter, placeholders_are_listed_as_they_stand_in_the_cleaned_template) {
     EXPECT_EQ(placeholders[1].index, 0);
 }
 
-TEST(Formatter, a_failure_throws_its_one_text_and_empties_the_result) {
+TEST(Formatter, a_failure_throws_a_fixed_text_and_empties_the_result) {
     for (const char* format :
          {"{", "{0", "{0{", "}", "{}", "{a}", "{ 0}", "{65536}", static_cast<const char*>(nullptr)}) {
         std::string text = "old";

@@ -15,17 +15,17 @@ std::u16string Loaded(std::uint32_t id, std::uint16_t language) {
     return text;
 }
 
-TEST(StringResource, an_exact_language_is_taken_wherever_it_stands) {
+TEST(StringResource, an_exact_language_is_chosen_at_any_position) {
     const std::uint16_t languages[] = {kUsEnglish, kGerman, kUkEnglish};
     EXPECT_EQ(ChooseLanguage(languages, kUkEnglish), kUkEnglish);
 }
 
-TEST(StringResource, otherwise_the_first_of_the_same_primary_language_is_taken) {
+TEST(StringResource, otherwise_the_first_with_the_same_primary_language_is_chosen) {
     const std::uint16_t languages[] = {kGerman, kUsEnglish, kUkEnglish};
     EXPECT_EQ(ChooseLanguage(languages, 0x0C09), kUsEnglish);
 }
 
-TEST(StringResource, otherwise_the_choice_is_the_loaders) {
+TEST(StringResource, otherwise_the_loader_chooses) {
     const std::uint16_t languages[] = {kGerman, kUsEnglish};
     EXPECT_EQ(ChooseLanguage(languages, 0x040C), 0);
     EXPECT_EQ(ChooseLanguage({}, kUsEnglish), 0);
@@ -53,7 +53,7 @@ TEST(StringResource, the_language_decides_among_several) {
     EXPECT_THAT(resources.asked_languages, ElementsAre(kUsEnglish, kUkEnglish, kGerman, 0));
 }
 
-TEST(StringResource, an_empty_entry_counts_as_absent_and_leaves_the_text_alone) {
+TEST(StringResource, an_empty_entry_counts_as_missing_and_leaves_the_text_unchanged) {
     FakeResources resources;
     resources.Add(40, kUsEnglish, u"present");
     std::u16string text = u"kept";
@@ -83,7 +83,7 @@ TEST(StringResource, a_block_that_ends_early_has_no_entry_there) {
     EXPECT_EQ(Loaded(34, kUsEnglish), u"(none)");
 }
 
-TEST(StringResource, the_narrow_twin_converts_with_the_code_page) {
+TEST(StringResource, a_narrow_text_is_converted_with_the_code_page) {
     FakeResources resources;
     resources.Add(40, kUsEnglish, u"5 \u00b0");
     std::string text;
@@ -92,7 +92,7 @@ TEST(StringResource, the_narrow_twin_converts_with_the_code_page) {
     EXPECT_FALSE(LoadResourceText(text, 41, kUsEnglish));
 }
 
-TEST(StringResource, the_language_of_the_thread_counts_unless_one_is_set_for_the_process) {
+TEST(StringResource, the_language_is_that_of_the_thread_unless_one_is_set_for_the_process) {
     FakeResources resources;
     resources.thread_language = kGerman;
     EXPECT_EQ(TextLanguage(), kGerman);

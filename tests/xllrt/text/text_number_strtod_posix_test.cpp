@@ -1,4 +1,4 @@
-// Random texts are read as the C library reads them. METRIFY_TEXTS sets how many there are.
+// Random texts are read as the C library reads them. METRIFY_TEXTS sets their number.
 
 #include "xllrt/text/text_number.h"
 
@@ -83,7 +83,7 @@ constexpr const char* kPieces[] = {"0",
 
 class RandomTexts {
   public:
-    // Pieces in any order, which are seldom numbers.
+    // Parts in any order, which are rarely numbers.
     std::string Pieces() {
         std::string text;
         for (unsigned count = 1 + Below(Below(4) == 0 ? 14 : 6); count > 0; --count)
@@ -91,7 +91,7 @@ class RandomTexts {
         return text;
     }
 
-    // Shaped like a number, which is now and then damaged.
+    // A number, in some cases with an error.
     std::string NumberShaped() {
         const bool is_hex = Below(4) == 0;
         std::string text = OneOf({"", "", "", " ", "\t "});
@@ -128,8 +128,8 @@ bool OnlyWhiteSpace(const char* rest) {
     return std::string(rest).find_first_not_of(" \t\n\v\f\r") == std::string::npos;
 }
 
-// What the C library reads. The result of an underflow that is not 0 is a number: whether the library reports
-// it as an error as well is left to the library, and those of the host's system do not.
+// The number that the C library reads. An underflow with a result other than 0 is a number: libraries may
+// report it as an error as well, but those of the host's system do not.
 std::optional<double> NumberOfLibrary(const std::string& text) {
     char* end = nullptr;
     errno = 0;

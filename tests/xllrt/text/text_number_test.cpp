@@ -43,14 +43,14 @@ TEST(TextNumber, a_plus_sign_before_a_number_is_read) {
     EXPECT_EQ(Integer("+17"), 17);
 }
 
-TEST(TextNumber, a_second_sign_is_no_part_of_a_number) {
+TEST(TextNumber, a_second_sign_is_not_part_of_a_number) {
     for (const char* text : {"--5", "+-5", "-+5", "++5", "- 5", "+ 5", "--inf", "+-nan", "--0x5"})
         EXPECT_FALSE(Number(text).has_value()) << text;
     for (const char* text : {"--5", "+-5", "-+5", "++5", "- 5"})
         EXPECT_FALSE(Integer(text).has_value()) << text;
 }
 
-TEST(TextNumber, a_sign_alone_is_no_number) {
+TEST(TextNumber, a_sign_alone_is_not_a_number) {
     for (const char* text : {"+", "-", " - ", "+e5", "-."}) {
         EXPECT_FALSE(Number(text).has_value()) << text;
         EXPECT_FALSE(Integer(text).has_value()) << text;
@@ -120,7 +120,7 @@ TEST(TextNumber, white_space_of_six_kinds_may_surround_a_number) {
     EXPECT_FALSE(Number("1 2").has_value());
 }
 
-TEST(TextNumber, a_failure_leaves_the_value_alone) {
+TEST(TextNumber, a_failure_leaves_the_value_unchanged) {
     double number = 2.5;
     EXPECT_FALSE(ParseNumber(std::string_view("12x"), number));
     EXPECT_EQ(number, 2.5);
@@ -129,7 +129,7 @@ TEST(TextNumber, a_failure_leaves_the_value_alone) {
     EXPECT_EQ(integer, 7);
 }
 
-TEST(TextNumber, wide_digits_outside_ascii_are_no_digits) {
+TEST(TextNumber, digits_outside_ascii_are_not_digits) {
     double number = 0.0;
     EXPECT_FALSE(ParseNumber(std::u16string_view(u"\uFF11"), number)) << "a full-width one";
     EXPECT_FALSE(ParseNumber(std::u16string_view(u"\u0131nf"), number));

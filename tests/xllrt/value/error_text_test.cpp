@@ -24,7 +24,7 @@ TEST(CellErrorText, any_other_code_has_none) {
     EXPECT_EQ(WideErrorText(43), u"");
 }
 
-TEST(CellErrorText, the_text_of_code_0_is_not_given) {
+TEST(CellErrorText, the_text_of_code_0_is_not_returned) {
     std::string text = "before";
     std::u16string wide = u"before";
     EXPECT_FALSE(ErrorCodeToText(0, text));
@@ -33,7 +33,7 @@ TEST(CellErrorText, the_text_of_code_0_is_not_given) {
     EXPECT_EQ(wide, u"before");
 }
 
-TEST(CellErrorText, the_text_of_the_other_codes_is) {
+TEST(CellErrorText, the_text_of_the_other_codes_is_returned) {
     std::string text;
     std::u16string wide;
     EXPECT_TRUE(ErrorCodeToText(7, text));

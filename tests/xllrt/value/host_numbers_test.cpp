@@ -1,5 +1,5 @@
-// The numbers of the host interface as they are published, written out here: the add-in, the stand-in host
-// and the other tests share one set of constants, so that a wrong one would be noticed nowhere else.
+// The published numbers of the host interface as literals: the add-in, the stand-in host and the other tests
+// share one set of constants, so a wrong one would not be noticed anywhere else.
 
 #include "host/core/host_functions.h"
 #include "xllrt/gate/host_alert.h"

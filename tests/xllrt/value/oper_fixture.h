@@ -1,7 +1,6 @@
 #pragma once
 
-// What the tests of values start from: a family, records made by hand, and a host that notes what it gets
-// back.
+// For the tests of values: a family, records made by hand, and a host that logs the records returned to it.
 
 #include "tests/xllrt/gate/scripted_host.h"
 #include "tests/xllrt/text/expected_messages.h"
@@ -16,7 +15,7 @@
 
 namespace metrify {
 
-/// Values are built wide unless a test says otherwise.
+/// Values are built wide by default.
 class OperTest : public testing::Test {
   protected:
     OperTest() {
@@ -33,8 +32,8 @@ class OperTest : public testing::Test {
     static void HostIsWide() { SetHostVersion(12); }
 };
 
-/// Notes each `xlFree` with the family and the record, which it leaves as it is. In force as long as it
-/// lives, as a host of the wide family.
+/// Logs each `xlFree` with the family and the record, which it does not change. Connected as a host of the
+/// wide family as long as it exists.
 class ReleaseNotes {
   public:
     ReleaseNotes() {
@@ -71,7 +70,7 @@ class ReleaseNotes {
     }
 };
 
-// Records as a host would hand them over.
+// Records as a host would pass them.
 
 template <class Record>
 Record PlainRecord(std::uint16_t type) {
@@ -134,7 +133,7 @@ Record ArrayRecord(Record* cells, Count rows, Count columns) {
     return record;
 }
 
-/// A list of two rectangles; the second stands right behind the declared one.
+/// A list of two rectangles; the second directly follows the declared one.
 struct TwoRectangles12 {
     XLMREF12 list;
     XLREF12 second;
@@ -144,7 +143,8 @@ struct TwoRectangles4 {
     XLREF second;
 };
 
-/// The message of what an action throws; fails the test if it throws anything but an `Exception`.
+/// The message of the exception that an action throws; fails the test if it throws anything but an
+/// `Exception`.
 template <class Exception, class Action>
 std::string MessageOf(Action action) {
     try {

@@ -10,7 +10,7 @@ namespace {
 
 using namespace metrify;
 
-/// A copy and what the copying said of it.
+/// A copy and the results of copying.
 template <class Record>
 struct Copied {
     template <class Source>
@@ -22,7 +22,7 @@ struct Copied {
     Record& record = owner.record;
 };
 
-// Every way from one family to another. The parameter says where from and where to.
+// Every pair of families. The parameter is the source and the target.
 template <class From, class To>
 struct FromTo {
     using Source = From;
@@ -32,7 +32,7 @@ struct FromTo {
 template <class Way>
 class RecordCopy : public testing::Test {
   protected:
-    // What the copy of a record that needs no memory looks like.
+    // The expected copy of a record that needs no memory.
     static std::string PlainCopyOf(const typename Way::Source& source) {
         const Copied<typename Way::Target> copy(source);
         EXPECT_TRUE(copy.success);
@@ -51,9 +51,9 @@ class RecordCopy : public testing::Test {
     }
 };
 
-using Ways = testing::Types<FromTo<XLOPER, XLOPER>, FromTo<XLOPER12, XLOPER12>, FromTo<XLOPER, XLOPER12>,
-                            FromTo<XLOPER12, XLOPER>>;
-TYPED_TEST_SUITE(RecordCopy, Ways);
+using FamilyPairs = testing::Types<FromTo<XLOPER, XLOPER>, FromTo<XLOPER12, XLOPER12>,
+                                   FromTo<XLOPER, XLOPER12>, FromTo<XLOPER12, XLOPER>>;
+TYPED_TEST_SUITE(RecordCopy, FamilyPairs);
 
 TYPED_TEST(RecordCopy, of_a_scalar_needs_no_memory) {
     using From = typename TypeParam::Source;
@@ -152,7 +152,7 @@ TYPED_TEST(RecordCopy, of_a_macro_flow_value_fails) {
     EXPECT_FALSE(copy.allocated);
 }
 
-TYPED_TEST(RecordCopy, of_an_array_fails_with_its_last_cell) {
+TYPED_TEST(RecordCopy, of_an_array_fails_if_its_last_cell_fails) {
     using From = typename TypeParam::Source;
     std::array<From, 3> cells{TextRecord<From>(this->CountedAbc()), TextRecord<From>(this->CountedAbc()),
                               PlainRecord<From>(xltypeFlow)};
@@ -161,7 +161,7 @@ TYPED_TEST(RecordCopy, of_an_array_fails_with_its_last_cell) {
     EXPECT_FALSE(copy.allocated);
 }
 
-TYPED_TEST(RecordCopy, of_anything_else_takes_the_type_alone) {
+TYPED_TEST(RecordCopy, of_anything_else_copies_only_the_type) {
     EXPECT_EQ(this->PlainCopyOf(PlainRecord<typename TypeParam::Source>(xltypeMissing)), "missing");
     EXPECT_EQ(this->PlainCopyOf(PlainRecord<typename TypeParam::Source>(xltypeNil)), "nil");
 }
@@ -196,7 +196,7 @@ TEST(RecordCrossing, a_narrow_minus_1_stays_minus_1) {
     EXPECT_EQ(copy.record.val.w, -1);
 }
 
-TEST(RecordCrossing, a_text_goes_through_the_code_page) {
+TEST(RecordCrossing, a_text_is_converted_with_the_code_page) {
     char narrow[] = "\5L\xE4nge";
     const Copied<XLOPER12> to_wide(TextRecord<XLOPER>(narrow));
     EXPECT_EQ(TextOf(to_wide.record), u"Länge");

@@ -13,7 +13,7 @@ using namespace metrify;
 
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
-// Types that nothing can be read from, but for the texts of errors.
+// Types that cannot be read, except for the texts of errors.
 constexpr std::uint16_t kUnreadable[] = {xltypeRef,     xltypeErr, xltypeFlow, xltypeMulti,
                                          xltypeMissing, xltypeNil, xltypeSRef, xltypeBigData};
 
@@ -28,7 +28,7 @@ class RecordReading : public testing::Test {
     static Record Error(int code) { return ErrorRecord<Record>(code); }
     static Record Bare(std::uint16_t type) { return BareRecord<Record>(type); }
 
-    // In the test's keeping until the next text.
+    // Owned by the test until the next text.
     const Record& Str(std::string_view text) {
         DeepFree(text_.record);
         MakeText(text_.record, text);
@@ -73,16 +73,16 @@ TYPED_TEST(RecordReading, an_integer_reads_as_a_number) {
     EXPECT_EQ(this->AsNumber(this->Int(-12)), -12.0);
 }
 
-TYPED_TEST(RecordReading, a_text_reads_as_the_number_it_is) {
+TYPED_TEST(RecordReading, a_text_reads_as_the_number_in_it) {
     EXPECT_EQ(this->AsNumber(this->Str("-12.5e1")), -125.0);
 }
 
-TYPED_TEST(RecordReading, other_types_are_no_number) {
+TYPED_TEST(RecordReading, other_types_are_not_numbers) {
     for (const std::uint16_t type : kUnreadable)
         EXPECT_FALSE(this->AsNumber(this->Bare(type)).has_value()) << type;
 }
 
-TYPED_TEST(RecordReading, memory_marks_do_not_disturb) {
+TYPED_TEST(RecordReading, memory_marks_have_no_effect) {
     for (const std::uint16_t mark : {xlbitXLFree, xlbitDLLFree}) {
         TypeParam record = this->Number(2.5);
         record.xltype |= mark;
@@ -93,39 +93,39 @@ TYPED_TEST(RecordReading, memory_marks_do_not_disturb) {
     }
 }
 
-TYPED_TEST(RecordReading, a_number_may_stand_behind_blanks) {
+TYPED_TEST(RecordReading, blanks_may_precede_a_number) {
     EXPECT_EQ(this->AsNumber(this->Str("   12")), 12.0);
     EXPECT_EQ(this->AsInt(this->Str("   12")), 12);
 }
 
-TYPED_TEST(RecordReading, a_number_may_stand_before_white_space_of_any_kind) {
+TYPED_TEST(RecordReading, white_space_of_any_kind_may_follow_a_number) {
     EXPECT_EQ(this->AsNumber(this->Str("12   ")), 12.0);
     EXPECT_EQ(this->AsNumber(this->Str(" 12 \t\n\v\f\r")), 12.0);
     EXPECT_EQ(this->AsInt(this->Str("12 \t")), 12);
 }
 
-TYPED_TEST(RecordReading, a_number_before_a_letter_is_none) {
+TYPED_TEST(RecordReading, a_number_followed_by_a_letter_is_not_a_number) {
     EXPECT_FALSE(this->AsNumber(this->Str("12a")).has_value());
     EXPECT_FALSE(this->AsNumber(this->Str("12 a")).has_value());
     EXPECT_FALSE(this->AsInt(this->Str("12a")).has_value());
     EXPECT_FALSE(this->AsBool(this->Str("12a")).has_value());
 }
 
-TYPED_TEST(RecordReading, the_empty_text_is_no_number_no_integer_and_no_boolean) {
+TYPED_TEST(RecordReading, the_empty_text_is_not_a_number_an_integer_or_a_boolean) {
     EXPECT_FALSE(this->AsNumber(this->Str("")).has_value());
     EXPECT_FALSE(this->AsInt(this->Str("")).has_value());
     EXPECT_FALSE(this->AsBool(this->Str("")).has_value());
 }
 
-TYPED_TEST(RecordReading, a_word_is_no_number) {
+TYPED_TEST(RecordReading, a_word_is_not_a_number) {
     EXPECT_FALSE(this->AsNumber(this->Str("true")).has_value());
 }
 
-TYPED_TEST(RecordReading, white_space_alone_leaves_nothing_else_behind_and_is_0) {
+TYPED_TEST(RecordReading, white_space_alone_is_0) {
     EXPECT_EQ(this->AsNumber(this->Str("  ")), 0.0);
 }
 
-TYPED_TEST(RecordReading, a_number_too_large_for_a_double_is_none) {
+TYPED_TEST(RecordReading, a_number_too_large_for_a_double_is_not_a_number) {
     EXPECT_FALSE(this->AsNumber(this->Str("1e400")).has_value());
     EXPECT_FALSE(this->AsNumber(this->Str("-1e400")).has_value());
 }
@@ -139,7 +139,7 @@ TYPED_TEST(RecordReading, a_boolean_reads_as_the_integer_1_or_0) {
     EXPECT_EQ(this->AsInt(this->Bool(false)), 0);
 }
 
-TYPED_TEST(RecordReading, a_number_is_cut_towards_zero_to_an_integer) {
+TYPED_TEST(RecordReading, a_number_is_truncated_towards_zero_to_an_integer) {
     EXPECT_EQ(this->AsInt(this->Number(2.9)), 2);
     EXPECT_EQ(this->AsInt(this->Number(-2.9)), -2);
 }
@@ -149,7 +149,7 @@ TYPED_TEST(RecordReading, the_bounds_of_an_integer_are_inclusive) {
     EXPECT_EQ(this->AsInt(this->Number(-2147483648.0)), std::numeric_limits<int>::min());
 }
 
-TYPED_TEST(RecordReading, a_number_beyond_the_bounds_is_no_integer) {
+TYPED_TEST(RecordReading, a_number_beyond_the_bounds_is_not_an_integer) {
     EXPECT_FALSE(this->AsInt(this->Number(2147483647.5)).has_value());
     EXPECT_FALSE(this->AsInt(this->Number(-2147483648.5)).has_value());
     EXPECT_FALSE(this->AsInt(this->Number(kNotANumber)).has_value());
@@ -160,18 +160,18 @@ TYPED_TEST(RecordReading, an_integer_in_a_text_is_decimal) {
     EXPECT_EQ(this->AsInt(this->Str("010")), 10);
 }
 
-TYPED_TEST(RecordReading, a_number_in_a_text_is_cut_to_an_integer) {
+TYPED_TEST(RecordReading, a_number_in_a_text_is_truncated_to_an_integer) {
     EXPECT_EQ(this->AsInt(this->Str("12.9")), 12);
     EXPECT_EQ(this->AsInt(this->Str("1e3")), 1000);
 }
 
-TYPED_TEST(RecordReading, a_text_beyond_the_bounds_is_no_integer) {
+TYPED_TEST(RecordReading, a_text_beyond_the_bounds_is_not_an_integer) {
     EXPECT_FALSE(this->AsInt(this->Str("2147483648")).has_value());
     EXPECT_FALSE(this->AsInt(this->Str("2147483647.5")).has_value());
     EXPECT_FALSE(this->AsInt(this->Str("99999999999999999999")).has_value());
 }
 
-TYPED_TEST(RecordReading, other_types_are_no_integer) {
+TYPED_TEST(RecordReading, other_types_are_not_integers) {
     for (const std::uint16_t type : kUnreadable)
         EXPECT_FALSE(this->AsInt(this->Bare(type)).has_value()) << type;
 }
@@ -193,7 +193,7 @@ TYPED_TEST(RecordReading, booleans_and_integers_other_than_0_are_true) {
     EXPECT_EQ(this->AsBool(this->Int(0)), false);
 }
 
-TYPED_TEST(RecordReading, true_and_false_are_words_in_any_mix_of_case) {
+TYPED_TEST(RecordReading, true_and_false_are_words_in_any_case) {
     for (const char* word : {"TRUE", "true", "True", "tRuE"})
         EXPECT_EQ(this->AsBool(this->Str(word)), true) << word;
     for (const char* word : {"FALSE", "false", "False", "fAlSe"})
@@ -211,12 +211,12 @@ TYPED_TEST(RecordReading, a_number_in_a_text_is_compared_with_0) {
     EXPECT_EQ(this->AsBool(this->Str("3e9")), true);
 }
 
-TYPED_TEST(RecordReading, another_word_is_no_boolean) {
+TYPED_TEST(RecordReading, another_word_is_not_a_boolean) {
     for (const char* word : {"yes", "truer", "tru", " true"})
         EXPECT_FALSE(this->AsBool(this->Str(word)).has_value()) << word;
 }
 
-TYPED_TEST(RecordReading, other_types_are_no_boolean) {
+TYPED_TEST(RecordReading, other_types_are_not_booleans) {
     for (const std::uint16_t type : kUnreadable)
         EXPECT_FALSE(this->AsBool(this->Bare(type)).has_value()) << type;
 }

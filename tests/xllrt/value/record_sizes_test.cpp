@@ -1,5 +1,5 @@
-// What copies of records refuse: the sizes that the narrow family cannot hold, and arrays whose cells cannot
-// exist. No other size.
+// The sizes that copies of records refuse: those that the narrow family cannot represent, and arrays whose
+// cells cannot exist. No other size.
 
 #include "oper_fixture.h"
 #include "tests/allocations.h"
@@ -45,7 +45,7 @@ TEST(RecordSizes, an_array_with_a_negative_count_is_refused) {
     EXPECT_FALSE(IsCopied<XLOPER>(ArrayRecord(cells.data(), 0, -1)));
 }
 
-TEST(RecordSizes, an_array_without_a_block_for_its_cells_is_refused) {
+TEST(RecordSizes, an_array_without_memory_for_its_cells_is_refused) {
     EXPECT_FALSE(IsCopied<XLOPER12>(ArrayRecord<XLOPER12>(nullptr, 1, 1)));
     EXPECT_FALSE(IsCopied<XLOPER>(ArrayRecord<XLOPER12>(nullptr, 1, 1)));
     EXPECT_FALSE(IsCopied<XLOPER12>(ArrayRecord<XLOPER>(nullptr, 1, 1)));
@@ -53,7 +53,7 @@ TEST(RecordSizes, an_array_without_a_block_for_its_cells_is_refused) {
     EXPECT_TRUE(IsCopied<XLOPER12>(ArrayRecord<XLOPER12>(nullptr, 0, 1))) << "without cells it needs none";
 }
 
-TEST(RecordSizes, an_array_of_more_cells_than_memory_has_is_refused) {
+TEST(RecordSizes, an_array_of_more_cells_than_fit_into_memory_is_refused) {
     std::array cells{NumberRecord<XLOPER12>(1.0)};
     constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
     const auto record = ArrayRecord(cells.data(), most, most);
@@ -68,7 +68,7 @@ TEST(RecordSizes, a_malformed_array_within_an_array_is_refused_with_it) {
 
 // ---- Narrow arrays with a count of 0
 
-TEST(RecordSizes, a_narrow_array_of_the_hosts_with_0_rows_is_empty_whatever_its_pointer) {
+TEST(RecordSizes, a_narrow_array_of_the_host_with_0_rows_is_empty_for_any_pointer) {
     const auto cell = std::make_unique<XLOPER>(NumberRecord<XLOPER>(1.0));
     const auto record = ArrayRecord(cell.get(), 0, 1);
     EXPECT_EQ(ArraySizeOf(record), (XlSize{0, 1}));
@@ -94,7 +94,7 @@ TEST(RecordSizes, a_malformed_array_is_not_filled) {
     EXPECT_THROW(value.Cell(0, 0), CXlOutOfRangeException);
 }
 
-TEST(RecordSizes, a_narrow_array_of_65536_rows_keeps_them_all_through_copies) {
+TEST(RecordSizes, a_narrow_array_of_65536_rows_keeps_all_of_them_in_copies) {
     const std::ptrdiff_t before = metrify::test::live_blocks();
     {
         std::vector<XLOPER12> cells(65536, NumberRecord<XLOPER12>(1.0));
@@ -113,7 +113,7 @@ TEST(RecordSizes, a_narrow_array_of_65536_rows_keeps_them_all_through_copies) {
         EXPECT_EQ(TextOf(*CellOf(&wide.record, 65535, 0)), u"last");
         const XLOPER released = narrow.record;
         DeepFree(narrow.record);
-        EXPECT_EQ(ArraySizeOf(released), (XlSize{0, 1})) << "the address means nothing any more";
+        EXPECT_EQ(ArraySizeOf(released), (XlSize{0, 1})) << "the address has no meaning any longer";
     }
     EXPECT_EQ(metrify::test::live_blocks(), before);
 }

@@ -1,4 +1,4 @@
-// What the runtime keeps for a thread.
+// The state of the runtime for a thread.
 
 #include "oper_fixture.h"
 

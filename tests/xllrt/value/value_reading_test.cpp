@@ -31,7 +31,7 @@ class ValueReading : public testing::Test {
 
 TYPED_TEST_SUITE(ValueReading, Families);
 
-// What a strict read says when it fails; both widths say the same.
+// The message of a strict read that fails; it is the same in both widths.
 template <class Read>
 std::string Complaint(Read read) {
     try {
@@ -60,7 +60,7 @@ std::string WideTextComplaint(const CXlOper& value) {
     return Complaint([&] { value.ToWideText(true); });
 }
 
-TYPED_TEST(ValueReading, a_strict_read_gives_what_can_be_read) {
+TYPED_TEST(ValueReading, a_strict_read_returns_what_can_be_read) {
     EXPECT_EQ(this->Number(2.5).ToNumber(true), 2.5);
     EXPECT_TRUE(this->Number(2.5).ToBool(true));
     EXPECT_EQ(this->Str("12").ToNumber(true), 12.0);
@@ -73,17 +73,17 @@ TYPED_TEST(ValueReading, a_lenient_read_that_fails_is_0_false_and_the_empty_text
     EXPECT_EQ(this->Missing().ToWideText(), u"");
 }
 
-TYPED_TEST(ValueReading, a_number_too_large_for_a_double_is_0_or_a_complaint) {
+TYPED_TEST(ValueReading, a_number_too_large_for_a_double_is_0_or_an_exception) {
     const CXlOper value = this->Str("1e400");
     EXPECT_EQ(value.ToNumber(), 0.0);
     EXPECT_EQ(NumberComplaint(value), "Expected number");
 }
 
-TYPED_TEST(ValueReading, a_strict_read_of_what_is_no_number_says_so) {
+TYPED_TEST(ValueReading, a_strict_read_of_what_is_not_a_number_throws) {
     EXPECT_EQ(NumberComplaint(this->Missing()), "Expected number");
 }
 
-TYPED_TEST(ValueReading, a_strict_read_of_what_is_no_boolean_says_so) {
+TYPED_TEST(ValueReading, a_strict_read_of_what_is_not_a_boolean_throws) {
     const CXlOper value = this->Str("yes");
     EXPECT_FALSE(value.ToBool());
     EXPECT_EQ(BoolComplaint(value), "Expected boolean");
@@ -94,31 +94,31 @@ TYPED_TEST(ValueReading, a_text_is_read_strictly_too) {
     EXPECT_EQ(this->Str("ft").ToWideText(true), u"ft");
 }
 
-TYPED_TEST(ValueReading, a_number_is_a_text_to_a_lenient_read_alone) {
+TYPED_TEST(ValueReading, a_number_is_a_text_only_for_a_lenient_read) {
     EXPECT_EQ(this->Number(2.5).ToText(), "2.500000");
     EXPECT_EQ(this->Number(2.5).ToWideText(), u"2.500000");
     EXPECT_EQ(TextComplaint(this->Number(2.5)), "Conversion error");
     EXPECT_EQ(WideTextComplaint(this->Number(2.5)), "Conversion error");
 }
 
-TYPED_TEST(ValueReading, a_boolean_is_a_text_to_a_lenient_read_alone) {
+TYPED_TEST(ValueReading, a_boolean_is_a_text_only_for_a_lenient_read) {
     EXPECT_EQ(this->Bool(true).ToText(), "TRUE");
     EXPECT_EQ(this->Bool(true).ToWideText(), u"TRUE");
     EXPECT_EQ(TextComplaint(this->Bool(true)), "Conversion error");
     EXPECT_EQ(WideTextComplaint(this->Bool(true)), "Conversion error");
 }
 
-TYPED_TEST(ValueReading, an_error_is_the_empty_text_to_a_lenient_read) {
+TYPED_TEST(ValueReading, an_error_is_the_empty_text_for_a_lenient_read) {
     EXPECT_EQ(this->Error(xlerrNA).ToText(), "");
     EXPECT_EQ(this->Error(xlerrNA).ToWideText(), u"");
 }
 
-TYPED_TEST(ValueReading, an_error_is_a_conversion_error_to_a_strict_read_of_a_text) {
+TYPED_TEST(ValueReading, an_error_is_a_conversion_error_for_a_strict_read_of_a_text) {
     EXPECT_EQ(TextComplaint(this->Error(xlerrNA)), "Conversion error");
     EXPECT_EQ(WideTextComplaint(this->Error(xlerrNA)), "Conversion error");
 }
 
-TEST(ValueSides, no_value_reads_as_0_false_and_the_empty_text) {
+TEST(ValueRecords, no_value_reads_as_0_false_and_the_empty_text) {
     const CXlOper value;
     EXPECT_EQ(value.ToNumber(), 0.0);
     EXPECT_FALSE(value.ToBool());
@@ -126,7 +126,7 @@ TEST(ValueSides, no_value_reads_as_0_false_and_the_empty_text) {
     EXPECT_EQ(value.ToWideText(), u"");
 }
 
-TEST(ValueSides, a_strict_read_of_no_value_names_the_type_it_wants) {
+TEST(ValueRecords, a_strict_read_of_no_value_names_the_expected_type) {
     const CXlOper value;
     EXPECT_EQ(NumberComplaint(value), "Expected number");
     EXPECT_EQ(BoolComplaint(value), "Expected boolean");
@@ -134,7 +134,7 @@ TEST(ValueSides, a_strict_read_of_no_value_names_the_type_it_wants) {
     EXPECT_EQ(WideTextComplaint(value), "Expected string");
 }
 
-TEST(ValueSides, the_wide_side_is_read_if_both_are_valid) {
+TEST(ValueRecords, the_wide_record_is_read_if_both_are_valid) {
     const XLOPER narrow = NumberRecord<XLOPER>(0.0);
     const XLOPER12 wide = NumberRecord<XLOPER12>(2.5);
     CXlOper value = CXlOper::Wrap4(&narrow);
@@ -146,7 +146,7 @@ TEST(ValueSides, the_wide_side_is_read_if_both_are_valid) {
     EXPECT_EQ(value.ToWideText(), u"2.500000");
 }
 
-TEST(ValueSides, a_narrow_text_is_widened_with_the_code_page) {
+TEST(ValueRecords, a_narrow_text_is_widened_with_the_code_page) {
     RecordOwner<XLOPER> text;
     MakeText(text.record, std::string_view("caf\xE9"));
     const CXlOper value = CXlOper::Wrap4(&text.record);
@@ -154,7 +154,7 @@ TEST(ValueSides, a_narrow_text_is_widened_with_the_code_page) {
     EXPECT_EQ(value.ToWideText(), u"caf\u00E9");
 }
 
-TEST(ValueSides, a_wide_text_is_narrowed_with_the_code_page) {
+TEST(ValueRecords, a_wide_text_is_narrowed_with_the_code_page) {
     RecordOwner<XLOPER12> text;
     MakeText(text.record, std::u16string_view(u"caf\u00E9"));
     const CXlOper value = CXlOper::Wrap12(&text.record);

@@ -17,7 +17,7 @@ class OperCells : public OperTest {};
 
 // ---- Making
 
-TEST_F(OperCells, an_array_stands_on_the_side_of_the_host) {
+TEST_F(OperCells, an_array_is_in_the_family_of_the_host) {
     CXlOper array;
     EXPECT_TRUE(array.MakeArray(2, 3));
     EXPECT_EQ(array.State(), 80);
@@ -32,7 +32,7 @@ TEST_F(OperCells, an_array_stands_on_the_side_of_the_host) {
     EXPECT_EQ(array.Record12()->xltype, 0u);
 }
 
-TEST_F(OperCells, making_an_array_gives_the_old_content_back) {
+TEST_F(OperCells, making_an_array_releases_the_old_content) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     CXlOper array;
@@ -41,7 +41,7 @@ TEST_F(OperCells, making_an_array_gives_the_old_content_back) {
     EXPECT_EQ(ReleaseNotes::lines, std::vector<std::string>{"12 xlFree \"abc\""});
 }
 
-TEST_F(OperCells, the_narrow_side_takes_65536_rows_and_no_more) {
+TEST_F(OperCells, a_narrow_array_has_at_most_65536_rows) {
     HostIsNarrow();
     CXlOper array;
     EXPECT_TRUE(array.MakeArray(65536, 1));
@@ -51,7 +51,7 @@ TEST_F(OperCells, the_narrow_side_takes_65536_rows_and_no_more) {
     EXPECT_EQ(array.Record4()->xltype, 0u);
 }
 
-TEST_F(OperCells, the_narrow_side_takes_256_columns_and_no_more) {
+TEST_F(OperCells, a_narrow_array_has_at_most_256_columns) {
     HostIsNarrow();
     CXlOper array;
     EXPECT_TRUE(array.MakeArray(1, 256));
@@ -60,13 +60,13 @@ TEST_F(OperCells, the_narrow_side_takes_256_columns_and_no_more) {
     EXPECT_EQ(array.State(), 0);
 }
 
-TEST_F(OperCells, the_wide_side_takes_65537_rows) {
+TEST_F(OperCells, a_wide_array_may_have_65537_rows) {
     CXlOper array;
     EXPECT_TRUE(array.MakeArray(65537, 1));
     EXPECT_EQ(array.Dimensions(), (XlSize{65537, 1}));
 }
 
-TEST_F(OperCells, the_wide_side_takes_1048576_rows_and_no_more) {
+TEST_F(OperCells, a_wide_array_has_at_most_1048576_rows) {
     CXlOper array;
     EXPECT_TRUE(array.MakeArray(1048576, 1));
     EXPECT_EQ(array.Dimensions(), (XlSize{1048576, 1}));
@@ -74,14 +74,14 @@ TEST_F(OperCells, the_wide_side_takes_1048576_rows_and_no_more) {
     EXPECT_EQ(array.State(), 0);
 }
 
-TEST_F(OperCells, the_narrow_side_does_not_take_1048577_rows) {
+TEST_F(OperCells, a_narrow_array_cannot_have_1048577_rows) {
     HostIsNarrow();
     CXlOper array;
     EXPECT_FALSE(array.MakeArray(1048577, 1));
     EXPECT_EQ(array.State(), 0);
 }
 
-TEST_F(OperCells, the_wide_side_takes_16384_columns_and_no_more) {
+TEST_F(OperCells, a_wide_array_has_at_most_16384_columns) {
     CXlOper array;
     EXPECT_TRUE(array.MakeArray(1, 16384));
     EXPECT_EQ(array.Dimensions(), (XlSize{1, 16384}));
@@ -129,7 +129,7 @@ TEST_F(OperCells, all_scalars_fill_an_array) {
     EXPECT_EQ(Rendered(*array.Record12()), "{nil,nil}");
 }
 
-TEST_F(OperCells, what_is_no_array_cannot_be_filled) {
+TEST_F(OperCells, only_an_array_can_be_filled) {
     const CXlOper fill(1.0);
     CXlOper number(2.5);
     EXPECT_EQ(MessageOf<CXlIllegalArgumentException>([&] { number.Fill(&fill); }), kIllegalArgument);
@@ -146,7 +146,7 @@ TEST_F(OperCells, a_null_source_does_not_fill) {
     EXPECT_EQ(Rendered(*array.Record12()), "{1,1}");
 }
 
-TEST_F(OperCells, what_is_no_scalar_does_not_fill) {
+TEST_F(OperCells, only_a_scalar_fills_an_array) {
     CXlOper array;
     const CXlOper fill(1.0);
     array.MakeArray(1, 2, &fill);
@@ -162,7 +162,7 @@ TEST_F(OperCells, what_is_no_scalar_does_not_fill) {
     EXPECT_EQ(array.State(), 80);
 }
 
-TEST_F(OperCells, a_text_too_long_for_the_narrow_side_does_not_fill) {
+TEST_F(OperCells, a_text_too_long_for_the_narrow_family_does_not_fill) {
     CXlOper text;
     text.SetText(std::u16string(256, u'x'));
     HostIsNarrow();
@@ -173,7 +173,7 @@ TEST_F(OperCells, a_text_too_long_for_the_narrow_side_does_not_fill) {
 
 // ---- Cells
 
-TEST_F(OperCells, a_view_of_a_cell_lies_in_the_array_at_row_times_columns_plus_column) {
+TEST_F(OperCells, a_view_of_a_cell_is_in_the_array_at_row_times_columns_plus_column) {
     CXlOper array;
     array.MakeArray(2, 3);
     EXPECT_EQ(array.Cell(1, 2)->Record12(), array.Record12()->val.array.lparray + 5);
@@ -197,7 +197,7 @@ TEST_F(OperCells, what_is_set_in_a_cell_stays_in_the_array) {
     EXPECT_EQ(array.State(), 80);
 }
 
-TEST_F(OperCells, a_cell_of_a_narrow_array_is_set_likewise) {
+TEST_F(OperCells, a_cell_of_a_narrow_array_is_set_in_the_same_way) {
     HostIsNarrow();
     CXlOper array;
     array.MakeArray(1, 2);
@@ -206,7 +206,7 @@ TEST_F(OperCells, a_cell_of_a_narrow_array_is_set_likewise) {
     EXPECT_EQ(Rendered(*array.Record4()), "{\"abc\",-3i}");
 }
 
-TEST_F(OperCells, a_cell_that_is_set_anew_releases_what_it_held) {
+TEST_F(OperCells, a_cell_that_is_set_again_releases_its_old_content) {
     CXlOper array;
     array.MakeArray(1, 1);
     array.Cell(0, 0)->SetText("abc");
@@ -311,7 +311,7 @@ TEST_F(OperCells, a_matrix_has_no_single_index) {
     CXlOper error;
     error.SetError(xlerrNA);
     EXPECT_EQ(MessageOf<CXlOutOfRangeException>([&] { error.VectorCell(0); }), kOutOfRange)
-        << "nor has what has no dimensions";
+        << "nor has a value without dimensions";
 }
 
 } // namespace

@@ -20,7 +20,7 @@ TEST_F(OperCopy, of_a_wrapped_text_is_owned) {
     EXPECT_NE(copy.Record12()->val.str, text);
 }
 
-TEST_F(OperCopy, of_a_narrow_text_stays_on_the_narrow_side) {
+TEST_F(OperCopy, of_a_narrow_text_stays_narrow) {
     char text[] = "\3abc";
     const auto record = TextRecord<XLOPER>(text);
     CXlOper copy;
@@ -36,7 +36,7 @@ TEST_F(OperCopy, of_a_number_is_valid_and_not_owned) {
     EXPECT_EQ(copy.ToNumber(), 2.5);
 }
 
-TEST_F(OperCopy, of_what_the_host_filled_is_not_the_hosts) {
+TEST_F(OperCopy, of_what_the_host_filled_is_not_owned_by_the_host) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     CXlOper source;
@@ -46,7 +46,7 @@ TEST_F(OperCopy, of_what_the_host_filled_is_not_the_hosts) {
     EXPECT_EQ(source.State(), 96);
 }
 
-TEST_F(OperCopy, of_both_valid_sides_has_both) {
+TEST_F(OperCopy, of_two_valid_records_has_both) {
     CXlOper source;
     source.SetText("wide");
     char text[] = "\6narrow";
@@ -88,7 +88,7 @@ TEST_F(OperCopy, onto_itself_does_nothing) {
     EXPECT_EQ(value.Record12()->val.str, text);
 }
 
-TEST_F(OperCopy, by_assignment_gives_the_old_content_back) {
+TEST_F(OperCopy, by_assignment_releases_the_old_content) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     CXlOper value;

@@ -1,4 +1,4 @@
-// What values say they are, and how many rows and columns they have.
+// The types and the dimensions of values.
 
 #include "oper_fixture.h"
 
@@ -12,7 +12,7 @@ class OperKind : public OperTest {};
 
 // ---- Types
 
-TEST_F(OperKind, memory_marks_do_not_disturb_the_type) {
+TEST_F(OperKind, memory_marks_do_not_change_the_type) {
     for (const unsigned mark : {0x1000u, 0x4000u}) {
         auto error = PlainRecord<XLOPER12>(xltypeErr);
         error.xltype |= mark;
@@ -56,12 +56,12 @@ void ExpectKinds() {
     EXPECT_EQ(KindsOf<Record>(xltypeBigData), "") << "neither text nor integer";
 }
 
-TEST_F(OperKind, the_tests_tell_the_types_apart) {
+TEST_F(OperKind, the_tests_distinguish_the_types) {
     ExpectKinds<XLOPER12>();
     ExpectKinds<XLOPER>();
 }
 
-TEST_F(OperKind, with_both_sides_valid_the_wide_one_is_tested) {
+TEST_F(OperKind, with_two_valid_records_the_wide_one_is_tested) {
     CXlOper value(2.5);
     const auto narrow = ErrorRecord<XLOPER>(xlerrNA);
     value.CopyFrom(CXlOper::Wrap4(&narrow));
@@ -72,7 +72,7 @@ TEST_F(OperKind, with_both_sides_valid_the_wide_one_is_tested) {
 
 // ---- Dimensions
 
-TEST_F(OperKind, scalars_measure_1_by_1) {
+TEST_F(OperKind, scalars_are_1_by_1) {
     CXlOper value(2.5);
     EXPECT_EQ(value.Dimensions(), (XlSize{1, 1}));
     value.SetText("abc");
@@ -83,7 +83,7 @@ TEST_F(OperKind, scalars_measure_1_by_1) {
     EXPECT_EQ(value.Dimensions(), (XlSize{1, 1}));
 }
 
-TEST_F(OperKind, arrays_measure_rows_by_columns) {
+TEST_F(OperKind, arrays_are_rows_by_columns) {
     CXlOper array;
     array.MakeArray(2, 3);
     EXPECT_EQ(array.Dimensions(), (XlSize{2, 3}));
@@ -91,7 +91,7 @@ TEST_F(OperKind, arrays_measure_rows_by_columns) {
     EXPECT_EQ(array.RefDimensions(false), (XlSize{2, 3}));
 }
 
-TEST_F(OperKind, all_else_measures_0_by_0) {
+TEST_F(OperKind, everything_else_is_0_by_0) {
     EXPECT_EQ(CXlOper().Dimensions(), (XlSize{0, 0}));
     CXlOper value;
     value.SetError(xlerrNA);
@@ -103,7 +103,7 @@ TEST_F(OperKind, all_else_measures_0_by_0) {
     EXPECT_EQ(CXlOper::Wrap12(&reference).Dimensions(), (XlSize{0, 0}));
 }
 
-TEST_F(OperKind, a_single_reference_measures_last_minus_first_plus_1) {
+TEST_F(OperKind, a_single_reference_is_last_minus_first_plus_1) {
     const auto wide = SingleReferenceRecord<XLOPER12>({4, 9, 2, 3});
     EXPECT_EQ(CXlOper::Wrap12(&wide).RefDimensions(false), (XlSize{6, 2}));
     EXPECT_EQ(CXlOper::Wrap12(&wide).RefDimensions(true), (XlSize{6, 2}));
@@ -111,7 +111,7 @@ TEST_F(OperKind, a_single_reference_measures_last_minus_first_plus_1) {
     EXPECT_EQ(CXlOper::Wrap4(&narrow).RefDimensions(false), (XlSize{65536, 256}));
 }
 
-TEST_F(OperKind, a_reference_measures_its_first_rectangle) {
+TEST_F(OperKind, a_reference_has_the_dimensions_of_its_first_rectangle) {
     TwoRectangles12 wide{{2, {{0, 2, 0, 4}}}, {0, 99, 0, 99}};
     const auto record12 = ReferenceRecord<XLOPER12>(wide.list);
     EXPECT_EQ(CXlOper::Wrap12(&record12).RefDimensions(false), (XlSize{3, 5}));
@@ -120,7 +120,7 @@ TEST_F(OperKind, a_reference_measures_its_first_rectangle) {
     EXPECT_EQ(CXlOper::Wrap4(&record4).RefDimensions(true), (XlSize{3, 5}));
 }
 
-TEST_F(OperKind, a_reference_without_rectangle_measures_0_by_0) {
+TEST_F(OperKind, a_reference_without_rectangle_is_0_by_0) {
     XLMREF12 list{0, {{0, 2, 0, 4}}};
     const auto record = ReferenceRecord<XLOPER12>(list);
     EXPECT_EQ(CXlOper::Wrap12(&record).RefDimensions(false), (XlSize{0, 0}));

@@ -1,4 +1,4 @@
-// What is released, when, and by whom, where a value that has a content is set, copied onto or emptied.
+// What is released, when and by whom, if a value with content is set, copied onto or emptied.
 
 #include "oper_fixture.h"
 #include "tests/allocations.h"
@@ -20,7 +20,7 @@ class OperRelease : public OperTest {
     }
 };
 
-// ---- Copies onto a content
+// ---- Copies onto content
 
 TEST_F(OperRelease, a_copy_onto_owned_content_releases_it) {
     const std::ptrdiff_t before = test::live_blocks();
@@ -48,14 +48,14 @@ TEST_F(OperRelease, a_copy_onto_an_owned_array_releases_its_texts) {
     EXPECT_EQ(test::live_blocks(), before);
 }
 
-TEST_F(OperRelease, a_copy_onto_what_the_host_filled_gives_it_back) {
+TEST_F(OperRelease, a_copy_onto_what_the_host_filled_returns_it_to_the_host) {
     const ReleaseNotes host;
     XCHAR wide[] = u"\3abc";
     char narrow[] = "\3def";
     CXlOper value;
     value.TakeFromHost(TextRecord<XLOPER12>(wide));
     value.CopyFrom(Text("new"));
-    EXPECT_EQ(value.State(), 80) << "not the host's any more";
+    EXPECT_EQ(value.State(), 80) << "no longer owned by the host";
     value.TakeFromHost(TextRecord<XLOPER>(narrow));
     const auto number = NumberRecord<XLOPER>(2.5);
     value.CopyFrom(CXlOper::Wrap4(&number));
@@ -64,7 +64,7 @@ TEST_F(OperRelease, a_copy_onto_what_the_host_filled_gives_it_back) {
     EXPECT_EQ(ReleaseNotes::lines, expected);
 }
 
-TEST_F(OperRelease, a_copy_of_one_side_leaves_the_other_one) {
+TEST_F(OperRelease, a_copy_of_one_record_keeps_the_other_one) {
     CXlOper value = Text("wide");
     const auto number = NumberRecord<XLOPER>(2.5);
     value.CopyFrom(CXlOper::Wrap4(&number));
@@ -72,7 +72,7 @@ TEST_F(OperRelease, a_copy_of_one_side_leaves_the_other_one) {
     EXPECT_EQ(Rendered(*value.Record12()), "\"wide\"");
 }
 
-TEST_F(OperRelease, a_copy_that_fails_leaves_the_content_and_the_state) {
+TEST_F(OperRelease, a_copy_that_fails_keeps_the_content_and_the_state) {
     const ReleaseNotes host;
     const auto flow = PlainRecord<XLOPER12>(xltypeFlow);
     const CXlOper source = CXlOper::Wrap12(&flow);
@@ -105,7 +105,7 @@ TEST_F(OperRelease, after_a_copy_that_failed_another_one_succeeds) {
     EXPECT_EQ(Rendered(*value.Record12()), "\"abc\"");
 }
 
-TEST_F(OperRelease, a_side_that_cannot_be_copied_does_not_keep_the_other_from_it) {
+TEST_F(OperRelease, a_record_that_cannot_be_copied_does_not_prevent_the_copy_of_the_other) {
     const auto narrow_flow = PlainRecord<XLOPER>(xltypeFlow);
     CXlOper source = CXlOper::Wrap4(&narrow_flow);
     source.CopyFrom(Text("abc"));
@@ -116,7 +116,7 @@ TEST_F(OperRelease, a_side_that_cannot_be_copied_does_not_keep_the_other_from_it
     EXPECT_EQ(Rendered(*copy.Record12()), "\"abc\"");
 }
 
-TEST_F(OperRelease, a_cell_that_the_host_fills_gets_a_copy_and_the_host_its_own_back) {
+TEST_F(OperRelease, a_cell_that_the_host_fills_gets_a_copy_and_the_host_its_record_back) {
     const ReleaseNotes host;
     {
         XCHAR wide[] = u"\3abc";
@@ -178,7 +178,7 @@ TEST_F(OperRelease, every_form_of_a_text_takes_the_flag) {
     overwrites([](CXlOper& value, bool first) { value.SetMissing(first); });
 }
 
-TEST_F(OperRelease, a_text_frees_first_where_nothing_is_said) {
+TEST_F(OperRelease, a_text_frees_first_by_default) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     CXlOper value;
@@ -205,7 +205,7 @@ TEST_F(OperRelease, filling_an_array_releases_its_old_texts) {
     EXPECT_EQ(test::live_blocks(), before);
 }
 
-TEST_F(OperRelease, filling_a_wrapped_array_leaves_the_texts_of_the_host_alone) {
+TEST_F(OperRelease, filling_a_wrapped_array_does_not_release_the_texts_of_the_host) {
     XCHAR text[] = u"\3abc";
     XLOPER12 cell = TextRecord<XLOPER12>(text);
     const auto record = ArrayRecord(&cell, 1, 1);
@@ -218,7 +218,7 @@ TEST_F(OperRelease, filling_a_wrapped_array_leaves_the_texts_of_the_host_alone) 
 
 // ---- The order of Free
 
-// What the value looked like when the host was asked to take its record back.
+// The value at the time when its record was returned to the host.
 struct AtRelease {
     CXlOper* value;
     std::vector<std::string> lines;
@@ -246,7 +246,7 @@ Excel12Entry FindNoteRelease12() {
     return NoteRelease12;
 }
 
-TEST_F(OperRelease, the_narrow_side_goes_first_then_the_wide_one_then_the_state) {
+TEST_F(OperRelease, the_narrow_record_is_released_first_then_the_wide_one_then_the_state) {
     ConnectHost({.excel4 = NoteRelease4, .find_entry = FindNoteRelease12});
     SetHostVersion(12);
     CXlOper value;
@@ -266,7 +266,7 @@ TEST_F(OperRelease, the_narrow_side_goes_first_then_the_wide_one_then_the_state)
     at_release = nullptr;
 }
 
-// ---- Records given back
+// ---- Records that the host has released
 
 TEST_F(OperRelease, a_text_is_released_with_its_mark_or_without) {
     const std::ptrdiff_t before = test::live_blocks();

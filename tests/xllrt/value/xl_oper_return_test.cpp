@@ -1,4 +1,4 @@
-// Values handed to the host, and their records when it is done with them.
+// Values returned to the host, and the release of their records.
 
 #include "oper_fixture.h"
 #include "xllrt/app/xll_exports.h"
@@ -9,16 +9,16 @@ using namespace metrify;
 
 class OperReturn : public OperTest {
   protected:
-    // What a host of either family is handed.
+    // The records that hosts of the two families get.
     static std::string Returned12(CXlOper& value) { return Rendered(*value.ReturnValue12()); }
     static std::string Returned4(CXlOper& value) { return Rendered(*value.ReturnValue4()); }
 };
 
-TEST_F(OperReturn, hands_out_the_record_of_the_thread) {
+TEST_F(OperReturn, returns_the_record_of_the_thread) {
     CXlOper value(2.5);
     XLOPER12* wide = value.ReturnValue12();
     EXPECT_EQ(wide, &ThisThreadState().return12);
-    EXPECT_EQ(wide->xltype, 1u) << "unmarked, for there is nothing to release";
+    EXPECT_EQ(wide->xltype, 1u) << "unmarked, since there is nothing to release";
     EXPECT_EQ(wide->val.num, 2.5);
     EXPECT_EQ(value.ReturnValue4(), &ThisThreadState().return4);
 }
@@ -29,8 +29,8 @@ TEST_F(OperReturn, an_owned_wide_text_moves) {
     const XCHAR* text = value.Record12()->val.str;
     const XLOPER12* record = value.ReturnValue12();
     EXPECT_EQ(record->val.str, text) << "moved, not copied";
-    EXPECT_EQ(record->xltype, 0x4002u) << "the host is to give it back";
-    EXPECT_EQ(value.State(), 64) << "the value releases nothing any more";
+    EXPECT_EQ(record->xltype, 0x4002u) << "marked for release by the host";
+    EXPECT_EQ(value.State(), 64) << "the value releases nothing any longer";
 }
 
 TEST_F(OperReturn, an_owned_narrow_text_moves) {
@@ -65,7 +65,7 @@ TEST_F(OperReturn, a_returned_text_outlives_its_value) {
     EXPECT_EQ(TextOf(*record), u"abc");
 }
 
-TEST_F(OperReturn, the_next_one_takes_the_place_of_a_text_that_was_never_given_back) {
+TEST_F(OperReturn, the_next_one_replaces_a_text_that_was_never_released) {
     CXlOper first;
     first.SetText("abc");
     const XLOPER12* record = first.ReturnValue12();
@@ -75,21 +75,22 @@ TEST_F(OperReturn, the_next_one_takes_the_place_of_a_text_that_was_never_given_b
     EXPECT_EQ(record->val.num, 2.5);
 }
 
-TEST_F(OperReturn, a_wrapped_text_is_handed_out_as_it_is) {
+TEST_F(OperReturn, a_wrapped_text_is_returned_unchanged) {
     XCHAR text[] = u"\3abc";
     const auto source = TextRecord<XLOPER12>(text);
     CXlOper value = CXlOper::Wrap12(&source);
     const XLOPER12* record = value.ReturnValue12();
     EXPECT_EQ(record->val.str, text);
-    EXPECT_EQ(record->xltype, 2u) << "unmarked, for it is not ours";
+    EXPECT_EQ(record->xltype, 2u) << "unmarked, since it is not owned";
 }
 
-TEST_F(OperReturn, of_the_marks_of_a_wrapped_record_only_the_one_of_ownership_is_dropped) {
+TEST_F(OperReturn, of_the_marks_of_a_wrapped_record_only_that_of_ownership_is_removed) {
     XLOPER12 source{};
     source.xltype = 0x5001;
     source.val.num = 2.5;
     CXlOper value = CXlOper::Wrap12(&source);
-    EXPECT_EQ(value.ReturnValue12()->xltype, 0x1001u) << "else memory of the host would be given back here";
+    EXPECT_EQ(value.ReturnValue12()->xltype, 0x1001u)
+        << "otherwise memory of the host would be released here";
 }
 
 TEST_F(OperReturn, what_the_host_filled_is_copied) {
@@ -101,7 +102,7 @@ TEST_F(OperReturn, what_the_host_filled_is_copied) {
     EXPECT_EQ(record->xltype, 0x4002u);
     EXPECT_NE(record->val.str, text);
     EXPECT_EQ(TextOf(*record), u"abc");
-    EXPECT_EQ(value.State(), 96) << "it still goes back to the host";
+    EXPECT_EQ(value.State(), 96) << "it is still returned to the host";
 }
 
 TEST_F(OperReturn, what_a_narrow_host_filled_is_copied) {
@@ -135,7 +136,7 @@ TEST_F(OperReturn, what_was_built_before_the_host_was_known_is_converted) {
     const XLOPER12* record = value.ReturnValue12();
     EXPECT_EQ(record->xltype, 0x4002u);
     EXPECT_EQ(TextOf(*record), u"abc");
-    EXPECT_EQ(value.State(), 5) << "the value keeps its own";
+    EXPECT_EQ(value.State(), 5) << "the value keeps its record";
 }
 
 TEST_F(OperReturn, a_wide_value_is_converted_for_a_narrow_host) {
@@ -189,7 +190,7 @@ TEST_F(OperReturn, a_narrow_minus_1_is_minus_1_for_a_wide_host) {
     EXPECT_EQ(Returned12(value), "-1i");
 }
 
-TEST_F(OperReturn, of_both_sides_that_of_the_host_is_handed_out) {
+TEST_F(OperReturn, of_two_records_that_of_the_hosts_family_is_returned) {
     CXlOper value(2.5);
     const auto narrow = NumberRecord<XLOPER>(1.5);
     value.CopyFrom(CXlOper::Wrap4(&narrow));
@@ -197,9 +198,9 @@ TEST_F(OperReturn, of_both_sides_that_of_the_host_is_handed_out) {
     EXPECT_EQ(Returned4(value), "1.5");
 }
 
-// ---- Given back
+// ---- Released by the host
 
-TEST_F(OperReturn, a_text_given_back_leaves_an_empty_record) {
+TEST_F(OperReturn, a_released_text_leaves_an_empty_record) {
     CXlOper value;
     value.SetText("abc");
     XLOPER12* record = value.ReturnValue12();
@@ -208,7 +209,7 @@ TEST_F(OperReturn, a_text_given_back_leaves_an_empty_record) {
     EXPECT_EQ(record->val.str, nullptr);
 }
 
-TEST_F(OperReturn, a_record_may_be_given_back_twice) {
+TEST_F(OperReturn, a_record_may_be_released_twice) {
     CXlOper value;
     value.SetText("abc");
     XLOPER12* record = value.ReturnValue12();
@@ -217,7 +218,7 @@ TEST_F(OperReturn, a_record_may_be_given_back_twice) {
     EXPECT_EQ(record->xltype, 0u);
 }
 
-TEST_F(OperReturn, a_narrow_record_may_be_given_back_twice) {
+TEST_F(OperReturn, a_narrow_record_may_be_released_twice) {
     HostIsNarrow();
     CXlOper value;
     value.SetText("abc");
@@ -228,7 +229,7 @@ TEST_F(OperReturn, a_narrow_record_may_be_given_back_twice) {
     EXPECT_EQ(record->xltype, 0u);
 }
 
-TEST_F(OperReturn, an_array_with_texts_given_back_leaves_an_empty_record) {
+TEST_F(OperReturn, a_released_array_with_texts_leaves_an_empty_record) {
     CXlOper value;
     CXlOper fill;
     fill.SetText("abc");
@@ -239,7 +240,7 @@ TEST_F(OperReturn, an_array_with_texts_given_back_leaves_an_empty_record) {
     EXPECT_EQ(record->val.array.lparray, nullptr);
 }
 
-TEST_F(OperReturn, a_reference_given_back_leaves_an_empty_record) {
+TEST_F(OperReturn, a_released_reference_leaves_an_empty_record) {
     XLMREF12 list{1, {{0, 0, 0, 0}}};
     const auto source = ReferenceRecord<XLOPER12>(list);
     const CXlOper wrapped = CXlOper::Wrap12(&source);
@@ -251,7 +252,7 @@ TEST_F(OperReturn, a_reference_given_back_leaves_an_empty_record) {
     EXPECT_EQ(record->val.mref.lpmref, nullptr);
 }
 
-TEST_F(OperReturn, a_null_record_given_back_is_ignored) {
+TEST_F(OperReturn, the_release_of_a_null_record_is_ignored) {
     CXlOper value(2.5);
     const XLOPER12* record = value.ReturnValue12();
     xlAutoFree12(nullptr);
@@ -259,14 +260,14 @@ TEST_F(OperReturn, a_null_record_given_back_is_ignored) {
     EXPECT_EQ(Rendered(*record), "2.5");
 }
 
-TEST_F(OperReturn, a_record_without_memory_stays_as_it_is_when_given_back) {
+TEST_F(OperReturn, a_record_without_memory_is_unchanged_by_its_release) {
     CXlOper value(2.5);
     XLOPER12* record = value.ReturnValue12();
     xlAutoFree12(record);
     EXPECT_EQ(Rendered(*record), "2.5");
 }
 
-TEST_F(OperReturn, after_a_text_was_given_back_the_next_one_finds_nothing_to_release) {
+TEST_F(OperReturn, after_a_text_was_released_the_next_one_finds_nothing_to_release) {
     CXlOper first;
     first.SetText("abc");
     xlAutoFree12(first.ReturnValue12());

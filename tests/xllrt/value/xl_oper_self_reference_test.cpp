@@ -1,4 +1,4 @@
-// Values that are set to a part of themselves: the old content is released after the new one was taken.
+// Values that are set to a part of themselves: the old content is released after the new one was copied.
 
 #include "oper_fixture.h"
 #include "tests/allocations.h"
@@ -81,7 +81,7 @@ TEST_F(OperSelfReference, a_cell_may_be_assigned_itself_and_another_cell) {
     EXPECT_EQ(test::live_blocks(), before);
 }
 
-TEST_F(OperSelfReference, a_value_may_be_assigned_what_wraps_its_own_record) {
+TEST_F(OperSelfReference, a_value_may_be_assigned_a_wrapper_of_its_own_record) {
     CXlOper value;
     value.SetText("abc");
     const CXlOper wrapped = CXlOper::Wrap12(value.Record12());
@@ -159,7 +159,7 @@ TEST_F(OperSelfReference, an_array_may_be_set_to_the_text_of_one_of_its_cells) {
 
 // ---- Views of scalars
 
-TEST_F(OperSelfReference, a_set_through_the_view_of_a_scalar_sets_the_value_which_owns_it) {
+TEST_F(OperSelfReference, a_set_through_the_view_of_a_scalar_sets_the_scalar_itself) {
     const std::ptrdiff_t before = test::live_blocks();
     {
         CXlOper value(2.5);
@@ -173,7 +173,7 @@ TEST_F(OperSelfReference, a_set_through_the_view_of_a_scalar_sets_the_value_whic
     EXPECT_EQ(test::live_blocks(), before);
 }
 
-TEST_F(OperSelfReference, a_set_through_the_view_of_a_wrapped_scalar_leaves_the_memory_of_the_host_alone) {
+TEST_F(OperSelfReference, a_set_through_the_view_of_a_wrapped_scalar_does_not_release_memory_of_the_host) {
     XCHAR text[] = u"\3abc";
     const auto record = TextRecord<XLOPER12>(text);
     CXlOper value = CXlOper::Wrap12(&record);
@@ -182,7 +182,7 @@ TEST_F(OperSelfReference, a_set_through_the_view_of_a_wrapped_scalar_leaves_the_
     EXPECT_EQ(TextOf(record), u"abc");
 }
 
-TEST_F(OperSelfReference, a_set_through_the_view_of_a_scalar_of_the_host_gives_it_back) {
+TEST_F(OperSelfReference, a_set_through_the_view_of_a_scalar_of_the_host_returns_it_to_the_host) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     CXlOper value;
@@ -208,12 +208,12 @@ TEST_F(OperSelfReference, a_cell_is_its_own_cell_as_a_part_of_its_array) {
     CXlCellView inner = outer->Cell(0, 0);
     EXPECT_EQ(inner->Record12(), array.Record12()->val.array.lparray);
     EXPECT_EQ(inner->State(), 80);
-    EXPECT_NE(&*inner, &*outer) << "it does not depend on the view that it was asked of";
+    EXPECT_NE(&*inner, &*outer) << "it does not depend on the view that it was made from";
 }
 
 // ---- A second return
 
-TEST_F(OperSelfReference, a_value_whose_memory_was_handed_out_returns_as_the_error_value) {
+TEST_F(OperSelfReference, a_value_whose_memory_was_returned_is_then_the_error_value) {
     CXlOper value;
     value.SetText("abc");
     AutoFree12(value.ReturnValue12());
@@ -228,7 +228,7 @@ TEST_F(OperSelfReference, a_value_whose_memory_was_handed_out_returns_as_the_err
     EXPECT_EQ(Rendered(*value.ReturnValue4()), "#15");
 }
 
-TEST_F(OperSelfReference, a_second_return_before_the_host_gave_the_first_one_back_releases_it_once) {
+TEST_F(OperSelfReference, a_second_return_before_the_release_of_the_first_releases_it_once) {
     const std::ptrdiff_t before = test::live_blocks();
     CXlOper value;
     value.SetText("abc");
@@ -237,7 +237,7 @@ TEST_F(OperSelfReference, a_second_return_before_the_host_gave_the_first_one_bac
     EXPECT_EQ(test::live_blocks(), before);
 }
 
-TEST_F(OperSelfReference, what_has_no_memory_of_its_own_is_returned_again) {
+TEST_F(OperSelfReference, a_value_without_memory_can_be_returned_again) {
     CXlOper number(2.5);
     number.ReturnValue12();
     EXPECT_EQ(Rendered(*number.ReturnValue12()), "2.5");

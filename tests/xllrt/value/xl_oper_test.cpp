@@ -1,4 +1,4 @@
-// Values: what they are built from, and who owns what is behind them.
+// Values: how they are built, and who owns the memory that they point at.
 
 #include "oper_fixture.h"
 
@@ -25,7 +25,7 @@ TEST_F(Oper, starts_without_value) {
     EXPECT_EQ(value.Record12()->val.num, 0.0);
 }
 
-TEST_F(Oper, a_number_stands_on_the_wide_side_for_a_wide_host) {
+TEST_F(Oper, a_number_is_wide_for_a_wide_host) {
     const CXlOper value(2.5);
     EXPECT_EQ(value.State(), 64);
     EXPECT_EQ(value.Record12()->xltype, 1u);
@@ -33,7 +33,7 @@ TEST_F(Oper, a_number_stands_on_the_wide_side_for_a_wide_host) {
     EXPECT_EQ(value.Record4()->xltype, 0u);
 }
 
-TEST_F(Oper, a_number_stands_on_the_narrow_side_for_a_narrow_host) {
+TEST_F(Oper, a_number_is_narrow_for_a_narrow_host) {
     HostIsNarrow();
     const CXlOper value(2.5);
     EXPECT_EQ(value.State(), 4);
@@ -42,7 +42,7 @@ TEST_F(Oper, a_number_stands_on_the_narrow_side_for_a_narrow_host) {
     EXPECT_EQ(value.Record12()->xltype, 0u);
 }
 
-TEST_F(Oper, a_boolean_stands_on_the_wide_side_for_a_wide_host) {
+TEST_F(Oper, a_boolean_is_wide_for_a_wide_host) {
     const CXlOper yes(true);
     const CXlOper no(false);
     EXPECT_EQ(yes.State(), 64);
@@ -52,7 +52,7 @@ TEST_F(Oper, a_boolean_stands_on_the_wide_side_for_a_wide_host) {
     EXPECT_EQ(no.Record12()->val.xbool, 0);
 }
 
-TEST_F(Oper, a_boolean_stands_on_the_narrow_side_for_a_narrow_host) {
+TEST_F(Oper, a_boolean_is_narrow_for_a_narrow_host) {
     HostIsNarrow();
     const CXlOper value(true);
     EXPECT_EQ(value.State(), 4);
@@ -67,7 +67,7 @@ TEST_F(Oper, version_12_is_the_first_wide_one) {
     EXPECT_EQ(CXlOper(1.0).State(), 4);
 }
 
-TEST_F(Oper, built_before_the_host_is_known_it_holds_the_narrow_side) {
+TEST_F(Oper, is_narrow_if_built_before_the_host_is_known) {
     ConnectHost({});
     EXPECT_EQ(CXlOper(2.5).State(), 4);
 }
@@ -87,7 +87,7 @@ TEST_F(Oper, a_wrapped_narrow_record_is_copied_bitwise_and_not_owned) {
     char text[] = "\3abc";
     const auto record = TextRecord<XLOPER>(text);
     const CXlOper value = CXlOper::Wrap4(&record);
-    EXPECT_EQ(value.State(), 4) << "whatever the host";
+    EXPECT_EQ(value.State(), 4) << "for any host";
     EXPECT_EQ(value.Record4()->xltype, 2u);
     EXPECT_EQ(value.Record4()->val.str, text);
 }
@@ -99,7 +99,7 @@ TEST_F(Oper, a_null_pointer_wrapped_is_no_value) {
 
 // ---- Setters
 
-TEST_F(Oper, setters_leave_the_wide_side_valid_for_a_wide_host) {
+TEST_F(Oper, setters_make_the_wide_record_valid_for_a_wide_host) {
     CXlOper value;
     value.SetBool(1);
     EXPECT_EQ(value.State(), 64);
@@ -118,7 +118,7 @@ TEST_F(Oper, setters_leave_the_wide_side_valid_for_a_wide_host) {
     EXPECT_EQ(value.Record12()->xltype, 128u);
 }
 
-TEST_F(Oper, setters_leave_the_narrow_side_valid_for_a_narrow_host) {
+TEST_F(Oper, setters_make_the_narrow_record_valid_for_a_narrow_host) {
     HostIsNarrow();
     CXlOper value;
     value.SetBool(1);
@@ -145,7 +145,7 @@ TEST_F(Oper, a_narrow_integer_keeps_the_low_16_bits) {
     EXPECT_EQ(value.Record4()->val.w, 5);
 }
 
-TEST_F(Oper, a_setter_empties_the_other_side) {
+TEST_F(Oper, a_setter_empties_the_other_record) {
     HostIsNarrow();
     CXlOper value(2.5);
     HostIsWide();
@@ -155,7 +155,7 @@ TEST_F(Oper, a_setter_empties_the_other_side) {
     EXPECT_EQ(value.Record4()->val.num, 0.0);
 }
 
-TEST_F(Oper, a_setter_that_frees_first_gives_the_old_content_back) {
+TEST_F(Oper, a_setter_that_frees_first_releases_the_old_content) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     CXlOper value;
@@ -199,34 +199,34 @@ TEST_F(Oper, a_text_begins_with_its_length) {
     EXPECT_EQ(value.Record4()->val.str[1], 'a');
 }
 
-TEST_F(Oper, a_narrow_text_is_cut_at_255_bytes_on_the_narrow_side) {
+TEST_F(Oper, a_narrow_text_is_cut_at_255_bytes_in_a_narrow_record) {
     HostIsNarrow();
     CXlOper value;
     value.SetText(std::string(255, 'x') + "y");
     EXPECT_EQ(TextOf(*value.Record4()), std::string(255, 'x'));
 }
 
-TEST_F(Oper, a_wide_text_is_cut_at_255_units_on_the_narrow_side) {
+TEST_F(Oper, a_wide_text_is_cut_at_255_units_in_a_narrow_record) {
     HostIsNarrow();
     CXlOper value;
     value.SetText(std::u16string(255, u'x') + u"y");
     EXPECT_EQ(TextOf(*value.Record4()), std::string(255, 'x'));
 }
 
-TEST_F(Oper, a_wide_text_is_converted_to_the_code_page_on_the_narrow_side) {
+TEST_F(Oper, a_wide_text_is_converted_to_the_code_page_in_a_narrow_record) {
     HostIsNarrow();
     CXlOper value;
     value.SetText(u"Länge");
     EXPECT_EQ(TextOf(*value.Record4()), "L\xE4nge");
 }
 
-TEST_F(Oper, a_narrow_text_is_converted_in_full_on_the_wide_side) {
+TEST_F(Oper, a_narrow_text_is_converted_in_full_in_a_wide_record) {
     CXlOper value;
     value.SetText("\xE4" + std::string(299, 'x'));
     EXPECT_EQ(TextOf(*value.Record12()), u"ä" + std::u16string(299, u'x'));
 }
 
-TEST_F(Oper, a_wide_text_is_copied_in_full_on_the_wide_side) {
+TEST_F(Oper, a_wide_text_is_copied_in_full_into_a_wide_record) {
     CXlOper value;
     value.SetText(std::u16string(40000, u'x'));
     EXPECT_EQ(TextOf(*value.Record12()), std::u16string(40000, u'x')) << "also beyond 32767";
@@ -236,7 +236,7 @@ TEST_F(Oper, a_text_beyond_65535_units_wraps_its_count) {
     CXlOper value;
     value.SetText(std::u16string(65536, u'x') + u"abc");
     EXPECT_EQ(value.Record12()->val.str[0], 3);
-    EXPECT_EQ(value.Record12()->val.str[65536 + 3], u'c') << "the text itself is all there";
+    EXPECT_EQ(value.Record12()->val.str[65536 + 3], u'c') << "the text itself is complete";
 }
 
 TEST_F(Oper, the_empty_text_has_length_0) {
@@ -265,7 +265,7 @@ TEST_F(Oper, a_null_text_has_length_0) {
 
 // ---- Release
 
-TEST_F(Oper, freed_it_has_no_value) {
+TEST_F(Oper, has_no_value_after_free) {
     CXlOper value;
     value.SetText("abc");
     value.Free();
@@ -274,7 +274,7 @@ TEST_F(Oper, freed_it_has_no_value) {
     EXPECT_EQ(value.Record12()->val.str, nullptr);
 }
 
-TEST_F(Oper, what_the_host_filled_is_the_hosts) {
+TEST_F(Oper, what_the_host_filled_is_owned_by_the_host) {
     const ReleaseNotes host;
     XCHAR wide[] = u"\3abc";
     char narrow[] = "\3abc";
@@ -285,7 +285,7 @@ TEST_F(Oper, what_the_host_filled_is_the_hosts) {
     EXPECT_EQ(value.State(), 6);
 }
 
-TEST_F(Oper, what_the_host_filled_goes_back_through_the_primitive_of_its_family) {
+TEST_F(Oper, what_the_host_filled_is_returned_through_the_primitive_of_its_family) {
     const ReleaseNotes host;
     XCHAR wide[] = u"\3abc";
     char narrow[] = "\3def";
@@ -301,7 +301,7 @@ TEST_F(Oper, what_the_host_filled_goes_back_through_the_primitive_of_its_family)
     EXPECT_THAT(ReleaseNotes::lines, ElementsAre("12 xlFree \"abc\"", "4 xlFree \"def\""));
 }
 
-TEST_F(Oper, what_the_host_filled_goes_back_at_the_end) {
+TEST_F(Oper, what_the_host_filled_is_returned_by_the_destructor) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     {
@@ -311,7 +311,7 @@ TEST_F(Oper, what_the_host_filled_goes_back_at_the_end) {
     EXPECT_THAT(ReleaseNotes::lines, ElementsAre("12 xlFree \"abc\""));
 }
 
-TEST_F(Oper, neither_its_own_memory_nor_a_wrapped_record_goes_to_the_host) {
+TEST_F(Oper, neither_its_own_memory_nor_a_wrapped_record_is_returned_to_the_host) {
     const ReleaseNotes host;
     XCHAR text[] = u"\3abc";
     const auto record = TextRecord<XLOPER12>(text);
@@ -324,7 +324,7 @@ TEST_F(Oper, neither_its_own_memory_nor_a_wrapped_record_goes_to_the_host) {
     EXPECT_EQ(TextOf(record), u"abc");
 }
 
-TEST_F(Oper, each_side_is_released_as_it_is_owned) {
+TEST_F(Oper, each_record_is_released_by_its_owner) {
     const ReleaseNotes host;
     char narrow[] = "\3abc";
     CXlOper value;
