@@ -1,7 +1,7 @@
 // The golden programs in tests/listings: each <kind>/<name>.in with the listing it must give in <name>.out.
 
-#include "calc/driver.h"
-#include "calc/solver_binding.h"
+#include "language/driver.h"
+#include "machine/solver_binding.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -73,9 +73,10 @@ std::string without_newlines(std::string text) {
 /// All literals of the calculator, the description of its functions left out.
 std::set<std::string> literals() {
     std::set<std::string> found;
-    for (const char* folder : {"calc", "functions", "numerics"}) {
-        for (const fs::directory_entry& entry : fs::directory_iterator(source_folder / "src" / folder)) {
-            if (entry.path().filename().string().find("function_help") == 0)
+    for (const char* folder : {"base", "units", "machine", "language", "functions", "numerics"}) {
+        for (const fs::directory_entry& entry :
+             fs::recursive_directory_iterator(source_folder / "src" / folder)) {
+            if (!entry.is_regular_file() || entry.path().filename().string().find("function_help") == 0)
                 continue;
             std::ifstream in(entry.path(), std::ios::binary);
             literal_reader source({std::istreambuf_iterator<char>(in), {}});

@@ -3,18 +3,17 @@
 namespace metrify {
 
 constinit XlFunctionRecord metrify_record{
-    .narrowEntry = "Metrify_4",
-    .wideEntry = "Metrify_12",
-    .narrowType = "RBCC",
-    .wideType = "UBC%C%$",
+    .narrow = {.entry = "Metrify_4", .type = "RBCC"},
+    .wide = {.entry = "Metrify_12",
+             .type = "UBC%C%$",
+             .argumentNames = u"Val,InUnits,OutUnits",
+             .category = u"Metrify",
+             .description = u"Converts Val from InUnits to OutUnits",
+             .argumentHelp = u"Input value expressed in InUnits to be converted to Outunits (number)\0"
+                             u"Units of the input value (text)\0"
+                             u"Units to convert input value to (text)\0"},
     .functionName = u"Metrify",
-    .wideArgumentNames = u"Val,InUnits,OutUnits",
     .macroType = 1,
-    .wideCategory = u"Metrify",
-    .wideDescription = u"Converts Val from InUnits to OutUnits",
-    .wideArgumentHelp = u"Input value expressed in InUnits to be converted to Outunits (number)\0"
-                        u"Units of the input value (text)\0"
-                        u"Units to convert input value to (text)\0",
     .signature =
         u"{Metrify,,,Converts Val from InUnits to OutUnits,Metrify,1,1,U,"
         u"{{0,{Val,Double,0,,Input value expressed in InUnits to be converted to Outunits (number),,,,}},"
@@ -23,35 +22,33 @@ constinit XlFunctionRecord metrify_record{
 };
 
 constinit XlFunctionRecord macro_record{
-    .narrowEntry = "Metrify_Macro_4",
-    .wideEntry = "Metrify_Macro_12",
-    .narrowType = "R",
-    .wideType = "U$",
+    .narrow = {.entry = "Metrify_Macro_4", .type = "R"},
+    .wide = {.entry = "Metrify_Macro_12",
+             .type = "U$",
+             .category = u"14",
+             .description = u"Calls the Metrify() function."},
     .functionName = u"Metrify_Macro",
     .macroType = 2,
-    .wideCategory = u"14",
-    .wideDescription = u"Calls the Metrify() function.",
     .signature = u"{Metrify_Macro,,,Calls the Metrify() function.,14,2,1,U,{},{},3,,0,0,,,,0,0}",
 };
 
 constinit XlFunctionRecord ribbon_record{
-    .narrowEntry = "RibbonCallback_4",
-    .wideEntry = "RibbonCallback_12",
-    .narrowType = "RJCCJCCA",
-    .wideType = "UJC%C%JC%C%A",
+    .narrow = {.entry = "RibbonCallback_4", .type = "RJCCJCCA"},
+    .wide = {.entry = "RibbonCallback_12",
+             .type = "UJC%C%JC%C%A",
+             .argumentNames = u"callback,id,tag,index,text,selectedId,pressed",
+             .category = u"14",
+             .description = u"Handles all calls redirected from the ribbonX manager",
+             .argumentHelp = u"is the identifier of the callback which invoked this function\0"
+                             u"is the id attribute of the control raising the event\0"
+                             u"is the tag attribute of the control raising the event\0"
+                             u"is the index of an item\0"
+                             u"is the changed value of the text\0"
+                             u"is the id of the selected item\0"
+                             u"is true if the toggleButton is pressed\0"},
     .functionName = u"RibbonCallback",
-    .wideArgumentNames = u"callback,id,tag,index,text,selectedId,pressed",
     .macroType = 2,
-    .wideCategory = u"14",
     .helpId = 4,
-    .wideDescription = u"Handles all calls redirected from the ribbonX manager",
-    .wideArgumentHelp = u"is the identifier of the callback which invoked this function\0"
-                        u"is the id attribute of the control raising the event\0"
-                        u"is the tag attribute of the control raising the event\0"
-                        u"is the index of an item\0"
-                        u"is the changed value of the text\0"
-                        u"is the id of the selected item\0"
-                        u"is true if the toggleButton is pressed\0",
     .signature = u"{RibbonCallback,,,Handles all calls redirected from the ribbonX manager,14,2,0,U,"
                  u"{{0,{callback,Int,0,,is the identifier of the callback which invoked this function,,,,}},"
                  u"{0,{id,String,0,,is the id attribute of the control raising the event,,,,}},"

@@ -130,14 +130,14 @@ int units_command(std::string_view text, std::ostream& out) {
 }
 
 int functions_command(std::string_view text, std::ostream& out) {
-    if (const help_row* row = find_function_help(text)) {
+    if (const function_row* row = find_function_help(text)) {
         out << help_entry(*row);
         return 0;
     }
     bool is_found = false;
-    for (const help_family& family : function_help()) {
-        for (const help_row& row : family.rows) {
-            const std::string line = help_line(row);
+    for (const help_chapter& chapter : function_help()) {
+        for (const function_row* function : chapter.functions) {
+            const std::string line = help_line(*function);
             if (!contains_nocase(line, text))
                 continue;
             is_found = true;

@@ -1,6 +1,6 @@
 #include "cli/commands.h"
 #include "cli/console.h"
-#include "cli/session.h"
+#include "language/session.h"
 
 #include <ostream>
 

@@ -30,12 +30,12 @@ void append_refusal(text_str*& err, std::string_view name, const refusal& said) 
 }
 
 void run_function(const value_function& function, compile_ctx& ctx, text_str*& err) {
-    const arguments given(function.count, ctx);
+    const arguments given(argument_count(function.about), ctx);
     for (const argument_test& test : function.tests) {
         if (test.fails == nullptr)
             break;
         if (test.fails(given)) {
-            append_refusal(err, function.name, test.said);
+            append_refusal(err, function.about.name_in_refusals(), test.said);
             given.replace_by(scalar_value(test.left));
             return;
         }

@@ -4,19 +4,18 @@
 // how it words a refusal, and how a row of a family's table becomes a routine that is called without a
 // search.
 
+#include "functions/function_facts.h"
 #include "machine/operand_stack.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <string_view>
-#include <utility>
 
 namespace metrify {
 
 /// A built-in takes its count arguments off the stack and pushes exactly one value. The number of arguments
-/// has been tested, and err is empty, unless it is one that takes variables: those begin with other tests.
+/// has been tested, and err is empty.
 using builtin = void (*)(std::int32_t count, compile_ctx& ctx, text_str*& err);
 
 /// Empties err and tests the number of arguments. If it is wrong, one cleared value takes their place and the
@@ -63,10 +62,13 @@ struct argument_test {
     double left = 0.0;
 };
 
+inline std::size_t argument_count(const function_facts& function) {
+    return static_cast<std::size_t>(function.arguments);
+}
+
 /// A function of values: its arguments are tested in the order of the row, then the result is formed.
 struct value_function {
-    std::string_view name;              // as it stands in the refusals
-    std::size_t count;                  // of its arguments
+    function_facts about;
     std::array<argument_test, 4> tests; // an empty one ends them
     dim_value (*result)(arguments a);
 };
@@ -87,19 +89,5 @@ inline dim_value scalar_value(double x, const exponents& dim = {}) {
     return {0, {x}, dim};
 }
 constexpr exponents in_radians = {1.0};
-
-/// The built-in that a row of a family's table describes. A name that no row has doesn't compile.
-template <const auto& family>
-consteval builtin function_of(std::string_view name) {
-    constexpr auto routines = []<std::size_t... row>(std::index_sequence<row...>) {
-        return std::array<builtin, sizeof...(row)>{
-            [](std::int32_t, compile_ctx& ctx, text_str*& err) { run_function(family[row], ctx, err); }...};
-    }
-    (std::make_index_sequence<std::size(family)>());
-    std::size_t row = 0;
-    while (family[row].name != name)
-        ++row;
-    return routines[row];
-}
 
 } // namespace metrify

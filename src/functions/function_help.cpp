@@ -2,53 +2,77 @@
 
 #include "base/cursor.h"
 
+#include <iterator>
+
 namespace metrify {
 
 namespace {
 
-std::string call_of(const help_row& row) {
-    return std::string(row.name).append("(").append(row.arguments).append(")");
+std::string call_of(const function_facts& function) {
+    return std::string(function.name).append("(").append(function.argument_names).append(")");
 }
 
 void append_fact(std::string& entry, std::string_view label, std::string_view fact) {
     entry.append("- ").append(label).append(": ").append(fact).append("\n");
 }
 
+constexpr std::string_view titles[] = {
+    "Trigonometry",
+    "Hyperbolic functions",
+    "Exponential, logarithms, roots",
+    "Rounding, sign, remainder",
+    "Vectors",
+    "Units and interpolation",
+    "Constants",
+    "Solving",
+    "Bessel and Airy functions",
+    "Gamma and beta functions",
+    "Error function and normal distribution",
+    "Exponential integrals",
+    "Elliptic integrals and functions",
+};
+static_assert(std::size(titles) == static_cast<std::size_t>(family::count));
+
 // A line, or a program.
-void append_example(std::string& entry, const help_row& row) {
-    if (row.example.find('\n') == std::string_view::npos)
-        entry.append("- example: `").append(row.example).append("` ");
+void append_example(std::string& entry, const function_facts& function) {
+    if (function.example.find('\n') == std::string_view::npos)
+        entry.append("- example: `").append(function.example).append("` ");
     else
-        entry.append("- example:\n\n```\n").append(row.example).append("\n```\n");
-    entry.append("shows `").append(row.answer).append("`\n");
+        entry.append("- example:\n\n```\n").append(function.example).append("\n```\n");
+    entry.append("shows `").append(function.answer).append("`\n");
 }
 
 } // namespace
 
-const help_row* find_function_help(std::string_view name) {
-    for (const help_family& family : function_help()) {
-        for (const help_row& row : family.rows)
-            if (text_compare_nocase(row.name, name) == 0)
-                return &row;
-    }
+std::vector<help_chapter> function_help() {
+    std::vector<help_chapter> chapters;
+    for (const std::string_view title : titles)
+        chapters.push_back({title, functions_in(static_cast<family>(chapters.size()))});
+    return chapters;
+}
+
+const function_row* find_function_help(std::string_view name) {
+    for (const function_row& row : all_functions())
+        if (text_compare_nocase(row.name, name) == 0)
+            return &row;
     return nullptr;
 }
 
-std::string help_line(const help_row& row) {
+std::string help_line(const function_facts& function) {
     constexpr std::size_t column = 30;
-    std::string line = call_of(row);
+    std::string line = call_of(function);
     line.append(line.size() < column ? column - line.size() : 1, ' ');
-    return line.append(row.what).append("\n");
+    return line.append(function.what).append("\n");
 }
 
-std::string help_entry(const help_row& row) {
+std::string help_entry(const function_facts& function) {
     std::string entry = "### ";
-    entry.append(call_of(row)).append("\n\n").append(row.what).append(".\n\n");
-    if (!row.takes.empty())
-        append_fact(entry, "takes", row.takes);
-    append_fact(entry, "gives", row.gives);
-    append_fact(entry, "domain", row.domain);
-    append_example(entry, row);
+    entry.append(call_of(function)).append("\n\n").append(function.what).append(".\n\n");
+    if (!function.takes.empty())
+        append_fact(entry, "takes", function.takes);
+    append_fact(entry, "gives", function.gives);
+    append_fact(entry, "domain", function.domain);
+    append_example(entry, function);
     return entry;
 }
 
@@ -69,10 +93,10 @@ compute with it.
 )";
     for (const char* name : {"BesselJ", "BesselY", "BesselI", "BesselK"})
         text.append("    ").append(help_line(*find_function_help(name)));
-    for (const help_family& family : function_help()) {
-        text.append("\n## ").append(family.title).append("\n");
-        for (const help_row& row : family.rows)
-            text.append("\n").append(help_entry(row));
+    for (const help_chapter& chapter : function_help()) {
+        text.append("\n## ").append(chapter.title).append("\n");
+        for (const function_row* function : chapter.functions)
+            text.append("\n").append(help_entry(*function));
     }
     return text;
 }

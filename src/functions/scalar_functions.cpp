@@ -7,7 +7,7 @@ void run_function(const formula_function& function, compile_ctx& ctx, text_str*&
     const double x = given[0].comp[0];
     const formula_limits& limits = function.limits;
     const auto refuse = [&](const refusal& said) {
-        append_refusal(err, function.name, said);
+        append_refusal(err, function.about.name, said);
         given.replace_by(dim_value());
     };
     if (given[0].kind != 0)

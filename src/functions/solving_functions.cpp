@@ -13,8 +13,6 @@ namespace metrify {
 
 namespace {
 
-constexpr int least_arguments = 2;
-
 void append(text_str*& err, std::string_view text) {
     err = str_append_text(&err, text);
 }
@@ -43,15 +41,6 @@ bool is_block_ready(std::string_view name, text_str*& err) {
         append(err, "ERROR:  Function not defined.\n");
     else
         return true;
-    return false;
-}
-
-/// What the arguments have to satisfy before any of them is looked at. If false, one cleared value stands in
-/// their place.
-bool can_begin(std::string_view name, int least, std::int32_t count, compile_ctx& ctx, text_str*& err) {
-    if (is_block_ready(name, err))
-        return check_arg_count(name, false, least, count, ctx, err);
-    replace_by_cleared_value(count, ctx);
     return false;
 }
 
@@ -128,9 +117,15 @@ void find_extreme(bool can_use_logs, report_kind report, text_str*& err) {
 
 } // namespace
 
+bool can_run_block(std::string_view name, std::int32_t count, compile_ctx& ctx, text_str*& err) {
+    if (is_block_ready(name, err))
+        return true;
+    replace_by_cleared_value(count, ctx);
+    return false;
+}
+
 void run_solve(std::int32_t count, compile_ctx& ctx, text_str*& err) {
-    if (!can_begin("solve", least_arguments, count, ctx, err) ||
-        !are_paired("ERROR:  Solve() requires an even number of args.\n", count, ctx, err))
+    if (!are_paired("ERROR:  Solve() requires an even number of args.\n", count, ctx, err))
         return;
     const std::int32_t pairs = count / 2;
     if (!bind_arguments(pairs, pairs, ctx, err))
@@ -144,7 +139,7 @@ void run_solve(std::int32_t count, compile_ctx& ctx, text_str*& err) {
 }
 
 void run_fmin(std::int32_t count, compile_ctx& ctx, text_str*& err) {
-    if (!can_begin("min", least_arguments, count, ctx, err) || !bind_arguments(count - 1, 1, ctx, err))
+    if (!bind_arguments(count - 1, 1, ctx, err))
         return;
     // A minimum of several variables gets no second attempt, other than a maximum. That is meant.
     const bool is_of_one = count == 2;
@@ -152,8 +147,6 @@ void run_fmin(std::int32_t count, compile_ctx& ctx, text_str*& err) {
 }
 
 void run_fmax(std::int32_t count, compile_ctx& ctx, text_str*& err) {
-    if (!can_begin("max", least_arguments, count, ctx, err))
-        return;
     // The sign stays turned for the rest of the run where the arguments can't be bound.
     negate_objective(true);
     if (!bind_arguments(count - 1, 1, ctx, err))
@@ -163,8 +156,7 @@ void run_fmax(std::int32_t count, compile_ctx& ctx, text_str*& err) {
 }
 
 void run_func(std::int32_t count, compile_ctx& ctx, text_str*& err) {
-    if (!can_begin("func", 0, count, ctx, err) ||
-        !are_paired("ERROR:  func() requires an even number of args.\n", count, ctx, err))
+    if (!are_paired("ERROR:  func() requires an even number of args.\n", count, ctx, err))
         return;
     const std::int32_t pairs = count / 2;
     allocate_solver_binding(static_cast<std::size_t>(pairs), 0);

@@ -5,26 +5,27 @@
 namespace metrify {
 
 void run_function(const special_function& function, compile_ctx& ctx, text_str*& err) {
-    const arguments given(function.count, ctx);
+    const std::size_t count = argument_count(function.about);
+    const arguments given(count, ctx);
     const auto refuse = [&](const refusal& said) {
-        append_refusal(err, function.name, said);
+        append_refusal(err, function.about.name, said);
         given.replace_by(dim_value());
     };
     using rule = special_arguments_rule;
     special_arguments x = {};
     bool any_sentinel = false;
-    for (std::size_t i = function.count; i > 0; --i) {
+    for (std::size_t i = count; i > 0; --i) {
         const dim_value& argument = given[i - 1];
         if (argument.kind != 0)
             return refuse(refuses_vectors.said);
         if (!is_dimensionless(argument))
             return refuse(refuses_dimensions.said);
         x[i - 1] = argument.comp[0];
-        const bool is_looked_at = i < function.count || function.rule != rule::last_may_be_sentinel;
+        const bool is_looked_at = i < count || function.rule != rule::last_may_be_sentinel;
         any_sentinel = any_sentinel || (is_looked_at && x[i - 1] == infinity_sentinel);
     }
     if (function.rule == rule::first_is_integer && std::floor(x[0]) != x[0]) {
-        str_append_three(&err, "ERROR:  Arg n must be integer in ", function.name, "().\n");
+        str_append_three(&err, "ERROR:  Arg n must be integer in ", function.about.name, "().\n");
         return given.replace_by(dim_value());
     }
     given.replace_by(scalar_value(any_sentinel ? 0.0 : function.value(x, err)));

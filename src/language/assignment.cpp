@@ -1,7 +1,7 @@
 #include "language/assignment.h"
 
 #include "language/expression.h"
-#include "machine/operand_stack.h"
+#include "machine/evaluator.h"
 #include "machine/variables.h"
 
 #include <array>
@@ -47,14 +47,11 @@ bool component_fits(const assignment_target& target, const dim_value& value, tex
     return false;
 }
 
-// The value on the stack is stored, and stays there as stored: for a component that is the whole vector.
-void assign(const assignment_target& target, compile_ctx& ctx) {
+// Stores the value on top of the stack.
+void assign(const assignment_target& target, compile_ctx& ctx, text_str*& err) {
     constexpr std::array<opcode, 4> opcodes = {OP_SETVAR, OP_SETVAR_C1, OP_SETVAR_C2, OP_SETVAR_C3};
-    dim_value value;
-    pop_value(value, ctx);
-    var_entry& entry = setvar_by_name(target.name, value, target.component);
-    push_value(entry.value, ctx);
-    emit_node(opcodes[static_cast<std::size_t>(target.component)], ctx, &entry);
+    var_entry& entry = find_or_add_var(target.name);
+    run_and_record(opcodes[static_cast<std::size_t>(target.component)], entry, ctx, err);
 }
 
 // Behind the "=".
@@ -64,7 +61,7 @@ bool compile_assignment(const assignment_target& target, cursor& expptr, compile
     ctx.stack.require(1);
     if (!component_fits(target, ctx.stack.top().value, err))
         return false;
-    assign(target, ctx);
+    assign(target, ctx, err);
     return true;
 }
 
@@ -106,12 +103,12 @@ bool compile_input_line(cursor& expptr, dim_value& result, code_list* code, text
     ctx.code = code;
     str_clear(&err);
     dim_clear(result);
-    emit_node(OP_NOP, ctx);
+    run_and_record(OP_NOP, ctx, err);
     compile_lhs_and_rhs_and_clear_expptr(expptr, ctx, err);
     if (!str_is_empty(err))
         return false;
-    pop_value(result, ctx);
-    emit_node(OP_POP_RESULT, ctx);
+    run_and_record(OP_POP_RESULT, ctx, err);
+    result = ctx.result;
     return true;
 }
 

@@ -1,12 +1,7 @@
 #include "language/driver.h"
 
-#include "language/expression.h"
 #include "language/statement.h"
-#include "machine/func_block.h"
-#include "machine/solver_binding.h"
-#include "machine/variables.h"
-#include "units/unit_system.h"
-#include "units/user_units.h"
+#include "machine/calculator.h"
 
 #include <algorithm>
 #include <array>
@@ -70,14 +65,15 @@ void process_an_expression(std::string_view prefix, int& counter, cursor& expptr
         run_statement(prefix, counter, line_start, expptr, out, err);
 }
 
-void reset_run_state() {
-    reset_expression_state();
-    reset_func_block();
-    reset_solver_binding();
-    reset_unit_state();
-    reset_user_units();
-    free_all_vars();
-    free_user_units();
+// Numbers statements from the counter on.
+void run_numbered_lines(std::string_view prefix, int& counter, cursor expptr, text_str*& out,
+                        text_str*& err) {
+    while (!at_text_end(expptr)) {
+        process_an_expression(prefix, counter, expptr, out, err);
+        skip_blanks_and_comments(expptr);
+        if (!at_text_end(expptr))
+            ++expptr.at;
+    }
 }
 
 } // namespace
@@ -90,26 +86,23 @@ listing::listing(std::string_view text)
 
 void run_lines(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err) {
     int counter = 0;
-    while (!at_text_end(expptr)) {
-        process_an_expression(prefix, counter, expptr, out, err);
-        skip_blanks_and_comments(expptr);
-        if (!at_text_end(expptr))
-            ++expptr.at;
-    }
+    run_numbered_lines(prefix, counter, expptr, out, err);
 }
 
-listing interpret_dimensional_input_lines(const char* text) {
+listing run_further_lines(const char* text) {
     constexpr std::size_t least_capacity = 1024;
-    reset_run_state();
     const std::size_t capacity = std::max(2 * std::strlen(text), least_capacity);
     work_text out(capacity, capacity);
     work_text err;
-    run_lines("", cursor(text), out.str, err.str);
-    // What the run has made goes with it.
-    reset_func_block();
-    free_all_vars();
-    free_user_units();
+    run_numbered_lines("", current_calculator().statements, cursor(text), out.str, err.str);
     return listing(out.view());
+}
+
+listing interpret_dimensional_input_lines(const char* text) {
+    reset_calculator();
+    listing shown = run_further_lines(text);
+    release_calculator_memory();
+    return shown;
 }
 
 } // namespace metrify

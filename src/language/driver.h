@@ -30,6 +30,10 @@ class listing {
 /// due, and the next statement that succeeds writes it. Each thread may run a program of its own at any time.
 listing interpret_dimensional_input_lines(const char* text);
 
+/// Runs the lines of a terminated text on the calculator in use without resetting it: statements are numbered
+/// on, and variables, units and the block are those of the lines before.
+listing run_further_lines(const char* text);
+
 /// Runs the lines from the cursor to the end of its text, numbering statements from 1, and appends their
 /// listing to out. The prefix stands in front of the numbers.
 void run_lines(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err);

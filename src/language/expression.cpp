@@ -3,7 +3,8 @@
 #include "base/nesting.h"
 #include "language/expression_diagnosis.h"
 #include "language/primary.h"
-#include "machine/operators.h"
+#include "machine/calculator.h"
+#include "machine/evaluator.h"
 #include "units/unit_expression.h"
 
 namespace metrify {
@@ -14,24 +15,17 @@ namespace {
 // guard stops them: so many calls at one position may pass.
 constexpr int no_progress_limit = 11;
 
-struct expression_state {
-    int no_progress_count = 0;
-    const char* no_progress_position = nullptr;
-};
-
-thread_local expression_state guard;
-
 bool makes_progress(const cursor& expptr, text_str*& err) {
-    expression_state& state = guard;
-    if (state.no_progress_count >= no_progress_limit) {
+    progress_guard& guard = current_calculator().progress;
+    if (guard.count >= no_progress_limit) {
         err = str_append_text(
             &err, "ERROR: Cannot parse line -- check nesting of parentheses, brackets, and commas.\n");
         return false;
     }
-    if (expptr.at != state.no_progress_position)
-        state = {0, expptr.at};
+    if (expptr.at != guard.position)
+        guard = {0, expptr.at};
     else
-        ++state.no_progress_count;
+        ++guard.count;
     return true;
 }
 
@@ -47,64 +41,51 @@ bool is_incomplete(cursor behind_operator, text_str*& err) {
     return true;
 }
 
-// An operator carried out on the stack, and its instruction.
-bool carry_out(void (*action)(compile_ctx&, text_str*&), opcode code, compile_ctx& ctx, text_str*& err) {
-    action(ctx, err);
-    if (!str_is_empty(err))
-        return false;
-    emit_node(code, ctx);
-    return true;
-}
-
-enum class rest { goes_on, ends, fails };
+enum class parse_step { goes_on, ends, fails };
 
 // The unit expression behind a primary, if there is one. What can be read as a unit expression is one, a
 // leading
 // "*" or "/" included; a text that is partly readable is none, and no error.
-rest take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
+parse_step take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     const cursor start = expptr;
     unit_scale scale;
     if (!parse_unit_expression(expptr, scale, err)) {
         expptr = start;
-        return rest::ends;
+        return parse_step::ends;
     }
     if (!str_is_empty(err)) {
         expptr = start;
         if (is_nesting_error(err))
-            return rest::fails;
+            return parse_step::fails;
         str_clear(&err);
-        return rest::ends;
+        return parse_step::ends;
     }
-    emit_node(OP_PUSH_UNIT, ctx, scale);
-    assign_unit(scale, ctx, err);
-    if (str_is_empty(err)) {
-        emit_node(OP_UNIT_ASSIGN, ctx);
-        return rest::goes_on;
-    }
-    if (str_view(err) == unit_assignment_message) {
-        str_clear(&err);
+    ctx.stack.require(1);
+    if (!is_dimensionless(ctx.stack.top().value)) {
         str_append_three(&err, "ERROR: Units assignment '", text_span(start, expptr),
                          "' requires dimensionless value before it.\n");
+        return parse_step::fails;
     }
-    return rest::fails;
+    run_and_record(OP_PUSH_UNIT, scale, ctx, err);
+    return run_and_record(OP_UNIT_ASSIGN, ctx, err) ? parse_step::goes_on : parse_step::fails;
 }
 
 // "^" primary, if a caret stands here.
-rest take_power(cursor& expptr, compile_ctx& ctx, text_str*& err) {
+parse_step take_power(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     const cursor start = expptr;
     skip_blanks_and_comments(expptr);
     if (!accept_char(true, '^', expptr)) {
         expptr = start;
-        return rest::ends;
+        return parse_step::ends;
     }
     if (!is_incomplete(expptr, err)) {
         if (!is_num_paren_var_func_or_null(expptr, ctx, err))
-            return rest::ends;
-        if (str_is_empty(err) && carry_out(stck_exponentiate, OP_POW, ctx, err))
-            return rest::goes_on;
+            return parse_step::ends;
+        if (str_is_empty(err) && run_and_record(OP_POW, ctx, err))
+            return parse_step::goes_on;
     }
     expptr = start;
-    return rest::fails;
+    return parse_step::fails;
 }
 
 // { unit-expression | "^" primary } behind a primary. Units and powers are of one rank: 2^3 ft is 8 ft.
@@ -118,11 +99,11 @@ bool is_unit_exp_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
             expptr = next;
             return true;
         }
-        rest result = take_units(expptr, ctx, err);
-        if (result == rest::ends)
+        parse_step result = take_units(expptr, ctx, err);
+        if (result == parse_step::ends)
             result = take_power(expptr, ctx, err);
-        if (result != rest::goes_on)
-            return result == rest::ends;
+        if (result != parse_step::goes_on)
+            return result == parse_step::ends;
     }
 }
 
@@ -161,7 +142,7 @@ bool is_more_mult_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
             expptr = start;
             return true;
         }
-        if (!carry_out(multiply ? stck_multiply : stck_divide, multiply ? OP_MUL : OP_DIV, ctx, err)) {
+        if (!run_and_record(multiply ? OP_MUL : OP_DIV, ctx, err)) {
             expptr = start;
             return false;
         }
@@ -193,8 +174,7 @@ bool is_more_plus_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         if (next == '+' || next == '-') {
             ++expptr.at;
             if (!is_incomplete(expptr, err) && is_plus(expptr, ctx, err)) {
-                const bool add = next == '+';
-                if (carry_out(add ? stck_add : stck_subtract, add ? OP_ADD : OP_SUB, ctx, err))
+                if (run_and_record(next == '+' ? OP_ADD : OP_SUB, ctx, err))
                     continue;
             }
             expptr = start;
@@ -212,7 +192,7 @@ bool is_more_plus_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 } // namespace
 
 void reset_expression_state() {
-    guard = {};
+    current_calculator().progress = {};
 }
 
 bool compile_rhs(cursor& expptr, compile_ctx& ctx, text_str*& err) {

@@ -1,7 +1,7 @@
 #include "language/function_call.h"
 
 #include "language/primary.h"
-#include "machine/operators.h"
+#include "machine/evaluator.h"
 #include "machine/variables.h"
 #include "units/unit_expression.h"
 
@@ -22,12 +22,10 @@ void replace(text_str*& err, std::string_view text) {
     append(err, text);
 }
 
-// The numbers of a call stand on the stack at replay, when no parser is there.
+// The instruction pops the function's number, the mode and the count of arguments from the stack.
 void call(const function_ref& function, int count, compile_ctx& ctx, text_str*& err) {
-    const dim_value record = pack_three_ints(function.number, function.mode, count);
-    emit_node(OP_PUSH_VALUE, ctx, record);
-    emit_node(OP_CALL_FUNC, ctx, record);
-    call_func_by_number(function.number, function.mode, count, ctx, err);
+    run_and_record(OP_PUSH_VALUE, pack_three_ints(function.number, function.mode, count), ctx, err);
+    run_and_record(OP_CALL_FUNC, ctx, err);
 }
 
 // reference := name [ component-suffix ]: pushes the variable's number and component. The function finds out
@@ -41,9 +39,7 @@ bool read_variable_reference(std::string_view function, cursor& expptr, compile_
     int component = 0;
     scan_component_suffix(expptr, component);
     const auto number = static_cast<std::int32_t>(varnum_by_name(name, err));
-    const dim_value reference = pack_two_ints(number, component);
-    push_value(reference, ctx);
-    emit_node(OP_PUSH_VALUE, ctx, reference);
+    run_and_record(OP_PUSH_VALUE, pack_two_ints(number, component), ctx, err);
     return true;
 }
 
@@ -83,14 +79,11 @@ bool read_number_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         replace(err, "ERROR: Second argument to Number() must be a units expression. (1)\n");
         return false;
     }
-    push_unit_scale(scale, ctx);
-    emit_node(OP_PUSH_UNIT, ctx, scale);
-    stck_request_units(ctx, err);
-    if (!str_is_empty(err)) {
+    run_and_record(OP_PUSH_UNIT, scale, ctx, err);
+    if (!run_and_record(OP_REQUEST_UNITS, ctx, err)) {
         replace(err, "ERROR: Second argument to Number() is incompatible.\n");
         return false;
     }
-    emit_node(OP_REQUEST_UNITS, ctx);
     skip_blanks_and_comments(expptr);
     if (!accept_char(true, ')', expptr)) {
         replace(err, "ERROR: Number() cannot have more than two arguments.\n");

@@ -2,7 +2,7 @@
 
 #include "language/expression.h"
 #include "language/function_call.h"
-#include "machine/operators.h"
+#include "machine/evaluator.h"
 #include "machine/variables.h"
 
 namespace metrify {
@@ -11,11 +11,10 @@ namespace {
 
 constexpr std::string_view unreadable_message = "ERROR: Could not process line.\n";
 
-void push_number(double number, compile_ctx& ctx) {
+void push_number(double number, compile_ctx& ctx, text_str*& err) {
     dim_value value;
     value.comp[0] = number;
-    push_value(value, ctx);
-    emit_node(OP_PUSH_VALUE, ctx, value);
+    run_and_record(OP_PUSH_VALUE, value, ctx, err);
 }
 
 // vector := "[" [ expression { "," expression } ] "]", behind the bracket.
@@ -41,10 +40,8 @@ bool read_vector(cursor& expptr, compile_ctx& ctx, text_str*& err) {
             return false;
         }
     }
-    const dim_value record = pack_three_ints(0, 0, count);
-    emit_node(OP_PUSH_VALUE, ctx, record);
-    emit_node(OP_MAKE_VECTOR, ctx, record);
-    stck_make_vector(ctx, count, err);
+    run_and_record(OP_PUSH_VALUE, pack_three_ints(0, 0, count), ctx, err);
+    run_and_record(OP_MAKE_VECTOR, ctx, err);
     return true;
 }
 
@@ -67,8 +64,7 @@ bool read_variable(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     // A parenthesis that holds this variable may have failed already, and has said why.
     if (!str_is_empty(err))
         return false;
-    push_value(entry->value, ctx);
-    emit_node(OP_PUSH_VAR, ctx, entry);
+    run_and_record(OP_PUSH_VAR, *entry, ctx, err);
     if (!accept_char(true, '[', expptr))
         return true;
     if (entry->value.kind == 0) {
@@ -93,13 +89,7 @@ bool read_closing_parenthesis(cursor& expptr, text_str*& err) {
 bool handle_negate_flag(bool flag, compile_ctx& ctx, text_str*& err) {
     if (!str_is_empty(err))
         return false;
-    if (!flag)
-        return true;
-    stck_negate(ctx, err);
-    if (!str_is_empty(err))
-        return false;
-    emit_node(OP_NEGATE, ctx);
-    return true;
+    return !flag || run_and_record(OP_NEGATE, ctx, err);
 }
 
 // A primary behind its sign. is_value tells whether one was there.
@@ -140,7 +130,7 @@ bool is_num_paren_var_func_or_null(cursor& expptr, compile_ctx& ctx, text_str*& 
         return true;
     double number = 0.0;
     if (scan_number(true, expptr, number)) {
-        push_number(number, ctx);
+        push_number(number, ctx, err);
         return true;
     }
     const bool negate = *expptr == '-';

@@ -2,27 +2,53 @@
 
 namespace metrify {
 
-void code_list::append(const code_list& other) {
-    // The places that the other list's payloads move to depend on what is here already.
-    for (const stck_node& node : other.nodes_) {
-        switch (node.opcode) {
-        case OP_PUSH_VALUE:
-            emit(node.opcode, other.value(node));
-            break;
-        case OP_PUSH_UNIT:
-            emit(node.opcode, other.scale(node));
-            break;
-        case OP_SETVAR:
-        case OP_SETVAR_C1:
-        case OP_SETVAR_C2:
-        case OP_SETVAR_C3:
-        case OP_PUSH_VAR:
-            emit(node.opcode, &other.variable(node));
-            break;
-        default:
-            emit(node.opcode);
-        }
+namespace {
+
+payload_kind kind_of(std::uint32_t code) {
+    return code < opcode_count ? opcode_table[code].payload : payload_kind::none;
+}
+
+} // namespace
+
+void code_list::emit(opcode code, const payload& of) {
+    switch (kind_of(code)) {
+    case payload_kind::none:
+        emit(code);
+        break;
+    case payload_kind::value:
+        emit(code, *of.value);
+        break;
+    case payload_kind::scale:
+        emit(code, *of.scale);
+        break;
+    case payload_kind::variable:
+        emit(code, of.variable);
+        break;
     }
+}
+
+payload code_list::payload_of(const stck_node& node) const {
+    payload of;
+    switch (kind_of(node.opcode)) {
+    case payload_kind::none:
+        break;
+    case payload_kind::value:
+        of.value = &value(node);
+        break;
+    case payload_kind::scale:
+        of.scale = &scale(node);
+        break;
+    case payload_kind::variable:
+        of.variable = &variable(node);
+        break;
+    }
+    return of;
+}
+
+void code_list::append(const code_list& other) {
+    // Emitted anew: the indices of the payloads depend on what this list holds already.
+    for (const stck_node& node : other.nodes_)
+        emit(static_cast<opcode>(node.opcode), other.payload_of(node));
 }
 
 void code_list::clear() {

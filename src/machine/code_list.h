@@ -2,47 +2,21 @@
 
 // The instructions of a compiled statement, or of a whole function block.
 
-#include "units/dim_value.h"
+#include "machine/opcodes.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace metrify {
 
-struct var_entry;
-
-/// The numeric order is part of the design: whatever is not below opcode_count is passed over.
-enum opcode : std::uint32_t {
-    OP_NOP,
-    OP_PUSH_VALUE,
-    OP_PUSH_UNIT,
-    OP_ADD,
-    OP_SUB,
-    OP_MUL,
-    OP_DIV,
-    OP_POW,
-    OP_NEGATE,
-    OP_SETVAR,
-    OP_SETVAR_C1,
-    OP_SETVAR_C2,
-    OP_SETVAR_C3,
-    OP_PUSH_VAR,
-    OP_CALL_FUNC,
-    OP_MAKE_VECTOR,
-    OP_UNIT_ASSIGN,
-    OP_REQUEST_UNITS,
-    OP_POP_RESULT,
-    opcode_count,
-};
-
-/// One instruction. The payload is a place among the list's payloads of the kind that goes with the opcode.
+/// One instruction. The payload is an index into the list's payloads of the opcode's kind.
 struct stck_node {
     std::uint32_t opcode;
     std::uint32_t payload;
 };
 
 /// Owner of instructions in order and of their payloads. Variables are referred to by their entries, which
-/// live as long as the run: a replay reads the values of its own time.
+/// live as long as the run: a replay reads their current values.
 class code_list {
   public:
     void emit(std::uint32_t opcode) { nodes_.push_back({opcode, 0}); }
@@ -52,6 +26,8 @@ class code_list {
     void emit(std::uint32_t opcode, const unit_scale& payload) { emit_with(opcode, scales_, payload); }
     void emit(std::uint32_t opcode, var_entry* payload) { emit_with(opcode, variables_, payload); }
 
+    /// Records an instruction with the payload of its kind.
+    void emit(opcode code, const payload& of);
     /// Appends the instructions of another list.
     void append(const code_list& other);
     void clear();
@@ -62,6 +38,7 @@ class code_list {
     bool is_number(const stck_node& node) const { return values_[node.payload].is_number; }
     const unit_scale& scale(const stck_node& node) const { return scales_[node.payload]; }
     var_entry& variable(const stck_node& node) const { return *variables_[node.payload]; }
+    payload payload_of(const stck_node& node) const;
 
   private:
     struct constant {

@@ -1,6 +1,7 @@
 #pragma once
 
-// Replay of a compiled list, without the text: the inner loop of the solvers.
+// Execution of instructions: one at a time for the parser, and a whole list without the text, which is the
+// inner loop of the solvers.
 
 #include "machine/code_list.h"
 #include "machine/number_program.h"
@@ -9,11 +10,27 @@
 
 namespace metrify {
 
-/// Runs a list on an operand stack of its own. result holds what the last statement came to. Stops at the
-/// first instruction that leaves a message in err, with result as it stands then.
+/// Runs one instruction and records it if instructions are recorded, so that a replay does the same. False if
+/// err is set afterwards.
+bool run_and_record(opcode code, const payload& of, compile_ctx& ctx, text_str*& err);
+inline bool run_and_record(opcode code, compile_ctx& ctx, text_str*& err) {
+    return run_and_record(code, payload{}, ctx, err);
+}
+inline bool run_and_record(opcode code, const dim_value& value, compile_ctx& ctx, text_str*& err) {
+    return run_and_record(code, payload{&value, nullptr, nullptr}, ctx, err);
+}
+inline bool run_and_record(opcode code, const unit_scale& scale, compile_ctx& ctx, text_str*& err) {
+    return run_and_record(code, payload{nullptr, &scale, nullptr}, ctx, err);
+}
+inline bool run_and_record(opcode code, var_entry& variable, compile_ctx& ctx, text_str*& err) {
+    return run_and_record(code, payload{nullptr, nullptr, &variable}, ctx, err);
+}
+
+/// Runs a list on an operand stack of its own. result receives the result of the last statement. Stops at the
+/// first instruction that sets err; result is then what the instructions before it have left in it.
 void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err);
-/// The same for a list that has been prepared, on the stack of a ctx that records nothing. What stands on it
-/// is dropped, its room is used again.
+/// The same for a prepared list, on the stack of a ctx that records nothing. The stack is cleared first; its
+/// memory is used again.
 void eval_compiled_stck(dim_value& result, const code_list& list, const number_program& numbers,
                         compile_ctx& ctx, text_str*& err);
 

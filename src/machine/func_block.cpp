@@ -1,25 +1,13 @@
 #include "machine/func_block.h"
 
-#include "base/thread_object.h"
+#include "machine/calculator.h"
 
 namespace metrify {
 
 namespace {
 
-enum class block_state { none, open, closed };
-
-struct func_block {
-    block_state state = block_state::none;
-    bool recording = false;
-    bool listing = false;
-    cursor text_start;              // behind the word `begin`
-    const char* text_end = nullptr; // behind the word `end`
-    code_list code;
-    number_program numbers; // refers to the code
-};
-
 func_block& block() {
-    return thread_object<func_block>();
+    return current_calculator().block;
 }
 
 } // namespace
@@ -65,6 +53,19 @@ bool is_block_closed() {
 
 bool is_definition_open() {
     return block().state == block_state::open;
+}
+
+bool block_needs_text_from(const char* position) {
+    const func_block& b = block();
+    return b.state == block_state::open || (b.state == block_state::closed && b.text_end > position);
+}
+
+void move_block_text(const char* from, const char* to) {
+    func_block& b = block();
+    if (b.state != block_state::none)
+        b.text_start.at = to + (b.text_start.at - from);
+    if (b.state == block_state::closed)
+        b.text_end = to + (b.text_end - from);
 }
 
 void store_block_code(const code_list& list) {

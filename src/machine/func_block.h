@@ -11,6 +11,18 @@
 
 namespace metrify {
 
+enum class block_state { none, open, closed };
+
+struct func_block {
+    block_state state = block_state::none;
+    bool recording = false;
+    bool listing = false;           // its text is being run for a listing
+    cursor text_start;              // after the word `begin`
+    const char* text_end = nullptr; // after the word `end`
+    code_list code;
+    number_program numbers; // refers to the code
+};
+
 /// No block. Instructions of an earlier run are released.
 void reset_func_block();
 
@@ -23,6 +35,11 @@ bool is_block_recording();
 bool is_block_defined();   // begun at least
 bool is_block_closed();    // begun and ended
 bool is_definition_open(); // begun and not ended
+
+/// True if the block is still open or its text goes on after the position.
+bool block_needs_text_from(const char* position);
+/// To be called when the text that the block is in has been copied to another address; both copies exist.
+void move_block_text(const char* from, const char* to);
 
 /// Appends a statement's instructions to the block. Only while the block is recording.
 void store_block_code(const code_list& list);

@@ -1,86 +1,73 @@
 #pragma once
 
-// The arithmetic on the numbers of scalars whose units are settled ahead.
+// The operators on the plain numbers of scalars whose units have been checked before.
 
-#include "units/dim_value.h"
-
-#include <cmath>
+#include "units/scalar_arithmetic.h"
 
 namespace metrify {
 
-/// What a scalar's components hold. Those that it doesn't use take part in its arithmetic; they are alike.
+/// The components of a scalar. The unused ones are equal to each other and take part in the arithmetic, so
+/// that the result is the full operator's in all components.
 struct number {
     double value, rest;
 };
 
-inline bool is_overflowed(const number& x) {
-    return x.value == infinity_sentinel;
-}
-inline bool is_either_overflowed(const number& left, const number& right) {
-    return is_overflowed(left) || is_overflowed(right);
-}
 /// False for a not-a-number too.
 inline bool is_finite(double x) {
     return std::fabs(x) < infinity_sentinel;
 }
 
-// Each operator puts its result in the place of its left operand. False where the full operator has a message
-// to give. An operand that calls for one shows in the result, so that is looked at first.
+// Each operator stores its result in its left operand, or returns false if the full operator reports a
+// message.
 
-inline bool add(number& left, const number& right) {
-    const double sum = left.value + right.value;
-    if (!is_finite(sum) && is_either_overflowed(left, right))
+/// An operand that overflows makes the result infinite, not-a-number or 0, so the result is checked first.
+template <class Operation>
+bool apply(number& left, number right, double rest) {
+    const double result = Operation::result(left.value, right.value);
+    const bool is_usual = is_finite(result) && result != 0.0;
+    if (!is_usual && Operation::overflows(left.value, right.value))
         return false;
-    left = {sum, left.rest + right.rest};
+    left = {result, rest};
     return true;
 }
 
-inline bool subtract(number& left, const number& right) {
-    const double difference = left.value - right.value;
-    if (!is_finite(difference) && is_either_overflowed(left, right))
+inline bool add(number& left, number right) {
+    return apply<addition>(left, right, addition::result(left.rest, right.rest));
+}
+
+inline bool subtract(number& left, number right) {
+    return apply<subtraction>(left, right, subtraction::result(left.rest, right.rest));
+}
+
+inline bool multiply(number& left, number right) {
+    return apply<multiplication>(left, right, 0.0);
+}
+
+inline bool divide(number& left, number right) {
+    return apply<division>(left, right, division::result(left.rest, right.value));
+}
+
+inline bool raise(number& base, number exponent) {
+    if (exponentiation::overflows(base.value, exponent.value) || !is_finite(exponent.value))
         return false;
-    left = {difference, left.rest - right.rest};
+    base = {exponentiation::result(base.value, exponent.value), 0.0};
     return true;
 }
 
-inline bool multiply(number& left, const number& right) {
-    const double product = left.value * right.value;
-    if (!is_finite(product) && is_either_overflowed(left, right))
-        return false;
-    left = {product, 0.0};
-    return true;
-}
-
-inline bool divide(number& left, const number& right) {
-    const double quotient = left.value / right.value;
-    const bool is_usual = is_finite(quotient) && quotient != 0.0;
-    if (!is_usual && (is_either_overflowed(left, right) || right.value == 0.0))
-        return false;
-    left = {quotient, left.rest / right.value};
-    return true;
-}
-
-inline bool raise(number& base, const number& exponent) {
-    const double b = base.value;
-    const double p = exponent.value;
-    if (is_overflowed(base) || !is_finite(p) || (b < 0.0 && std::floor(p) != p))
-        return false;
-    base = {b == 0.0 && p == 0.0 ? 0.0 : std::pow(b, p), 0.0};
-    return true;
-}
-
-inline bool negate(number& of) {
-    if (is_overflowed(of))
+/// A unary operator: the second parameter is ignored.
+inline bool negate(number& of, number = {}) {
+    if (is_overflowed(of.value))
         return false;
     of = {-of.value, -of.rest};
     return true;
 }
 
-/// From a unit to the base system; the scale is an offset and behind it a factor.
-inline bool assign_scale(number& of, const number& scale) {
-    if (is_overflowed(of))
+/// From a unit to the base system. The scale is an offset followed by a factor.
+inline bool assign_scale(number& of, number scale) {
+    if (is_overflowed(of.value))
         return false;
-    of = {(of.value - scale.value) / scale.rest, (of.rest - scale.value) / scale.rest};
+    of = {to_base_system(of.value, scale.value, scale.rest),
+          to_base_system(of.rest, scale.value, scale.rest)};
     return true;
 }
 

@@ -1,7 +1,7 @@
 #include "machine/number_program.h"
 
 #include "machine/function_dispatch.h"
-#include "machine/number_reader.h"
+#include "machine/scalar_compiler.h"
 #include "machine/variables.h"
 
 #include <array>
@@ -49,7 +49,7 @@ void number_program::prepare(const code_list& list) {
         statement.first_node = first;
         statement.nodes = next - first;
         statement.is_last = next == nodes.size();
-        read_numbers(list, statement, code_);
+        compile_scalars(list, statement, code_);
         statements_.push_back(statement);
         first = next;
     }
@@ -76,49 +76,20 @@ bool number_program::run(const replay_statement& statement, dim_value& result, c
     for (const number_variable& read : part(code_.variables, statement.first_variable, statement.variables))
         if (!is_scalar_in(read.entry->value, read.units))
             return false;
-    std::array<number, most_numbers + 1> room; // NOLINT: not set
-    room[0] = {0.0, 0.0};                      // what an empty statement comes to
-    number* end = room.data();                 // behind the top
+    std::array<number, max_stack_depth + 1> room; // NOLINT: not set
+    room[0] = {0.0, 0.0};                         // what an empty statement comes to
+    number* end = room.data();                    // behind the top
     for (const number_step& step : part(code_.steps, statement.first_step, statement.steps)) {
-        using action = number_step::action;
-        const auto operand = [&] {
-            return step.operand != nullptr ? number{step.operand[0], step.operand[1]} : *--end;
-        };
-        const auto operate = [&](auto operation) {
-            const number right = operand();
-            return operation(end[-1], right);
-        };
         bool is_done = true;
-        switch (step.what) {
-        case action::push:
-            *end++ = operand();
-            break;
-        case action::add:
-            is_done = operate(add);
-            break;
-        case action::subtract:
-            is_done = operate(subtract);
-            break;
-        case action::multiply:
-            is_done = operate(multiply);
-            break;
-        case action::divide:
-            is_done = operate(divide);
-            break;
-        case action::raise:
-            is_done = operate(raise);
-            break;
-        case action::negate:
-            is_done = negate(end[-1]);
-            break;
-        case action::assign_unit:
-            is_done = operate(assign_scale);
-            break;
-        case action::call:
+        if (step.operate != nullptr) {
+            const number right = step.operand != nullptr ? number{step.operand[0], step.operand[1]} : *--end;
+            is_done = step.operate(end[-1], right);
+        } else if (step.operand != nullptr) {
+            *end++ = {step.operand[0], step.operand[1]};
+        } else {
             end -= code_.calls[step.call].record.count;
             is_done = call(code_.calls[step.call], end, ctx, err);
             ++end;
-            break;
         }
         if (!is_done)
             return false;

@@ -5,7 +5,6 @@
 // on. What a statement comes to is the same, to the last bit.
 
 #include "machine/code_list.h"
-#include "machine/number_arithmetic.h"
 #include "machine/operand_stack.h"
 
 #include <cstddef>
@@ -14,15 +13,12 @@
 
 namespace metrify {
 
-/// One step of a statement at work on a stack of numbers.
+/// One step of a statement, on a stack of numbers: an operator, or without one a push or a call.
 struct number_step {
-    // The binary operators in the order of their opcodes.
-    enum class action { push, add, subtract, multiply, divide, raise, negate, assign_unit, call };
-
-    action what;
-    std::size_t call;      // a place among the calls
-    const double* operand; // the two parts of what is pushed, of the right operand or of the scale; null
-                           // where the operand stands on the stack
+    number_handler operate; // null for a push or a call
+    const double* operand;  // the two parts of the right operand or of the pushed number; null if the right
+                            // operand is on the stack, and for a call
+    std::size_t call;       // index of the call
 };
 
 /// A variable that a statement reads, with the units that it has to have.
@@ -39,7 +35,7 @@ struct number_call {
 };
 
 /// The most values that a statement may have at work.
-constexpr std::size_t most_numbers = 32;
+constexpr std::size_t max_stack_depth = 32;
 
 /// A list's instructions, from an OP_NOP or the list's head up to the next OP_NOP.
 struct replay_statement {

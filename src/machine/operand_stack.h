@@ -62,6 +62,7 @@ class operand_stack {
 /// What the rules of the parser and the operators share.
 struct compile_ctx {
     operand_stack stack;
+    dim_value result;          // of the statement that has run last
     code_list* code = nullptr; // where instructions are recorded; null where nothing is
     int nesting = 0;           // brackets and parentheses open around the cursor
 };

@@ -1,18 +1,13 @@
 #include "machine/operators.h"
 
+#include "units/scalar_arithmetic.h"
 #include "units/unit_rendering.h"
 
-#include <cmath>
-#include <functional>
 #include <span>
 
 namespace metrify {
 
 namespace {
-
-bool is_overflowed(const dim_value& v) {
-    return v.comp[0] == infinity_sentinel;
-}
 
 void append(text_str*& err, std::string_view text) {
     err = str_append_text(&err, text);
@@ -28,14 +23,14 @@ struct additive_messages {
     std::string_view overflow, units, size;
 };
 
-// Both additive operators. The first operand of combine is the lower one; the result has its exponents.
-template <class Combine>
-void combine_terms(compile_ctx& ctx, text_str*& err, Combine combine, const additive_messages& messages) {
+// Both additive operators. The result has the exponents of the left operand, the lower one on the stack.
+template <class Operation>
+void combine_terms(compile_ctx& ctx, text_str*& err, const additive_messages& messages) {
     str_clear(&err);
     ctx.stack.require(2);
     dim_value& right = ctx.stack.top(0).value;
     dim_value& left = ctx.stack.top(1).value;
-    if (is_overflowed(left) || is_overflowed(right)) {
+    if (Operation::overflows(left.comp[0], right.comp[0])) {
         append(err, messages.overflow);
         left = overflow_value();
     } else if (!units_agree_or_zero(left, right) && left.kind == right.kind &&
@@ -51,7 +46,7 @@ void combine_terms(compile_ctx& ctx, text_str*& err, Combine combine, const addi
         dim_clear(left);
     } else {
         for (std::size_t i = 0; i < left.comp.size(); ++i)
-            left.comp[i] = combine(left.comp[i], right.comp[i]);
+            left.comp[i] = Operation::result(left.comp[i], right.comp[i]);
     }
     ctx.stack.drop();
 }
@@ -59,16 +54,17 @@ void combine_terms(compile_ctx& ctx, text_str*& err, Combine combine, const addi
 } // namespace
 
 void stck_add(compile_ctx& ctx, text_str*& err) {
-    combine_terms(ctx, err, std::plus<>(),
-                  {"ERROR:  Numerical over or underflow while adding.\n",
-                   "ERROR:  Adding incompatible units: '", "ERROR:  Adding different size vectors.\n"});
+    combine_terms<addition>(ctx, err,
+                            {"ERROR:  Numerical over or underflow while adding.\n",
+                             "ERROR:  Adding incompatible units: '",
+                             "ERROR:  Adding different size vectors.\n"});
 }
 
 void stck_subtract(compile_ctx& ctx, text_str*& err) {
-    combine_terms(ctx, err, std::minus<>(),
-                  {"ERROR: Numerical over or underflow while subtracting.\n",
-                   "ERROR: Subtracting incompatible units: '",
-                   "ERROR:  Subtracting different size vectors.\n"});
+    combine_terms<subtraction>(ctx, err,
+                               {"ERROR: Numerical over or underflow while subtracting.\n",
+                                "ERROR: Subtracting incompatible units: '",
+                                "ERROR:  Subtracting different size vectors.\n"});
 }
 
 void stck_multiply(compile_ctx& ctx, text_str*& err) {
@@ -79,7 +75,7 @@ void stck_multiply(compile_ctx& ctx, text_str*& err) {
     if (left.kind != 0 && right.kind != 0) {
         append(err, "ERROR:  Multiplying vectors -- not defined.\n");
         dim_clear(left);
-    } else if (is_overflowed(left) || is_overflowed(right)) {
+    } else if (multiplication::overflows(left.comp[0], right.comp[0])) {
         append(err, "ERROR: Numerical over or underflow while multiplying.\n");
         left = overflow_value();
     } else {
@@ -88,7 +84,7 @@ void stck_multiply(compile_ctx& ctx, text_str*& err) {
         const std::size_t components = many.kind != 0 ? 3 : 1;
         std::array<double, 3> product = {};
         for (std::size_t i = 0; i < components; ++i)
-            product[i] = many.comp[i] * scalar;
+            product[i] = multiplication::result(many.comp[i], scalar);
         left.kind = many.kind;
         left.comp = product;
         for (std::size_t i = 0; i < left.dim.size(); ++i)
@@ -106,12 +102,12 @@ void stck_divide(compile_ctx& ctx, text_str*& err) {
     if (right.kind != 0) {
         append(err, "ERROR:  Dividing by a vector -- not defined.\n");
         dim_clear(left);
-    } else if (is_overflowed(right) || is_overflowed(left) || right.comp[0] == 0.0) {
+    } else if (division::overflows(left.comp[0], right.comp[0])) {
         append(err, "ERROR: Numerical over or underflow while dividing.\n");
         left = overflow_value();
     } else {
         for (double& component : left.comp)
-            component /= right.comp[0];
+            component = division::result(component, right.comp[0]);
         for (std::size_t i = 0; i < left.dim.size(); ++i)
             left.dim[i] -= right.dim[i];
         normalize_dimensions(left);
@@ -129,9 +125,9 @@ void stck_exponentiate(compile_ctx& ctx, text_str*& err) {
     if (base.kind != 0) {
         append(err, "ERROR:  Exponentiating a vector -- not defined.\n");
         dim_clear(base);
-    } else if (b == 0.0 && p == 0.0) {
-        dim_clear(base); // 0 to the power 0 is 0 in this language
-    } else if (is_overflowed(base) || is_overflowed(exponent) || (b < 0.0 && std::floor(p) != p)) {
+    } else if (is_zero_to_zero(b, p)) {
+        dim_clear(base);
+    } else if (exponentiation::overflows(b, p)) {
         append(err, "ERROR: Numerical over or underflow while exponentiating.\n");
         base = overflow_value();
     } else if (!is_dimensionless(exponent)) {
@@ -152,7 +148,7 @@ void stck_negate(compile_ctx& ctx, text_str*& err) {
     str_clear(&err);
     ctx.stack.require(1);
     dim_value& value = ctx.stack.top().value;
-    if (is_overflowed(value)) {
+    if (is_overflowed(value.comp[0])) {
         append(err, "ERROR: Numerical over or underflow while negating.\n");
         value = overflow_value();
         return;
@@ -162,20 +158,15 @@ void stck_negate(compile_ctx& ctx, text_str*& err) {
 }
 
 void stck_unit_assignment(compile_ctx& ctx, text_str*& err) {
+    str_clear(&err);
     unit_scale scale;
     pop_unit_scale(scale, ctx);
-    assign_unit(scale, ctx, err);
-}
-
-void assign_unit(const unit_scale& scale, compile_ctx& ctx, text_str*& err) {
-    str_clear(&err);
     ctx.stack.require(1);
     dim_value& value = ctx.stack.top().value;
     if (!is_dimensionless(value)) {
-        append(err, unit_assignment_message);
+        append(err, "ERROR: Units assignment requires dimensionless value before it.\n");
         value = overflow_value();
-    } else if (is_overflowed(value) || scale.offset == infinity_sentinel ||
-               scale.factor == infinity_sentinel) {
+    } else if (is_overflowed(value.comp[0]) || is_overflowed(scale.offset) || is_overflowed(scale.factor)) {
         append(err, "ERROR: Numerical over or underflow while unit_assignment.\n");
         value = overflow_value();
     } else {

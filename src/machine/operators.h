@@ -24,17 +24,10 @@ void stck_negate(compile_ctx& ctx, text_str*& err);
 
 /// A bare number and the unit scale above it become a quantity in the base system.
 void stck_unit_assignment(compile_ctx& ctx, text_str*& err);
-/// The same with the scale at hand.
-void assign_unit(const unit_scale& scale, compile_ctx& ctx, text_str*& err);
 /// A value and the unit scale above it become the plain number of that unit.
 void stck_request_units(compile_ctx& ctx, text_str*& err);
 /// The top 0 to 3 entries become a vector; components not given are 0.
 void stck_make_vector(compile_ctx& ctx, int count, text_str*& err);
-
-/// Message of stck_unit_assignment for a value that has a dimension already. The expression compiler replaces
-/// it by one that quotes the units.
-constexpr std::string_view unit_assignment_message =
-    "ERROR: Units assignment requires dimensionless value before it.\n";
 
 /// A temperature difference in a compound unit is a plain temperature, and an angle times a length a length.
 void normalize_dimensions(dim_value& value);

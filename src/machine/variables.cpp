@@ -1,7 +1,6 @@
 #include "machine/variables.h"
 
-#include "base/named_list.h"
-#include "base/thread_object.h"
+#include "machine/calculator.h"
 #include "machine/function_dispatch.h"
 #include "units/unit_lookup.h"
 
@@ -11,9 +10,8 @@ namespace {
 
 constexpr std::uint32_t number_before_first = 200;
 
-// The number of an entry follows from its place in the list.
-named_list<var_entry>& var_list() {
-    return thread_object<named_list<var_entry>>();
+variable_store& var_list() {
+    return current_calculator().variables;
 }
 
 dim_value undefined_value() {
@@ -47,7 +45,7 @@ var_entry* find_var(std::string_view name) {
 }
 
 var_entry* find_var_by_num(std::uint32_t number) {
-    named_list<var_entry>& list = var_list();
+    variable_store& list = var_list();
     const std::uint32_t place = number - number_before_first - 1;
     return number > number_before_first && place < list.size() ? &list[place] : nullptr;
 }
@@ -110,21 +108,18 @@ void setvar(var_entry& entry, dim_value& value, int component) {
 }
 
 var_entry& setvar_by_name(std::string_view name, dim_value& value, int component) {
-    if (var_entry* entry = find_var(name)) {
-        setvar(*entry, value, component);
-        return *entry;
-    }
-    if (component != 0) {
-        const double assigned = value.comp[0];
-        value.kind = 1;
-        value.comp = {};
-        value.comp[static_cast<std::size_t>(component - 1)] = assigned;
-    }
-    return add_var(name, value);
+    var_entry& entry = find_or_add_var(name);
+    setvar(entry, value, component);
+    return entry;
+}
+
+var_entry& find_or_add_var(std::string_view name) {
+    var_entry* entry = find_var(name);
+    return entry != nullptr ? *entry : add_var(name, {});
 }
 
 var_entry& add_var(std::string_view name, const dim_value& value) {
-    named_list<var_entry>& list = var_list();
+    variable_store& list = var_list();
     const auto number = static_cast<std::uint32_t>(number_before_first + 1 + list.size());
     return list.add({std::string(name), number, value, false});
 }

@@ -2,6 +2,7 @@
 
 // The variables of a run. The parser reaches one by name, compiled lists by its entry, the solvers by number.
 
+#include "base/named_list.h"
 #include "units/dim_value.h"
 
 #include <cstdint>
@@ -16,6 +17,9 @@ struct var_entry {
     dim_value value;      // in the base system
     bool held = false;    // an assignment leaves it as it is
 };
+
+/// The number of an entry follows from its place in the list.
+using variable_store = named_list<var_entry>;
 
 /// Empties the store at a run's start and end; the next variable gets 201. Until then entries stay where they
 /// are.
@@ -48,6 +52,9 @@ void setvar(var_entry& entry, dim_value& value, int component);
 /// The same by name, creating the variable if need be; the components not assigned are 0 then. Gives its
 /// entry.
 var_entry& setvar_by_name(std::string_view name, dim_value& value, int component);
+
+/// The variable of this name; a new one is a scalar 0 without units.
+var_entry& find_or_add_var(std::string_view name);
 
 /// Creates a variable; its name must not be there yet.
 var_entry& add_var(std::string_view name, const dim_value& value);

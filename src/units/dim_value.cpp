@@ -1,5 +1,7 @@
 #include "units/dim_value.h"
 
+#include "units/scalar_arithmetic.h"
+
 #include <cmath>
 
 namespace metrify {
@@ -105,10 +107,9 @@ void dim_pow(dim_value& result, const dim_value& base, double p) {
     const double b = base.comp[0];
     dim_clear(result);
     result.kind = base.kind;
-    // 0 to the power 0 is 0 in this language.
-    if (b == 0.0 && p == 0.0)
+    if (is_zero_to_zero(b, p))
         return;
-    if (b == infinity_sentinel || (b < 0.0 && std::floor(p) != p)) {
+    if (has_no_power(b, p)) {
         result = overflow_value();
         if (base.kind != 0)
             result.comp.fill(infinity_sentinel);
@@ -139,7 +140,7 @@ void convert_non_affine_ToMKS_vec_full(const dim_value& in, dim_value& out, cons
     const std::array<double, 3> comp = in.comp;
     out.kind = in.kind;
     for (std::size_t i = 0; i < comp.size(); ++i)
-        out.comp[i] = (comp[i] - scale.offset) / scale.factor;
+        out.comp[i] = to_base_system(comp[i], scale.offset, scale.factor);
     out.dim = scale.dim;
 }
 

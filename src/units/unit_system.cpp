@@ -1,32 +1,18 @@
 #include "units/unit_system.h"
 
-#include "base/thread_object.h"
 #include "units/unit_expression.h"
-#include "units/user_units.h"
+#include "units/unit_state.h"
 
 #include <array>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace metrify {
 
 namespace {
 
-struct unit_exception {
-    std::string text;
-    exponents dim = {};
-    bool is_unit = false; // false as well once a unit of the text means nothing any more
-};
-
-struct unit_system_state {
-    unit_system current = system_MKS;
-    std::vector<unit_exception> exceptions;
-    unsigned user_units_read = 0; // generation of the user units that the exponents are of
-};
-
-unit_system_state& unit_state() {
-    return thread_object<unit_system_state>();
+unit_system_state& system_state() {
+    return current_unit_state().system;
 }
 
 // The texts are read with the units of the moment: a user unit in one may have changed its meaning.
@@ -52,25 +38,25 @@ void set_message(text_str*& err, std::string_view message) {
 } // namespace
 
 void reset_unit_state() {
-    unit_system_state& state = unit_state();
+    unit_system_state& state = system_state();
     state.current = system_MKS;
     state.exceptions.clear();
 }
 
 void set_unit_system(unit_system system) {
-    unit_state().current = system;
+    system_state().current = system;
 }
 
 unit_system current_unit_system() {
-    return unit_state().current;
+    return system_state().current;
 }
 
 int exception_count() {
-    return static_cast<int>(unit_state().exceptions.size());
+    return static_cast<int>(system_state().exceptions.size());
 }
 
 const std::string* matching_exception(const exponents& dim) {
-    unit_system_state& state = unit_state();
+    unit_system_state& state = system_state();
     if (state.exceptions.empty())
         return nullptr;
     read_exponents(state);
@@ -113,7 +99,7 @@ void read_exceptions(cursor& expptr, text_str*& err) {
     }
     if (read.empty())
         return;
-    unit_system_state& state = unit_state();
+    unit_system_state& state = system_state();
     state.exceptions = std::move(read);
     state.user_units_read = user_unit_generation() - 1;
 }

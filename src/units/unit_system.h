@@ -6,10 +6,23 @@
 #include "units/dim_value.h"
 
 #include <string>
+#include <vector>
 
 namespace metrify {
 
 enum unit_system : unsigned { system_MKS, system_cgs, system_FPS, system_IPS };
+
+struct unit_exception {
+    std::string text;
+    exponents dim = {};
+    bool is_unit = false; // false as well once a unit of the text is no longer known
+};
+
+struct unit_system_state {
+    unit_system current = system_MKS;
+    std::vector<unit_exception> exceptions;
+    unsigned user_units_read = 0; // generation of the user units that the exponents were computed with
+};
 
 /// MKS and no exceptions.
 void reset_unit_state();

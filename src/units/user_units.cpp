@@ -1,30 +1,23 @@
 #include "units/user_units.h"
 
-#include "base/named_list.h"
-#include "base/thread_object.h"
+#include "units/unit_state.h"
 
 namespace metrify {
 
 namespace {
 
-struct user_unit_state {
-    named_list<user_unit> units;
-    std::int32_t serial = 700; // given out last
-    unsigned generation = 0;
-};
-
-user_unit_state& user_unit_list() {
-    return thread_object<user_unit_state>();
+user_unit_store& store() {
+    return current_unit_state().user_units;
 }
 
 } // namespace
 
 void reset_user_units() {
-    user_unit_list().serial = 700;
+    store().serial = 700;
 }
 
 void free_user_units() {
-    user_unit_state& state = user_unit_list();
+    user_unit_store& state = store();
     if (state.units.empty())
         return;
     state.units.clear();
@@ -32,11 +25,11 @@ void free_user_units() {
 }
 
 unsigned user_unit_generation() {
-    return user_unit_list().generation;
+    return store().generation;
 }
 
 bool find_user_unit(cursor& expptr, dim_value& out) {
-    named_list<user_unit>& units = user_unit_list().units;
+    named_list<user_unit>& units = store().units;
     if (units.empty())
         return false;
     cursor p = expptr;
@@ -56,7 +49,7 @@ void store_user_unit(std::string_view name, const dim_value& value, text_str*& e
         err = str_append_text(&err, "ERROR: Cannot define a unit with value zero.\n");
         return;
     }
-    user_unit_state& state = user_unit_list();
+    user_unit_store& state = store();
     const dim_value stored = {0, {value.comp[0], 0.0, 0.0}, value.dim};
     ++state.generation;
     if (user_unit* known = state.units.find(name))

@@ -3,6 +3,7 @@
 // The user's own units. They live for one run.
 
 #include "base/cursor.h"
+#include "base/named_list.h"
 #include "units/dim_value.h"
 
 #include <cstdint>
@@ -15,6 +16,12 @@ struct user_unit {
     std::string name;
     std::int32_t serial; // from 701 on; kept when the unit is defined anew
     dim_value value;     // kind 0; comp[0] is the unit's value in the base system
+};
+
+struct user_unit_store {
+    named_list<user_unit> units;
+    std::int32_t serial = 700; // the one assigned last
+    unsigned generation = 0;
 };
 
 /// Sets the serial numbers back, so that the first user unit gets 701.

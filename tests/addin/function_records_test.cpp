@@ -12,17 +12,17 @@ using testing::IsEmpty;
 
 TEST(function_records, the_worksheet_function_is_described_like_this) {
     const CXlFunctionDescriptor descriptor(metrify_record);
-    EXPECT_EQ(descriptor.narrowEntry, "Metrify_4");
-    EXPECT_EQ(descriptor.wideEntry, "Metrify_12");
-    EXPECT_EQ(descriptor.narrowType, "RBCC");
-    EXPECT_EQ(descriptor.wideType, "UBC%C%$");
+    EXPECT_EQ(descriptor.narrow.entry, "Metrify_4");
+    EXPECT_EQ(descriptor.wide.entry, "Metrify_12");
+    EXPECT_EQ(descriptor.narrow.type, "RBCC");
+    EXPECT_EQ(descriptor.wide.type, "UBC%C%$");
     EXPECT_EQ(descriptor.functionName, u"Metrify");
-    EXPECT_EQ(descriptor.wideArgumentNames, u"Val,InUnits,OutUnits");
-    EXPECT_EQ(descriptor.narrowArgumentNames, "Val,InUnits,OutUnits");
+    EXPECT_EQ(descriptor.wide.argumentNames, u"Val,InUnits,OutUnits");
+    EXPECT_EQ(descriptor.narrow.argumentNames, "Val,InUnits,OutUnits");
     EXPECT_EQ(descriptor.macroType, 1);
-    EXPECT_EQ(descriptor.wideCategory, u"Metrify");
-    EXPECT_EQ(descriptor.wideDescription, u"Converts Val from InUnits to OutUnits");
-    EXPECT_THAT(descriptor.wideArgumentHelp,
+    EXPECT_EQ(descriptor.wide.category, u"Metrify");
+    EXPECT_EQ(descriptor.wide.description, u"Converts Val from InUnits to OutUnits");
+    EXPECT_THAT(descriptor.wide.argumentHelp,
                 ElementsAre(u"Input value expressed in InUnits to be converted to Outunits (number)",
                             u"Units of the input value (text)", u"Units to convert input value to (text)"));
     EXPECT_EQ(descriptor.helpId, 0);
@@ -42,18 +42,18 @@ TEST(function_records, the_worksheet_function_has_this_signature) {
 
 TEST(function_records, the_macro_is_described_like_this) {
     const CXlFunctionDescriptor descriptor(macro_record);
-    EXPECT_EQ(descriptor.narrowEntry, "Metrify_Macro_4");
-    EXPECT_EQ(descriptor.wideEntry, "Metrify_Macro_12");
-    EXPECT_EQ(descriptor.narrowType, "R");
-    EXPECT_EQ(descriptor.wideType, "U$");
+    EXPECT_EQ(descriptor.narrow.entry, "Metrify_Macro_4");
+    EXPECT_EQ(descriptor.wide.entry, "Metrify_Macro_12");
+    EXPECT_EQ(descriptor.narrow.type, "R");
+    EXPECT_EQ(descriptor.wide.type, "U$");
     EXPECT_EQ(descriptor.functionName, u"Metrify_Macro");
-    EXPECT_EQ(descriptor.wideArgumentNames, u"");
-    EXPECT_EQ(descriptor.narrowArgumentNames, "");
+    EXPECT_EQ(descriptor.wide.argumentNames, u"");
+    EXPECT_EQ(descriptor.narrow.argumentNames, "");
     EXPECT_EQ(descriptor.macroType, 2);
-    EXPECT_EQ(descriptor.wideCategory, u"14");
-    EXPECT_EQ(descriptor.wideDescription, u"Calls the Metrify() function.");
-    EXPECT_THAT(descriptor.wideArgumentHelp, IsEmpty());
-    EXPECT_THAT(descriptor.narrowArgumentHelp, IsEmpty());
+    EXPECT_EQ(descriptor.wide.category, u"14");
+    EXPECT_EQ(descriptor.wide.description, u"Calls the Metrify() function.");
+    EXPECT_THAT(descriptor.wide.argumentHelp, IsEmpty());
+    EXPECT_THAT(descriptor.narrow.argumentHelp, IsEmpty());
     EXPECT_EQ(descriptor.helpId, 0);
     EXPECT_EQ(descriptor.helpTopic, u"");
     EXPECT_EQ(descriptor.minimumVersion, 0);
@@ -67,19 +67,19 @@ TEST(function_records, the_macro_has_this_signature) {
 
 TEST(function_records, the_ribbons_callback_is_described_like_this) {
     const CXlFunctionDescriptor descriptor(ribbon_record);
-    EXPECT_EQ(descriptor.narrowEntry, "RibbonCallback_4");
-    EXPECT_EQ(descriptor.wideEntry, "RibbonCallback_12");
-    EXPECT_EQ(descriptor.narrowType, "RJCCJCCA");
-    EXPECT_EQ(descriptor.wideType, "UJC%C%JC%C%A");
+    EXPECT_EQ(descriptor.narrow.entry, "RibbonCallback_4");
+    EXPECT_EQ(descriptor.wide.entry, "RibbonCallback_12");
+    EXPECT_EQ(descriptor.narrow.type, "RJCCJCCA");
+    EXPECT_EQ(descriptor.wide.type, "UJC%C%JC%C%A");
     EXPECT_EQ(descriptor.functionName, u"RibbonCallback");
-    EXPECT_EQ(descriptor.wideArgumentNames, u"callback,id,tag,index,text,selectedId,pressed");
-    EXPECT_EQ(descriptor.narrowArgumentNames, "callback,id,tag,index,text,selectedId,pressed");
+    EXPECT_EQ(descriptor.wide.argumentNames, u"callback,id,tag,index,text,selectedId,pressed");
+    EXPECT_EQ(descriptor.narrow.argumentNames, "callback,id,tag,index,text,selectedId,pressed");
     EXPECT_EQ(descriptor.macroType, 2);
-    EXPECT_EQ(descriptor.wideCategory, u"14");
+    EXPECT_EQ(descriptor.wide.category, u"14");
     EXPECT_EQ(descriptor.helpId, 4);
     EXPECT_EQ(descriptor.helpTopic, u"");
-    EXPECT_EQ(descriptor.wideDescription, u"Handles all calls redirected from the ribbonX manager");
-    EXPECT_THAT(descriptor.wideArgumentHelp,
+    EXPECT_EQ(descriptor.wide.description, u"Handles all calls redirected from the ribbonX manager");
+    EXPECT_THAT(descriptor.wide.argumentHelp,
                 ElementsAre(u"is the identifier of the callback which invoked this function",
                             u"is the id attribute of the control raising the event",
                             u"is the tag attribute of the control raising the event",

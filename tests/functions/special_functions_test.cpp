@@ -33,9 +33,10 @@ void expect_number(const outcome& result, double x) {
 }
 
 TEST(special_functions, refuse_a_vector_in_any_place) {
-    for (const special_function& function : special_functions) {
-        for (std::size_t i = 0; i < function.count; ++i) {
-            std::vector<dim_value> given = ones(function.count);
+    for (const special_function& row : special_functions) {
+        const function_facts& function = row.about;
+        for (std::size_t i = 0; i < argument_count(function); ++i) {
+            std::vector<dim_value> given = ones(argument_count(function));
             given[i] = vector(1, 2, 3);
             expect_refused(call(function.name, given), message(function.name, "a vector"));
         }
@@ -43,9 +44,10 @@ TEST(special_functions, refuse_a_vector_in_any_place) {
 }
 
 TEST(special_functions, refuse_a_dimensional_number_in_any_place) {
-    for (const special_function& function : special_functions) {
-        for (std::size_t i = 0; i < function.count; ++i) {
-            std::vector<dim_value> given = ones(function.count);
+    for (const special_function& row : special_functions) {
+        const function_facts& function = row.about;
+        for (std::size_t i = 0; i < argument_count(function); ++i) {
+            std::vector<dim_value> given = ones(argument_count(function));
             given[i] = scalar(1.0, meter);
             expect_refused(call(function.name, given), message(function.name, "a dimensional number"));
         }
@@ -53,11 +55,12 @@ TEST(special_functions, refuse_a_dimensional_number_in_any_place) {
 }
 
 TEST(special_functions, test_the_last_argument_first_and_its_kind_before_its_units) {
-    for (const special_function& function : special_functions) {
-        std::vector<dim_value> given = ones(function.count);
+    for (const special_function& row : special_functions) {
+        const function_facts& function = row.about;
+        std::vector<dim_value> given = ones(argument_count(function));
         given.back() = vector(1, 2, 3, meter);
         expect_refused(call(function.name, given), message(function.name, "a vector"));
-        if (function.count == 1)
+        if (argument_count(function) == 1)
             continue;
         given.front() = vector(1, 2, 3);
         given.back() = scalar(1.0, meter);
@@ -69,11 +72,12 @@ TEST(special_functions, test_the_last_argument_first_and_its_kind_before_its_uni
 }
 
 TEST(special_functions, give_a_plain_0_for_the_sentinel_in_any_place) {
-    for (const special_function& function : special_functions) {
-        for (std::size_t i = 0; i < function.count; ++i) {
+    for (const special_function& row : special_functions) {
+        const function_facts& function = row.about;
+        for (std::size_t i = 0; i < argument_count(function); ++i) {
             if (function.name == "CarlsonRJ" && i == 3)
                 continue;
-            std::vector<dim_value> given = ones(function.count);
+            std::vector<dim_value> given = ones(argument_count(function));
             given[i] = scalar(infinity_sentinel);
             expect_number(call(function.name, given), 0.0);
         }
@@ -99,14 +103,17 @@ TEST(special_functions, a_sentinel_does_not_hide_a_refusal) {
 TEST(special_functions, take_angle_and_amount_for_no_dimension_and_give_a_plain_number) {
     exponents mole = {};
     mole[dim_amount] = 1.0;
-    for (const special_function& function : special_functions) {
-        const outcome plain = call(function.name, std::vector<dim_value>(function.count, scalar(0.5)));
-        const outcome soft = call(function.name, std::vector<dim_value>(function.count, scalar(0.5, radian)));
+    for (const special_function& row : special_functions) {
+        const function_facts& function = row.about;
+        const outcome plain =
+            call(function.name, std::vector<dim_value>(argument_count(function), scalar(0.5)));
+        const outcome soft =
+            call(function.name, std::vector<dim_value>(argument_count(function), scalar(0.5, radian)));
         EXPECT_EQ(plain.err, soft.err) << function.name;
         EXPECT_TRUE(equal(plain.value, soft.value)) << function.name;
-        EXPECT_TRUE(
-            equal(plain.value,
-                  call(function.name, std::vector<dim_value>(function.count, scalar(0.5, mole))).value))
+        EXPECT_TRUE(equal(
+            plain.value,
+            call(function.name, std::vector<dim_value>(argument_count(function), scalar(0.5, mole))).value))
             << function.name;
         EXPECT_EQ(soft.value.dim, exponents{}) << function.name;
     }

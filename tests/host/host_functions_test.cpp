@@ -132,6 +132,22 @@ TEST(host_functions, conversion_uses_the_first_wanted_type_that_is_possible) {
     EXPECT_EQ(Ask12(host, 0x4002, {1.0, u"x"}), Success(CellError{15}));
 }
 
+TEST(host_functions, a_formula_is_converted_if_every_argument_is_right) {
+    Host host(15);
+    const CellValue base = CellOf(host, 0, 0);
+    const auto converted = [&host](std::vector<CellValue> arguments) {
+        return Ask12(host, 241, arguments).value;
+    };
+    EXPECT_EQ(converted({u"=A1", true, false, 1.0, base}), CellValue(u"=R1C1"));
+    EXPECT_EQ(converted({u"=A1", true, MissingArgument{}, 1.0, base}), CellValue(u"=$A$1"));
+    EXPECT_EQ(converted({CellError{7}, true, false, 1.0, base}), CellValue(CellError{15}));
+    EXPECT_EQ(converted({u"=A1", u"maybe", false, 1.0, base}), CellValue(CellError{15}));
+    EXPECT_EQ(converted({u"=A1", true, u"maybe", 1.0, base}), CellValue(CellError{15}));
+    for (const CellValue& kind : {CellValue(0.0), CellValue(5.0), CellValue(u"x")})
+        EXPECT_EQ(converted({u"=A1", true, false, kind, base}), CellValue(CellError{15}));
+    EXPECT_EQ(converted({u"=A1", true, false, 1.0, 7.0}), CellValue(CellError{15}));
+}
+
 TEST(host_functions, conversion_without_a_type_gives_a_value) {
     Host host(15);
     EXPECT_EQ(Ask12(host, 0x4002, {u"a"}), Success(u"a"));

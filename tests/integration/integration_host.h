@@ -8,12 +8,12 @@
 #include "integration/com/xll_com.h"
 #include "integration/real_integration.h"
 #include "tests/host/calling.h"
+#include "xllrt/app/app_registration.h"
 #include "xllrt/app/observer_function.h"
 #include "xllrt/app/xll_exports.h"
 #include "xllrt/app/xll_lifecycle.h"
 #include "xllrt/gate/host_primitives.h"
 #include "xllrt/gate/host_version.h"
-#include "xllrt/registry/registration.h"
 #include "xllrt/value/thread_state.h"
 
 #include <gtest/gtest.h>

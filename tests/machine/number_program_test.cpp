@@ -287,9 +287,9 @@ TEST_F(number_program_of, a_variable_that_is_held_keeps_its_value_and_gives_it) 
 TEST_F(number_program_of, a_statement_with_more_values_at_work_than_there_is_room_for_has_no_steps) {
     set_all(3.0, 2.0, 1.5);
     std::string statement = "y = ";
-    for (std::size_t i = 0; i < most_numbers; ++i)
+    for (std::size_t i = 0; i < max_stack_depth; ++i)
         statement += "a + (";
-    statement += "a" + std::string(most_numbers, ')');
+    statement += "a" + std::string(max_stack_depth, ')');
     code_list list;
     ASSERT_TRUE(compile(statement, list));
     number_program program;
@@ -297,7 +297,7 @@ TEST_F(number_program_of, a_statement_with_more_values_at_work_than_there_is_roo
     EXPECT_FALSE(program.statements()[0].has_steps);
     dim_value result;
     eval_compiled_stck(result, list, program, ctx, err.str);
-    EXPECT_TRUE(equal(result, scalar(3.0 * (most_numbers + 1), in_m)));
+    EXPECT_TRUE(equal(result, scalar(3.0 * (max_stack_depth + 1), in_m)));
 }
 
 } // namespace

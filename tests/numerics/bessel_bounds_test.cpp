@@ -78,11 +78,12 @@ double plain_i(std::int32_t n, double x) {
 }
 
 void expect_same_bits(double value, double expected, std::int32_t n, double x) {
-    if (std::isnan(expected))
+    if (std::isnan(expected)) {
         EXPECT_TRUE(std::isnan(value)) << n << ' ' << x;
-    else
-        EXPECT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(expected))
-            << n << ' ' << x << ": " << value << " instead of " << expected;
+        return;
+    }
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(expected))
+        << n << ' ' << x << ": " << value << " instead of " << expected;
 }
 
 constexpr std::int32_t orders[] = {2, 3, 4, 5, 17, 100, 999, 1000, 1001, 1500, 3000, 20000};

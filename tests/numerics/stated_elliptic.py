@@ -158,6 +158,8 @@ def at_limit(tolerance, distance):
 # One duplication takes x = 1, y = 1 + d to a distance s = d/12 or so; the ends of the iterations are found from
 # there. The first of Gauss's transformations ends where the root of emmc is near enough to 1.
 NEAR_1 = [1.0 + 0.0005 * i for i in range(1, 120)]
+# With these a distance comes to between 97 and 103 hundredths of a tolerance.
+NEAR_1 += [1.0 + d * (1.0 + 0.002 * i) for d in (0.0075, 0.01, 0.015, 0.0187) for i in range(-15, 16)]
 ELLIPTIC = {
     "carlsons_rc": (rc, [(1.0, y) for y in NEAR_1] + [(y, 1.0) for y in NEAR_1]),
     "carlsons_rd": (rd, [(1.0, 1.0, y) for y in NEAR_1] + [(1.0, y, 1.0) for y in NEAR_1]),

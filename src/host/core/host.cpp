@@ -1,6 +1,5 @@
 #include "host/core/host.h"
 
-#include "host/core/argument_list.h"
 #include "host/core/host_exports.h"
 #include "host/core/host_functions.h"
 #include "host/entry/calculation.h"
@@ -17,16 +16,6 @@ namespace metrify::host {
 namespace {
 
 std::atomic<Host*> newest_host = nullptr;
-
-constexpr int kMostWideArguments = 255;
-
-template <class Record>
-constexpr int kMostArguments = kMostWideArguments;
-template <>
-constexpr int kMostArguments<XLOPER> = kMostNarrowArguments;
-
-template <class Record>
-constexpr bool kIsWide = std::is_same_v<Record, XLOPER12>;
 
 // The code of an injected failure, or success.
 int FaultOf(HostState& state, int function) {
@@ -76,10 +65,10 @@ template <class Record>
 int Host::Call(int function, Record* result, int count, Record* const* arguments) {
     std::vector<CellValue> values;
     const auto finish = [&](const HostAnswer& answer) {
-        state_.log.Note(function, kIsWide<Record>, values, answer.code, answer.value);
+        state_.log.Note(function, RecordFamily<Record>::kIsWide, values, answer.code, answer.value);
         return answer.code;
     };
-    if (count < 0 || count > kMostArguments<Record>)
+    if (count < 0 || count > RecordFamily<Record>::kMaxArguments)
         return finish(HostAnswer::Code(xlretInvCount));
     if (WithoutOptions(function) == xlFree)
         return finish(HostAnswer::Code(FreeRecords(count, arguments)));
@@ -89,7 +78,8 @@ int Host::Call(int function, Record* result, int count, Record* const* arguments
             return finish(HostAnswer::Code(xlretInvXloper));
     if (const int refusal = FaultOf(state_, function); refusal != xlretSuccess)
         return finish(HostAnswer::Code(refusal));
-    const HostAnswer answer = CallHostFunction(state_, function, values, CurrentContext(), kIsWide<Record>);
+    const HostAnswer answer =
+        CallHostFunction(state_, function, values, CurrentContext(), RecordFamily<Record>::kIsWide);
     if (answer.code == xlretSuccess && result) {
         WriteRecord(answer.value, *result);
         state_.ledger.HandOut(*result);

@@ -22,7 +22,7 @@ struct FunctionRow {
     HostAnswer (*call)(const HostCall&);
 };
 
-constexpr std::size_t kMostArguments = 255;
+constexpr std::size_t kMostArguments = RecordFamily<XLOPER12>::kMaxArguments;
 
 constexpr FunctionRow functions[] = {
     {xlCoerce, 1, 2, Access::everywhere, Coerce},

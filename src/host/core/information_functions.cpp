@@ -71,7 +71,7 @@ const InfoItem info_items[] = {
 HostAnswer Coerce(const HostCall& call) {
     const CellValue& given = call.arguments[0];
     // By default any type except a reference.
-    constexpr int kAnyValue = 0x0DFF & ~(xltypeRef | xltypeSRef);
+    constexpr int kAnyValue = kTypeMask & ~(xltypeRef | xltypeSRef);
     const CellValue type =
         call.IsMissing(1) ? CellValue(kAnyValue) : ToIntegerValue(call.Argument(1), 1, 0x0FFF);
     if (!type.Is<std::int32_t>())

@@ -16,9 +16,6 @@ namespace {
 
 thread_local CallContext current_context = CallContext::command;
 
-constexpr std::size_t kLongestNarrowText = 255;
-constexpr std::size_t kLongestWideText = 32767;
-
 // One argument of a call, with the memory that it points to.
 class EntryArgument {
   public:
@@ -77,17 +74,21 @@ class EntryArgument {
         }
     }
 
+    static std::optional<CellError> TooLong(std::size_t length, std::size_t most) {
+        return length > most ? std::optional(CellError{xlerrValue}) : std::nullopt;
+    }
+
     std::optional<CellError> SetText(const std::string& type, const CellValue& value) {
         if (const auto* error = value.As<CellError>())
             return *error;
         wide_text_ = *value.As<std::u16string>();
         if (type == "C%") {
             word_ = static_cast<void*>(wide_text_.data());
-            return wide_text_.size() > kLongestWideText ? std::optional(CellError{xlerrValue}) : std::nullopt;
+            return TooLong(wide_text_.size(), RecordFamily<XLOPER12>::kMaxText);
         }
         narrow_text_ = ToNarrow(wide_text_);
         word_ = static_cast<void*>(narrow_text_.data());
-        return narrow_text_.size() > kLongestNarrowText ? std::optional(CellError{xlerrValue}) : std::nullopt;
+        return TooLong(narrow_text_.size(), RecordFamily<XLOPER>::kMaxText);
     }
 
     MachineWord word_ = std::int32_t{0};

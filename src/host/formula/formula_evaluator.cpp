@@ -13,7 +13,7 @@ namespace {
 
 using Arguments = std::vector<CellValue>;
 
-constexpr double kLongestText = 32767;
+constexpr double kLongestText = kMaxCellText;
 
 CellValue Finite(double number) {
     return std::isfinite(number) ? CellValue(number) : CellValue(CellError{xlerrNum});

@@ -3,7 +3,7 @@
 // A value of a cell or an argument, independent of the two record families.
 
 #include "xllrt/text/ascii_case.h"
-#include "xllrt/value/host_records.h"
+#include "xllrt/value/record_family.h"
 
 #include <compare>
 #include <cstdint>
@@ -14,6 +14,9 @@
 #include <vector>
 
 namespace metrify::host {
+
+/// The longest text of a cell.
+inline constexpr std::size_t kMaxCellText = RecordFamily<XLOPER12>::kMaxText;
 
 struct EmptyCell {
     friend bool operator==(const EmptyCell&, const EmptyCell&) = default;

@@ -5,9 +5,11 @@ namespace metrify::host {
 namespace {
 
 SheetSize SizeOfSheets(int version) {
-    if (version >= kFirstWideHost)
-        return {1048576, 16384};
-    return {version >= 8 ? 65536 : 16384, 256};
+    using Narrow = RecordFamily<XLOPER>;
+    using Wide = RecordFamily<XLOPER12>;
+    if (version >= Wide::kFirstVersion)
+        return {Wide::kMaxRows, Wide::kMaxColumns};
+    return {version >= 8 ? Narrow::kMaxRows : 16384, Narrow::kMaxColumns};
 }
 
 // The settings of a host in the United States: the country of the program and of the system, separators,

@@ -9,6 +9,7 @@
 #include "host/state/menu_bar.h"
 #include "host/state/record_ledger.h"
 #include "host/state/registration_table.h"
+#include "xllrt/value/record_family.h"
 
 #include <atomic>
 #include <deque>
@@ -39,13 +40,10 @@ struct ResultCounts {
     std::atomic<std::size_t> given_back = 0;
 };
 
-/// Hosts from this version on have the wide family.
-inline constexpr int kFirstWideHost = 12;
-
 struct HostState {
     explicit HostState(int host_version);
 
-    bool IsWide() const { return version >= kFirstWideHost; }
+    bool IsWide() const { return version >= RecordFamily<XLOPER12>::kFirstVersion; }
 
     int version;
     Workbooks books;

@@ -40,8 +40,7 @@ void RecordLedger::Note(const Record& record) {
 
 template <class Record>
 void RecordLedger::Release(Record& record) {
-    const std::uint16_t type = TypeOf(record);
-    if (type != xltypeStr && type != xltypeRef && type != xltypeMulti)
+    if (!PointsAtMemory(TypeOf(record)))
         return;
     Part& part = PartOf(MemoryOf(record));
     const std::lock_guard lock(part.mutex);

@@ -5,8 +5,8 @@
 #include "integration/com/dispatch_call.h"
 #include "integration/com/integration_exports.h"
 #include "integration/com/xll_com.h"
+#include "xllrt/app/app_registration.h"
 #include "xllrt/gate/host_gate.h"
-#include "xllrt/registry/registration.h"
 #include "xllrt/text/code_page.h"
 #include "xllrt/text/format_printf.h"
 
@@ -29,10 +29,10 @@ std::u16string DecimalText(int number) {
 
 CXlFunctionDescriptor CallbackDescriptor() {
     CXlFunctionDescriptor descriptor = CommandDescriptor(kCallbackName, "xlCheckInstance");
-    descriptor.narrowCategory = "Private Macros";
-    descriptor.wideCategory = u"Private Macros";
-    descriptor.narrowDescription = "Implementation function used by library initialisation routines";
-    descriptor.wideDescription = u"Implementation function used by library initialisation routines";
+    descriptor.narrow.category = "Private Macros";
+    descriptor.wide.category = u"Private Macros";
+    descriptor.narrow.description = "Implementation function used by library initialisation routines";
+    descriptor.wide.description = u"Implementation function used by library initialisation routines";
     return descriptor;
 }
 

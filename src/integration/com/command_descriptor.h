@@ -13,10 +13,10 @@ inline CXlFunctionDescriptor CommandDescriptor(const std::u16string& name, const
     static const std::string integer_type(1, 'J');
     CXlFunctionDescriptor descriptor;
     descriptor.functionName = name;
-    descriptor.narrowEntry = entry;
-    descriptor.wideEntry = entry;
-    descriptor.narrowType = integer_type;
-    descriptor.wideType = integer_type;
+    descriptor.narrow.entry = entry;
+    descriptor.wide.entry = entry;
+    descriptor.narrow.type = integer_type;
+    descriptor.wide.type = integer_type;
     descriptor.macroType = 2;
     return descriptor;
 }

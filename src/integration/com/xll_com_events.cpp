@@ -6,8 +6,8 @@
 #include "integration/com/dispatch_call.h"
 #include "integration/com/guarded.h"
 #include "integration/com/xll_com.h"
+#include "xllrt/app/app_registration.h"
 #include "xllrt/gate/host_paths.h"
-#include "xllrt/registry/registration.h"
 #include "xllrt/text/code_page.h"
 
 #include <ocidl.h>

@@ -1,6 +1,6 @@
 #include "xllrt/app/xll_app.h"
 
-#include "xllrt/gate/host_gate.h"
+#include "xllrt/gate/host_paths.h"
 #include "xllrt/platform/module_path.h"
 #include "xllrt/registry/function_result.h"
 #include "xllrt/text/format_printf.h"
@@ -105,7 +105,7 @@ int CXllApp::OnProcessDetach() {
 // ---- Names
 
 int CXllApp::GetHostName(CXlOper& name) {
-    return CallNoArgs(name, xlGetName);
+    return GetHostPath(name);
 }
 
 std::u16string CXllApp::GetAddInName() {
@@ -113,8 +113,7 @@ std::u16string CXllApp::GetAddInName() {
 }
 
 std::string CXllApp::GetModuleText() {
-    CXlOper name;
-    return GetHostName(name) == xlretSuccess ? name.ToText() : std::string();
+    return PathText([this](CXlOper& name) { return GetHostName(name); });
 }
 
 // ---- Answers

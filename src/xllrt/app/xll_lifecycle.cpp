@@ -1,13 +1,13 @@
 #include "xllrt/app/xll_lifecycle.h"
 
+#include "xllrt/app/app_registration.h"
 #include "xllrt/app/host_letters.h"
 #include "xllrt/app/observer_function.h"
 #include "xllrt/app/xll_app.h"
-#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/fault/fault_handlers.h"
 #include "xllrt/gate/host_alert.h"
 #include "xllrt/gate/host_paths.h"
 #include "xllrt/gate/host_version.h"
-#include "xllrt/registry/registration.h"
 #include "xllrt/text/format_printf.h"
 
 #include <array>
@@ -166,13 +166,13 @@ void SetAddInOpened(bool opened) {
 int OpenAddIn() {
     if (is_opened || !LoadOrTell())
         return 0;
-    KeepFaultTreatment();
+    InstallFaultHandlers();
     CXllApp::Instance()->OnOpened();
     return 1;
 }
 
 int CloseAddIn() {
-    ReturnFaultTreatment();
+    RestoreFaultHandlers();
     CXllApp* const application = CXllApp::Instance();
     if (!application)
         return 1;

@@ -2,7 +2,7 @@
 
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_lifecycle.h"
-#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/fault/fault_handlers.h"
 #include "xllrt/platform/module_handle.h"
 #include "xllrt/value/thread_state.h"
 
@@ -34,7 +34,7 @@ int Enter(void* module, ProcessReason reason) {
         if (application)
             application->OnProcessDetach();
         KeepModuleHandle(nullptr);
-        ReturnFaultTreatment();
+        RestoreFaultHandlers();
     }
     if (!ChangeThreadStates(reason))
         return 0;

@@ -1,5 +1,5 @@
+#include "xllrt/fault/fault_handlers.h"
 #include "xllrt/fault/fault_handlers_posix.h"
-#include "xllrt/fault/fault_treatment.h"
 #include "xllrt/fault/guarded_call.h"
 #include "xllrt/platform/thread_slot.h"
 
@@ -167,11 +167,11 @@ ThreadGuard& GuardOfThisThread() {
     return *guard.release();
 }
 
-// Of an open add-in. The add-in's own end empties it, before the module goes.
-constinit std::optional<FaultHandlerHold> kept_treatment;
+// Those of an open add-in. Emptied when the add-in closes, before the module is unloaded.
+constinit std::optional<FaultHandlerHold> installed_handlers;
 
-// All threads read this for each guard, so it changes with the treatment only.
-constinit std::atomic<bool> is_treatment_kept = false;
+// All threads read this for each guard, so it is written only when the handlers change.
+constinit std::atomic<bool> are_handlers_installed = false;
 
 // Makes a scope the innermost one while it lives, also when an exception passes. The outermost scope of a
 // thread sees to the handlers.
@@ -179,7 +179,7 @@ class ScopeLink {
   public:
     ScopeLink(ThreadGuard& guard, FaultScope& scope) : guard_(guard) {
         scope.earlier = guard.innermost;
-        if (!scope.earlier && !is_treatment_kept)
+        if (!scope.earlier && !are_handlers_installed)
             guard.handlers.emplace(TakeFault);
         guard.innermost = &scope;
     }
@@ -197,20 +197,20 @@ class ScopeLink {
 
 } // namespace
 
-void KeepFaultTreatment() {
-    if (!kept_treatment) {
-        kept_treatment.emplace(TakeFault);
-        is_treatment_kept = true;
+void InstallFaultHandlers() {
+    if (!installed_handlers) {
+        installed_handlers.emplace(TakeFault);
+        are_handlers_installed = true;
     }
 }
 
-void ReturnFaultTreatment() {
-    is_treatment_kept = false;
+void RestoreFaultHandlers() {
+    are_handlers_installed = false;
     // A command of the add-in may be what closes it.
     auto* const guard = static_cast<ThreadGuard*>(slot.Get());
-    if (kept_treatment && guard && guard->innermost && !guard->handlers)
+    if (installed_handlers && guard && guard->innermost && !guard->handlers)
         guard->handlers.emplace(TakeFault);
-    kept_treatment.reset();
+    installed_handlers.reset();
 }
 
 std::uint32_t CallGuarded(void (*body)(void*), void* context) {

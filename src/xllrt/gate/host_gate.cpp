@@ -12,31 +12,13 @@ namespace metrify {
 
 namespace {
 
-// What the gate has to know of a family, its own record and the other one.
-template <class Record>
-struct GateFamily;
+int CallHost(int function, XLOPER& result, int count, XLOPER** arguments) {
+    return Excel4v(function, &result, count, arguments);
+}
 
-template <>
-struct GateFamily<XLOPER> {
-    static constexpr std::uint16_t kValid = CXlOper::kValid4;
-    static constexpr std::uint16_t kOtherValid = CXlOper::kValid12;
-    static const XLOPER* Own(const CXlOper& value) { return value.Record4(); }
-    static const XLOPER12* Other(const CXlOper& value) { return value.Record12(); }
-    static int CallHost(int function, XLOPER& result, int count, XLOPER** arguments) {
-        return Excel4v(function, &result, count, arguments);
-    }
-};
-
-template <>
-struct GateFamily<XLOPER12> {
-    static constexpr std::uint16_t kValid = CXlOper::kValid12;
-    static constexpr std::uint16_t kOtherValid = CXlOper::kValid4;
-    static const XLOPER12* Own(const CXlOper& value) { return value.Record12(); }
-    static const XLOPER* Other(const CXlOper& value) { return value.Record4(); }
-    static int CallHost(int function, XLOPER12& result, int count, XLOPER12** arguments) {
-        return Excel12v(function, &result, count, arguments);
-    }
-};
+int CallHost(int function, XLOPER12& result, int count, XLOPER12** arguments) {
+    return Excel12v(function, &result, count, arguments);
+}
 
 // The records of a call in one family: those of the arguments where they are of that family, conversions of
 // them otherwise, which live as long as the list.
@@ -47,13 +29,13 @@ class Marshaller {
 
     // Gives 0, or the code of an argument that cannot go.
     int Add(const CXlOper* argument) {
-        using Family = GateFamily<Record>;
+        using Other = typename RecordFamily<Record>::Other;
         const unsigned state = argument ? argument->State() : 0U;
-        if (state & Family::kValid)
+        if (state & RecordFamily<Record>::kValid)
             // The host takes plain pointers, and does not write through them.
-            records_.push_back(const_cast<Record*>(Family::Own(*argument)));
-        else if (state & Family::kOtherValid)
-            return AddConverted(Family::Other(*argument));
+            records_.push_back(const_cast<Record*>(argument->RecordIn<Record>()));
+        else if (state & RecordFamily<Other>::kValid)
+            return AddConverted(argument->RecordIn<Other>());
         else
             return xlretInvXloper;
         return xlretSuccess;
@@ -84,7 +66,7 @@ int CallInFamily(CXlOper& result, int function, OperPointers arguments) {
         if (const int code = marshaller.Add(argument); code != xlretSuccess)
             return code;
     Record record = Record();
-    const int code = GateFamily<Record>::CallHost(function, record, marshaller.Count(), marshaller.Records());
+    const int code = CallHost(function, record, marshaller.Count(), marshaller.Records());
     // Only now may the old value of the result go: it may have been an argument.
     if (code == xlretSuccess)
         result.TakeFromHost(record);
@@ -115,8 +97,8 @@ int CallArray12(CXlOper& result, int function, std::span<const CXlOper> argument
 }
 
 int Call4(CXlOper& result, int function, OperPointers arguments) {
-    return arguments.size() <= kMaxArguments4 ? CallInFamily<XLOPER>(result, function, arguments)
-                                              : kRetWrongFamily;
+    constexpr std::size_t most = RecordFamily<XLOPER>::kMaxArguments;
+    return arguments.size() <= most ? CallInFamily<XLOPER>(result, function, arguments) : kRetWrongFamily;
 }
 
 int Call4(CXlOper& result, int function, std::span<const CXlOper> arguments) {

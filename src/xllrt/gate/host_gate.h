@@ -19,9 +19,6 @@ namespace metrify {
 /// narrow one, an argument that it cannot hold, a wide call to a host that has none.
 inline constexpr int kRetWrongFamily = 256;
 
-/// The narrow family takes no more arguments than this.
-inline constexpr std::size_t kMaxArguments4 = 30;
-
 /// The family a call is made in.
 enum class CallMode { narrow, wide, by_host_flag };
 

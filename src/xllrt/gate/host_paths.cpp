@@ -4,9 +4,12 @@
 
 namespace metrify {
 
+int GetHostPath(CXlOper& path) {
+    return CallNoArgs(path, xlGetName);
+}
+
 std::string GetHostPathText() {
-    CXlOper name;
-    return CallNoArgs(name, xlGetName) == xlretSuccess ? name.ToText() : std::string();
+    return PathText(GetHostPath);
 }
 
 std::string GetAddInFileName(const std::string& host_path) {

@@ -1,6 +1,7 @@
 #include "xllrt/gate/host_primitives.h"
 
 #include "xllrt/gate/host_version.h"
+#include "xllrt/value/record_family.h"
 
 #include <array>
 #include <atomic>
@@ -10,17 +11,17 @@ namespace metrify {
 
 namespace {
 
-HostPrimitives primitives_in_force;
+HostPrimitives current_primitives;
 
 // Two threads that look it up at the same time store the same pointer.
-std::atomic<Excel12Entry> entry_in_force = nullptr;
+std::atomic<Excel12Entry> current_entry = nullptr;
 
 // The wide entry, looked up while it is unknown.
 Excel12Entry WideEntry() {
-    Excel12Entry entry = entry_in_force.load(std::memory_order_relaxed);
-    if (!entry && primitives_in_force.find_entry) {
-        entry = primitives_in_force.find_entry();
-        entry_in_force.store(entry, std::memory_order_relaxed);
+    Excel12Entry entry = current_entry.load(std::memory_order_relaxed);
+    if (!entry && current_primitives.find_entry) {
+        entry = current_primitives.find_entry();
+        current_entry.store(entry, std::memory_order_relaxed);
     }
     return entry;
 }
@@ -28,13 +29,13 @@ Excel12Entry WideEntry() {
 } // namespace
 
 void ConnectHost(const HostPrimitives& primitives) {
-    primitives_in_force = primitives;
-    entry_in_force.store(nullptr, std::memory_order_relaxed);
+    current_primitives = primitives;
+    current_entry.store(nullptr, std::memory_order_relaxed);
     SetHostVersion(0);
 }
 
 const HostPrimitives& Primitives() {
-    return primitives_in_force;
+    return current_primitives;
 }
 
 int Excel4v(int function, XLOPER* result, int count, XLOPER* arguments[]) {
@@ -46,9 +47,10 @@ int Excel12(int function, XLOPER12* result, int count, ...) {
     const Excel12Entry entry = WideEntry();
     if (!entry)
         return xlretFailed;
-    if (count < 0 || count > kMaxArguments12)
+    constexpr int most = RecordFamily<XLOPER12>::kMaxArguments;
+    if (count < 0 || count > most)
         return xlretInvCount;
-    std::array<XLOPER12*, kMaxArguments12> arguments;
+    std::array<XLOPER12*, most> arguments;
     std::va_list list;
     va_start(list, count);
     for (int i = 0; i < count; ++i)
@@ -64,7 +66,7 @@ int Excel12v(int function, XLOPER12* result, int count, XLOPER12* arguments[]) {
 
 extern "C" void METRIFY_HOST_CALL SetExcel12EntryPt(Excel12Entry entry) {
     if (!WideEntry())
-        entry_in_force.store(entry, std::memory_order_relaxed);
+        current_entry.store(entry, std::memory_order_relaxed);
 }
 
 } // namespace metrify

@@ -48,10 +48,7 @@ int Excel4(int function, XLOPER* result, Records*... arguments) {
 
 int Excel4v(int function, XLOPER* result, int count, XLOPER* arguments[]);
 
-/// The largest count of arguments that `Excel12` takes.
-inline constexpr int kMaxArguments12 = 255;
-
-/// Calls the host with a function number and wide records, `count` pointers. Gives its return code;
+/// Calls the host with a function number and `count` pointers to wide records. Gives its return code;
 /// `xlretFailed` if no wide entry is found, `xlretInvCount` for a negative count or one above 255.
 int Excel12(int function, XLOPER12* result, int count, ...);
 

@@ -1,6 +1,7 @@
 #include "xllrt/gate/host_version.h"
 
 #include "xllrt/gate/host_primitives.h"
+#include "xllrt/value/record_family.h"
 
 #include <atomic>
 
@@ -46,7 +47,7 @@ bool HostFlag() {
 
 void SetHostVersion(int version) {
     host_version.store(version, std::memory_order_relaxed);
-    host_flag.store(version >= kFirstWideVersion, std::memory_order_relaxed);
+    host_flag.store(version >= RecordFamily<XLOPER12>::kFirstVersion, std::memory_order_relaxed);
 }
 
 void DetectHostVersion() {

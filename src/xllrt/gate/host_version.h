@@ -6,9 +6,6 @@
 
 namespace metrify {
 
-/// Hosts from this major version on take the wide family.
-inline constexpr int kFirstWideVersion = 12;
-
 /// The host's major version; 0 until it is detected.
 int HostVersion();
 

@@ -20,33 +20,38 @@ std::vector<std::basic_string<Char>> SplitList(const Char* list) {
     return texts;
 }
 
-void FillFromWide(std::string& narrow, const std::u16string& wide) {
-    if (narrow.empty() && !wide.empty())
-        narrow = ToNarrow(wide);
+// Converts what only the wide texts have. Entry and type differ between the families.
+void FillFromWide(FunctionTexts<char>& narrow, const FunctionTexts<XCHAR>& wide) {
+    const auto fill = [](std::string& text, const std::u16string& wide_text) {
+        if (text.empty() && !wide_text.empty())
+            text = ToNarrow(wide_text);
+    };
+    fill(narrow.argumentNames, wide.argumentNames);
+    fill(narrow.category, wide.category);
+    fill(narrow.description, wide.description);
+    if (narrow.argumentHelp.empty())
+        for (const std::u16string& text : wide.argumentHelp)
+            narrow.argumentHelp.push_back(ToNarrow(text));
 }
 
 } // namespace
 
+template <class Char>
+FunctionTexts<Char>::FunctionTexts(const XlFunctionTexts<Char>& record)
+    : entry(TextOrEmpty(record.entry)), type(TextOrEmpty(record.type)),
+      argumentNames(TextOrEmpty(record.argumentNames)), category(TextOrEmpty(record.category)),
+      description(TextOrEmpty(record.description)), argumentHelp(SplitList(record.argumentHelp)) {}
+
+template struct FunctionTexts<char>;
+template struct FunctionTexts<XCHAR>;
+
 CXlFunctionDescriptor::CXlFunctionDescriptor(const XlFunctionRecord& record)
-    : narrowEntry(TextOrEmpty(record.narrowEntry)), wideEntry(TextOrEmpty(record.wideEntry)),
-      narrowType(TextOrEmpty(record.narrowType)), wideType(TextOrEmpty(record.wideType)),
-      functionName(TextOrEmpty(record.functionName)),
-      narrowArgumentNames(TextOrEmpty(record.narrowArgumentNames)),
-      wideArgumentNames(TextOrEmpty(record.wideArgumentNames)),
+    : narrow(record.narrow), wide(record.wide), functionName(TextOrEmpty(record.functionName)),
       macroType(static_cast<std::uint16_t>(record.macroType >= 3 ? 1 : record.macroType)),
-      narrowCategory(TextOrEmpty(record.narrowCategory)), wideCategory(TextOrEmpty(record.wideCategory)),
       helpId(record.helpId), helpTopic(TextOrEmpty(record.helpTopic)),
-      narrowDescription(TextOrEmpty(record.narrowDescription)),
-      wideDescription(TextOrEmpty(record.wideDescription)),
-      narrowArgumentHelp(SplitList(record.narrowArgumentHelp)),
-      wideArgumentHelp(SplitList(record.wideArgumentHelp)), signature(TextOrEmpty(record.signature)),
-      minimumVersion(record.minimumVersion), maximumVersion(record.maximumVersion) {
-    FillFromWide(narrowArgumentNames, wideArgumentNames);
-    FillFromWide(narrowCategory, wideCategory);
-    FillFromWide(narrowDescription, wideDescription);
-    if (narrowArgumentHelp.empty())
-        for (const std::u16string& text : wideArgumentHelp)
-            narrowArgumentHelp.push_back(ToNarrow(text));
+      signature(TextOrEmpty(record.signature)), minimumVersion(record.minimumVersion),
+      maximumVersion(record.maximumVersion) {
+    FillFromWide(narrow, wide);
 }
 
 } // namespace metrify

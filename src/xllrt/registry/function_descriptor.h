@@ -1,6 +1,6 @@
 #pragma once
 
-// A function of the add-in at run time: what its record says, in both widths, and what the host made of it.
+// A function of the add-in at run time: the contents of its record, and its registration.
 
 #include "xllrt/registry/function_record.h"
 
@@ -9,32 +9,37 @@
 
 namespace metrify {
 
+/// What the host is given of a function in one record family.
+template <class Char>
+struct FunctionTexts {
+    FunctionTexts() = default;
+    /// Copies the texts. Null becomes the empty text.
+    explicit FunctionTexts(const XlFunctionTexts<Char>& record);
+
+    std::string entry;
+    std::string type;
+    std::basic_string<Char> argumentNames;
+    std::basic_string<Char> category;
+    std::basic_string<Char> description;
+    std::vector<std::basic_string<Char>> argumentHelp;
+};
+
 struct CXlFunctionDescriptor {
     CXlFunctionDescriptor() = default;
-    /// Takes over the record's texts. A narrow text that is missing is made from the wide one.
+    /// Copies the contents of the record. A missing narrow text is converted from the wide one.
     explicit CXlFunctionDescriptor(const XlFunctionRecord& record);
 
-    std::string narrowEntry;
-    std::string wideEntry;
-    std::string narrowType;
-    std::string wideType;
+    FunctionTexts<char> narrow;
+    FunctionTexts<XCHAR> wide;
     std::u16string functionName;
-    std::string narrowArgumentNames;
-    std::u16string wideArgumentNames;
     std::uint16_t macroType = 1;
-    std::string narrowCategory;
-    std::u16string wideCategory;
-    std::string spareText;
+    std::string spareText; ///< always empty
     std::uint16_t helpId = 0;
     std::u16string helpTopic;
-    std::string narrowDescription;
-    std::u16string wideDescription;
-    std::vector<std::string> narrowArgumentHelp;
-    std::vector<std::u16string> wideArgumentHelp;
     std::u16string signature;
     std::int32_t minimumVersion = 0;
     std::int32_t maximumVersion = 0;
-    double registerId = 0.0; ///< the id the host gave; 0 while it has given none
+    double registerId = 0.0; ///< the id that the host assigned; 0 before that
     std::int32_t registered = 0;
 };
 

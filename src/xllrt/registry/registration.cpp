@@ -15,17 +15,16 @@ namespace {
 
 enum class Family { none, narrow, wide };
 
-// True if the host takes the function in the wide family.
-bool IsForWide(const CXlFunctionDescriptor& descriptor) {
-    return HostFlag() && !descriptor.wideEntry.empty() && !descriptor.wideType.empty() &&
-           (!descriptor.wideArgumentNames.empty() || descriptor.narrowType.empty() ||
-            descriptor.narrowArgumentNames.empty());
+// True if the texts of a family register the function. If both families have entry and type, it is the one
+// with argument names.
+template <class Char, class OtherChar>
+bool IsUsable(const FunctionTexts<Char>& texts, const FunctionTexts<OtherChar>& other) {
+    return !texts.entry.empty() && !texts.type.empty() &&
+           (!texts.argumentNames.empty() || other.type.empty() || other.argumentNames.empty());
 }
 
-bool IsForNarrow(const CXlFunctionDescriptor& descriptor) {
-    return !descriptor.narrowEntry.empty() && !descriptor.narrowType.empty() &&
-           (!descriptor.narrowArgumentNames.empty() || descriptor.wideType.empty() ||
-            descriptor.wideArgumentNames.empty());
+bool IsForWide(const CXlFunctionDescriptor& descriptor) {
+    return HostFlag() && IsUsable(descriptor.wide, descriptor.narrow);
 }
 
 bool IsForThisVersion(const CXlFunctionDescriptor& descriptor) {
@@ -39,7 +38,7 @@ Family FamilyOf(const CXlFunctionDescriptor& descriptor) {
         return Family::none;
     if (IsForWide(descriptor))
         return Family::wide;
-    return IsForNarrow(descriptor) ? Family::narrow : Family::none;
+    return IsUsable(descriptor.narrow, descriptor.wide) ? Family::narrow : Family::none;
 }
 
 int CallInFamily(CXlOper& result, Family family, int function, std::span<const CXlOper> arguments) {
@@ -47,24 +46,33 @@ int CallInFamily(CXlOper& result, Family family, int function, std::span<const C
                                   : Call4(result, function, arguments);
 }
 
-CXlOper ModuleName(CXllApp& application) {
-    CXlOper name;
-    name.SetText(application.GetModuleText());
-    return name;
+// The host forgets a name for good only when another procedure has been registered under it, as a hidden one.
+void HideName(const RegistrationContext& context, const CXlFunctionDescriptor& descriptor, Family family) {
+    std::array<CXlOper, 6> values;
+    if (context.askHostName(values[0]) != xlretSuccess)
+        values[0] = context.moduleName;
+    values[1].SetText("xlAutoRemove");
+    values[2].SetText("J");
+    values[3].SetText(descriptor.functionName);
+    values[4] = ThisThreadState().missing;
+    values[5].SetInt(0);
+    CXlOper ignored;
+    CallInFamily(ignored, family, xlfRegister, values);
 }
 
-// True if the function was dealt with.
-bool Register(const CXllApp& application, CXlFunctionDescriptor& descriptor, const CXlOper& module_name) {
+} // namespace
+
+bool RegisterFunction(const RegistrationContext& context, CXlFunctionDescriptor& descriptor) {
     const Family family = FamilyOf(descriptor);
     if (family == Family::none)
         return true;
     const bool is_wide = family == Family::wide;
-    const std::u16string help = HelpText(descriptor, application.helpFile, application.helpIds);
-    const std::vector<CXlOper> values = is_wide ? WideRegistration(descriptor, module_name, help)
-                                                : NarrowRegistration(descriptor, module_name, help);
+    const std::u16string help = HelpText(descriptor, context.helpFile, context.helpIds);
+    const std::vector<CXlOper> values = is_wide ? WideRegistration(descriptor, context.moduleName, help)
+                                                : NarrowRegistration(descriptor, context.moduleName, help);
     std::span<const CXlOper> sent = values;
-    if (application.shortRegistration &&
-        CountArguments(is_wide ? descriptor.wideType : descriptor.narrowType) == 0)
+    if (context.shortRegistration &&
+        CountArguments(is_wide ? descriptor.wide.type : descriptor.narrow.type) == 0)
         sent = sent.first(kShortRegistration);
     CXlOper id;
     if (CallInFamily(id, family, xlfRegister, sent) == xlretSuccess)
@@ -73,62 +81,19 @@ bool Register(const CXllApp& application, CXlFunctionDescriptor& descriptor, con
     return descriptor.registered != 0;
 }
 
-// The host forgets a name for good only when another procedure has been registered under it, as a hidden one.
-void HideName(CXllApp& application, const CXlFunctionDescriptor& descriptor, Family family,
-              const CXlOper& module_name) {
-    std::array<CXlOper, 6> values;
-    if (application.GetHostName(values[0]) != xlretSuccess)
-        values[0] = module_name;
-    values[1].SetText("xlAutoRemove");
-    values[2].SetText("J");
-    values[3].SetText(descriptor.functionName);
-    values[4] = ThisThreadState().missing;
-    values[5].SetInt(0);
-    CXlOper dropped;
-    CallInFamily(dropped, family, xlfRegister, values);
-}
-
-void Unregister(CXllApp& application, CXlFunctionDescriptor& descriptor, const CXlOper& module_name) {
+void UnregisterFunction(const RegistrationContext& context, CXlFunctionDescriptor& descriptor) {
     const Family family = IsForWide(descriptor) ? Family::wide : Family::narrow;
-    CXlOper dropped;
+    CXlOper ignored;
     if (descriptor.registerId != 0.0) {
         const std::array<CXlOper, 1> id{CXlOper(descriptor.registerId)};
-        CallInFamily(dropped, family, xlfUnregister, id);
+        CallInFamily(ignored, family, xlfUnregister, id);
         descriptor.registerId = 0.0;
     }
     std::array<CXlOper, 1> name;
     name[0].SetText(descriptor.functionName);
-    CallInFamily(dropped, family, xlfSetName, name);
+    CallInFamily(ignored, family, xlfSetName, name);
     descriptor.registered = 0;
-    HideName(application, descriptor, family, module_name);
-}
-
-} // namespace
-
-bool RegisterAll(CXllApp& application) {
-    // Observers may still add functions, or change them.
-    CXlEventArgs args;
-    application.events.registerFunctions.Notify(args);
-    application.helpIds = AssignHelpIds(application.functions.All());
-    const CXlOper module_name = ModuleName(application);
-    bool is_complete = true;
-    for (CXlFunctionDescriptor* descriptor : application.functions.All())
-        is_complete &= Register(application, *descriptor, module_name);
-    return is_complete;
-}
-
-bool RegisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor) {
-    return Register(application, descriptor, ModuleName(application));
-}
-
-void UnregisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor) {
-    Unregister(application, descriptor, ModuleName(application));
-}
-
-void UnregisterAll(CXllApp& application) {
-    const CXlOper module_name = ModuleName(application);
-    for (CXlFunctionDescriptor* descriptor : application.functions.All())
-        Unregister(application, *descriptor, module_name);
+    HideName(context, descriptor, family);
 }
 
 } // namespace metrify

@@ -1,24 +1,30 @@
 #pragma once
 
-// Telling the host of the add-in's functions, and taking them back.
+// Registers functions with the host, and unregisters them.
 
-#include "xllrt/app/xll_app.h"
+#include "xllrt/registry/function_descriptor.h"
+#include "xllrt/registry/help_ids.h"
+#include "xllrt/value/xl_oper.h"
 
+#include <functional>
 #include <string>
 
 namespace metrify {
 
-/// Registers the application's functions, in the family that host and function allow. True if every one was
-/// registered, or has no place in this host.
-bool RegisterAll(CXllApp& application);
+/// What a registration takes from the application.
+struct RegistrationContext {
+    CXlOper moduleName;                       ///< the host's path of the add-in
+    std::function<int(CXlOper&)> askHostName; ///< asks the host for that path again; gives its code
+    const std::string& helpFile;
+    const CXlHelpIds& helpIds;
+    bool shortRegistration; ///< functions without arguments are registered without their help texts
+};
 
-/// Registers one function, which may have come to the application later.
-bool RegisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor);
+/// Registers a function in the family that the host and the function allow. True if it was registered, or if
+/// this host does not need it.
+bool RegisterFunction(const RegistrationContext& context, CXlFunctionDescriptor& descriptor);
 
-/// Takes one function back. What the host answers is not looked at.
-void UnregisterFunction(CXllApp& application, CXlFunctionDescriptor& descriptor);
-
-/// Takes all functions back. What the host answers is not looked at.
-void UnregisterAll(CXllApp& application);
+/// Unregisters a function and removes its name. The host's return codes are ignored.
+void UnregisterFunction(const RegistrationContext& context, CXlFunctionDescriptor& descriptor);
 
 } // namespace metrify

@@ -13,17 +13,6 @@ namespace {
 // The host refuses longer texts.
 constexpr std::size_t kMaxDescription = 255;
 
-// What one registration takes from a descriptor, in one of the widths.
-template <class Char>
-struct RegistrationTexts {
-    const std::string& entry;
-    const std::string& type;
-    const std::basic_string<Char>& argument_names;
-    const std::basic_string<Char>& category;
-    const std::basic_string<Char>& description;
-    std::span<const std::basic_string<Char>> argument_help;
-};
-
 // The host cuts the last two characters of the last text; two dots take the blow.
 template <class Char>
 void AppendClosingMark(std::basic_string<Char>& text) {
@@ -69,24 +58,26 @@ CXlOper DescriptionValue(const std::basic_string<Char>& text, bool is_last) {
 
 // In the order that the host has published.
 template <class Char>
-std::vector<CXlOper> Registration(const RegistrationTexts<Char>& texts,
+std::vector<CXlOper> Registration(const FunctionTexts<Char>& texts, std::size_t max_argument_helps,
                                   const CXlFunctionDescriptor& descriptor, const CXlOper& module_name,
                                   const std::u16string& help) {
+    std::span<const std::basic_string<Char>> argument_help = texts.argumentHelp;
+    argument_help = argument_help.first(std::min(argument_help.size(), max_argument_helps));
     const bool has_arguments = CountArguments(texts.type) > 0;
     std::vector<CXlOper> values;
-    values.reserve(kShortRegistration + 2 + texts.argument_help.size());
+    values.reserve(kShortRegistration + 2 + argument_help.size());
     values.push_back(module_name);
     values.push_back(TextValue(texts.entry));
     values.push_back(TextValue(texts.type));
     values.push_back(TextValue(descriptor.functionName));
-    values.push_back(LocalizedValue(texts.argument_names));
+    values.push_back(LocalizedValue(texts.argumentNames));
     values.push_back(TextValue(std::to_string(descriptor.macroType)));
     values.push_back(CategoryValue(texts.category));
     values.push_back(TextValue("")); // the key that starts a command
     values.push_back(TextValue(help));
     values.push_back(DescriptionValue(texts.description, !has_arguments));
-    for (const std::basic_string<Char>& text : texts.argument_help) {
-        const bool is_last = has_arguments && &text == &texts.argument_help.back();
+    for (const std::basic_string<Char>& text : argument_help) {
+        const bool is_last = has_arguments && &text == &argument_help.back();
         values.push_back(DescriptionValue(text, is_last));
     }
     return values;
@@ -103,20 +94,12 @@ std::size_t CountArguments(const std::string& type_text) {
 
 std::vector<CXlOper> WideRegistration(const CXlFunctionDescriptor& descriptor, const CXlOper& module_name,
                                       const std::u16string& help) {
-    const RegistrationTexts<XCHAR> texts{descriptor.wideEntry,         descriptor.wideType,
-                                         descriptor.wideArgumentNames, descriptor.wideCategory,
-                                         descriptor.wideDescription,   descriptor.wideArgumentHelp};
-    return Registration(texts, descriptor, module_name, help);
+    return Registration(descriptor.wide, descriptor.wide.argumentHelp.size(), descriptor, module_name, help);
 }
 
 std::vector<CXlOper> NarrowRegistration(const CXlFunctionDescriptor& descriptor, const CXlOper& module_name,
                                         const std::u16string& help) {
-    std::span<const std::string> helps = descriptor.narrowArgumentHelp;
-    helps = helps.first(std::min(helps.size(), kMaxNarrowArgumentHelps));
-    const RegistrationTexts<char> texts{descriptor.narrowEntry,         descriptor.narrowType,
-                                        descriptor.narrowArgumentNames, descriptor.narrowCategory,
-                                        descriptor.narrowDescription,   helps};
-    return Registration(texts, descriptor, module_name, help);
+    return Registration(descriptor.narrow, kMaxNarrowArgumentHelps, descriptor, module_name, help);
 }
 
 } // namespace metrify

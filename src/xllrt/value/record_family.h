@@ -1,6 +1,6 @@
 #pragma once
 
-// What differs between the two record families, so that the rest is written once for both.
+// What differs between the two record families, in one table, so that the rest is written once for both.
 
 #include "xllrt/value/host_records.h"
 #include "xllrt/value/record_full_height.h"
@@ -15,26 +15,39 @@ struct RecordFamily;
 
 template <>
 struct RecordFamily<XLOPER> {
+    using Other = XLOPER12; ///< the record of the other family
     using Unit = char;
     using Length = std::uint8_t; ///< of a text, in its first unit
     using Rectangle = XLREF;
     using RectangleList = XLMREF;
+    static constexpr bool kIsWide = false;
     static constexpr std::int32_t kMaxRows = 65536;
     static constexpr std::int32_t kMaxColumns = 256;
+    static constexpr std::size_t kMaxText = 255; ///< of a cell or an argument
+    static constexpr int kMaxArguments = 30;     ///< of a call of the host
+    // The bits of a value's state for its record of this family.
+    static constexpr std::uint16_t kOwned = 0x0001;     ///< the value owns what the record points at
+    static constexpr std::uint16_t kHostOwned = 0x0002; ///< the host filled the record
+    static constexpr std::uint16_t kValid = 0x0004;     ///< the record holds the value
 };
 
 template <>
 struct RecordFamily<XLOPER12> {
+    using Other = XLOPER;
     using Unit = XCHAR;
     using Length = std::uint16_t;
     using Rectangle = XLREF12;
     using RectangleList = XLMREF12;
+    static constexpr bool kIsWide = true;
     static constexpr std::int32_t kMaxRows = 1048576;
     static constexpr std::int32_t kMaxColumns = 16384;
+    static constexpr std::size_t kMaxText = 32767;
+    static constexpr int kMaxArguments = 255;
+    static constexpr int kFirstVersion = 12; ///< the first major version of the host that has this family
+    static constexpr std::uint16_t kOwned = 0x0010;
+    static constexpr std::uint16_t kHostOwned = 0x0020;
+    static constexpr std::uint16_t kValid = 0x0040;
 };
-
-/// The longest text of the narrow family.
-inline constexpr std::size_t kMaxNarrowText = 255;
 
 /// Rows and columns of a value.
 struct XlSize {

@@ -89,7 +89,7 @@ bool CopyText(XLOPER12& target, const XLOPER& source) {
 
 bool CopyText(XLOPER& target, const XLOPER12& source) {
     const std::u16string_view text = TextOf(source);
-    if (text.size() > kMaxNarrowText)
+    if (text.size() > RecordFamily<XLOPER>::kMaxText)
         return false;
     // In a code page with more than one byte for a character the text may become longer, and its count wraps.
     StoreText(target, std::string_view(ToNarrow(text)));
@@ -261,11 +261,11 @@ void DeepFree(XLOPER12& record) {
 }
 
 void MakeText(XLOPER& record, std::string_view text) {
-    StoreText(record, text.substr(0, kMaxNarrowText));
+    StoreText(record, text.substr(0, RecordFamily<XLOPER>::kMaxText));
 }
 
 void MakeText(XLOPER& record, std::u16string_view text) {
-    MakeText(record, ToNarrow(text.substr(0, kMaxNarrowText)));
+    MakeText(record, ToNarrow(text.substr(0, RecordFamily<XLOPER>::kMaxText)));
 }
 
 void MakeText(XLOPER12& record, std::string_view text) {

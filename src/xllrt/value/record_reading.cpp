@@ -1,5 +1,6 @@
 #include "xllrt/value/record_reading.h"
 
+#include "xllrt/text/code_page.h"
 #include "xllrt/text/text_number.h"
 #include "xllrt/value/error_text.h"
 #include "xllrt/value/record_family.h"
@@ -201,6 +202,22 @@ bool RecordToInt(const XLOPER12& record, std::int32_t& value) {
 
 bool RecordToText(const XLOPER& record, std::string& text) {
     return ReadText(record, text);
+}
+
+bool RecordToText(const XLOPER& record, std::u16string& text) {
+    std::string narrow;
+    if (!ReadText(record, narrow))
+        return false;
+    text = ToWide(narrow);
+    return true;
+}
+
+bool RecordToText(const XLOPER12& record, std::string& text) {
+    std::u16string wide;
+    if (!ReadText(record, wide))
+        return false;
+    text = ToNarrow(wide);
+    return true;
 }
 
 bool RecordToText(const XLOPER12& record, std::u16string& text) {

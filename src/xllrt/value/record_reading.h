@@ -24,8 +24,10 @@ bool RecordToInt(const XLOPER& record, std::int32_t& value);
 bool RecordToInt(const XLOPER12& record, std::int32_t& value);
 
 /// A text, or the text of a number with six decimals, of a boolean, of an integer, or of an error but code 0.
-/// The text of a number is cut at 31 characters.
+/// The text of a number is cut at 31 characters. Text of the other width is converted with the code page.
 bool RecordToText(const XLOPER& record, std::string& text);
+bool RecordToText(const XLOPER& record, std::u16string& text);
+bool RecordToText(const XLOPER12& record, std::string& text);
 bool RecordToText(const XLOPER12& record, std::u16string& text);
 
 } // namespace metrify

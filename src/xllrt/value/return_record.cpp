@@ -2,6 +2,8 @@
 
 #include "xllrt/value/record_memory.h"
 
+#include <algorithm>
+
 namespace metrify {
 
 namespace {
@@ -23,6 +25,18 @@ void Reset(Record& record) {
     record = Record();
 }
 
+template <class Record>
+bool IsPartOfRecord(const Record& part, const Record& whole) {
+    const std::uint16_t type = TypeOf(whole);
+    if (!PointsAtMemory(type))
+        return false;
+    if (TypeOf(part) == type && part.val.str == whole.val.str)
+        return true;
+    const Record* cells = type == xltypeMulti ? whole.val.array.lparray : nullptr;
+    return std::any_of(cells, cells + (cells ? CellCountOf(whole) : 0),
+                       [&part](const Record& cell) { return IsPartOfRecord(part, cell); });
+}
+
 } // namespace
 
 void AutoFree12(XLOPER12* record) {
@@ -39,6 +53,14 @@ void ResetReturnRecord(XLOPER& record) {
 
 void ResetReturnRecord(XLOPER12& record) {
     Reset(record);
+}
+
+bool IsPartOf(const XLOPER& part, const XLOPER& whole) {
+    return IsPartOfRecord(part, whole);
+}
+
+bool IsPartOf(const XLOPER12& part, const XLOPER12& whole) {
+    return IsPartOfRecord(part, whole);
 }
 
 } // namespace metrify

@@ -18,4 +18,8 @@ void AutoFree4(XLOPER* record);
 void ResetReturnRecord(XLOPER& record);
 void ResetReturnRecord(XLOPER12& record);
 
+/// True if what the part points at is released with the whole.
+bool IsPartOf(const XLOPER& part, const XLOPER& whole);
+bool IsPartOf(const XLOPER12& part, const XLOPER12& whole);
+
 } // namespace metrify

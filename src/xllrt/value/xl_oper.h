@@ -2,7 +2,7 @@
 
 // The value of the host boundary.
 
-#include "xllrt/value/record_family.h"
+#include "xllrt/value/record_pair.h"
 
 #include <string>
 #include <string_view>
@@ -20,12 +20,12 @@ class CXlCellView;
 class CXlOper {
   public:
     // Bits of the state.
-    static constexpr std::uint16_t kOwned4 = 0x0001;      ///< the narrow record's memory is ours
-    static constexpr std::uint16_t kHostOwned4 = 0x0002;  ///< the host filled the narrow record
-    static constexpr std::uint16_t kValid4 = 0x0004;      ///< the narrow record holds the value
-    static constexpr std::uint16_t kOwned12 = 0x0010;     ///< as kOwned4, for the wide record
-    static constexpr std::uint16_t kHostOwned12 = 0x0020; ///< as kHostOwned4, for the wide record
-    static constexpr std::uint16_t kValid12 = 0x0040;     ///< as kValid4, for the wide record
+    static constexpr std::uint16_t kOwned4 = RecordFamily<XLOPER>::kOwned;
+    static constexpr std::uint16_t kHostOwned4 = RecordFamily<XLOPER>::kHostOwned;
+    static constexpr std::uint16_t kValid4 = RecordFamily<XLOPER>::kValid;
+    static constexpr std::uint16_t kOwned12 = RecordFamily<XLOPER12>::kOwned;
+    static constexpr std::uint16_t kHostOwned12 = RecordFamily<XLOPER12>::kHostOwned;
+    static constexpr std::uint16_t kValid12 = RecordFamily<XLOPER12>::kValid;
 
     /// No value.
     CXlOper();
@@ -115,11 +115,16 @@ class CXlOper {
 
     // For the gate.
 
-    std::uint16_t State() const { return state_; }
-    XLOPER* Record4() { return narrow_; }
-    const XLOPER* Record4() const { return narrow_; }
-    XLOPER12* Record12() { return wide_; }
-    const XLOPER12* Record12() const { return wide_; }
+    std::uint16_t State() const { return records_.State(); }
+    /// The record of one family; null if the view of a cell has none.
+    template <class Record>
+    const Record* RecordIn() const {
+        return records_.Get<Record>();
+    }
+    XLOPER* Record4() { return records_.Get<XLOPER>(); }
+    const XLOPER* Record4() const { return records_.Get<XLOPER>(); }
+    XLOPER12* Record12() { return records_.Get<XLOPER12>(); }
+    const XLOPER12* Record12() const { return records_.Get<XLOPER12>(); }
 
     /// Takes over a record that the host filled: what was there is released, and this goes back to the host.
     /// The cell of an array gets a copy, and the record goes back at once.
@@ -131,105 +136,32 @@ class CXlOper {
 
     explicit CXlOper(const XLOPER* record);
     explicit CXlOper(const XLOPER12* record);
-    // For a view of a cell, which lies inside an array and is released by it.
+    // For a view of a cell, which is a part of an array and is released with it.
     struct CellTag {};
-    CXlOper(CellTag, XLOPER* cell);
-    CXlOper(CellTag, XLOPER12* cell);
+    template <class Record>
+    CXlOper(CellTag /*tag*/, Record* cell) : records_(cell) {}
 
-    bool IsCellView() const { return !narrow_ || !wide_; }
-    bool HasValue4() const { return (state_ & kValid4) != 0; }
-    bool HasValue12() const { return (state_ & kValid12) != 0; }
     bool BuildsWide() const;
     std::uint16_t Type() const;
 
-    template <class Record>
-    Record* Side() const;
-    template <class Reader>
-    auto Visit(Reader reader) const;
-
-    template <class Record>
-    void FreeSide();
-    template <class Record>
-    void CopySide(const CXlOper& source);
-    template <class Record>
-    void MoveSide(CXlOper& source);
-    template <class Record>
-    void Store(const Record& record, std::uint16_t state);
     template <class Setter>
     void SetPlain(bool freeFirst, Setter setter);
     template <class Text>
     void SetAnyText(Text text, bool freeFirst);
     template <class Record>
+    void TakeRecord(const Record& record);
+    template <class Record>
     bool MakeArrayOf(const XlSize& size);
     template <class Record>
-    void FillSide(const CXlOper& source);
-    template <class Record>
-    bool CopyInto(Record& target, bool& allocated) const;
+    void FillArray(const CXlOper& source);
     template <class Record>
     CXlCellView ViewCell(std::int32_t row, std::int32_t column);
-    template <class Record>
-    Record MoveToReturn(bool& allocated);
     template <class Record>
     Record* ReturnRecord(Record& kept);
     template <class Text>
     Text ToAnyText(bool strict) const;
 
-    // A value has both records, so that no reader has to ask for them; the view of a cell has the one in its
-    // array.
-    XLOPER own_narrow_ = XLOPER();
-    XLOPER12 own_wide_ = XLOPER12();
-    XLOPER* narrow_;
-    XLOPER12* wide_;
-    std::uint16_t state_ = 0;
-};
-
-template <>
-inline XLOPER* CXlOper::Side() const {
-    return narrow_;
-}
-
-template <>
-inline XLOPER12* CXlOper::Side() const {
-    return wide_;
-}
-
-/// Makes the record the one content; the other side is emptied.
-template <class Record>
-void CXlOper::Store(const Record& record, std::uint16_t state) {
-    if (narrow_)
-        *narrow_ = XLOPER();
-    if (wide_)
-        *wide_ = XLOPER12();
-    *Side<Record>() = record;
-    state_ = state;
-}
-
-/// Calls the reader with the record that holds the value, the wide one if both do.
-template <class Reader>
-auto CXlOper::Visit(Reader reader) const {
-    static constexpr XLOPER none{};
-    if (HasValue12())
-        return reader(*wide_);
-    // The view of a wide cell has no narrow record.
-    return reader(narrow_ ? *narrow_ : none);
-}
-
-/// The bits of the state that speak of one side.
-template <class Record>
-struct SideBits;
-
-template <>
-struct SideBits<XLOPER> {
-    static constexpr std::uint16_t kOwned = CXlOper::kOwned4;
-    static constexpr std::uint16_t kHostOwned = CXlOper::kHostOwned4;
-    static constexpr std::uint16_t kValid = CXlOper::kValid4;
-};
-
-template <>
-struct SideBits<XLOPER12> {
-    static constexpr std::uint16_t kOwned = CXlOper::kOwned12;
-    static constexpr std::uint16_t kHostOwned = CXlOper::kHostOwned12;
-    static constexpr std::uint16_t kValid = CXlOper::kValid12;
+    CXlRecordPair records_;
 };
 
 } // namespace metrify

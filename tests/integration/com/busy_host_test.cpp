@@ -42,6 +42,7 @@ BOOL WINAPI NotePin(DWORD flags, const wchar_t* address, HMODULE* module) {
 struct Answers {
     int refusals; // before the host does it
     HRESULT code;
+    int granted = 0; // before the refusals
 } answers;
 
 HRESULT STDMETHODCALLTYPE RefuseForAWhile(EventPoint* point, DWORD cookie) {
@@ -162,7 +163,7 @@ struct RefusedProperties {
                                             UINT* wrong_argument) {
         if (flags == DISPATCH_PROPERTYPUT) {
             ++asked.calls;
-            if (answers.refusals-- > 0)
+            if (answers.granted-- <= 0 && answers.refusals-- > 0)
                 return answers.code;
         }
         return original(object, id, iid, locale, flags, parameters, result, exception, wrong_argument);
@@ -213,6 +214,17 @@ TEST_F(busy_old_host, is_reported_if_it_refuses_one_and_gets_the_others_back) {
     EXPECT_EQ(asked.pauses, 0);
     EXPECT_EQ(host.settings().eventMacros,
               (std::array<std::u16string, 3>{u"xll_Test_OnSheetActivate", u"Second", u"Third"}));
+}
+
+TEST_F(busy_old_host, has_its_macros_again_if_it_refuses_one_of_the_add_in) {
+    ASSERT_TRUE(road.com.SetEvents(false, road.failure));
+    const RefusedProperties refused(host.automation.application());
+    answers = {1, E_ACCESSDENIED, 1};
+    EXPECT_FALSE(road.com.SetEvents(true, road.failure));
+    EXPECT_EQ(road.failure.text, u"OnSheetDeactivate: words for 80070005");
+    EXPECT_EQ(road.failure.code, E_ACCESSDENIED);
+    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_EQ(host.settings().eventMacros, (std::array<std::u16string, 3>{u"First", u"Second", u"Third"}));
 }
 
 } // namespace

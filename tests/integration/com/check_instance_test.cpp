@@ -69,8 +69,8 @@ TEST(check_instance, takes_the_callback_that_is_in_the_list_already) {
     CXllApp application;
     host.automation.ShowAsRunning();
     CXlFunctionDescriptor known = CommandDescriptor(u"xlCheckInstance", "xlCheckInstance");
-    known.wideCategory = u"Known before";
-    known.narrowCategory = "Known before";
+    known.wide.category = u"Known before";
+    known.narrow.category = "Known before";
     application.functions.Add(std::move(known));
     host.host.state().log.Start();
     Road road;

@@ -1,6 +1,9 @@
 // The end of a whole process with a module in it, and a module that a host keeps calling into. Each needs a
 // process of its own: the tests run themselves again, for a test that is disabled otherwise.
 
+#include "integration/process_end.h"
+#include "integration/wizard/wizard_hook.h"
+#include "tests/integration/counted_system.h"
 #include "tests/integration/module_host.h"
 #include "tests/integration/replaced_call.h"
 
@@ -83,6 +86,51 @@ TEST_F(process_alone, DISABLED_with_an_unloading) {
 
 TEST(process_end, is_told_from_an_unloading_which_disconnects) {
     EXPECT_EQ(RunAlone("process_alone.DISABLED_with_an_unloading"), kEnded);
+}
+
+int left_apartments = 0;
+
+void WINAPI NoteLeaving() {
+    ++left_apartments;
+}
+
+TEST(process_end, forgets_the_host_without_a_call) {
+    IntegrationHost host(16);
+    CXllApp application;
+    left_apartments = 0;
+    int references = 0;
+    {
+        const ReplacedPointer leaving(ImportedFunction("CoUninitialize"), AddressOf(NoteLeaving));
+        Road road;
+        ASSERT_TRUE(road.Init());
+        ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+        references = host.automation.ledger().references();
+        AbandonHost();
+        EXPECT_EQ(road.com.Application(), nullptr);
+        EXPECT_FALSE(road.com.AreEventsConnected());
+        EXPECT_EQ(CXllCom::Instance(), nullptr);
+    }
+    EXPECT_EQ(left_apartments, 0);
+    EXPECT_EQ(host.automation.ledger().references(), references);
+    EXPECT_EQ(host.sinks(), 1U);
+    const ComPtr<IDispatch> sink = host.automation.application().events().First();
+    EXPECT_EQ(sink->AddRef(), 4U); // of the add-in, the host, the test, and this one
+    CoUninitialize();
+}
+
+TEST(process_end, forgets_the_hook_without_a_call) {
+    IntegrationHost host(16);
+    CXlWizExUIFunctionRegistry registry;
+    const CountedSystem system(host.faults());
+    CWizardHook::Install(registry);
+    AbandonHost();
+    EXPECT_EQ(CWizardHook::Instance(), nullptr);
+    CWizardHook::Remove();
+    EXPECT_EQ(system.Fonts().size(), 1U);
+    const std::set<HHOOK> hooks = system.Hooks();
+    EXPECT_EQ(hooks.size(), 2U);
+    for (const HHOOK hook : hooks)
+        UnhookWindowsHookEx(hook);
 }
 
 // ---- A busy host

@@ -183,11 +183,11 @@ TEST_F(wizard_hook, is_active_from_the_activation_on) {
 TEST_F(wizard_hook, builds_what_is_shown_with_a_dialog_that_is_activated_first) {
     Make({.arguments = 1});
     ASSERT_FALSE(IsWindowVisible(dialog->window()));
-    SendMessageA(dialog->window(), WM_ACTIVATE, WA_ACTIVE, 0);
-    EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
     WizardControls controls;
     ASSERT_TRUE(FindWizardControls(dialog->window(), controls));
     EXPECT_EQ(controls.count, 1);
+    SendMessageA(dialog->window(), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
     ShowWindow(dialog->window(), SW_SHOWNA);
     EXPECT_TRUE(IsWindowVisible(Hook().Overlay(0)));
 }

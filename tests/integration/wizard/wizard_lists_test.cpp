@@ -15,8 +15,12 @@ class wizard_lists : public WizardHookTest {
     }
 };
 
-BOOL WINAPI MeasureLinesOf20(HDC /*canvas*/, TEXTMETRICA* metrics) {
-    metrics->tmHeight = 20;
+HGDIOBJ measured_font = nullptr;
+
+template <LONG Height>
+BOOL WINAPI MeasureLines(HDC canvas, TEXTMETRICA* metrics) {
+    measured_font = GetCurrentObject(canvas, OBJ_FONT);
+    metrics->tmHeight = Height;
     return TRUE;
 }
 
@@ -88,12 +92,16 @@ TEST_F(wizard_lists, are_as_high_as_their_font_wants) {
     EXPECT_EQ(description.lfHeight, 12);
     EXPECT_EQ(description.lfWeight, 400);
     Click(Hook().Overlay(0));
-    const LONG of_12 = DroppedHeight();
-    EXPECT_GE(of_12, 4 * 12);
+    EXPECT_GE(DroppedHeight(), 4 * 10);
     Notify(Hook().List(), CBN_CLOSEUP);
-    const ReplacedPointer measuring(ImportedFunction("GetTextMetricsA"), AddressOf(MeasureLinesOf20));
+    const ReplacedPointer of_20(ImportedFunction("GetTextMetricsA"), AddressOf(MeasureLines<20>));
     Click(Hook().Overlay(0));
-    EXPECT_EQ(DroppedHeight() - of_12, 10 * (20 - 12));
+    EXPECT_EQ(measured_font, font);
+    const LONG height = DroppedHeight();
+    Notify(Hook().List(), CBN_CLOSEUP);
+    const ReplacedPointer of_30(ImportedFunction("GetTextMetricsA"), AddressOf(MeasureLines<30>));
+    Click(Hook().Overlay(0));
+    EXPECT_EQ(DroppedHeight() - height, 10 * (30 - 20));
 }
 
 TEST_F(wizard_lists, have_the_arrow_as_their_cursor) {

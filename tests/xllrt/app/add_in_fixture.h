@@ -5,7 +5,7 @@
 #include "tests/xllrt/gate/scripted_host.h"
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_lifecycle.h"
-#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/fault/fault_handlers.h"
 #include "xllrt/gate/host_version.h"
 #include "xllrt/value/thread_state.h"
 
@@ -23,7 +23,7 @@ class AddInTest : public testing::Test {
     }
     ~AddInTest() override {
         SetAddInOpened(false);
-        ReturnFaultTreatment();
+        RestoreFaultHandlers();
         CXllApp::SetInstance(earlier_);
         // Made in the family of this test's host.
         DestroyThreadState();
@@ -73,18 +73,18 @@ class NotingApp : public CXllApp {
 inline CXlFunctionDescriptor SimpleFunction(const std::u16string& name) {
     CXlFunctionDescriptor descriptor;
     descriptor.functionName = name;
-    descriptor.narrowEntry = "Entry4";
-    descriptor.wideEntry = "Entry12";
-    descriptor.narrowType = "RB";
-    descriptor.wideType = "UB";
-    descriptor.narrowArgumentNames = "Val";
-    descriptor.wideArgumentNames = u"Val";
-    descriptor.narrowCategory = "Category";
-    descriptor.wideCategory = u"Category";
-    descriptor.narrowDescription = "Describes";
-    descriptor.wideDescription = u"Describes";
-    descriptor.narrowArgumentHelp = {"The value"};
-    descriptor.wideArgumentHelp = {u"The value"};
+    descriptor.narrow.entry = "Entry4";
+    descriptor.wide.entry = "Entry12";
+    descriptor.narrow.type = "RB";
+    descriptor.wide.type = "UB";
+    descriptor.narrow.argumentNames = "Val";
+    descriptor.wide.argumentNames = u"Val";
+    descriptor.narrow.category = "Category";
+    descriptor.wide.category = u"Category";
+    descriptor.narrow.description = "Describes";
+    descriptor.wide.description = u"Describes";
+    descriptor.narrow.argumentHelp = {"The value"};
+    descriptor.wide.argumentHelp = {u"The value"};
     return descriptor;
 }
 

@@ -46,18 +46,18 @@ TEST_F(ObserverFunction, has_this_descriptor) {
     ASSERT_EQ(app.functions.All().size(), 1U);
     const CXlFunctionDescriptor& descriptor = *app.functions.All()[0];
     EXPECT_EQ(descriptor.functionName, u"xll_Metrify_observer");
-    EXPECT_EQ(descriptor.narrowArgumentNames, "EventNumber,Arg1,Arg2,Arg3");
-    EXPECT_EQ(descriptor.wideArgumentNames, u"EventNumber,Arg1,Arg2,Arg3");
-    EXPECT_EQ(descriptor.narrowEntry, "CXlApp_ObserverEventHandler4");
-    EXPECT_EQ(descriptor.wideEntry, "CXlApp_ObserverEventHandler12");
-    EXPECT_EQ(descriptor.narrowType, "RJPPP");
-    EXPECT_EQ(descriptor.wideType, "RJQQQ");
-    EXPECT_EQ(descriptor.narrowCategory, "User Defined");
-    EXPECT_EQ(descriptor.wideCategory, u"User Defined");
+    EXPECT_EQ(descriptor.narrow.argumentNames, "EventNumber,Arg1,Arg2,Arg3");
+    EXPECT_EQ(descriptor.wide.argumentNames, u"EventNumber,Arg1,Arg2,Arg3");
+    EXPECT_EQ(descriptor.narrow.entry, "CXlApp_ObserverEventHandler4");
+    EXPECT_EQ(descriptor.wide.entry, "CXlApp_ObserverEventHandler12");
+    EXPECT_EQ(descriptor.narrow.type, "RJPPP");
+    EXPECT_EQ(descriptor.wide.type, "RJQQQ");
+    EXPECT_EQ(descriptor.narrow.category, "User Defined");
+    EXPECT_EQ(descriptor.wide.category, u"User Defined");
     EXPECT_EQ(descriptor.helpId, 1);
     EXPECT_EQ(descriptor.macroType, 2);
-    EXPECT_EQ(descriptor.wideDescription, u"");
-    EXPECT_THAT(descriptor.wideArgumentHelp, IsEmpty());
+    EXPECT_EQ(descriptor.wide.description, u"");
+    EXPECT_THAT(descriptor.wide.argumentHelp, IsEmpty());
 }
 
 TEST_F(ObserverFunction, workbook_events_get_the_first_argument) {

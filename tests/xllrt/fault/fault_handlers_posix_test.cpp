@@ -1,5 +1,5 @@
 #include "host_of_faults.h"
-#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/fault/fault_handlers.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ class FaultsOutsideGuards : public HostOfFaults, public testing::WithParamInterf
   protected:
     static void UseGuards() {
         if (GetParam())
-            KeepFaultTreatment();
+            InstallFaultHandlers();
         UseGuard();
     }
 };

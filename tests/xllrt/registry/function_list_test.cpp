@@ -11,19 +11,18 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 XlFunctionRecord WideRecord() {
-    return {.narrowEntry = "F_4",
-            .wideEntry = "F_12",
-            .narrowType = "RB",
-            .wideType = "UB",
+    return {.narrow = {.entry = "F_4", .type = "RB"},
+            .wide = {.entry = "F_12",
+                     .type = "UB",
+                     .argumentNames = u"Länge",
+                     .category = u"Maße",
+                     .description = u"für alle",
+                     .argumentHelp = u"erste\0zweite\0"},
             .functionName = u"F",
-            .wideArgumentNames = u"Länge",
             .macroType = 2,
-            .wideCategory = u"Maße",
             .spareText = "spare",
             .helpId = 4,
             .helpTopic = u"topic",
-            .wideDescription = u"für alle",
-            .wideArgumentHelp = u"erste\0zweite\0",
             .signature = u"{F}",
             .minimumVersion = 12,
             .maximumVersion = 15};
@@ -31,19 +30,19 @@ XlFunctionRecord WideRecord() {
 
 TEST(FunctionDescriptor, takes_over_what_the_record_says) {
     const CXlFunctionDescriptor descriptor(WideRecord());
-    EXPECT_EQ(descriptor.narrowEntry, "F_4");
-    EXPECT_EQ(descriptor.wideEntry, "F_12");
-    EXPECT_EQ(descriptor.narrowType, "RB");
-    EXPECT_EQ(descriptor.wideType, "UB");
+    EXPECT_EQ(descriptor.narrow.entry, "F_4");
+    EXPECT_EQ(descriptor.wide.entry, "F_12");
+    EXPECT_EQ(descriptor.narrow.type, "RB");
+    EXPECT_EQ(descriptor.wide.type, "UB");
     EXPECT_EQ(descriptor.functionName, u"F");
-    EXPECT_EQ(descriptor.wideArgumentNames, u"Länge");
+    EXPECT_EQ(descriptor.wide.argumentNames, u"Länge");
     EXPECT_EQ(descriptor.macroType, 2);
-    EXPECT_EQ(descriptor.wideCategory, u"Maße");
+    EXPECT_EQ(descriptor.wide.category, u"Maße");
     EXPECT_EQ(descriptor.spareText, "") << "stays empty";
     EXPECT_EQ(descriptor.helpId, 4);
     EXPECT_EQ(descriptor.helpTopic, u"topic");
-    EXPECT_EQ(descriptor.wideDescription, u"für alle");
-    EXPECT_THAT(descriptor.wideArgumentHelp, ElementsAre(u"erste", u"zweite"));
+    EXPECT_EQ(descriptor.wide.description, u"für alle");
+    EXPECT_THAT(descriptor.wide.argumentHelp, ElementsAre(u"erste", u"zweite"));
     EXPECT_EQ(descriptor.signature, u"{F}");
     EXPECT_EQ(descriptor.minimumVersion, 12);
     EXPECT_EQ(descriptor.maximumVersion, 15);
@@ -53,32 +52,32 @@ TEST(FunctionDescriptor, takes_over_what_the_record_says) {
 
 TEST(FunctionDescriptor, missing_narrow_texts_are_made_from_the_wide_ones) {
     const CXlFunctionDescriptor descriptor(WideRecord());
-    EXPECT_EQ(descriptor.narrowArgumentNames, "L\xE4nge");
-    EXPECT_EQ(descriptor.narrowCategory, "Ma\xDF"
-                                         "e");
-    EXPECT_EQ(descriptor.narrowDescription, "f\xFCr alle");
-    EXPECT_THAT(descriptor.narrowArgumentHelp, ElementsAre("erste", "zweite"));
+    EXPECT_EQ(descriptor.narrow.argumentNames, "L\xE4nge");
+    EXPECT_EQ(descriptor.narrow.category, "Ma\xDF"
+                                          "e");
+    EXPECT_EQ(descriptor.narrow.description, "f\xFCr alle");
+    EXPECT_THAT(descriptor.narrow.argumentHelp, ElementsAre("erste", "zweite"));
 }
 
 TEST(FunctionDescriptor, narrow_texts_that_are_there_stay) {
     XlFunctionRecord record = WideRecord();
-    record.narrowArgumentNames = "names";
-    record.narrowCategory = "category";
-    record.narrowDescription = "description";
-    record.narrowArgumentHelp = "one\0";
+    record.narrow.argumentNames = "names";
+    record.narrow.category = "category";
+    record.narrow.description = "description";
+    record.narrow.argumentHelp = "one\0";
     const CXlFunctionDescriptor descriptor(record);
-    EXPECT_EQ(descriptor.narrowArgumentNames, "names");
-    EXPECT_EQ(descriptor.narrowCategory, "category");
-    EXPECT_EQ(descriptor.narrowDescription, "description");
-    EXPECT_THAT(descriptor.narrowArgumentHelp, ElementsAre("one"));
+    EXPECT_EQ(descriptor.narrow.argumentNames, "names");
+    EXPECT_EQ(descriptor.narrow.category, "category");
+    EXPECT_EQ(descriptor.narrow.description, "description");
+    EXPECT_THAT(descriptor.narrow.argumentHelp, ElementsAre("one"));
 }
 
 TEST(FunctionDescriptor, null_texts_become_empty) {
     const CXlFunctionDescriptor descriptor{XlFunctionRecord()};
-    EXPECT_EQ(descriptor.narrowEntry, "");
+    EXPECT_EQ(descriptor.narrow.entry, "");
     EXPECT_EQ(descriptor.functionName, u"");
-    EXPECT_EQ(descriptor.narrowCategory, "");
-    EXPECT_THAT(descriptor.wideArgumentHelp, IsEmpty());
+    EXPECT_EQ(descriptor.narrow.category, "");
+    EXPECT_THAT(descriptor.wide.argumentHelp, IsEmpty());
     EXPECT_EQ(descriptor.macroType, 1);
 }
 

@@ -28,9 +28,9 @@ class RegistrationArguments : public AddInTest {
     // A function without arguments, with this description.
     static CXlFunctionDescriptor Command(const std::u16string& description) {
         CXlFunctionDescriptor descriptor = SimpleFunction(u"Command");
-        descriptor.wideType = "U$";
-        descriptor.wideArgumentHelp.clear();
-        descriptor.wideDescription = description;
+        descriptor.wide.type = "U$";
+        descriptor.wide.argumentHelp.clear();
+        descriptor.wide.description = description;
         return descriptor;
     }
 };
@@ -67,20 +67,20 @@ TEST_F(RegistrationArguments, only_dots_at_the_end_count) {
 
 TEST_F(RegistrationArguments, the_dot_rules_hold_on_the_narrow_path_too) {
     CXlFunctionDescriptor descriptor = Command(u"");
-    descriptor.narrowType = "R";
-    descriptor.narrowArgumentHelp.clear();
-    descriptor.narrowDescription = "Does it";
+    descriptor.narrow.type = "R";
+    descriptor.narrow.argumentHelp.clear();
+    descriptor.narrow.description = "Does it";
     EXPECT_EQ(Narrow(descriptor).at(9), "\"Does it..\"");
-    descriptor.narrowDescription = "Does it.";
+    descriptor.narrow.description = "Does it.";
     EXPECT_EQ(Narrow(descriptor).at(9), "\"Does it..\"");
-    descriptor.narrowDescription = "Does it..";
+    descriptor.narrow.description = "Does it..";
     EXPECT_EQ(Narrow(descriptor).at(9), "\"Does it..\"");
 }
 
 TEST_F(RegistrationArguments, with_arguments_the_last_help_text_gets_the_dots) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideType = "UBB";
-    descriptor.wideArgumentHelp = {u"first", u"second"};
+    descriptor.wide.type = "UBB";
+    descriptor.wide.argumentHelp = {u"first", u"second"};
     const std::vector<std::string> values = Wide(descriptor);
     ASSERT_EQ(values.size(), 12U);
     EXPECT_EQ(values[9], "\"Describes\"");
@@ -100,14 +100,14 @@ TEST_F(RegistrationArguments, one_of_254_characters_keeps_one_dot) {
 
 TEST_F(RegistrationArguments, help_texts_longer_than_255_characters_are_cut_after_the_closing_mark) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideArgumentHelp = {std::u16string(256, u'a'), std::u16string(255, u'b'),
-                                   std::u16string(254, u'c')};
+    descriptor.wide.argumentHelp = {std::u16string(256, u'a'), std::u16string(255, u'b'),
+                                    std::u16string(254, u'c')};
     std::vector<std::string> values = Wide(descriptor);
     ASSERT_EQ(values.size(), 13U);
     EXPECT_EQ(values[10], '"' + std::string(255, 'a') + '"');
     EXPECT_EQ(values[11], '"' + std::string(255, 'b') + '"');
     EXPECT_EQ(values[12], '"' + std::string(254, 'c') + ".\"");
-    descriptor.narrowArgumentHelp = {std::string(256, 'a'), std::string(255, 'b'), std::string(254, 'c')};
+    descriptor.narrow.argumentHelp = {std::string(256, 'a'), std::string(255, 'b'), std::string(254, 'c')};
     values = Narrow(descriptor);
     ASSERT_EQ(values.size(), 13U);
     EXPECT_EQ(values[10], '"' + std::string(255, 'a') + '"');
@@ -117,8 +117,8 @@ TEST_F(RegistrationArguments, help_texts_longer_than_255_characters_are_cut_afte
 
 TEST_F(RegistrationArguments, the_closing_mark_goes_by_the_arguments_of_its_own_family) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideType = "U$";
-    descriptor.narrowType = "RB";
+    descriptor.wide.type = "U$";
+    descriptor.narrow.type = "RB";
     EXPECT_EQ(Wide(descriptor).at(9), "\"Describes..\"");
     EXPECT_EQ(Wide(descriptor).at(10), "\"The value\"");
     EXPECT_EQ(Narrow(descriptor).at(9), "\"Describes\"");
@@ -127,8 +127,8 @@ TEST_F(RegistrationArguments, the_closing_mark_goes_by_the_arguments_of_its_own_
 
 TEST_F(RegistrationArguments, all_of_25_help_texts_go_the_wide_way_and_20_the_narrow) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideArgumentHelp.assign(25, u"help");
-    descriptor.narrowArgumentHelp.assign(25, "help");
+    descriptor.wide.argumentHelp.assign(25, u"help");
+    descriptor.narrow.argumentHelp.assign(25, "help");
     EXPECT_EQ(Wide(descriptor).size(), 35U);
     EXPECT_EQ(Wide(descriptor).at(34), "\"help..\"");
     EXPECT_EQ(Wide(descriptor).at(29), "\"help\"");
@@ -138,11 +138,11 @@ TEST_F(RegistrationArguments, all_of_25_help_texts_go_the_wide_way_and_20_the_na
 
 TEST_F(RegistrationArguments, a_category_that_is_a_number_arrives_as_an_integer) {
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideCategory = u"14";
+    descriptor.wide.category = u"14";
     EXPECT_EQ(Wide(descriptor).at(6), "14i");
-    descriptor.wideCategory = u"Metrify";
+    descriptor.wide.category = u"Metrify";
     EXPECT_EQ(Wide(descriptor).at(6), "\"Metrify\"");
-    descriptor.wideCategory = u"14th";
+    descriptor.wide.category = u"14th";
     EXPECT_EQ(Wide(descriptor).at(6), "\"14th\"");
 }
 
@@ -159,10 +159,10 @@ TEST_F(RegistrationArguments, texts_may_refer_to_string_resources) {
     resources.Add(102, kUsEnglish, u"description");
     resources.Add(103, kUsEnglish, u"help");
     CXlFunctionDescriptor descriptor = SimpleFunction(u"#100");
-    descriptor.wideArgumentNames = u"#100";
-    descriptor.wideCategory = u"#101";
-    descriptor.wideDescription = u"#102";
-    descriptor.wideArgumentHelp = {u"#103"};
+    descriptor.wide.argumentNames = u"#100";
+    descriptor.wide.category = u"#101";
+    descriptor.wide.description = u"#102";
+    descriptor.wide.argumentHelp = {u"#103"};
     const std::vector<std::string> values = Wide(descriptor);
     EXPECT_EQ(values[3], "\"#100\"") << "the name stays as it is";
     EXPECT_EQ(values[4], "\"names\"");
@@ -178,10 +178,10 @@ TEST_F(RegistrationArguments, narrow_texts_may_refer_to_string_resources_too) {
     resources.Add(102, kUsEnglish, u"für alle");
     resources.Add(103, kUsEnglish, u"Größe");
     CXlFunctionDescriptor descriptor = SimpleFunction(u"#100");
-    descriptor.narrowArgumentNames = "#100";
-    descriptor.narrowCategory = "#101";
-    descriptor.narrowDescription = "#102";
-    descriptor.narrowArgumentHelp = {"#103"};
+    descriptor.narrow.argumentNames = "#100";
+    descriptor.narrow.category = "#101";
+    descriptor.narrow.description = "#102";
+    descriptor.narrow.argumentHelp = {"#103"};
     const std::vector<CXlOper> values = NarrowRegistration(descriptor, CXlOper(true), u"help");
     EXPECT_EQ(values[3].ToText(), "#100") << "the name stays as it is";
     EXPECT_EQ(values[4].ToText(), "L\xE4nge");

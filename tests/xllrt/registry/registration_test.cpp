@@ -1,5 +1,5 @@
 #include "tests/xllrt/app/add_in_fixture.h"
-#include "xllrt/registry/registration.h"
+#include "xllrt/app/app_registration.h"
 
 #include <gmock/gmock.h>
 
@@ -40,10 +40,10 @@ TEST_F(RegistrationTest, a_function_is_registered_with_all_its_values) {
 TEST_F(RegistrationTest, a_narrow_host_gets_the_narrow_members) {
     SetVersion(11);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.narrowArgumentNames = "NarrowVal";
-    descriptor.narrowCategory = "14";
-    descriptor.narrowDescription = "Narrow";
-    descriptor.narrowArgumentHelp = {"Narrow help."};
+    descriptor.narrow.argumentNames = "NarrowVal";
+    descriptor.narrow.category = "14";
+    descriptor.narrow.description = "Narrow";
+    descriptor.narrow.argumentHelp = {"Narrow help."};
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(),
@@ -63,8 +63,8 @@ TEST_F(RegistrationTest, without_functions_there_is_nothing_to_fail) {
 TEST_F(RegistrationTest, a_function_with_narrow_data_only_goes_the_narrow_way_on_any_host) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideEntry.clear();
-    descriptor.wideType.clear();
+    descriptor.wide.entry.clear();
+    descriptor.wide.type.clear();
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(), Contains(HasSubstr("4 xlfRegister(")));
@@ -73,7 +73,7 @@ TEST_F(RegistrationTest, a_function_with_narrow_data_only_goes_the_narrow_way_on
 TEST_F(RegistrationTest, narrow_argument_names_without_wide_ones_go_the_narrow_way) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideArgumentNames.clear();
+    descriptor.wide.argumentNames.clear();
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(), Contains(HasSubstr("4 xlfRegister(")));
@@ -82,8 +82,8 @@ TEST_F(RegistrationTest, narrow_argument_names_without_wide_ones_go_the_narrow_w
 TEST_F(RegistrationTest, without_argument_names_at_all_it_is_the_wide_way) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideArgumentNames.clear();
-    descriptor.narrowArgumentNames.clear();
+    descriptor.wide.argumentNames.clear();
+    descriptor.narrow.argumentNames.clear();
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(), Contains(HasSubstr("12 xlfRegister(")));
@@ -92,8 +92,8 @@ TEST_F(RegistrationTest, without_argument_names_at_all_it_is_the_wide_way) {
 TEST_F(RegistrationTest, without_a_narrow_type_it_is_the_wide_way) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideArgumentNames.clear();
-    descriptor.narrowType.clear();
+    descriptor.wide.argumentNames.clear();
+    descriptor.narrow.type.clear();
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(), Contains(HasSubstr("12 xlfRegister(")));
@@ -102,7 +102,7 @@ TEST_F(RegistrationTest, without_a_narrow_type_it_is_the_wide_way) {
 TEST_F(RegistrationTest, a_wide_function_on_a_narrow_host_counts_as_handled_without_a_call) {
     SetVersion(11);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.narrowEntry.clear();
+    descriptor.narrow.entry.clear();
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(), Not(Contains(HasSubstr("xlfRegister"))));
@@ -111,7 +111,7 @@ TEST_F(RegistrationTest, a_wide_function_on_a_narrow_host_counts_as_handled_with
 TEST_F(RegistrationTest, a_narrow_host_leaves_out_a_function_without_narrow_names_that_has_wide_ones) {
     SetVersion(11);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.narrowArgumentNames.clear();
+    descriptor.narrow.argumentNames.clear();
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCalls(), Not(Contains(HasSubstr("xlfRegister"))));
@@ -121,8 +121,8 @@ TEST_F(RegistrationTest, without_a_wide_type_it_is_the_narrow_way) {
     SetVersion(14);
     for (const char* narrow_names : {"Val", ""}) {
         CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-        descriptor.wideType.clear();
-        descriptor.narrowArgumentNames = narrow_names;
+        descriptor.wide.type.clear();
+        descriptor.narrow.argumentNames = narrow_names;
         app.functions.Add(descriptor);
         EXPECT_TRUE(Register());
         EXPECT_THAT(host.TakeCallsOf("xlfRegister"), ElementsAre(HasSubstr("4 xlfRegister(")));
@@ -133,8 +133,8 @@ TEST_F(RegistrationTest, without_a_wide_type_it_is_the_narrow_way) {
 TEST_F(RegistrationTest, without_argument_names_at_all_a_narrow_host_gets_it_the_narrow_way) {
     SetVersion(11);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideArgumentNames.clear();
-    descriptor.narrowArgumentNames.clear();
+    descriptor.wide.argumentNames.clear();
+    descriptor.narrow.argumentNames.clear();
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     EXPECT_THAT(host.TakeCallsOf("xlfRegister"), ElementsAre(HasSubstr("4 xlfRegister(")));
@@ -142,10 +142,10 @@ TEST_F(RegistrationTest, without_argument_names_at_all_a_narrow_host_gets_it_the
 
 TEST_F(RegistrationTest, without_a_type_of_its_family_a_function_counts_as_handled_without_a_call) {
     CXlFunctionDescriptor wide = SimpleFunction(u"Wide");
-    wide.narrowType.clear();
+    wide.narrow.type.clear();
     CXlFunctionDescriptor none = SimpleFunction(u"None");
-    none.narrowType.clear();
-    none.wideType.clear();
+    none.narrow.type.clear();
+    none.wide.type.clear();
     app.functions.Add(wide);
     app.functions.Add(none);
     SetVersion(11);
@@ -251,8 +251,8 @@ TEST_F(RegistrationTest, a_short_registration_is_for_functions_without_arguments
     SetVersion(14);
     app.shortRegistration = true;
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideType = "U$";
-    descriptor.wideArgumentHelp.clear();
+    descriptor.wide.type = "U$";
+    descriptor.wide.argumentHelp.clear();
     app.functions.Add(descriptor);
     app.functions.Add(SimpleFunction(u"Other"));
     EXPECT_TRUE(Register());
@@ -265,9 +265,9 @@ TEST_F(RegistrationTest, a_short_registration_is_for_functions_without_arguments
 TEST_F(RegistrationTest, a_short_registration_counts_the_arguments_of_its_own_family) {
     app.shortRegistration = true;
     CXlFunctionDescriptor narrow = SimpleFunction(u"Narrow");
-    narrow.narrowType = "R";
+    narrow.narrow.type = "R";
     CXlFunctionDescriptor wide = SimpleFunction(u"Wide");
-    wide.wideType = "U$";
+    wide.wide.type = "U$";
     app.functions.Add(narrow);
     app.functions.Add(wide);
     const auto values = [](const std::string& call) { return std::count(call.begin(), call.end(), ',') + 1; };
@@ -288,8 +288,8 @@ TEST_F(RegistrationTest, a_short_registration_counts_the_arguments_of_its_own_fa
 TEST_F(RegistrationTest, twenty_five_help_texts_make_thirty_narrow_values) {
     SetVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideEntry.clear();
-    descriptor.narrowArgumentHelp.assign(25, "help");
+    descriptor.wide.entry.clear();
+    descriptor.narrow.argumentHelp.assign(25, "help");
     app.functions.Add(descriptor);
     EXPECT_TRUE(Register());
     const std::string call = host.TakeCallsOf("xlfRegister").at(0);

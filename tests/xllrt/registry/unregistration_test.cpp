@@ -1,7 +1,7 @@
 // Taking functions back from the host.
 
 #include "tests/xllrt/app/add_in_fixture.h"
-#include "xllrt/registry/registration.h"
+#include "xllrt/app/app_registration.h"
 
 #include <gmock/gmock.h>
 
@@ -59,7 +59,7 @@ TEST_F(UnregistrationTest, a_name_is_hidden_by_the_path_that_the_host_tells_anew
 TEST_F(UnregistrationTest, a_narrow_function_is_taken_back_the_narrow_way_on_any_host) {
     SetHostVersion(14);
     CXlFunctionDescriptor descriptor = SimpleFunction(u"Func");
-    descriptor.wideEntry.clear();
+    descriptor.wide.entry.clear();
     descriptor.registerId = 5.0;
     app.functions.Add(descriptor);
     UnregisterAll(app);

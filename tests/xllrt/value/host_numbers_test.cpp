@@ -1,13 +1,9 @@
 // The numbers of the host interface as they are published, written out here: the add-in, the stand-in host
 // and the other tests share one set of constants, so that a wrong one would be noticed nowhere else.
 
-#include "host/core/argument_list.h"
 #include "host/core/host_functions.h"
-#include "host/state/host_state.h"
 #include "xllrt/gate/host_alert.h"
 #include "xllrt/gate/host_gate.h"
-#include "xllrt/gate/host_primitives.h"
-#include "xllrt/gate/host_version.h"
 #include "xllrt/registry/registration_arguments.h"
 #include "xllrt/value/record_family.h"
 #include "xllrt/value/xl_oper.h"
@@ -126,13 +122,12 @@ TEST(HostNumbers, of_limits) {
         {"columns of a narrow array", RecordFamily<XLOPER>::kMaxColumns, 256},
         {"rows of a wide array", RecordFamily<XLOPER12>::kMaxRows, 1048576},
         {"columns of a wide array", RecordFamily<XLOPER12>::kMaxColumns, 16384},
-        {"bytes of a narrow text", static_cast<long>(kMaxNarrowText), 255},
-        {"arguments of a narrow call", static_cast<long>(kMaxArguments4), 30},
-        {"arguments of a narrow call, for the stand-in host", host::kMostNarrowArguments, 30},
-        {"arguments of a wide call", kMaxArguments12, 255},
+        {"bytes of a narrow text", static_cast<long>(RecordFamily<XLOPER>::kMaxText), 255},
+        {"units of a wide text", static_cast<long>(RecordFamily<XLOPER12>::kMaxText), 32767},
+        {"arguments of a narrow call", RecordFamily<XLOPER>::kMaxArguments, 30},
+        {"arguments of a wide call", RecordFamily<XLOPER12>::kMaxArguments, 255},
         {"argument helps of a narrow registration", static_cast<long>(kMaxNarrowArgumentHelps), 20},
-        {"first wide version", kFirstWideVersion, 12},
-        {"first wide version, for the stand-in host", host::kFirstWideHost, 12},
+        {"first wide version", RecordFamily<XLOPER12>::kFirstVersion, 12},
         {"alert with a question", kAlertQuestion, 1},
         {"alert of a failure", kAlertFailure, 3},
     });

@@ -1,6 +1,6 @@
 #include "host_of_faults.h"
 #include "tests/xllrt/app/add_in_fixture.h"
-#include "xllrt/fault/fault_treatment.h"
+#include "xllrt/fault/fault_handlers.h"
 
 #include <csignal>
 #include <future>
@@ -131,13 +131,13 @@ TEST_F(HostOfFaults, a_kept_treatment_stays_between_guards_and_is_returned) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
-            KeepFaultTreatment();
-            KeepFaultTreatment();
+            InstallFaultHandlers();
+            InstallFaultHandlers();
             UseGuard();
             ExitOnFailure(!IsTreatedBy(SIGSEGV, ExitWithSignal), 1);
-            ReturnFaultTreatment();
+            RestoreFaultHandlers();
             ExitOnFailure(AreAllTreatedBy(ExitWithSignal), 2);
-            ReturnFaultTreatment();
+            RestoreFaultHandlers();
             ExitOnFailure(AreAllTreatedBy(ExitWithSignal), 3);
             UseGuard();
             _exit(0);
@@ -149,9 +149,9 @@ TEST_F(HostOfFaults, a_kept_treatment_that_is_returned_inside_a_guard_lasts_unti
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
-            KeepFaultTreatment();
+            InstallFaultHandlers();
             const std::uint32_t code = Guarded([] {
-                ReturnFaultTreatment();
+                RestoreFaultHandlers();
                 TouchNothing();
             });
             _exit(code == kFaultAccessViolation && AreAllTreatedBy(ExitWithSignal) ? 0 : 1);
@@ -164,7 +164,7 @@ struct sigaction passed_on_to {};
 TEST_F(HostOfFaults, a_later_handler_that_passes_on_leaves_the_guards_of_a_kept_treatment_working) {
     EXPECT_EXIT(
         {
-            KeepFaultTreatment();
+            InstallFaultHandlers();
             passed_on_to = Present(SIGSEGV);
             TreatBy(
                 SIGSEGV, [](int signal, siginfo_t* info,

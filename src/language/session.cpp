@@ -1,0 +1,48 @@
+#include "language/session.h"
+
+#include "language/driver.h"
+#include "language/expression.h"
+
+namespace metrify {
+
+// The block refers to the text by address, so the old text is released after the move. A vector keeps its
+// address when it is assigned by move.
+void session::append_text(std::string_view entry) {
+    constexpr std::string_view end("\n\n\0", 3);
+    std::vector<char> grown;
+    grown.reserve(text_.size() + entry.size() + end.size());
+    grown.insert(grown.end(), text_.begin(), text_.end());
+    grown.insert(grown.end(), entry.begin(), entry.end());
+    grown.insert(grown.end(), end.begin(), end.end());
+    move_block_text(text_.data(), grown.data());
+    text_ = std::move(grown);
+}
+
+std::string session::enter(std::string_view entry) {
+    const calculator_scope scope(*calculator_);
+    // The parser's guard stops a program for good; here it stops one entry.
+    reset_expression_state();
+    const std::size_t begin = text_.size();
+    append_text(entry);
+    const listing shown = run_further_lines(text_.data() + begin);
+    if (block_needs_text_from(text_.data() + begin))
+        text_.pop_back(); // the terminator
+    else
+        text_.resize(begin);
+    return std::string(shown.view());
+}
+
+bool session::is_continued(std::string_view entry) {
+    const std::size_t line = entry.rfind('\n') + 1; // 0 for a single line
+    const std::string_view last = entry.substr(line);
+    const std::size_t hash = last.find('#');
+    const std::size_t backslash = last.find('\\');
+    return backslash != std::string_view::npos && backslash < hash;
+}
+
+void session::start_over() {
+    calculator_ = std::make_unique<calculator>();
+    text_.clear();
+}
+
+} // namespace metrify

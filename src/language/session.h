@@ -1,0 +1,36 @@
+#pragma once
+
+// A calculator that keeps variables, user units, default units, the function block and the statement number
+// from entry to entry. The listings of its entries, one after another, are the listing of one program in
+// which an empty line follows each entry.
+
+#include "machine/calculator.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace metrify {
+
+/// Sessions are independent of each other and of the programs that a thread runs. One session may be used by
+/// one thread at a time.
+class session {
+  public:
+    /// Runs the entry, one line or several, and gives its listing.
+    std::string enter(std::string_view entry);
+
+    /// True if the entry's last line ends in a continuation.
+    static bool is_continued(std::string_view entry);
+
+    /// Resets everything.
+    void start_over();
+
+  private:
+    void append_text(std::string_view entry);
+
+    std::unique_ptr<calculator> calculator_ = std::make_unique<calculator>();
+    std::vector<char> text_; // the entries that the function block is in
+};
+
+} // namespace metrify
