@@ -1,5 +1,5 @@
-// The add-in as a host sees it: a whole call beside the floor of the same job, calls on two threads beside
-// those on one, and the time until it is open.
+// The add-in called by a host: a whole call compared with the floor, the least work that the task needs;
+// calls on two threads compared with one; the time to open the add-in.
 
 #include "base/number_text.h"
 #include "bench/loaded_add_in.h"
@@ -25,7 +25,7 @@ double Seconds(Clock::duration duration) {
     return std::chrono::duration<double>(duration).count();
 }
 
-// Of the processor, which other programs don't lengthen.
+// Processor time, which does not depend on other programs.
 template <class Body>
 double ProcessorTimeOf(Body body) {
     const std::clock_t start = std::clock();
@@ -42,7 +42,7 @@ double TimeOf(Body body) {
 
 // ---- The floor
 
-// Appends a text, and gives its end.
+// Appends a text and returns its end.
 template <class Target, class Source>
 Target* Copied(Target* to, const Source* from, std::size_t length) {
     for (std::size_t i = 0; i < length; ++i)
@@ -55,7 +55,7 @@ char* Copied(char* to, const Source* text) {
     return Copied(to, text, std::char_traits<Source>::length(text));
 }
 
-// What no way of doing it can leave out: the number is formatted into a line with both texts, read again,
+// The least work of any implementation: the number is formatted into a line with both texts, read again and
 // multiplied, and the answer is formatted; the result is an array of a number and a text, which are allocated
 // and released.
 void FloorCall(double val, const char16_t* in_units, const char16_t* out_units) {
@@ -86,7 +86,7 @@ void FloorCall(double val, const char16_t* in_units, const char16_t* out_units) 
     benchmark::DoNotOptimize(cells.get());
 }
 
-// The function has to ask the host for its release, and to give the answer back.
+// The function must ask the host for its release and return the answer.
 void AskRelease(metrify::host::Host& host) {
     char16_t text[] = u"\7Release";
     XLOPER12 item{};
@@ -99,7 +99,7 @@ void AskRelease(metrify::host::Host& host) {
     host.Call12(metrify::xlFree, nullptr, 1, &answer);
 }
 
-// The time of the quickest turn, for one call: what other programs take is left out.
+// The time of one call in the fastest round, which excludes the time of other programs.
 template <class Body>
 void KeepQuickest(double& nanoseconds, Body call) {
     const double turn = ProcessorTimeOf([call] {
@@ -116,8 +116,7 @@ void whole_call(benchmark::State& state) {
     double floor = ours;
     double asking = ours;
     for (auto _ : state) {
-        // On a thread that ends: one that has called the function keeps the module loaded as long as it
-        // lives.
+        // On a separate thread, since one that has called the function keeps the module loaded until it ends.
         std::jthread([&] {
             for (int i = 0; i < kTurns; ++i) {
                 KeepQuickest(ours, [&] { add_in.Call(3.5, u"ft", u"m"); });
@@ -158,7 +157,7 @@ void two_threads(benchmark::State& state) {
 }
 BENCHMARK(two_threads)->Name("add_in/two_threads")->UseManualTime()->Unit(benchmark::kMillisecond);
 
-// From the loader's call to the end of the opening.
+// From loading the module to the end of the opening.
 void load(benchmark::State& state) {
     for (auto _ : state) {
         std::unique_ptr<LoadedAddIn> add_in;

@@ -6,7 +6,7 @@
 
 namespace metrify_bench {
 
-/// The arithmetic of each statement, y from x and the y before: a dozen operations.
+/// The arithmetic of each statement: y from x and the previous y in a dozen operations.
 inline constexpr const char* statement_text = "(x + y)*0.5 - y/3 + x*(y - 2)/7 + x*0.1";
 
 /// The same of lengths.

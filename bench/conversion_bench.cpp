@@ -1,5 +1,5 @@
-// One conversion through the function that the worksheet shares, beside the floor of the same job and, where
-// it is installed, a units library that parses both unit texts on every call.
+// One conversion through the function of the worksheet, compared with the floor, the least work that the task
+// needs, and, if installed, with a units library that parses both unit texts on every call.
 
 #include "addin/conversion.h"
 #include "base/number_text.h"
@@ -22,7 +22,7 @@ void conversion(benchmark::State& state) {
 BENCHMARK(conversion<metrify_bench::simple_pairs>)->Name("conversion/simple");
 BENCHMARK(conversion<metrify_bench::compound_pairs>)->Name("conversion/compound");
 
-// What no way of doing it can leave out: the number is formatted into a line with both texts, read again,
+// The least work of any implementation: the number is formatted into a line with both texts, read again and
 // multiplied, and the answer is formatted.
 template <const auto& pairs>
 void conversion_floor(benchmark::State& state) {

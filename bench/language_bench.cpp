@@ -1,4 +1,4 @@
-// Growth of a run with the length of its program, and the replay of an instruction list beside plain C++.
+// Time of a run by the length of its program, and the replay of an instruction list compared with plain C++.
 
 #include "language/assignment.h"
 #include "language/driver.h"

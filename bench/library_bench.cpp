@@ -1,4 +1,4 @@
-// The same conversions with udunits2, both unit texts parsed on every call.
+// The same conversions with udunits2, which parses both unit texts on every call.
 
 #include "base/number_text.h"
 #include "bench/unit_pairs.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// The add-in's module, open in a stand-in host, with the entries that benchmarks call as a host would.
+// The module of the add-in, open in a host, with the entries that the benchmarks call.
 
 #include "host/core/host.h"
 #include "host/program/program_platform.h"
@@ -22,7 +22,7 @@ class LoadedAddIn {
 
     metrify::host::Host& host() { return host_; }
 
-    /// A whole call: the result is given back.
+    /// A whole call, including the return of the result.
     void Call(double val, const char16_t* in_units, const char16_t* out_units) const {
         metrify::XLOPER12* result = convert_(val, in_units, out_units);
         if ((result->xltype & metrify::xlbitDLLFree) != 0)

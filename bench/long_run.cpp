@@ -1,5 +1,5 @@
-// Many calls in one process: memory stays flat. Usage: metrify-long-run [MILLIONS [THREADS]], 10 million
-// calls and 10000 threads one after the other unless told otherwise. Exit code 1 if memory grew.
+// Many calls in one process, whose memory must not grow. Usage: metrify-long-run [MILLIONS [THREADS]]; the
+// defaults are 10 million calls and 10000 threads one after the other. Exit code 1 if memory grew.
 
 #include "bench/loaded_add_in.h"
 
@@ -14,9 +14,9 @@ namespace {
 using metrify_bench::LoadedAddIn;
 
 constexpr int kMillion = 1000000;
-constexpr long kTolerance = 512; // KiB, for what the allocator keeps at hand
+constexpr long kTolerance = 512; // KiB, for the caches of the allocator
 
-// Kilobytes of this process in memory.
+// Memory of this process in KiB.
 long ResidentMemory() {
     constexpr long kPage = 4;
     long total = 0;
@@ -25,7 +25,7 @@ long ResidentMemory() {
     return resident * kPage;
 }
 
-// Both outcomes, and texts of several lengths.
+// Successful and failing conversions with texts of several lengths.
 void CallOnce(const LoadedAddIn& add_in, int i) {
     const char16_t* const out_units[] = {u"m", u"kg", u"cm; in", u"nonsense"};
     add_in.Call(i, i % 8 == 0 ? u"" : u"ft", out_units[i % 4]);

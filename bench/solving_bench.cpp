@@ -1,5 +1,5 @@
-// Evaluations of a function block beside plain C++, and whole searches with the share that their evaluations
-// take.
+// Evaluations of a function block compared with plain C++, and whole searches with the share of their
+// evaluations.
 
 #include "bench/blocks.h"
 #include "language/driver.h"
@@ -23,12 +23,12 @@ packed_reference variable(const std::string& name) {
     return {static_cast<std::int32_t>(find_var(name)->number), 0};
 }
 
-/// The name of a numbered variable, counted from 0 here and from 1 there.
+/// The name of a numbered variable. Indices start at 0, names at 1.
 std::string numbered(const char* letter, std::size_t i) {
     return std::string(letter).append(std::to_string(i + 1));
 }
 
-// Leaves the program's block and variables standing, which a run would drop at its end.
+// Keeps the block and the variables of the program, which a run would release at its end.
 void run_program(const std::string& text) {
     interpret_dimensional_input_lines("1");
     static std::string kept;
@@ -45,7 +45,7 @@ void block(benchmark::State& state, bool has_units) {
     record_independent(0, variable("x"));
     record_dependent(0, variable("y"));
     work_text err;
-    bound_function& f = bound_block(); // as a method is given it
+    bound_function& f = bound_block(); // as a method sees it
     double x = 1.5;
     double y = 0.0;
     for (auto _ : state) {

@@ -1,4 +1,4 @@
-// The special functions, and those of them that the C++ standard library has.
+// The special functions, compared with the C++ standard library where it has them.
 
 #include "bench/special_points.h"
 #include "tests/numerics/routines.h"

@@ -47,7 +47,7 @@ void measure_bessel() {
     measure_two<gsl_sf_bessel_Ynu>("bessy_frac");
     measure_two<gsl_sf_bessel_Inu>("bessi_frac");
     measure_two<gsl_sf_bessel_Knu>("bessk_frac");
-    // All four, as ours gives them.
+    // All four values, as our routine computes.
     measure_gsl("airy", 1, [](const special_arguments& x) {
         return gsl_sf_airy_Ai(x[0], GSL_PREC_DOUBLE) + gsl_sf_airy_Bi(x[0], GSL_PREC_DOUBLE) +
                gsl_sf_airy_Ai_deriv(x[0], GSL_PREC_DOUBLE) + gsl_sf_airy_Bi_deriv(x[0], GSL_PREC_DOUBLE);

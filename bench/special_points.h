@@ -1,7 +1,7 @@
 #pragma once
 
-// Where the special functions are measured: three typical arguments for each routine, the same for whoever's
-// routine it is.
+// The arguments for measurements of the special functions: three typical ones for each routine, the same for
+// all libraries.
 
 #include <array>
 #include <benchmark/benchmark.h>
@@ -14,7 +14,7 @@ namespace metrify::bench {
 using special_arguments = std::array<double, 4>;
 
 struct special_point {
-    std::string_view routine; // without the prefix that all have in common
+    std::string_view routine; // without the common prefix
     special_arguments x;
 };
 

@@ -1,7 +1,6 @@
 #pragma once
 
-// Conversions that the calculator and the units library it is compared with both know, each in its own
-// spelling.
+// Conversions for the calculator and for the units library it is compared with, each in its own spelling.
 
 namespace metrify_bench {
 

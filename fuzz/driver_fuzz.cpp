@@ -1,4 +1,4 @@
-// Arbitrary bytes as a program: a listing comes back, and nothing else happens.
+// Arbitrary bytes as a program: the driver returns a listing and does not fail.
 
 #include "language/driver.h"
 #include "machine/solver_binding.h"
@@ -9,7 +9,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
-    // A run knows nothing of the one before it, but for a report that is still due.
+    // A run does not depend on the previous one, except for a report that is still due.
     metrify::teardown_solver_binding();
     const metrify::listing first = metrify::interpret_dimensional_input_lines(text.c_str());
     metrify::teardown_solver_binding();

@@ -1,8 +1,7 @@
-// Arbitrary templates with arbitrary arguments: what comes out is what a plain reading of the rules gives, in
-// both widths.
+// Arbitrary templates with arbitrary arguments: the result is compared with a direct implementation of the
+// rules, in both widths.
 //
-// Input: the first byte tells how many arguments there are; they and the template are separated by zero
-// bytes.
+// Input: the first byte is the number of arguments; they and the template are separated by zero bytes.
 
 #include "xllrt/text/string_formatter.h"
 
@@ -41,7 +40,7 @@ std::optional<std::size_t> IndexOf(std::string_view digits) {
     return index;
 }
 
-// The formatted text; nothing if the template is none.
+// The formatted text; nothing if the template is invalid.
 std::optional<std::string> Model(std::string_view format, const Texts& arguments) {
     std::string out;
     while (!format.empty()) {

@@ -1,5 +1,5 @@
-// Sequences of operations on a few values, each checked against a plain model of what both sides of the value
-// hold, with a stand-in host on the other side that keeps account of its records.
+// Sequences of operations on a few values. Each is compared with a simple model of the content of both record
+// families, and a host accounts for the records that it hands out.
 
 #include "host/core/host.h"
 #include "host/core/host_exports.h"
@@ -31,7 +31,7 @@ void Require(bool holds) {
         std::abort();
 }
 
-// The input, read byte by byte; zeros behind its end.
+// Reads the input byte by byte, and zeros after its end.
 class Input {
   public:
     Input(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
@@ -52,7 +52,7 @@ class Input {
         return static_cast<std::int32_t>(bits);
     }
 
-    // Short, or as long as the narrow family may just hold and a little more.
+    // A short text, or one about as long as the limit of the narrow family.
     std::u16string TakeText() {
         std::u16string text;
         const unsigned length = Take(6);
@@ -68,7 +68,7 @@ class Input {
     std::size_t size_;
 };
 
-// What the two sides of a value hold.
+// The content of a value in both families.
 struct Model {
     std::optional<CellValue> narrow;
     std::optional<CellValue> wide;
@@ -84,7 +84,7 @@ CellValue NarrowText(const std::u16string& text) {
     return ToWide(ToNarrow(std::u16string_view(text).substr(0, 255)).substr(0, 255));
 }
 
-// A value as the narrow family holds it, otherwise nothing.
+// The value in the narrow family; nothing if that cannot hold it.
 std::optional<CellValue> Narrowed(const CellValue& value) {
     if (const auto* text = value.As<std::u16string>()) {
         if (text->size() > 255)
@@ -106,7 +106,7 @@ std::optional<CellValue> Narrowed(const CellValue& value) {
     return value;
 }
 
-// An array's fresh cells have no type, which the host would refuse to read; they read as empty here.
+// New cells of an array have no type, which the host would refuse; they are read as empty here.
 template <class Record>
 CellValue Read(const Record& record) {
     CellValue value;
@@ -174,7 +174,7 @@ class Session {
         case 8:
             return Return4(slot);
         default:
-            // What was built for one host meets the other.
+            // Values made for one host are used with another.
             SetHostVersion(HostFlag() ? kNarrowHost : kWideHost);
         }
     }
@@ -241,7 +241,7 @@ class Session {
         const auto column = static_cast<std::int32_t>(input_.Take(4));
         const double number = input_.TakeInteger();
         const std::u16string text = input_.TakeText();
-        // The wide side is the one that is looked at.
+        // The wide record is compared.
         const bool is_wide = slot.model.wide.has_value();
         std::optional<CellValue>& side = slot.model.Side(is_wide);
         const auto* old = side ? side->As<host::CellArray>() : nullptr;
@@ -266,7 +266,7 @@ class Session {
         }
     }
 
-    // The host copies the argument, so what it gives back is its own.
+    // The host copies the argument, so it owns the result.
     void AskHost(Slot& slot) {
         const Slot& source = values_[input_.Take(kSlots)];
         CXlOper type;
@@ -279,14 +279,14 @@ class Session {
             return Require(code == xlretInvXloper);
         if (!sent)
             return Require(code == kRetWrongFamily);
-        // Cells without a type are no values of the host's.
+        // Cells without a type are not values of the host.
         if (code == xlretSuccess)
             slot.model.Set(*sent);
         else
             Require(code == xlretInvXloper && sent->Is<host::CellArray>());
     }
 
-    // What reaches the host.
+    // The value that the host receives.
     static std::optional<CellValue> Sent(const Model& model) {
         if (HostFlag())
             return model.wide ? model.wide : model.narrow;
@@ -314,7 +314,7 @@ class Session {
     void Finish(Slot& slot, Record* record) {
         slot.value.Free();
         slot.model = Model();
-        // A host that forgets to give back what it got costs one record at most.
+        // A host that does not return a record costs the memory of one record at most.
         if ((record->xltype & xlbitDLLFree) != 0 && input_.Take(4) != 0) {
             if constexpr (std::is_same_v<Record, XLOPER12>)
                 AutoFree12(record);

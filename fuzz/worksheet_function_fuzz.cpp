@@ -30,7 +30,7 @@ void Require(bool holds) {
         std::abort();
 }
 
-// What the cells hold; the record goes back as the host gives it back.
+// The content of the cells. The record is returned as by a host.
 template <class Record>
 CellValue Take(Record* record, void (*auto_free)(Record*)) {
     CellValue value;

@@ -1,9 +1,9 @@
-// The add-in from loading to unloading: the host calls of each step and the results.
+// The lifecycle of the add-in in one sequence: the calls it makes at each step, and what it shows.
 
 #include "host/program/program_platform.h"
 #include "host/sheet/utf8.h"
-#include "tests/host/asked.h"
-#include "tests/intended_leaks.h"
+#include "tests/expected_leaks.h"
+#include "tests/host/host_requests.h"
 
 #include <gtest/gtest.h>
 #include <thread>
@@ -39,12 +39,12 @@ class observed_module : public testing::TestWithParam<int> {
 
     std::u16string LastMenu() { return host_.state().menus.menus().back().name; }
 
-    void ExpectAsked(const char* step, const std::vector<Asked>& expected) {
-        EXPECT_EQ(TakeAsked(host_), expected) << step;
+    void ExpectAsked(const char* step, const std::vector<HostRequest>& expected) {
+        EXPECT_EQ(TakeRequests(host_), expected) << step;
     }
 
     // Calls in the family of the host.
-    Asked Call(int function, std::vector<CellValue> arguments = {}) {
+    HostRequest Call(int function, std::vector<CellValue> arguments = {}) {
         return {function, host_.state().IsWide(), std::move(arguments)};
     }
 
@@ -54,7 +54,7 @@ class observed_module : public testing::TestWithParam<int> {
 
 constexpr const char16_t* kObserver = u"xll_MetrifyObserved_observer";
 
-TEST_P(observed_module, works_from_loading_to_unloading) {
+TEST_P(observed_module, lives_from_loading_to_unloading) {
     Load();
     ExpectAsked("loaded and attached", {});
 
@@ -63,9 +63,9 @@ TEST_P(observed_module, works_from_loading_to_unloading) {
 
     // ---- Opening
     ASSERT_EQ(host_.CallEntryPoint("xlAutoOpen"), 1);
-    const Asked settings = Call(xlfGetWorkspace, {37.0});
-    const Asked name = Call(xlGetName);
-    std::vector<Asked> opening{
+    const HostRequest settings = Call(xlfGetWorkspace, {37.0});
+    const HostRequest name = Call(xlGetName);
+    std::vector<HostRequest> opening{
         {xlfGetWorkspace | xlIntl, false, {2}},
         {xlCoerce | xlIntl, false, {FromUtf8(std::to_string(GetParam()) + ".0"), std::int32_t{xltypeInt}}},
         settings,
@@ -91,9 +91,9 @@ TEST_P(observed_module, works_from_loading_to_unloading) {
     const Reference cell{host_.state().books.Active()->id(), {{0, 0, 0, 0}}, true};
     const Reference full{cell.sheet, cell.areas, false};
     const CellValue missing = MissingArgument{};
-    const Asked formula = Call(xlfGetFormula | xlIntl, {full});
-    const Asked part_of_array = Call(xlfGetCell, {49.0, full});
-    const Asked to_a1 = Call(xlfFormulaConvert | xlIntl, {u"", false, true, missing, full});
+    const HostRequest formula = Call(xlfGetFormula | xlIntl, {full});
+    const HostRequest part_of_array = Call(xlfGetCell, {49.0, full});
+    const HostRequest to_a1 = Call(xlfFormulaConvert | xlIntl, {u"", false, true, missing, full});
     ExpectAsked("macro run",
                 {
                     Call(xlfActiveCell),
@@ -132,10 +132,10 @@ TEST_P(observed_module, works_from_loading_to_unloading) {
     ExpectAsked("closed", {Call(xlfDeleteMenu, {10, u"Metrify"})});
     EXPECT_NE(LastMenu(), u"Metrify");
     EXPECT_EQ(Evaluate(u"=Metrify(3.5,\"ft\",\"m\")"), CellValue(RowOf({1.0668, u"m\n\n"})));
-    TakeAsked(host_);
+    TakeRequests(host_);
 
     // ---- Removing
-    std::vector<Asked> removing{name};
+    std::vector<HostRequest> removing{name};
     for (const char16_t* function : {u"Metrify.RibbonCallback", u"Metrify_Macro", u"Metrify", kObserver}) {
         const Registration* const registration = host_.state().registrations.Find(function);
         ASSERT_TRUE(registration);
@@ -146,8 +146,8 @@ TEST_P(observed_module, works_from_loading_to_unloading) {
             Call(xlfRegister, {host_.state().module->Path(), u"xlAutoRemove", u"J", function, missing, 0}));
     }
     {
-        // Unloading does not release the state of other threads.
-        const IntendedLeaks thread_state;
+        // Unloading leaves the state of each thread where it is.
+        const ExpectedLeaks thread_state;
         EXPECT_EQ(host_.CallEntryPoint("xlAutoRemove"), 1);
     }
     ExpectAsked("removed", removing);

@@ -14,7 +14,7 @@ bool EnterArray(Host& host, const Area& area, const char16_t* formula) {
            Success(true);
 }
 
-TEST(cells, constants_are_what_they_read_as) {
+TEST(cells, constants_are_numbers_booleans_errors_or_texts) {
     Host host(15);
     const struct {
         const char16_t* text;
@@ -61,7 +61,7 @@ TEST(cells, formulas_are_kept_in_the_r1c1_style) {
     EXPECT_EQ(host.state().books.Active()->FormulaText({9, 9}), u"");
 }
 
-TEST(cells, what_is_no_formula_is_not_entered) {
+TEST(cells, an_invalid_formula_is_not_entered) {
     Host host(15);
     host.Enter(u"A1", u"7");
     EXPECT_FALSE(host.Enter(u"A1", u"=1+"));

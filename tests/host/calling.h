@@ -1,6 +1,6 @@
 #pragma once
 
-// Calls of the stand-in host as an add-in makes them, and an add-in whose entries are functions of the test.
+// Calls of the host as an add-in makes them, and an add-in whose entries are functions of the test.
 
 #include "host/core/host.h"
 #include "host/core/host_functions.h"
@@ -13,7 +13,7 @@
 
 namespace metrify::host {
 
-/// What a call gave: the code, and with code 0 the value.
+/// The result of a call: the code, and with code 0 the value.
 struct Answer {
     int code;
     CellValue value;
@@ -36,7 +36,7 @@ inline int CallHost(Host& host, int function, XLOPER12* result, int count, XLOPE
     return host.Call12(function, result, count, arguments);
 }
 
-/// Calls the host in a family and gives the result back to it.
+/// Calls the host in a family and frees the result.
 template <class Record>
 Answer Ask(Host& host, int function, const std::vector<CellValue>& arguments = {}) {
     std::vector<RecordOwner<Record>> records(arguments.size());

@@ -1,4 +1,4 @@
-// What the host does with arguments, failures and add-ins of all kinds.
+// Arguments, injected failures and replacement of add-ins.
 
 #include "host/core/host_exports.h"
 #include "host/sheet/value_text.h"
@@ -77,7 +77,7 @@ TEST(registered_scalars, that_cannot_be_converted_are_errors_without_a_call) {
     EXPECT_EQ(host->Evaluate(u"=INTEGER(#N/A)"), CellValue(CellError{42}));
 }
 
-TEST(registered_scalars, are_empty_where_they_are_left_out) {
+TEST(registered_scalars, are_empty_if_omitted) {
     const auto host = HostOfScalars();
     EXPECT_EQ(host->Evaluate(u"=INTEGER()"), CellValue(0));
     EXPECT_EQ(host->Evaluate(u"=TEXT()"), CellValue(u""));
@@ -109,7 +109,7 @@ TEST(host_faults, the_nth_call_fails_and_the_others_work) {
     EXPECT_EQ(host.state().faults.calls(), 3U);
 }
 
-TEST(host_faults, a_function_is_refused_until_it_is_let_again) {
+TEST(host_faults, a_function_is_refused_until_the_refusal_is_lifted) {
     Host host(15);
     host.state().faults.Refuse(244, 64);
     EXPECT_EQ(Ask12(host, 244, {u"system"}), Refusal(64));
@@ -119,7 +119,7 @@ TEST(host_faults, a_function_is_refused_until_it_is_let_again) {
     EXPECT_EQ(Ask12(host, 244, {u"system"}).code, 0);
 }
 
-TEST(host_faults, calculation_threads_are_left_alone) {
+TEST(host_faults, calculation_threads_are_not_affected) {
     Host host(15);
     host.state().faults.Refuse(244, 64);
     const ContextScope scope(CallContext::calculation_thread);
@@ -136,7 +136,7 @@ TEST(host_of_add_ins, without_an_add_in_or_its_entry_there_is_no_answer) {
     EXPECT_FALSE(host.RunCommand(u"nothing", {}));
 }
 
-TEST(host_of_add_ins, another_add_in_takes_the_place_of_the_first) {
+TEST(host_of_add_ins, another_add_in_replaces_the_first) {
     const auto host = HostOfScalars();
     Adopt(*host, {});
     EXPECT_EQ(host->Evaluate(u"=INTEGER(1)"), CellValue(CellError{29}));
@@ -150,7 +150,7 @@ TEST(host_of_add_ins, null_records_cannot_be_freed) {
     EXPECT_EQ(host.Call12(0x4000, nullptr, 1, &null), 8);
 }
 
-TEST(host_of_add_ins, records_that_never_come_back_are_released_with_the_host) {
+TEST(host_of_add_ins, records_that_are_never_returned_are_released_with_the_host) {
     XLOPER item{};
     WriteRecord(u"system", item);
     XLOPER* argument = &item;

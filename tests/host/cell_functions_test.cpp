@@ -45,7 +45,7 @@ TEST(xlfGetFormula, of_an_empty_cell_is_empty) {
     EXPECT_EQ(Ask12(host, xlfGetFormula, {CellOf(host, 0, 0)}), Success(u""));
 }
 
-TEST(xlfGetFormula, of_what_is_no_reference_is_an_error) {
+TEST(xlfGetFormula, of_a_value_that_is_not_a_reference_is_an_error) {
     Host host(15);
     EXPECT_EQ(Ask12(host, xlfGetFormula, {1.0}), Success(value_error));
     EXPECT_EQ(Ask12(host, xlfGetFormula, {Reference{99, {{0, 0, 0, 0}}, false}}), Success(value_error));
@@ -59,7 +59,7 @@ TEST(xlfGetCell, item_49_is_whether_the_cell_is_part_of_an_array) {
     EXPECT_EQ(Ask12(host, xlfGetCell, {49.0, CellOf(host, 0, 2)}), Success(false));
 }
 
-TEST(xlfGetCell, tells_row_column_contents_and_formula) {
+TEST(xlfGetCell, gives_row_column_contents_and_formula) {
     Host host(15);
     host.Enter(u"C5", u"=1+1");
     const Reference cell = CellOf(host, 4, 2);
@@ -105,7 +105,7 @@ TEST(xlfFormulaConvert, makes_references_absolute_or_relative) {
     EXPECT_EQ(Ask12(host, xlfFormulaConvert, {u"=$A$1", true, true, 4.0}), Success(u"=A1"));
 }
 
-TEST(xlfFormulaConvert, what_is_no_formula_is_an_error) {
+TEST(xlfFormulaConvert, an_invalid_formula_is_an_error) {
     Host host(15);
     EXPECT_EQ(Ask12(host, xlfFormulaConvert, {u"=1+", true, false}), Success(value_error));
     EXPECT_EQ(Ask12(host, xlfFormulaConvert, {u"=A1", u"maybe", false}), Success(value_error));
@@ -145,7 +145,7 @@ TEST(xlcFormula, fills_every_cell_of_an_area) {
     EXPECT_EQ(host.ValueOf(u"B2"), CellValue(12.0));
 }
 
-TEST(xlcFormula, fails_on_what_is_no_formula) {
+TEST(xlcFormula, fails_on_an_invalid_formula) {
     Host host(15);
     EXPECT_EQ(Ask12(host, xlcFormula, {u"=1+", CellOf(host, 0, 0)}), Refusal(xlretFailed));
     EXPECT_EQ(host.ValueOf(u"A1"), CellValue());

@@ -1,4 +1,4 @@
-// The host's values as records of either family, and back.
+// Conversion of the host's values to records of both families and back.
 
 #include "host/sheet/cell_records.h"
 #include "xllrt/value/record_memory.h"
@@ -14,7 +14,7 @@ constexpr IDSHEET kSheet = 5;
 template <class Record>
 class cell_records : public testing::Test {
   public:
-    // A value as it comes back from its record.
+    // The value of a record made of a value.
     static CellValue There(const CellValue& value, int type) {
         RecordOwner<Record> owner;
         WriteRecord(value, owner.record);
@@ -127,7 +127,7 @@ TEST(narrow_cell_records, integers_beyond_16_bits_are_numbers) {
     EXPECT_EQ(wide_records::There(32768, 0x0800), CellValue(32768));
 }
 
-TEST(narrow_cell_records, references_lie_on_a_small_sheet) {
+TEST(narrow_cell_records, references_beyond_a_small_sheet_are_errors) {
     const Reference last{7, {{65535, 65535, 255, 255}}, false};
     EXPECT_EQ(narrow_records::There(last, 0x0008), CellValue(last));
     EXPECT_EQ(narrow_records::There(Reference{7, {{0, 65536, 0, 0}}, false}, 0x0010),
@@ -135,7 +135,7 @@ TEST(narrow_cell_records, references_lie_on_a_small_sheet) {
     EXPECT_EQ(narrow_records::There(Reference{7, {{0, 0, 0, 256}}, false}, 0x0010), CellValue(CellError{23}));
 }
 
-TEST(wide_cell_records, references_lie_on_a_large_sheet) {
+TEST(wide_cell_records, references_beyond_a_large_sheet_are_errors) {
     const Reference last{7, {{1048575, 1048575, 16383, 16383}}, false};
     EXPECT_EQ(wide_records::There(last, 0x0008), CellValue(last));
     EXPECT_EQ(wide_records::There(Reference{7, {{0, 1048576, 0, 0}}, false}, 0x0010),

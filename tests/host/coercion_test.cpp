@@ -1,4 +1,4 @@
-// How one kind of value becomes another.
+// Conversion between kinds of values.
 
 #include "host/sheet/coercion.h"
 #include "host/sheet/utf8.h"
@@ -77,7 +77,7 @@ TEST(coercion, booleans_come_from_their_words_and_from_numbers) {
     EXPECT_EQ(ToBoolValue(missing), value_error);
 }
 
-TEST(coercion, integers_are_cut_towards_0_and_lie_within_their_bounds) {
+TEST(coercion, integers_are_truncated_and_checked_against_their_bounds) {
     EXPECT_EQ(ToIntegerValue(1.9, -5, 5), CellValue(1));
     EXPECT_EQ(ToIntegerValue(-1.9, -5, 5), CellValue(-1));
     EXPECT_EQ(ToIntegerValue(u"3.7", -5, 5), CellValue(3));
@@ -89,7 +89,7 @@ TEST(coercion, integers_are_cut_towards_0_and_lie_within_their_bounds) {
     EXPECT_EQ(ToIntegerValue(u"x", -5, 5), value_error);
 }
 
-TEST(cell_value, the_case_of_ascii_letters_alone_is_left_out) {
+TEST(cell_value, only_the_case_of_ascii_letters_is_ignored) {
     EXPECT_TRUE(EqualIgnoringCase(u"azAZ09", u"AZaz09"));
     EXPECT_FALSE(EqualIgnoringCase(u"@", u"`"));
     EXPECT_FALSE(EqualIgnoringCase(u"[", u"{"));

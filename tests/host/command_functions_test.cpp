@@ -14,7 +14,7 @@ const MenuItem& LastMenu(Host& host) {
     return host.state().menus.menus().back();
 }
 
-TEST(xlcAlert, is_recorded_and_answered_as_the_test_wants) {
+TEST(xlcAlert, is_recorded_and_answered_as_the_test_sets) {
     Host host(15);
     host.state().answers = {false, true};
     EXPECT_EQ(Ask12(host, xlcAlert, {u"Delete existing contents in cell?", 1.0}), Success(false));
@@ -24,12 +24,12 @@ TEST(xlcAlert, is_recorded_and_answered_as_the_test_wants) {
     EXPECT_EQ(host.state().alerts, expected);
 }
 
-TEST(xlcAlert, without_an_answer_in_store_it_is_agreed_to) {
+TEST(xlcAlert, without_a_set_answer_is_confirmed) {
     Host host(15);
     EXPECT_EQ(Ask12(host, xlcAlert, {u"Go on?", 1.0}), Success(true));
 }
 
-TEST(xlcAlert, a_message_can_only_be_agreed_to) {
+TEST(xlcAlert, a_message_can_only_be_confirmed) {
     Host host(15);
     host.state().answers = {false};
     EXPECT_EQ(Ask12(host, xlcAlert, {u"Done", 2.0}), Success(true));
@@ -108,14 +108,14 @@ TEST(xlfAddMenu, puts_a_menu_before_another_by_name_or_number) {
     EXPECT_EQ(Ask12(host, xlfAddMenu, {10, MenuTable(), 2.0}), Success(2.0));
 }
 
-TEST(xlfAddMenu, fails_before_a_menu_that_does_not_stand_there) {
+TEST(xlfAddMenu, fails_before_a_menu_that_does_not_exist) {
     Host host(15);
     const std::size_t before = host.state().menus.menus().size();
     EXPECT_EQ(Ask12(host, xlfAddMenu, {10, MenuTable(), u"Metrify"}), Refusal(xlretFailed));
     EXPECT_EQ(host.state().menus.menus().size(), before);
 }
 
-TEST(xlfAddMenu, fails_on_another_bar_and_on_what_is_no_table) {
+TEST(xlfAddMenu, fails_on_another_bar_and_without_a_table) {
     Host host(15);
     EXPECT_EQ(Ask12(host, xlfAddMenu, {11, MenuTable()}), Refusal(xlretFailed));
     EXPECT_EQ(Ask12(host, xlfAddMenu, {10, u"Metrify"}), Refusal(xlretFailed));
@@ -142,13 +142,13 @@ TEST(xlfAddCommand, puts_an_item_before_another) {
               Success(1.0));
 }
 
-TEST(xlfAddCommand, fails_on_a_menu_that_does_not_stand_there) {
+TEST(xlfAddCommand, fails_on_a_menu_that_does_not_exist) {
     Host host(15);
     EXPECT_EQ(Ask12(host, xlfAddCommand, {10, u"Metrify", RowOf({u"More", u"More_Macro"})}),
               Refusal(xlretFailed));
 }
 
-TEST(xlfDeleteMenu, takes_a_menu_away_once) {
+TEST(xlfDeleteMenu, deletes_a_menu_once) {
     Host host(15);
     const std::size_t before = host.state().menus.menus().size();
     Ask12(host, xlfAddMenu, {10, MenuTable()});
@@ -157,7 +157,7 @@ TEST(xlfDeleteMenu, takes_a_menu_away_once) {
     EXPECT_EQ(Ask12(host, xlfDeleteMenu, {10, u"Metrify"}), Refusal(xlretFailed));
 }
 
-TEST(xlfDeleteMenu, takes_a_submenu_away) {
+TEST(xlfDeleteMenu, deletes_a_submenu) {
     Host host(15);
     Ask12(host, xlfAddMenu, {10, MenuTable(), u"Tools", 0});
     EXPECT_EQ(Ask12(host, xlfDeleteMenu, {10, u"Tools", u"Metrify"}), Success(true));

@@ -1,4 +1,4 @@
-// Formulas: what they are made of and what they come to.
+// Formulas: their syntax and their values.
 
 #include "host/sheet/utf8.h"
 #include "tests/host/calling.h"
@@ -51,7 +51,7 @@ TEST(formula, a_sign_binds_closer_than_a_power) {
     EXPECT_EQ(Value(u"=--2"), CellValue(2.0));
 }
 
-TEST(formula, comparisons_leave_the_case_of_letters_out) {
+TEST(formula, comparisons_ignore_case) {
     EXPECT_EQ(Value(u"=\"ft\"=\"FT\""), CellValue(true));
     EXPECT_EQ(Value(u"=1<>2"), CellValue(true));
     EXPECT_EQ(Value(u"=2<=1"), CellValue(false));
@@ -76,7 +76,7 @@ TEST(formula, arrays) {
     EXPECT_FALSE(IsFormula(u"={1,2;3}"));
 }
 
-TEST(formula, functions_of_its_own) {
+TEST(formula, built_in_functions) {
     EXPECT_EQ(Value(u"=SUM(1,2,{3,4})"), CellValue(10.0));
     EXPECT_EQ(Value(u"=INDEX({1,2,3},2)"), CellValue(2.0));
     EXPECT_EQ(Value(u"=INDEX({1,2;3,4},2,1)"), CellValue(3.0));
@@ -87,13 +87,13 @@ TEST(formula, functions_of_its_own) {
     EXPECT_EQ(Value(u"=NA(1)"), CellValue(CellError{xlerrValue}));
 }
 
-TEST(formula, what_is_none) {
+TEST(formula, invalid_formulas) {
     for (const char16_t* text :
          {u"=", u"1", u"=1+", u"=(1", u"=1)", u"=\"a", u"=1 2", u"=f(1", u"=?", u"=A1:", u"={1"})
         EXPECT_FALSE(IsFormula(text)) << ToUtf8(text);
 }
 
-TEST(formula, nesting_beyond_all_use_is_no_formula) {
+TEST(formula, too_deep_nesting_is_not_a_formula) {
     const auto nested = [](std::size_t depth) {
         return u"=" + std::u16string(depth, u'(') + u"1" + std::u16string(depth, u')');
     };
@@ -133,7 +133,7 @@ TEST(calculation, a_formula_follows_what_it_refers_to) {
     EXPECT_EQ(host.ValueOf(u"C1"), CellValue(13.0));
 }
 
-TEST(calculation, a_circle_comes_to_an_end) {
+TEST(calculation, a_circular_reference_ends) {
     Host host(15);
     host.Enter(u"A1", u"=B1+1");
     EXPECT_TRUE(host.Enter(u"B1", u"=A1+1"));
@@ -147,13 +147,13 @@ TEST(calculation, a_cell_is_emptied_by_the_empty_text) {
     EXPECT_EQ(host.ValueOf(u"A1"), CellValue());
 }
 
-TEST(calculation, a_formula_that_comes_to_an_empty_cell_shows_0) {
+TEST(calculation, a_formula_with_the_value_of_an_empty_cell_shows_0) {
     Host host(15);
     host.Enter(u"A1", u"=B1");
     EXPECT_EQ(host.ValueOf(u"A1"), CellValue(0.0));
 }
 
-TEST(calculation, what_is_no_cell_cannot_be_entered) {
+TEST(calculation, a_text_that_is_not_a_cell_cannot_be_entered_into) {
     Host host(15);
     EXPECT_FALSE(host.Enter(u"A", u"5"));
     EXPECT_FALSE(host.Enter(u"A1:B2", u"5"));

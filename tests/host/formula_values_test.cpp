@@ -1,4 +1,4 @@
-// What formulas come to, kind by kind.
+// Values of formulas.
 
 #include "host/sheet/utf8.h"
 #include "tests/host/calling.h"
@@ -26,7 +26,7 @@ void ExpectValues(const std::vector<Row>& rows) {
         EXPECT_EQ(host.Evaluate(row.formula), row.value) << ToUtf8(row.formula);
 }
 
-TEST(formula_values, sums_take_what_reads_as_a_number) {
+TEST(formula_values, sums_convert_their_arguments_to_numbers) {
     ExpectValues({{u"=SUM(1)", 1.0},
                   {u"=SUM(\"3\",TRUE,1.5)", 5.5},
                   {u"=SUM(\"a\")", CellError{kValue}},
@@ -35,7 +35,7 @@ TEST(formula_values, sums_take_what_reads_as_a_number) {
                   {u"=SUM(-1e308,1e308)", 0.0}});
 }
 
-TEST(formula_values, sums_pass_over_texts_in_an_array_but_not_over_errors) {
+TEST(formula_values, sums_skip_texts_in_an_array_but_not_errors) {
     ExpectValues({{u"=SUM({1,\"5\",\"a\"})", 1.0},
                   {u"=SUM({1,#REF!})", CellError{kRef}},
                   {u"=SUM(1,#DIV/0!)", CellError{kDiv0}}});
@@ -75,7 +75,7 @@ TEST(formula_values, a_cell_of_an_array_has_row_and_column) {
                   {u"=INDEX(7,2)", CellError{kRef}}});
 }
 
-TEST(formula_values, a_single_index_goes_along_a_vector) {
+TEST(formula_values, a_single_index_selects_a_cell_of_a_vector) {
     ExpectValues({{u"=INDEX({1,2,3},3)", 3.0},
                   {u"=INDEX({1;2;3},3)", 3.0},
                   {u"=INDEX({1;2;3},4)", CellError{kRef}},
@@ -142,7 +142,7 @@ TEST(formula_values, comparisons_of_numbers) {
     }
 }
 
-TEST(formula_values, numbers_go_before_texts_and_texts_before_booleans) {
+TEST(formula_values, numbers_sort_before_texts_and_texts_before_booleans) {
     ExpectValues({{u"=9<\"1\"", true},
                   {u"=\"1\"<9", false},
                   {u"=\"z\"<FALSE", true},
@@ -158,7 +158,7 @@ TEST(formula_values, numbers_go_before_texts_and_texts_before_booleans) {
                   {u"=\"a\"<\"aa\"", true}});
 }
 
-TEST(formula_values, an_empty_cell_is_what_the_other_side_makes_of_it) {
+TEST(formula_values, an_empty_cell_is_compared_as_the_kind_of_the_other_operand) {
     ExpectValues({{u"=A1=0", true},
                   {u"=0=A1", true},
                   {u"=A1=\"\"", true},
@@ -173,7 +173,7 @@ TEST(formula_values, an_empty_cell_is_what_the_other_side_makes_of_it) {
                   {u"=A1+1", 1.0}});
 }
 
-TEST(formula_values, operands_become_what_an_operator_takes) {
+TEST(formula_values, operands_are_converted_for_their_operator) {
     ExpectValues({{u"=\"3\"+\"4\"", 7.0},
                   {u"=TRUE+1", 2.0},
                   {u"=-\"3\"", -3.0},
@@ -189,7 +189,7 @@ TEST(formula_values, operands_become_what_an_operator_takes) {
                   {u"=-{3,4}", -3.0}});
 }
 
-TEST(formula_values, the_error_on_the_left_goes_first) {
+TEST(formula_values, the_error_of_the_left_operand_is_given) {
     ExpectValues({{u"=#N/A+#DIV/0!", CellError{kNotAvailable}},
                   {u"=#DIV/0!&#N/A", CellError{kDiv0}},
                   {u"=1=#REF!", CellError{kRef}},
@@ -198,7 +198,7 @@ TEST(formula_values, the_error_on_the_left_goes_first) {
                   {u"=\"a\"+#NUM!", CellError{kNum}}});
 }
 
-TEST(formula_values, results_that_are_no_number_are_errors) {
+TEST(formula_values, results_that_are_not_finite_are_errors) {
     ExpectValues({{u"=0/0", CellError{kDiv0}},
                   {u"=5/0", CellError{kDiv0}},
                   {u"=0/5", 0.0},
@@ -233,7 +233,7 @@ TEST(formula_values, numbers_have_digits_a_point_and_a_power_of_ten) {
                   {u"= 1\r\n+\n2 ", 3.0}});
 }
 
-TEST(formula_values, names_that_nothing_bears) {
+TEST(formula_values, unknown_names) {
     ExpectValues({{u"=_a", CellError{kName}},
                   {u"=\\x", CellError{kName}},
                   {u"=a.b1", CellError{kName}},
@@ -252,7 +252,7 @@ TEST(formula_values, arrays_have_rows_of_one_length) {
                   {u"={ 1 , 2 }", RowOf({1.0, 2.0})}});
 }
 
-TEST(formula_values, what_is_no_formula) {
+TEST(formula_values, invalid_formulas) {
     Host host(15);
     for (const char16_t* text :
          {u"",         u"1+1",         u"=1.2.3", u"=1e",       u"=2E+",      u"=#nothing", u"=#",
@@ -281,7 +281,7 @@ TEST(formula_values, references_name_cells_and_rectangles) {
     EXPECT_EQ(host.Evaluate(u"=SUM( A1:B2 , 1 )"), CellValue(6.0));
 }
 
-TEST(formula_values, brackets_go_199_deep) {
+TEST(formula_values, brackets_nest_199_deep) {
     const auto nested = [](std::size_t depth) {
         return u"=" + std::u16string(depth, u'(') + u"1" + std::u16string(depth, u')');
     };

@@ -1,4 +1,4 @@
-// What holds for every call of the host.
+// Rules for all calls of the host.
 
 #include "tests/host/calling.h"
 
@@ -85,12 +85,12 @@ TEST(host_call, later_hosts_answer_both_families) {
     EXPECT_EQ(Ask12(host, xlfGetWorkspace, {kVersionItem}), Success(u"12.0"));
 }
 
-TEST(host_call, options_in_the_number_do_not_matter) {
+TEST(host_call, options_in_the_number_are_ignored) {
     Host host(14);
     EXPECT_EQ(Ask12(host, xlfGetWorkspace | xlIntl, {kVersionItem}), Success(u"14.0"));
 }
 
-TEST(host_call, nobody_has_to_want_the_result) {
+TEST(host_call, the_result_may_be_null) {
     Host host(15);
     XLOPER12 item{};
     WriteRecord(kVersionItem, item);
@@ -99,7 +99,7 @@ TEST(host_call, nobody_has_to_want_the_result) {
     EXPECT_EQ(host.state().ledger.Counts().handed_out, 0U);
 }
 
-TEST(host_call, a_refused_call_leaves_the_result_alone) {
+TEST(host_call, a_refused_call_does_not_change_the_result) {
     Host host(15);
     XLOPER12 result{};
     WriteRecord(3.5, result);
@@ -107,7 +107,7 @@ TEST(host_call, a_refused_call_leaves_the_result_alone) {
     EXPECT_EQ(result.val.num, 3.5);
 }
 
-TEST(host_call, a_text_it_hands_out_is_its_own_until_it_is_freed) {
+TEST(host_call, a_text_that_it_hands_out_is_owned_by_it_until_it_is_freed) {
     Host host(15);
     XLOPER12 item{};
     WriteRecord(kVersionItem, item);
@@ -134,7 +134,7 @@ TEST(host_call, xlFree_takes_several_records) {
     EXPECT_EQ(host.state().ledger.Counts().Outstanding(), 0U);
 }
 
-TEST(host_call, commands_may_ask_everything) {
+TEST(host_call, commands_may_call_every_function) {
     Host host(15);
     const ContextScope scope(CallContext::command);
     EXPECT_EQ(Ask12(host, xlcEcho, {false}), Success(true));
@@ -148,14 +148,14 @@ TEST(host_call, worksheet_functions_may_not_run_commands) {
     EXPECT_TRUE(host.state().echo);
 }
 
-TEST(host_call, worksheet_functions_may_not_ask_what_macro_sheets_ask) {
+TEST(host_call, worksheet_functions_may_not_call_functions_for_macro_sheets) {
     Host host(15);
     const ContextScope scope(CallContext::worksheet_function);
     EXPECT_EQ(Ask12(host, xlfGetWorkspace, {kVersionItem}), Refusal(xlretInvXlfn));
     EXPECT_EQ(Ask12(host, xlfInfo, {u"release"}), Success(u"15.0"));
 }
 
-TEST(host_call, functions_registered_as_macros_may_ask_but_not_command) {
+TEST(host_call, functions_registered_as_macros_may_call_functions_but_not_commands) {
     Host host(15);
     const ContextScope scope(CallContext::macro_function);
     EXPECT_EQ(Ask12(host, xlfGetWorkspace, {kVersionItem}), Success(u"15.0"));
@@ -163,7 +163,7 @@ TEST(host_call, functions_registered_as_macros_may_ask_but_not_command) {
     EXPECT_EQ(Ask12(host, xlcEcho, {false}), Refusal(xlretFailed));
 }
 
-TEST(host_call, calculation_threads_may_ask_what_is_safe_there) {
+TEST(host_call, calculation_threads_may_call_thread_safe_functions) {
     Host host(15);
     const ContextScope scope(CallContext::calculation_thread);
     EXPECT_EQ(Ask12(host, xlfInfo, {u"release"}), Success(u"15.0"));

@@ -1,4 +1,4 @@
-// Every function of the host by its number, with the counts of arguments it takes and who may call it.
+// Every function of the host by its number, with its numbers of arguments and the contexts that may call it.
 
 #include "tests/host/calling.h"
 
@@ -63,7 +63,7 @@ TEST(host_functions, take_their_counts_of_arguments) {
     }
 }
 
-TEST(host_functions, refuse_those_who_may_not_call_them) {
+TEST(host_functions, refuse_calls_in_other_contexts) {
     for (const Row& row : functions) {
         const bool is_command = row.number >= 0x8000;
         const int refusal = is_command ? kFailed : kNoFunction;
@@ -111,7 +111,7 @@ TEST(host_functions, settings_are_those_of_the_united_states) {
     EXPECT_EQ(Ask12(host, 186, {37.0}), Success(settings));
 }
 
-TEST(host_functions, conversion_takes_the_first_wanted_type_that_fits) {
+TEST(host_functions, conversion_uses_the_first_wanted_type_that_is_possible) {
     Host host(15);
     const auto converted = [&host](const CellValue& value, int wanted) {
         return Ask12(host, 0x4002, {value, static_cast<double>(wanted)}).value;

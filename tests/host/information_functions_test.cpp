@@ -11,7 +11,7 @@ Answer CoerceTo(Host& host, const CellValue& value, int type) {
 
 const CellValue value_error = CellError{xlerrValue};
 
-TEST(xlCoerce, a_text_becomes_the_number_it_reads_as) {
+TEST(xlCoerce, a_text_becomes_its_number) {
     Host host(15);
     EXPECT_EQ(CoerceTo(host, u" 12.5 ", xltypeNum), Success(12.5));
 }
@@ -26,17 +26,17 @@ TEST(xlCoerce, a_text_that_is_no_number_becomes_an_error) {
     EXPECT_EQ(CoerceTo(host, u"abc", xltypeNum), Success(value_error));
 }
 
-TEST(xlCoerce, an_error_stays_what_it_is) {
+TEST(xlCoerce, an_error_is_not_converted) {
     Host host(15);
     EXPECT_EQ(CoerceTo(host, CellError{xlerrDiv0}, xltypeNum), Success(CellError{xlerrDiv0}));
 }
 
-TEST(xlCoerce, a_value_of_a_wanted_type_stays_what_it_is) {
+TEST(xlCoerce, a_value_of_a_wanted_type_is_not_converted) {
     Host host(15);
     EXPECT_EQ(CoerceTo(host, true, xltypeNum | xltypeBool), Success(true));
 }
 
-TEST(xlCoerce, numbers_texts_and_booleans_turn_into_each_other) {
+TEST(xlCoerce, numbers_texts_and_booleans_are_converted_into_each_other) {
     Host host(15);
     EXPECT_EQ(CoerceTo(host, 2.0, xltypeBool), Success(true));
     EXPECT_EQ(CoerceTo(host, 0.0, xltypeBool), Success(false));
@@ -88,13 +88,13 @@ TEST(xlCoerce, a_simple_reference_becomes_a_full_one_with_its_sheet) {
     EXPECT_EQ(CoerceTo(host, full, xltypeSRef), Success(simple));
 }
 
-TEST(xlCoerce, several_areas_make_no_simple_reference) {
+TEST(xlCoerce, several_areas_are_not_a_simple_reference) {
     Host host(15);
     const Reference two{host.state().books.Active()->id(), {{0, 0, 0, 0}, {2, 2, 2, 2}}, false};
     EXPECT_EQ(CoerceTo(host, two, xltypeSRef), Success(CellError{xlerrRef}));
 }
 
-TEST(xlCoerce, a_number_makes_no_reference) {
+TEST(xlCoerce, a_number_is_not_converted_to_a_reference) {
     Host host(15);
     EXPECT_EQ(CoerceTo(host, 1.0, xltypeRef), Success(value_error));
 }
@@ -148,7 +148,7 @@ TEST(xlfGetWorkspace, item_37_is_a_row_of_45_settings) {
     EXPECT_EQ(settings->At(0, 6), CellValue(u"C"));
 }
 
-TEST(xlfGetWorkspace, item_40_is_whether_the_screen_follows) {
+TEST(xlfGetWorkspace, item_40_is_whether_the_screen_is_updated) {
     Host host(15);
     Ask12(host, xlcEcho, {false});
     EXPECT_EQ(Ask12(host, xlfGetWorkspace, {40.0}), Success(false));

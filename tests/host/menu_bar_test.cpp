@@ -49,7 +49,7 @@ TEST(menu_bar, columns_that_a_table_does_not_have_are_empty) {
     EXPECT_EQ(bar.menus().back().help, u"");
 }
 
-TEST(menu_bar, cells_that_make_no_text_are_empty) {
+TEST(menu_bar, cells_that_are_not_converted_to_text_are_empty) {
     MenuBar bar;
     ASSERT_TRUE(bar.AddMenu(ArrayOf({{u"Menu", CellError{15}}}), missing));
     EXPECT_EQ(bar.menus().back().macro, u"");
@@ -66,7 +66,7 @@ TEST(menu_bar, a_table_has_one_to_five_columns_and_a_row) {
     EXPECT_EQ(bar.menus().size(), 10U);
 }
 
-TEST(menu_bar, a_number_from_1_names_the_menu_to_go_before) {
+TEST(menu_bar, a_number_from_1_selects_the_menu_to_insert_before) {
     MenuBar bar;
     EXPECT_EQ(bar.AddMenu(RowOf({u"first"}), 1.0), 1);
     EXPECT_EQ(bar.AddMenu(RowOf({u"before last"}), 10.0), 10);
@@ -89,7 +89,7 @@ TEST(menu_bar, names_are_found_without_case_and_ampersands) {
     EXPECT_FALSE(bar.AddMenu(RowOf({u"c"}), u"Fil"));
 }
 
-TEST(menu_bar, a_submenu_goes_into_its_menu) {
+TEST(menu_bar, a_submenu_is_added_to_its_menu) {
     MenuBar bar;
     EXPECT_EQ(bar.AddSubmenu(Colours(), u"Tools", missing), 1);
     EXPECT_EQ(bar.AddSubmenu(RowOf({u"Shapes"}), 6.0, u"colours"), 1);
@@ -99,7 +99,7 @@ TEST(menu_bar, a_submenu_goes_into_its_menu) {
     EXPECT_EQ(bar.menus().size(), 9U);
 }
 
-TEST(menu_bar, commands_go_into_a_menu_before_the_item_that_is_named) {
+TEST(menu_bar, commands_are_inserted_before_the_named_item) {
     MenuBar bar;
     bar.AddMenu(Colours(), missing);
     EXPECT_EQ(bar.AddCommands(u"Colours", ArrayOf({{u"Black"}, {u"White"}}), missing, u"green"), 2);
@@ -108,7 +108,7 @@ TEST(menu_bar, commands_go_into_a_menu_before_the_item_that_is_named) {
               (Names{u"&Red", u"Black", u"White", u"G&reen", u"&Blue", u"Grey"}));
 }
 
-TEST(menu_bar, commands_go_into_a_submenu) {
+TEST(menu_bar, commands_are_added_to_a_submenu) {
     MenuBar bar;
     bar.AddSubmenu(Colours(), u"Tools", missing);
     EXPECT_EQ(bar.AddCommands(u"Tools", RowOf({u"Black"}), u"Colours", 1.0), 1);
@@ -125,7 +125,7 @@ TEST(menu_bar, commands_without_their_menu_position_or_table_are_refused) {
     EXPECT_EQ(bar.menus().back().items.size(), 3U);
 }
 
-TEST(menu_bar, a_menu_or_an_item_is_taken_away) {
+TEST(menu_bar, a_menu_or_an_item_is_deleted) {
     MenuBar bar;
     bar.AddMenu(Colours(), missing);
     EXPECT_TRUE(bar.Delete(u"colours", u"RED"));

@@ -11,7 +11,7 @@ XLOPER12 TextRecord(const char16_t* text) {
     return record;
 }
 
-TEST(RecordLedger, a_record_that_comes_back_is_in_balance) {
+TEST(RecordLedger, a_record_that_is_returned_is_balanced) {
     RecordLedger ledger;
     XLOPER12 record = TextRecord(u"m");
     ledger.HandOut(record);
@@ -23,13 +23,13 @@ TEST(RecordLedger, a_record_that_comes_back_is_in_balance) {
     EXPECT_EQ(ledger.Counts().refused, 0U);
 }
 
-TEST(RecordLedger, a_record_that_never_comes_back_stays_outstanding_and_is_released_at_the_end) {
+TEST(RecordLedger, a_record_that_is_never_returned_stays_outstanding_and_is_released_at_the_end) {
     RecordLedger ledger;
     ledger.HandOut(TextRecord(u"m"));
     EXPECT_EQ(ledger.Counts().Outstanding(), 1U);
 }
 
-TEST(RecordLedger, a_record_that_comes_back_twice_is_refused) {
+TEST(RecordLedger, a_record_that_is_returned_twice_is_refused) {
     RecordLedger ledger;
     XLOPER12 record = TextRecord(u"m");
     XLOPER12 copy = record;
@@ -40,7 +40,7 @@ TEST(RecordLedger, a_record_that_comes_back_twice_is_refused) {
     EXPECT_EQ(ledger.Counts().refused, 1U);
 }
 
-TEST(RecordLedger, a_record_of_somebody_elses_is_refused) {
+TEST(RecordLedger, a_record_that_the_host_did_not_hand_out_is_refused) {
     RecordLedger ledger;
     RecordOwner<XLOPER12> own;
     own.record = TextRecord(u"m");
@@ -50,7 +50,7 @@ TEST(RecordLedger, a_record_of_somebody_elses_is_refused) {
     EXPECT_EQ(record.val.str, own.record.val.str);
 }
 
-TEST(RecordLedger, a_number_has_no_memory_and_counts_nowhere) {
+TEST(RecordLedger, a_number_has_no_memory_and_is_not_counted) {
     RecordLedger ledger;
     XLOPER12 record{};
     WriteRecord(3.5, record);
@@ -61,7 +61,7 @@ TEST(RecordLedger, a_number_has_no_memory_and_counts_nowhere) {
     EXPECT_EQ(record.val.num, 3.5);
 }
 
-TEST(RecordLedger, a_record_taken_back_keeps_its_type_and_loses_its_pointer) {
+TEST(RecordLedger, a_returned_record_keeps_its_type_and_loses_its_pointer) {
     RecordLedger ledger;
     XLOPER12 record = TextRecord(u"m");
     ledger.HandOut(record);
@@ -70,7 +70,7 @@ TEST(RecordLedger, a_record_taken_back_keeps_its_type_and_loses_its_pointer) {
     EXPECT_EQ(record.val.str, nullptr);
 }
 
-TEST(RecordLedger, arrays_and_references_are_kept_account_of_too) {
+TEST(RecordLedger, arrays_and_references_are_counted_too) {
     RecordLedger ledger;
     XLOPER array{};
     WriteRecord(RowOf({u"a", u"b"}), array);
@@ -84,7 +84,7 @@ TEST(RecordLedger, arrays_and_references_are_kept_account_of_too) {
     EXPECT_EQ(ledger.Counts().Outstanding(), 0U);
 }
 
-TEST(RecordLedger, a_record_does_not_come_back_through_the_other_family) {
+TEST(RecordLedger, a_record_cannot_be_returned_through_the_other_family) {
     RecordLedger ledger;
     XLOPER12 record = TextRecord(u"m");
     ledger.HandOut(record);

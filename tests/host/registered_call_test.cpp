@@ -1,4 +1,4 @@
-// Registration, the calls of what is registered, and what becomes of the results.
+// Registration, calls of registered functions, and ownership of their results.
 
 #include "tests/host/calling.h"
 #include "xllrt/text/code_page.h"
@@ -45,7 +45,7 @@ XLOPER12* METRIFY_HOST_CALL AskContext() {
     return Keep(kept12, 1.0);
 }
 
-// Hands a record of the host's on to the host.
+// Returns a record that the host owns.
 XLOPER12* METRIFY_HOST_CALL HostOwned() {
     XLOPER12 item{};
     WriteRecord(u"release", item);
@@ -124,7 +124,7 @@ TEST_F(registered_call, the_same_function_again_keeps_its_id_and_counts_its_uses
     EXPECT_EQ(Value(host, u"=Null()"), name_error);
 }
 
-TEST_F(registered_call, an_export_that_the_module_has_not_is_refused) {
+TEST_F(registered_call, an_unknown_export_is_refused) {
     Host host(15);
     Load(host);
     EXPECT_EQ(RegisterEntry(host, u"Nothing", u"U", u"Nothing"), Success(value_error));
@@ -136,7 +136,7 @@ TEST_F(registered_call, a_module_that_is_not_loaded_is_refused) {
     EXPECT_EQ(Ask12(host, xlfRegister, {u"Other.xll", u"Null_12", u"U", u"Null"}), Success(value_error));
 }
 
-TEST_F(registered_call, a_type_text_that_is_none_is_refused) {
+TEST_F(registered_call, an_invalid_type_text_is_refused) {
     Host host(15);
     Load(host);
     EXPECT_EQ(RegisterEntry(host, u"Null_12", u"Z", u"Null"), Success(value_error));
@@ -179,7 +179,7 @@ TEST_F(registered_call, a_module_can_be_unregistered_as_a_whole) {
     EXPECT_TRUE(host.state().registrations.All().empty());
 }
 
-TEST_F(registered_call, xlfSetName_with_a_name_alone_takes_it_away) {
+TEST_F(registered_call, xlfSetName_with_a_name_alone_deletes_it) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Null_12", u"U", u"Null");
@@ -196,7 +196,7 @@ TEST_F(registered_call, xlfSetName_gives_a_name_to_an_id) {
     EXPECT_EQ(Value(host, u"=Other(1,\"a\",\"b\")"), CellValue(u"1|a|b"));
 }
 
-TEST_F(registered_call, unloading_takes_back_what_the_module_registered) {
+TEST_F(registered_call, unloading_removes_the_registrations_of_the_module) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Null_12", u"U", u"Null");
@@ -228,14 +228,14 @@ TEST_F(registered_call, an_omitted_argument_is_0_or_the_empty_text) {
     EXPECT_EQ(Value(host, u"=Join(3.5)"), CellValue(u"3.5||"));
 }
 
-TEST_F(registered_call, arguments_are_turned_into_what_the_type_asks_for) {
+TEST_F(registered_call, arguments_are_converted_to_the_types_of_the_type_text) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Join_12", u"UBC%C%$", u"Join");
     EXPECT_EQ(Value(host, u"=Join(\"3.5\",2,TRUE)"), CellValue(u"3.5|2|TRUE"));
 }
 
-TEST_F(registered_call, an_argument_that_cannot_be_turned_makes_no_call) {
+TEST_F(registered_call, an_argument_that_cannot_be_converted_prevents_the_call) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Join_12", u"UBC%C%$", u"Join");
@@ -274,7 +274,7 @@ TEST_F(registered_call, a_narrow_text_beyond_255_characters_is_refused) {
     EXPECT_EQ(Value(host, u"=Join(1,REPT(\"m\",256),\"m\")"), value_error);
 }
 
-TEST_F(registered_call, a_value_by_reference_comes_as_what_it_is) {
+TEST_F(registered_call, a_value_by_reference_is_not_converted) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Type_12", u"UU", u"TypeByReference");
@@ -293,7 +293,7 @@ TEST_F(registered_call, a_null_pointer_as_result_is_an_error) {
     EXPECT_EQ(Value(host, u"=Null()"), CellValue(CellError{xlerrNum}));
 }
 
-TEST_F(registered_call, a_command_is_no_function) {
+TEST_F(registered_call, a_command_is_not_a_function) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Command_12", u"J", u"Do", 2.0);
@@ -303,7 +303,7 @@ TEST_F(registered_call, a_command_is_no_function) {
     EXPECT_EQ(host.RunCommand(u"Undo"), std::nullopt);
 }
 
-TEST_F(registered_call, functions_are_called_as_what_they_were_registered) {
+TEST_F(registered_call, functions_are_called_in_the_context_of_their_registration) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Context_12", u"U", u"Plain");
@@ -323,7 +323,7 @@ TEST_F(registered_call, functions_are_called_as_what_they_were_registered) {
 
 // ---- Results
 
-TEST_F(registered_call, a_result_of_the_add_ins_goes_back_exactly_once) {
+TEST_F(registered_call, a_result_owned_by_the_add_in_is_returned_to_it_exactly_once) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Join_12", u"UBC%C%$", u"Join");
@@ -333,7 +333,7 @@ TEST_F(registered_call, a_result_of_the_add_ins_goes_back_exactly_once) {
     EXPECT_EQ(host.state().results.given_back, 1U);
 }
 
-TEST_F(registered_call, a_narrow_result_goes_back_through_the_narrow_export) {
+TEST_F(registered_call, a_narrow_result_is_returned_through_the_narrow_export) {
     Host host(11);
     Load(host);
     RegisterEntry(host, u"Join_4", u"RBCC", u"Join");
@@ -342,7 +342,7 @@ TEST_F(registered_call, a_narrow_result_goes_back_through_the_narrow_export) {
     EXPECT_EQ(host.state().results.given_back, 1U);
 }
 
-TEST_F(registered_call, a_number_as_result_does_not_go_back) {
+TEST_F(registered_call, a_number_as_result_is_not_returned) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"Context_12", u"U", u"One");
@@ -351,7 +351,7 @@ TEST_F(registered_call, a_number_as_result_does_not_go_back) {
     EXPECT_EQ(host.state().results.marked, 0U);
 }
 
-TEST_F(registered_call, a_result_that_no_export_takes_back_is_lost_and_counted) {
+TEST_F(registered_call, a_result_without_an_export_to_release_it_is_lost_and_counted) {
     Host host(15);
     Adopt(host, {{"Join_12", EntryOf(Join12)}});
     RegisterEntry(host, u"Join_12", u"UBC%C%$", u"Join");
@@ -361,7 +361,7 @@ TEST_F(registered_call, a_result_that_no_export_takes_back_is_lost_and_counted) 
     DeepFree(kept12);
 }
 
-TEST_F(registered_call, a_result_of_the_hosts_own_goes_back_to_the_host) {
+TEST_F(registered_call, a_result_owned_by_the_host_is_returned_to_the_host) {
     Host host(15);
     Load(host);
     RegisterEntry(host, u"HostOwned_12", u"U", u"Release");
@@ -370,7 +370,7 @@ TEST_F(registered_call, a_result_of_the_hosts_own_goes_back_to_the_host) {
     EXPECT_EQ(auto_frees, 0);
 }
 
-// ---- Entries of the add-in's life
+// ---- Entries for the add-in's lifecycle
 
 TEST_F(registered_call, entry_points_are_found_by_name) {
     Host host(15);
@@ -379,7 +379,7 @@ TEST_F(registered_call, entry_points_are_found_by_name) {
     EXPECT_EQ(host.CallEntryPoint("xlAutoOpen"), std::nullopt);
 }
 
-TEST_F(registered_call, the_add_in_manager_asks_in_the_family_of_the_host) {
+TEST_F(registered_call, the_add_in_manager_calls_in_the_family_of_the_host) {
     for (const auto& [version, name] : {std::pair{15, u"Wide name"}, std::pair{11, u"Narrow name"}}) {
         Host host(version);
         Load(host);

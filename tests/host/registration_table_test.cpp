@@ -1,4 +1,4 @@
-// What is registered, its names and its uses.
+// Registrations, their names and their uses.
 
 #include "host/state/registration_table.h"
 
@@ -21,7 +21,7 @@ TEST(registration_table, registrations_are_numbered_from_1) {
     EXPECT_EQ(table.Find(3.0), nullptr);
 }
 
-TEST(registration_table, the_same_once_more_is_one_more_use) {
+TEST(registration_table, the_same_registration_again_is_one_more_use) {
     RegistrationTable table;
     table.Add(Of(u"m.xll", u"f", u"F"));
     EXPECT_EQ(table.Add(Of(u"M.XLL", u"f", u"F")), 1.0);
@@ -36,7 +36,7 @@ TEST(registration_table, the_same_once_more_is_one_more_use) {
     EXPECT_TRUE(table.All().empty());
 }
 
-TEST(registration_table, module_procedure_and_name_tell_registrations_apart) {
+TEST(registration_table, registrations_differ_by_module_procedure_or_name) {
     RegistrationTable table;
     table.Add(Of(u"m.xll", u"f", u"F"));
     EXPECT_EQ(table.Add(Of(u"n.xll", u"f", u"F")), 2.0);
@@ -45,7 +45,7 @@ TEST(registration_table, module_procedure_and_name_tell_registrations_apart) {
     EXPECT_EQ(table.All().size(), 4U);
 }
 
-TEST(registration_table, what_has_been_taken_back_gets_a_new_number) {
+TEST(registration_table, a_removed_registration_gets_a_new_number) {
     RegistrationTable table;
     table.Add(Of(u"m.xll", u"f", u"F"));
     table.Remove(1.0);
@@ -53,7 +53,7 @@ TEST(registration_table, what_has_been_taken_back_gets_a_new_number) {
     EXPECT_EQ(table.Find(2.0)->uses, 1);
 }
 
-TEST(registration_table, a_module_is_taken_back_as_a_whole) {
+TEST(registration_table, a_module_is_removed_as_a_whole) {
     RegistrationTable table;
     table.Add(Of(u"m.xll", u"f", u"F"));
     table.Add(Of(u"m.xll", u"f", u"F"));

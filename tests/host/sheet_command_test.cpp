@@ -30,7 +30,7 @@ TEST(sheet_command, writes_the_cells_of_a_result_with_tabs_between) {
     EXPECT_EQ(run.errors, "");
 }
 
-TEST(sheet_command, takes_formulas_from_the_input_where_a_dash_stands) {
+TEST(sheet_command, reads_formulas_from_the_input_for_a_dash) {
     const SheetRun run = RunSheet({.module = {}, .formulas = {"=1", "-", "=4"}}, "=2\r\n\n=3");
     EXPECT_EQ(run.output, "1\n2\n3\n4\n");
 }
@@ -45,14 +45,14 @@ TEST(sheet_command, keeps_the_order_with_several_threads) {
     EXPECT_EQ(RunSheet({.module = {}, .threads = 4, .formulas = {"-"}}, input).output, expected);
 }
 
-TEST(sheet_command, a_text_that_is_no_formula_is_told) {
+TEST(sheet_command, a_text_that_is_not_a_formula_is_reported) {
     const SheetRun run = RunSheet({.module = {}, .formulas = {"=1+", "=2"}});
     EXPECT_EQ(run.output, "#NAME?\n2\n");
     EXPECT_EQ(run.errors, "metrify-sheet: no formula: =1+\n");
     EXPECT_EQ(run.status, 1);
 }
 
-TEST(sheet_command, a_module_that_is_not_there_is_told) {
+TEST(sheet_command, a_missing_module_is_reported) {
     const SheetRun run = RunSheet({.module = "no-such-module", .formulas = {"=1"}});
     EXPECT_EQ(run.output, "");
     EXPECT_TRUE(run.errors.starts_with("metrify-sheet: ")) << run.errors;
@@ -67,14 +67,14 @@ TEST(sheet_command, release_16_gets_the_refusal) {
 
 // ---- Macros
 
-TEST(sheet_command, shows_the_macro_at_work_on_an_empty_cell) {
+TEST(sheet_command, shows_the_effects_of_the_macro_on_an_empty_cell) {
     const SheetRun run = RunSheet({.module = {}, .macro = "Metrify_Macro"});
     EXPECT_EQ(run.output, "cell\t\nwizard\t=Metrify()\ncell\t=Metrify()\n");
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.status, 0);
 }
 
-TEST(sheet_command, shows_the_macros_question_and_what_comes_of_either_answer) {
+TEST(sheet_command, shows_the_question_of_the_macro_and_the_effect_of_each_answer) {
     const SheetRun agreed = RunSheet({.module = {}, .macro = "Metrify_Macro", .formulas = {"=B2+1"}});
     EXPECT_EQ(agreed.output, "cell\t=B2+1\nalert\tDelete existing contents in cell?\tOK\n"
                              "wizard\t=Metrify()\ncell\t=Metrify()\n");
@@ -107,7 +107,7 @@ TEST(sheet_command, shows_the_macro_on_one_cell_after_the_other) {
                           "wizard\t=Metrify()\ncell\t=Metrify()\n");
 }
 
-TEST(sheet_command, a_macro_that_is_none_is_told) {
+TEST(sheet_command, an_unknown_macro_is_reported) {
     for (const char* name : {"No_Macro", "Metrify"}) {
         const SheetRun run = RunSheet({.module = {}, .macro = name});
         EXPECT_EQ(run.output, "cell\t\n");

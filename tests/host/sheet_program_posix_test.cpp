@@ -12,7 +12,7 @@ namespace {
 
 struct program_run {
     int status = -1;
-    std::string output; ///< that of the error stream included
+    std::string output; ///< with that of the error stream
 };
 
 program_run run_sheet(const std::string& arguments) {
@@ -32,7 +32,7 @@ bool contains(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;
 }
 
-// A program of one option that shows what the host says of its release.
+// The output of the program for one conversion with the options.
 std::string release_with(const std::string& options) {
     return run_sheet(options + " '=Metrify(1,\"m\",\"m\")'").output;
 }
@@ -48,7 +48,7 @@ TEST(sheet_program, reads_formulas_from_standard_input) {
     EXPECT_TRUE(run.output.starts_with("1\n2\n")) << run.output;
 }
 
-TEST(sheet_program, tells_what_is_no_formula) {
+TEST(sheet_program, reports_an_invalid_formula) {
     const program_run run = run_sheet("'1+'");
     EXPECT_TRUE(contains(run.output, "metrify-sheet: no formula: 1+\n"));
     EXPECT_TRUE(contains(run.output, "#NAME?\n"));
@@ -61,7 +61,7 @@ TEST(sheet_program, needs_a_formula) {
     EXPECT_EQ(run.status, 2);
 }
 
-TEST(sheet_program, refuses_options_that_are_none) {
+TEST(sheet_program, refuses_unknown_options) {
     EXPECT_EQ(run_sheet("--nothing '=1'").status, 2);
     EXPECT_EQ(run_sheet("--refuse '=1'").status, 2);
     EXPECT_EQ(run_sheet("--wide --narrow '=1'").status, 2);
@@ -97,7 +97,7 @@ TEST(sheet_program, loads_another_module) {
     EXPECT_EQ(run_sheet("--module " METRIFY_BINARY_DIR "/Metrify.so '=1'").output, "1\n");
 }
 
-TEST(sheet_program, tells_that_a_module_is_no_add_in) {
+TEST(sheet_program, reports_a_module_that_is_not_an_add_in) {
     Dl_info library{};
     ASSERT_NE(dladdr(reinterpret_cast<void*>(&gnu_get_libc_version), &library), 0);
     const program_run run = run_sheet(std::string("--module ") + library.dli_fname + " '=1'");
@@ -111,14 +111,14 @@ TEST(sheet_program, runs_a_macro) {
               "cell\t=1\nalert\tDelete existing contents in cell?\tCancel\ncell\t=1\n");
 }
 
-TEST(sheet_program, is_found_by_other_programs_on_windows_alone) {
+TEST(sheet_program, is_found_by_other_programs_on_windows_only) {
     const program_run run = run_sheet("--serve");
     EXPECT_EQ(run.output, "metrify-sheet: programs can't be found by others on this system\n");
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run_sheet("--serve '=1'").status, 2);
 }
 
-TEST(sheet_program, tells_its_version_and_its_options) {
+TEST(sheet_program, prints_its_version_and_its_options) {
     EXPECT_TRUE(run_sheet("--version").output.starts_with("metrify-sheet "));
     EXPECT_EQ(run_sheet("--version").status, 0);
     EXPECT_TRUE(contains(run_sheet("--help").output, "--release"));

@@ -1,4 +1,4 @@
-// Texts of the host at their limits: UTF-8, references, type texts.
+// Limits of UTF-8, references and type texts.
 
 #include "host/sheet/cell_reference.h"
 #include "host/sheet/utf8.h"
@@ -29,13 +29,13 @@ TEST(utf8_edges, the_first_and_last_character_of_every_length) {
     }
 }
 
-TEST(utf8_edges, sequences_that_are_longer_than_they_need_be_are_replaced) {
+TEST(utf8_edges, overlong_sequences_are_replaced) {
     EXPECT_EQ(FromUtf8("\xC1\xBF"), u"\uFFFD");
     EXPECT_EQ(FromUtf8("\xE0\x9F\xBF"), u"\uFFFD");
     EXPECT_EQ(FromUtf8("\xF0\x8F\xBF\xBF"), u"\uFFFD");
 }
 
-TEST(utf8_edges, characters_that_there_are_none_of_are_replaced) {
+TEST(utf8_edges, invalid_characters_are_replaced) {
     EXPECT_EQ(FromUtf8("\xF4\x90\x80\x80"), u"\uFFFD");
     EXPECT_EQ(FromUtf8("\xED\xBF\xBF"), u"\uFFFD");
     EXPECT_EQ(FromUtf8("\xF8"), u"\uFFFD");
@@ -43,13 +43,13 @@ TEST(utf8_edges, characters_that_there_are_none_of_are_replaced) {
     EXPECT_EQ(FromUtf8("\xBF"), u"\uFFFD");
 }
 
-TEST(utf8_edges, a_sequence_that_breaks_off_takes_nothing_of_what_follows) {
+TEST(utf8_edges, an_incomplete_sequence_does_not_consume_the_next_character) {
     EXPECT_EQ(FromUtf8("\xC2z"), u"\uFFFDz");
     EXPECT_EQ(FromUtf8("\xE2\x84z"), u"\uFFFDz");
     EXPECT_EQ(FromUtf8("\xE2\xC2\xB5"), u"\uFFFD\u00B5");
 }
 
-TEST(utf8_edges, surrogates_count_in_pairs) {
+TEST(utf8_edges, surrogates_are_valid_in_pairs) {
     EXPECT_EQ(ToUtf8(std::u16string{char16_t{0xD83D}, char16_t{0xDCCF}}), "\xF0\x9F\x93\x8F");
     EXPECT_EQ(ToUtf8(std::u16string{char16_t{0xDBFF}, char16_t{0xDFFF}}), "\xF4\x8F\xBF\xBF");
     EXPECT_EQ(ToUtf8(std::u16string{char16_t{0xD800}, char16_t{0xD800}, char16_t{0xDC00}}),
@@ -81,7 +81,7 @@ TEST(cell_reference_edges, a1_ends_at_the_sheets_end) {
     EXPECT_FALSE(ReadA1(u"ABCDEFGHIJKLMNOP1"));
 }
 
-TEST(cell_reference_edges, the_limits_of_digits_and_letters_let_larger_sheets_through) {
+TEST(cell_reference_edges, the_limits_of_digits_and_letters_allow_larger_sheets) {
     constexpr SheetSize huge{9999999, 20000};
     EXPECT_EQ(ReadA1(u"A9999999", huge)->reference.at.row, 9999998);
     EXPECT_EQ(ReadA1(u"ZZZ1", huge)->reference.at.column, 18277);
@@ -106,7 +106,7 @@ TEST(cell_reference_edges, a1_letters_have_either_case_and_dollars_make_absolute
     EXPECT_FALSE(ReadA1(u""));
 }
 
-TEST(cell_reference_edges, a_reference_ends_where_no_name_can_go_on) {
+TEST(cell_reference_edges, a_reference_ends_where_a_name_would_end) {
     for (const char16_t* text : {u"A1 ", u"A1:", u"A1+", u"A1)", u"A1$", u"A1[", u"A1@", u"A1`", u"A1{"})
         EXPECT_EQ(ReadA1(text).value_or(ReadReferenceResult{}).length, 2U) << ToUtf8(text);
     for (const char16_t* text :
@@ -127,7 +127,7 @@ TEST(cell_reference_edges, columns_are_written_in_letters) {
     EXPECT_EQ(CellReferenceText({{8, 1}, false, true}, ReferenceStyle::a1, {}), u"$B9");
 }
 
-TEST(cell_reference_edges, r1c1_axes_are_here_absolute_or_at_a_distance) {
+TEST(cell_reference_edges, r1c1_axes_are_absolute_relative_or_the_base) {
     const auto read = ReadR1C1(u"r2c[3]");
     ASSERT_TRUE(read);
     EXPECT_EQ(read->reference.at, (CellPosition{1, 10}));
@@ -173,7 +173,7 @@ TEST(entry_type_edges, letters_of_the_wide_family) {
         EXPECT_FALSE(ReadEntryType(text, true)) << ToUtf8(text);
 }
 
-TEST(entry_type_edges, marks_are_no_types) {
+TEST(entry_type_edges, marks_are_not_types) {
     EXPECT_FALSE(ReadEntryType(u"", true));
     EXPECT_FALSE(ReadEntryType(u"#", true));
     EXPECT_FALSE(ReadEntryType(u"!$", true));

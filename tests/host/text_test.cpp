@@ -1,4 +1,4 @@
-// Texts of the host: UTF-8, values as lines, references, type texts.
+// UTF-8, values as lines, references, type texts.
 
 #include "host/sheet/cell_reference.h"
 #include "host/sheet/utf8.h"
@@ -10,13 +10,13 @@
 namespace metrify::host {
 namespace {
 
-TEST(utf8, characters_of_every_length_go_in_and_out) {
+TEST(utf8, characters_of_every_length_are_converted_both_ways) {
     const std::string bytes = "m \xC2\xB5 \xE2\x84\xA6 \xF0\x9F\x93\x8F";
     EXPECT_EQ(FromUtf8(bytes), u"m \u00B5 \u2126 \U0001F4CF");
     EXPECT_EQ(ToUtf8(FromUtf8(bytes)), bytes);
 }
 
-TEST(utf8, what_is_none_is_replaced) {
+TEST(utf8, invalid_bytes_are_replaced) {
     EXPECT_EQ(FromUtf8("a\xFFz"), u"a\uFFFDz");
     EXPECT_EQ(FromUtf8("a\xC2"), u"a\uFFFD");
     EXPECT_EQ(FromUtf8("\xC0\x80"), u"\uFFFD");
@@ -24,7 +24,7 @@ TEST(utf8, what_is_none_is_replaced) {
     EXPECT_EQ(FromUtf8("\xF7\xBF\xBF\xBF"), u"\uFFFD");
 }
 
-TEST(utf8, half_a_surrogate_pair_is_replaced) {
+TEST(utf8, an_unpaired_surrogate_is_replaced) {
     EXPECT_EQ(ToUtf8(std::u16string{u'a', char16_t{0xD800}, u'z'}), "a\xEF\xBF\xBDz");
     EXPECT_EQ(ToUtf8(std::u16string{char16_t{0xDC00}}), "\xEF\xBF\xBD");
 }
@@ -58,7 +58,7 @@ TEST(value_text, an_empty_text_has_its_quotes_and_an_empty_cell_nothing) {
     EXPECT_EQ(RowsText(RowOf({u"", CellValue(), 1.0})), "\"\"\t\t1\n");
 }
 
-TEST(value_text, every_error_has_its_word) {
+TEST(value_text, every_error_has_its_text) {
     EXPECT_EQ(RowsText(RowOf({CellError{0}, CellError{7}, CellError{15}, CellError{23}, CellError{29},
                               CellError{36}, CellError{42}})),
               "#NULL!\t#DIV/0!\t#VALUE!\t#REF!\t#NAME?\t#NUM!\t#N/A\n");
@@ -66,7 +66,7 @@ TEST(value_text, every_error_has_its_word) {
 
 constexpr SheetSize wide_sheet{1048576, 16384};
 
-TEST(cell_reference, a1_letters_count_in_twenty_sixes) {
+TEST(cell_reference, a1_letters_are_a_number_of_base_26) {
     EXPECT_EQ(CellReferenceText({{0, 25}, false, false}, ReferenceStyle::a1, {}), u"Z1");
     EXPECT_EQ(CellReferenceText({{0, 26}, false, false}, ReferenceStyle::a1, {}), u"AA1");
     EXPECT_EQ(CellReferenceText({{1048575, 16383}, true, true}, ReferenceStyle::a1, {}), u"$XFD$1048576");
@@ -90,20 +90,20 @@ TEST(cell_reference, r1c1_counts_relative_parts_from_the_base) {
     EXPECT_EQ(CellReferenceText({{5, 5}, false, false}, ReferenceStyle::r1c1, {5, 5}), u"RC");
 }
 
-TEST(cell_reference, what_lies_outside_the_sheet_is_none) {
+TEST(cell_reference, a_cell_outside_the_sheet_is_not_a_reference) {
     EXPECT_FALSE(ReadCellReference(u"A0", ReferenceStyle::a1, {}, wide_sheet));
     EXPECT_FALSE(ReadCellReference(u"A1048577", ReferenceStyle::a1, {}, wide_sheet));
     EXPECT_FALSE(ReadCellReference(u"R[-1]C", ReferenceStyle::r1c1, {0, 0}, wide_sheet));
     EXPECT_FALSE(ReadCellReference(u"R0C1", ReferenceStyle::r1c1, {0, 0}, wide_sheet));
 }
 
-TEST(cell_reference, a_name_that_goes_on_is_none) {
+TEST(cell_reference, the_beginning_of_a_name_is_not_a_reference) {
     EXPECT_FALSE(ReadCellReference(u"A1x", ReferenceStyle::a1, {}, wide_sheet));
     EXPECT_FALSE(ReadCellReference(u"LOG10(2)", ReferenceStyle::a1, {}, wide_sheet));
     EXPECT_FALSE(ReadCellReference(u"RC_1", ReferenceStyle::r1c1, {}, wide_sheet));
 }
 
-TEST(entry_type, result_and_parameters_are_told_apart) {
+TEST(entry_type, the_first_letter_is_the_result_and_the_others_are_parameters) {
     const auto type = ReadEntryType(u"UBC%C%$", true);
     ASSERT_TRUE(type);
     EXPECT_EQ(type->result, "U");
@@ -119,7 +119,7 @@ TEST(entry_type, a_function_with_the_rights_of_a_macro_is_not_thread_safe) {
     EXPECT_FALSE(type->is_thread_safe);
 }
 
-TEST(entry_type, older_hosts_know_no_wide_letters) {
+TEST(entry_type, hosts_before_version_12_refuse_wide_letters) {
     EXPECT_TRUE(ReadEntryType(u"RBCC", false));
     EXPECT_FALSE(ReadEntryType(u"UBCC", false));
     EXPECT_FALSE(ReadEntryType(u"RBC%C%", false));

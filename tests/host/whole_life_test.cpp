@@ -1,9 +1,9 @@
-// The real module from its loading to its unloading, as a host of each kind sees it.
+// The module from loading to unloading, in hosts of each version.
 
 #include "host/program/program_platform.h"
 #include "host/sheet/utf8.h"
-#include "tests/host/asked.h"
-#include "tests/intended_leaks.h"
+#include "tests/expected_leaks.h"
+#include "tests/host/host_requests.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -35,8 +35,8 @@ class whole_life : public testing::TestWithParam<int> {
 
 constexpr const char16_t* kConversion = u"=Metrify(3.5,\"ft\",\"m\")";
 
-// Does something on a thread of its own. A thread that has called the function keeps the module loaded as
-// long as it lives.
+// Runs a body on a new thread. A thread that has called the worksheet function keeps the module loaded until
+// the thread ends.
 template <class Body>
 void OnThread(Body body) {
     const std::jthread thread(body);
@@ -50,19 +50,19 @@ std::optional<CellValue> Evaluate(Host& host, std::u16string_view formula) {
 
 // ---- From version 4 to version 15
 
-TEST_P(whole_life, opening_asks_the_host_in_this_order) {
+TEST_P(whole_life, opening_calls_the_host_in_this_order) {
     Host host(GetParam());
     host.state().log.Start();
     Open(host);
-    std::vector<Asked> asked = TakeAsked(host);
-    // What is registered is looked at by itself.
-    std::erase_if(asked, [](const Asked& call) { return call.function == xlfRegister; });
+    std::vector<HostRequest> requests = TakeRequests(host);
+    // Registrations have a test of their own.
+    std::erase_if(requests, [](const HostRequest& call) { return call.function == xlfRegister; });
     const bool is_wide = host.state().IsWide();
     const std::u16string version = FromUtf8(std::to_string(GetParam()) + ".0");
-    const Asked settings{xlfGetWorkspace, is_wide, {37.0}};
-    const Asked name{xlGetName, is_wide, {}};
-    const std::vector<Asked> expected{
-        // The version, in the narrow family whatever the host.
+    const HostRequest settings{xlfGetWorkspace, is_wide, {37.0}};
+    const HostRequest name{xlGetName, is_wide, {}};
+    const std::vector<HostRequest> expected{
+        // The version, in the narrow family in every host.
         {xlfGetWorkspace | xlIntl, false, {2}},
         {xlCoerce | xlIntl, false, {version, std::int32_t{xltypeInt}}},
         // The letters of rows and columns.
@@ -70,7 +70,7 @@ TEST_P(whole_life, opening_asks_the_host_in_this_order) {
         settings,
         // The path of the module.
         name,
-        // The menu, in the place of another of its name, and there is none.
+        // The menu: before the existing one of that name, which fails, then at the end.
         {xlfAddMenu, is_wide, {10, MenuTable(), u"Metrify"}},
         {xlfAddMenu, is_wide, {10, MenuTable()}},
         // The path again, for the observer function and for the registration.
@@ -81,7 +81,7 @@ TEST_P(whole_life, opening_asks_the_host_in_this_order) {
         settings,
         settings,
     };
-    EXPECT_EQ(asked, expected);
+    EXPECT_EQ(requests, expected);
     host.Unload();
     ExpectBalance(host);
 }
@@ -112,12 +112,12 @@ TEST_P(whole_life, the_function_converts) {
     ExpectBalance(host);
 }
 
-TEST_P(whole_life, the_function_asks_for_the_release_and_nothing_else) {
+TEST_P(whole_life, the_function_only_asks_for_the_release) {
     Host host(GetParam());
     Open(host);
     host.state().log.Start();
     Evaluate(host, kConversion);
-    EXPECT_EQ(TakeAsked(host), (std::vector<Asked>{{xlfInfo, host.state().IsWide(), {u"Release"}}}));
+    EXPECT_EQ(TakeRequests(host), (std::vector<HostRequest>{{xlfInfo, host.state().IsWide(), {u"Release"}}}));
 }
 
 TEST_P(whole_life, the_function_works_from_cell_to_cell) {
@@ -134,7 +134,7 @@ TEST_P(whole_life, the_function_works_from_cell_to_cell) {
     });
 }
 
-TEST_P(whole_life, the_add_in_manager_is_told_the_name) {
+TEST_P(whole_life, the_add_in_manager_gets_the_name) {
     Host host(GetParam());
     Open(host);
     for (const CellValue& action : {CellValue(1.0), CellValue(1), CellValue(u"1")})
@@ -144,7 +144,7 @@ TEST_P(whole_life, the_add_in_manager_is_told_the_name) {
     ExpectBalance(host);
 }
 
-TEST_P(whole_life, a_second_opening_is_refused_and_asks_nothing) {
+TEST_P(whole_life, a_second_opening_is_refused_without_a_call) {
     Host host(GetParam());
     Open(host);
     host.state().log.Start();
@@ -172,13 +172,13 @@ TEST_P(whole_life, removing_unregisters_each_function_in_four_calls) {
     host.CallEntryPoint("xlAutoClose");
     host.state().log.Start();
     {
-        // Unloading leaves the state of each thread where it is.
-        const IntendedLeaks thread_state;
+        // Unloading does not release the state of each thread.
+        const ExpectedLeaks thread_state;
         EXPECT_EQ(host.CallEntryPoint("xlAutoRemove"), 1);
     }
     const bool is_wide = host.state().IsWide();
-    const Asked name{xlGetName, is_wide, {}};
-    const std::vector<Asked> expected{
+    const HostRequest name{xlGetName, is_wide, {}};
+    const std::vector<HostRequest> expected{
         {xlfUnregister, is_wide, {id}},
         {xlfSetName, is_wide, {u"Metrify"}},
         name,
@@ -186,14 +186,15 @@ TEST_P(whole_life, removing_unregisters_each_function_in_four_calls) {
          is_wide,
          {host.state().module->Path(), u"xlAutoRemove", u"J", u"Metrify", MissingArgument{}, 0}},
     };
-    const std::vector<Asked> asked = TakeAsked(host);
-    EXPECT_NE(std::search(asked.begin(), asked.end(), expected.begin(), expected.end()), asked.end());
+    const std::vector<HostRequest> requests = TakeRequests(host);
+    EXPECT_NE(std::search(requests.begin(), requests.end(), expected.begin(), expected.end()),
+              requests.end());
     EXPECT_NE(Evaluate(host, kConversion), CellValue(RowOf({1.0668, u"m\n\n"})));
     host.Unload();
     ExpectBalance(host);
 }
 
-TEST_P(whole_life, removing_what_never_opened_does_nothing) {
+TEST_P(whole_life, removing_an_add_in_that_never_opened_has_no_effect) {
     Host host(GetParam());
     Load(host);
     host.state().log.Start();
@@ -201,7 +202,7 @@ TEST_P(whole_life, removing_what_never_opened_does_nothing) {
     EXPECT_TRUE(host.state().log.Calls().empty());
 }
 
-TEST_P(whole_life, loading_alone_asks_nothing) {
+TEST_P(whole_life, loading_alone_makes_no_call) {
     Host host(GetParam());
     host.state().log.Start();
     Load(host);
@@ -240,7 +241,7 @@ TEST_P(whole_life, the_macro_runs_from_the_menu) {
     ExpectBalance(host);
 }
 
-TEST_P(whole_life, an_event_that_nobody_observes_is_answered_false) {
+TEST_P(whole_life, an_event_without_observers_is_answered_false) {
     Host host(GetParam());
     Open(host);
     OnThread([&] {
@@ -251,14 +252,14 @@ TEST_P(whole_life, an_event_that_nobody_observes_is_answered_false) {
     ExpectBalance(host);
 }
 
-TEST_P(whole_life, closing_takes_the_menu_away_and_asks_nothing_else) {
+TEST_P(whole_life, closing_only_deletes_the_menu) {
     Host host(GetParam());
     Open(host);
     const std::size_t menus = host.state().menus.menus().size();
     host.state().log.Start();
     EXPECT_EQ(host.CallEntryPoint("xlAutoClose"), 1);
-    EXPECT_EQ(TakeAsked(host),
-              (std::vector<Asked>{{xlfDeleteMenu, host.state().IsWide(), {10, u"Metrify"}}}));
+    EXPECT_EQ(TakeRequests(host),
+              (std::vector<HostRequest>{{xlfDeleteMenu, host.state().IsWide(), {10, u"Metrify"}}}));
     EXPECT_EQ(host.state().menus.menus().size(), menus - 1);
     EXPECT_NE(host.state().menus.menus().back().name, u"Metrify");
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the add-in asks of its host, as the host's log has it.
+// The calls that the add-in makes, from the log of the host.
 
 #include "host/core/host.h"
 
@@ -9,27 +9,27 @@
 
 namespace metrify::host {
 
-/// A call as the log has it, without its result.
-struct Asked {
+/// A logged call without its result.
+struct HostRequest {
     int function;
     bool is_wide;
     std::vector<CellValue> arguments;
-    friend bool operator==(const Asked&, const Asked&) = default;
+    friend bool operator==(const HostRequest&, const HostRequest&) = default;
 };
 
-inline void PrintTo(const Asked& asked, std::ostream* out) {
-    *out << (asked.is_wide ? "wide " : "narrow ") << asked.function << " with " << asked.arguments.size()
-         << " arguments";
+inline void PrintTo(const HostRequest& request, std::ostream* out) {
+    *out << (request.is_wide ? "wide " : "narrow ") << request.function << " with "
+         << request.arguments.size() << " arguments";
 }
 
-/// What was asked so far; the log starts anew. Records that went back are the ledger's business.
-inline std::vector<Asked> TakeAsked(Host& host) {
-    std::vector<Asked> asked;
+/// The logged calls except those of `xlFree`; the log is started again.
+inline std::vector<HostRequest> TakeRequests(Host& host) {
+    std::vector<HostRequest> requests;
     for (const LoggedCall& call : host.state().log.Calls())
         if (WithoutOptions(call.function) != xlFree)
-            asked.push_back({call.function, call.is_wide, call.arguments});
+            requests.push_back({call.function, call.is_wide, call.arguments});
     host.state().log.Start();
-    return asked;
+    return requests;
 }
 
 inline std::u16string HelpFile(Host& host) {
@@ -42,21 +42,21 @@ inline CellValue MenuTable() {
                     {u"Metrify", u"Metrify_Macro", u"", u"Metrify Function", u""}});
 }
 
-/// What is told of one function: entry, type text, name, names of the arguments, kind of macro, category,
-// number of its help, and the descriptions.
+/// The arguments that register one function: entry, type text, name, names of the arguments, macro type,
+/// category, help topic, and the descriptions.
 inline std::vector<CellValue> Registered(Host& host, std::array<const char16_t*, 2> entries,
                                          std::array<const char16_t*, 2> types, const char16_t* name,
                                          const char16_t* arguments, const char16_t* kind, CellValue category,
                                          const char16_t* help, std::vector<CellValue> descriptions) {
     const std::size_t family = host.state().IsWide() ? 1 : 0;
-    std::vector<CellValue> told{
+    std::vector<CellValue> registered{
         host.state().module->Path(), entries[family], types[family], name, arguments, kind, category, u"",
         HelpFile(host) + help};
-    told.insert(told.end(), descriptions.begin(), descriptions.end());
-    return told;
+    registered.insert(registered.end(), descriptions.begin(), descriptions.end());
+    return registered;
 }
 
-/// All that is registered, in its order. The word stands in the name of the observer function.
+/// All registrations in their order. The name of the observer function contains the word.
 inline std::vector<std::vector<CellValue>> AllRegistered(Host& host, const std::u16string& word) {
     const std::u16string observer = u"xll_" + word + u"_observer";
     return {

@@ -1,0 +1,29 @@
+#pragma once
+
+// Marks intentional leaks for the leak check.
+
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
+namespace metrify {
+
+/// During its lifetime, allocations of this thread are not reported as leaks.
+class ExpectedLeaks {
+  public:
+#ifdef __SANITIZE_ADDRESS__
+    ExpectedLeaks() {
+        __lsan_disable();
+    }
+    ~ExpectedLeaks() {
+        __lsan_enable();
+    }
+#else
+    ExpectedLeaks() {}
+    ~ExpectedLeaks() {}
+#endif
+    ExpectedLeaks(const ExpectedLeaks&) = delete;
+    ExpectedLeaks& operator=(const ExpectedLeaks&) = delete;
+};
+
+} // namespace metrify
