@@ -98,7 +98,7 @@ class Tree:
         command = [f"{self.build}/{program}", "--gtest_brief=1", f"--gtest_filter={tests}", *options]
         if self.windows:
             command[0] += ".exe"
-            command = ["xvfb-run", "-a", "wine64", *command]
+            command = ["xvfb-run", "-a", "wine", *command]
         else:
             command = ["prlimit", f"--as={MEMORY}", *command]
         status = self.logged(command, seconds)
