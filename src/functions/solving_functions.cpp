@@ -13,7 +13,6 @@ namespace metrify {
 
 namespace {
 
-
 packed_reference pop_reference(compile_ctx& ctx) {
     dim_value reference;
     pop_value(reference, ctx);
