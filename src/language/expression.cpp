@@ -29,8 +29,18 @@ bool makes_progress(const cursor& expptr, text_str*& err) {
     return true;
 }
 
-bool is_plus(cursor& expptr, compile_ctx& ctx, text_str*& err);
-bool is_mult(cursor& expptr, compile_ctx& ctx, text_str*& err);
+using rule = bool (*)(cursor&, compile_ctx&, text_str*&);
+
+// Applies two rules in sequence. Restores the cursor on failure.
+bool read_in_sequence(rule first, rule second, cursor& expptr, compile_ctx& ctx, text_str*& err) {
+    if (!str_is_empty(err))
+        return false;
+    const cursor start = expptr;
+    if (first(expptr, ctx, err) && second(expptr, ctx, err) && str_is_empty(err))
+        return true;
+    expptr = start;
+    return false;
+}
 
 // Reports a binary operator without a right operand.
 bool is_incomplete(cursor after_operator, text_str*& err) {
@@ -110,21 +120,12 @@ bool is_unit_exp_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 
 // factor := primary { unit-expression | "^" primary }
 bool is_mult(cursor& expptr, compile_ctx& ctx, text_str*& err) {
-    if (!str_is_empty(err))
-        return false;
-    const cursor start = expptr;
-    if (is_num_paren_var_func_or_null(expptr, ctx, err) && is_unit_exp_or_null(expptr, ctx, err) &&
-        str_is_empty(err))
-        return true;
-    expptr = start;
-    return false;
+    return read_in_sequence(is_num_paren_var_func_or_null, is_unit_exp_or_null, expptr, ctx, err);
 }
 
 // { ( "*" | "/" ) factor } after a factor. A "*" or "/" without a factor after it is left to the caller.
 bool is_more_mult_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     for (;;) {
-        if (!str_is_empty(err))
-            return false;
         const cursor start = expptr;
         skip_blanks_and_comments(expptr);
         if (at_statement_end(expptr))
@@ -152,20 +153,12 @@ bool is_more_mult_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 
 // term := factor { ( "*" | "/" ) factor }
 bool is_plus(cursor& expptr, compile_ctx& ctx, text_str*& err) {
-    if (!str_is_empty(err))
-        return false;
-    const cursor start = expptr;
-    if (is_mult(expptr, ctx, err) && is_more_mult_or_null(expptr, ctx, err) && str_is_empty(err))
-        return true;
-    expptr = start;
-    return false;
+    return read_in_sequence(is_mult, is_more_mult_or_null, expptr, ctx, err);
 }
 
 // { ( "+" | "-" ) term } after a term. Text that cannot follow an expression is reported.
 bool is_more_plus_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     for (;;) {
-        if (!str_is_empty(err))
-            return false;
         const cursor start = expptr;
         skip_blanks_and_comments(expptr);
         if (at_statement_end(expptr))
@@ -203,11 +196,7 @@ bool compile_rhs(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         report_nesting(err);
         return false;
     }
-    const cursor start = expptr;
-    if (is_plus(expptr, ctx, err) && is_more_plus_or_null(expptr, ctx, err) && str_is_empty(err))
-        return true;
-    expptr = start;
-    return false;
+    return read_in_sequence(is_plus, is_more_plus_or_null, expptr, ctx, err);
 }
 
 } // namespace metrify
