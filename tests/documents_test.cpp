@@ -1,5 +1,5 @@
-// The examples of the documents for users: each block marked as a program gives the listing in the block
-// after it, byte for byte but for numbers next to zero.
+// The examples in the documents for users: each block marked as a program gives the listing in the next
+// block, byte for byte except for numbers near zero.
 
 #include "language/driver.h"
 #include "machine/solver_binding.h"
@@ -38,7 +38,7 @@ std::vector<std::string> blocks(const std::string& text, const std::string& mark
     return found;
 }
 
-// What is left of an equation that has been solved differs with the platform's functions.
+// The residual of a solved equation depends on the platform's functions.
 std::string with_residuals_masked(std::string_view listing) {
     static const std::regex residual(R"(-?[0-9]\.[0-9]{3,5}e-(0[7-9]|1[0-9])\b)");
     return std::regex_replace(std::string(listing), residual, "(next to 0)");
@@ -46,7 +46,7 @@ std::string with_residuals_masked(std::string_view listing) {
 
 class document : public testing::TestWithParam<const char*> {};
 
-TEST_P(document, shows_what_its_programs_give) {
+TEST_P(document, shows_the_listings_of_its_programs) {
     const std::string text = read_file(source_folder / "docs" / GetParam());
     const std::vector<std::string> programs = blocks(text, "program");
     const std::vector<std::string> listings = blocks(text, "listing");
@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(documents, document, testing::Values("language.md", "so
                              return fs::path(file.param).stem().string();
                          });
 
-TEST(examples, stand_in_their_document_as_they_are) {
+TEST(examples, are_in_their_document_unchanged) {
     const std::vector<std::string> shown =
         blocks(read_file(source_folder / "docs" / "examples.md"), "program");
     std::size_t count = 0;

@@ -1,4 +1,4 @@
-// The golden programs in tests/listings: each <kind>/<name>.in with the listing it must give in <name>.out.
+// The golden programs in tests/listings: each <kind>/<name>.in with its expected listing in <name>.out.
 
 #include "language/driver.h"
 #include "machine/solver_binding.h"
@@ -41,7 +41,7 @@ class golden_program : public testing::TestWithParam<fs::path> {};
 
 TEST_P(golden_program, gives_the_expected_listing) {
     const std::string text = read_file(GetParam());
-    // A solving line that has failed in another program would leave its report due to this one.
+    // A report of another program must not be pending.
     metrify::teardown_solver_binding();
     EXPECT_EQ(metrify::interpret_dimensional_input_lines(text.c_str()).view(),
               read_file(expected_of(GetParam())))
@@ -55,7 +55,7 @@ std::string test_name(const testing::TestParamInfo<fs::path>& program) {
 
 INSTANTIATE_TEST_SUITE_P(listings, golden_program, testing::ValuesIn(programs()), test_name);
 
-TEST(golden_programs, show_every_message_at_least_once) {
+TEST(golden_programs, show_every_message) {
     std::string all;
     for (const fs::path& program : programs())
         all += read_file(expected_of(program));

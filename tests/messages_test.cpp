@@ -1,5 +1,5 @@
-// The messages of the language in the sources against those in tests/listings/messages.txt, which the golden
-// programs show, and in messages_not_shown.txt beside it.
+// Compares the messages in the sources with tests/listings/messages.txt, which the golden programs show, and
+// messages_not_shown.txt.
 
 #include <algorithm>
 #include <cctype>
@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 const fs::path source_folder(METRIFY_SOURCE_DIR);
 
-/// Reads the string literals of a source, those that follow one another as one.
+/// Reads the string literals of a source; adjacent literals are concatenated.
 class literal_reader {
   public:
     explicit literal_reader(std::string text) : text_(std::move(text)) {}
@@ -70,7 +70,7 @@ std::string without_newlines(std::string text) {
     return text;
 }
 
-/// All literals of the calculator, the description of its functions left out.
+/// All literals of the calculator except the help of its functions.
 std::set<std::string> literals() {
     std::set<std::string> found;
     for (const char* folder : {"calc", "functions", "numerics"}) {
@@ -95,13 +95,13 @@ std::vector<std::string> lines_of(const char* file) {
     return lines;
 }
 
-/// What a user can take for a message or a part of one.
+/// True if the text may be a message or a part of one.
 bool is_message(const std::string& literal) {
     return literal.find("ERROR") != std::string::npos || literal.find("Cannot") == 0 ||
            (literal.size() > 2 && literal.substr(literal.size() - 2) == ".\n");
 }
 
-/// True if the text is made of the parts, put one after the other, and of numbers.
+/// True if the text is a concatenation of the parts and of numbers.
 bool is_made_of(const std::string& text, const std::set<std::string>& parts) {
     std::vector<bool> reached(text.size() + 1);
     reached[0] = true;
@@ -141,7 +141,7 @@ TEST(messages, that_are_listed_are_in_the_sources) {
         if (part.empty())
             continue;
         parts.insert(part);
-        // A listed text ends where a blank would.
+        // Trailing blanks are not listed.
         if (part.back() == ' ' && part.size() > 1)
             parts.insert(part.substr(0, part.size() - 1));
     }

@@ -1,12 +1,12 @@
-// Published problems as programs of the language. A comment at the head of each says what is known of its
-// solution, and whether the required methods find it:
+// Published problems as programs of the language. A comment at the head of each gives its known solution
+// and whether the methods find it:
 //
 //   # solution: EXPRESSION = NUMBER within TOLERANCE
 //   # outcome: solved
 //   # outcome: not solved: REASON
 //
-// Where it is not solved, the comment also says with which message the search ends, if with any, and with
-// which numbers. These come from the methods written down once more, in tests/numerics/show_ends.py:
+// If it is not solved, the comment also gives the message of the search, if any, and the final numbers. They
+// are computed by an independent implementation of the methods, tests/numerics/show_ends.py:
 //
 //   # message: TEXT
 //   # end: EXPRESSION = NUMBER within TOLERANCE
@@ -83,8 +83,8 @@ std::string run(const std::string& program) {
     return std::string(metrify::interpret_dimensional_input_lines(program.c_str()).view());
 }
 
-// How far the expression is from what is known, as the language itself says. The line before takes the report
-// that a failed search leaves due.
+// The difference between the expression and its known value, computed by the language. The line before it
+// receives the report of a failed search.
 double distance(const problem& at, const known_number& known) {
     const std::string shown =
         run(at.text + "0\ngap = abs((" + known.expression + ") - (" + known.value + "))\n");
@@ -108,7 +108,7 @@ bool is_solved(const problem& at) {
     return run(at.text).find("ERROR") == std::string::npos && agrees(at, at.solution);
 }
 
-// The last message; a failed search shows one alone.
+// The last message; a failed search shows only one.
 std::string message_of(const std::string& shown) {
     const std::size_t at = shown.rfind("ERROR");
     return at == std::string::npos ? std::string() : shown.substr(at, shown.find('\n', at) - at);
@@ -116,7 +116,7 @@ std::string message_of(const std::string& shown) {
 
 class published_problem : public testing::TestWithParam<fs::path> {};
 
-TEST_P(published_problem, comes_out_as_recorded) {
+TEST_P(published_problem, has_the_recorded_outcome) {
     const problem at = read_problem(GetParam());
     ASSERT_FALSE(at.solution.empty());
     EXPECT_EQ(is_solved(at), at.outcome == "solved") << run(at.text);
@@ -136,7 +136,7 @@ std::string test_name(const testing::TestParamInfo<fs::path>& file) {
 
 INSTANTIATE_TEST_SUITE_P(problems, published_problem, testing::ValuesIn(problems()), test_name);
 
-TEST(published_problems, stand_in_the_table_for_users) {
+TEST(published_problems, are_in_the_table_for_users) {
     std::ifstream in(source_folder / "docs" / "problems.md", std::ios::binary);
     const std::string table{std::istreambuf_iterator<char>(in), {}};
     std::size_t solved = 0;

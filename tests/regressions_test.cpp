@@ -1,5 +1,5 @@
-// Inputs that once went wrong, in tests/regressions: each <name>.in with the listing that it must give in
-// <name>.out, in each of two runs.
+// Inputs that once failed, in tests/regressions: each <name>.in must give the listing in <name>.out, in each
+// of two runs.
 
 #include "language/driver.h"
 #include "machine/solver_binding.h"

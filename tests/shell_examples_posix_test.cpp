@@ -1,5 +1,5 @@
-// The examples of the documents, run as they stand: in an indented block each line "$ COMMAND" is followed by
-// the output that it gives, up to the next command or the end of the block.
+// Runs the shell examples in the documents: in an indented block each line "$ COMMAND" is followed by its
+// output, up to the next command or the end of the block.
 
 #include <array>
 #include <cstdio>
@@ -61,7 +61,7 @@ std::string without_last_newlines(std::string text) {
     return text;
 }
 
-// The programs of the build at hand take the place of those that a reader has built.
+// The programs of the current build are run instead of those in build/release.
 std::string output_of(const std::string& command) {
     const std::string build = METRIFY_BINARY_DIR "/";
     const std::string here =
@@ -79,7 +79,7 @@ std::string output_of(const std::string& command) {
 
 class shell_examples : public testing::TestWithParam<fs::path> {};
 
-TEST_P(shell_examples, give_what_their_document_shows) {
+TEST_P(shell_examples, give_the_output_in_their_document) {
     for (const example& shown : examples_of(GetParam()))
         EXPECT_EQ(without_last_newlines(output_of(shown.command)), without_last_newlines(shown.output))
             << GetParam() << ": $ " << shown.command;
@@ -104,8 +104,8 @@ std::vector<fs::path> documents_with_examples() {
 INSTANTIATE_TEST_SUITE_P(documents, shell_examples, testing::ValuesIn(documents_with_examples()),
                          [](const auto& document) { return with(document.param.stem().string(), "-", "_"); });
 
-// What holds none is about Windows alone, or a table that a test of its own looks at.
-TEST(documents, have_examples_but_for_some) {
+// The documents without examples are about Windows or testing, or a table that another test checks.
+TEST(documents, have_examples_except_for_some) {
     std::set<std::string> without;
     for (const fs::path& document : all_documents())
         if (examples_of(document).empty())
@@ -119,7 +119,7 @@ TEST(readme, has_examples) {
     EXPECT_GE(examples_of(METRIFY_SOURCE_DIR "/README.md").size(), 2u);
 }
 
-// An example without output would be satisfied by a command that does nothing.
+// An example without output would pass with any command.
 TEST(documents, show_the_output_of_each_example) {
     for (const fs::path& document : all_documents()) {
         for (const example& shown : examples_of(document))

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the tests of the calculator share.
+// Helpers for the tests of the calculator.
 
 #include "base/text_str.h"
 #include "language/driver.h"
@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-// Whether the build at hand is a sanitizer's: it has larger frames and an allocator of its own.
+// Whether the tests are built with a sanitizer, which has larger stack frames and its own allocator.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define METRIFY_SANITIZED 1
 #elif defined(__has_feature)
@@ -46,7 +46,7 @@ inline dim_value vector(double x, double y, double z, const exponents& dim = in_
     return {1, {x, y, z}, dim};
 }
 
-/// True if all fields are equal; a not-a-number equals none.
+/// True if all fields are equal; a not-a-number equals nothing.
 inline bool equal(const dim_value& a, const dim_value& b) {
     return a.kind == b.kind && a.comp == b.comp && a.dim == b.dim;
 }
@@ -62,7 +62,7 @@ inline std::string described(const dim_value& v) {
     return text;
 }
 
-/// The listing of a program, with no report due from an earlier run.
+/// The listing of a program without a pending report of an earlier run.
 inline std::string run(const std::string& program) {
     teardown_solver_binding();
     return std::string(interpret_dimensional_input_lines(program.c_str()).view());
@@ -80,7 +80,7 @@ inline bool ends_with(std::string_view text, std::string_view ending) {
     return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
 }
 
-/// For failures: long texts are told by their last part.
+/// The last part of a long text, for failure messages.
 inline std::string tail_of(std::string_view text) {
     constexpr std::size_t shown = 300;
     return std::string(text.size() > shown ? text.substr(text.size() - shown) : text);

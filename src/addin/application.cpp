@@ -3,12 +3,12 @@
 namespace metrify {
 
 int CMetrifyApp::OnOpen() {
-    // An earlier opening that failed has left its menu.
+    // An earlier opening that failed may have left its menu.
     if (menu_.present)
         menu_remove(menu_);
     menu_init(menu_, "Metrify", "Metrify add-in menu");
     menu_add_command(menu_, "Metrify", "Metrify_Macro", "Metrify Function");
-    // In the place of a menu of this name, if there is one.
+    // Before an existing menu of this name.
     menu_add_to_bar(menu_, nullptr, "Metrify", 0);
     return 1;
 }

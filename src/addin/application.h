@@ -11,10 +11,10 @@ class CMetrifyApp : public CXllApp {
   public:
     using CXllApp::CXllApp;
 
-    /// Builds the menu. The add-in opens without it too.
+    /// Builds the menu. Opening succeeds even if the host refuses the menu.
     int OnOpen() override;
     void OnClose() override;
-    /// Names the add-in and takes over its function records.
+    /// Sets the add-in's name and builds descriptors from its function records.
     int OnProcessAttach() override;
 
   private:

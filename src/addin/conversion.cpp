@@ -10,15 +10,15 @@ namespace metrify {
 
 namespace {
 
-// In front of the first "=" of a result stand a blank-filled indent and one more blank.
+// The first "=" of a result follows an indent and one more blank.
 constexpr std::size_t indent_of_result = 8;
 
 bool begins_with(std::string_view text, std::string_view beginning) {
     return text.substr(0, beginning.size()) == beginning;
 }
 
-// The number at the start of a terminated text, behind blanks. Unlike the language's numbers it may be one of
-// the words that the listing writes.
+// The number at the start of a terminated text, after blanks. Infinity and not-a-number are read as the
+// listing writes them.
 double leading_number(const char* text) {
     while (*text == ' ' || *text == '\t' || *text == '\n')
         ++text;
@@ -34,9 +34,9 @@ double leading_number(const char* text) {
     return negative ? -number : number;
 }
 
-// The text after the mark of a result: its first ampersand, once its first blank has become one. The blank
-// right after the "=" doesn't count. A typed ampersand ahead of that blank is the mark, and the one that the
-// blank has become is part of the text.
+// The first blank after the one that follows the "=" is replaced by an ampersand. The unit text begins after
+// the first ampersand, which may be a typed one before that blank; the replaced blank is then part of the
+// text.
 std::string_view mark_unit_text(listing& answer, std::size_t result) {
     const std::string_view text = answer.view();
     const std::size_t blank = text.find(' ', result + 1);
@@ -48,17 +48,17 @@ std::string_view mark_unit_text(listing& answer, std::size_t result) {
     return text.substr(mark + 1);
 }
 
-// The place of the blank and the word, from some place on.
-std::size_t find_behind_blank(std::string_view text, std::string_view word, std::size_t from = 0) {
-    // The word is looked for first: a listing has few capital letters and many blanks.
+// The place of the word with a blank before it; the place is that of the blank.
+std::size_t find_after_blank(std::string_view text, std::string_view word, std::size_t from = 0) {
+    // Searching for the word is faster: a listing has few capital letters and many blanks.
     std::size_t place = text.find(word, from + 1);
     while (place != std::string_view::npos && text[place - 1] != ' ')
         place = text.find(word, place + 1);
     return place == std::string_view::npos ? place : place - 1;
 }
 
-// The answer to a request that has failed: behind its message stands the value in default units, which is cut
-// off. An "=" in the text as typed can put the cut ahead of the message.
+// The answer to a failed request: the message without the value in default units that follows it. The text
+// ends an indent before the first "="; if that precedes the message, the text is empty.
 std::string_view failed_request(std::string_view answer, std::size_t mark, std::size_t equals) {
     const std::size_t begin = mark + 1;
     if (equals == std::string_view::npos)
@@ -70,8 +70,8 @@ std::string_view failed_request(std::string_view answer, std::size_t mark, std::
 void pick_answer(conversion& cells) {
     const std::string_view answer = cells.answer.view();
     const std::size_t equals = answer.find('=');
-    if (const std::size_t mark = find_behind_blank(answer, "ERROR"); mark != std::string_view::npos) {
-        const std::size_t message = find_behind_blank(answer, "ERROR:", mark);
+    if (const std::size_t mark = find_after_blank(answer, "ERROR"); mark != std::string_view::npos) {
+        const std::size_t message = find_after_blank(answer, "ERROR:", mark);
         cells.outcome = conversion_outcome::error;
         cells.text = message != std::string_view::npos ? answer.substr(message + 1)
                                                        : failed_request(answer, mark, equals);

@@ -1,7 +1,7 @@
 #pragma once
 
-// One conversion from cell to cell: a line of the language is built, run, and the answer picked out of its
-// listing by fixed marks. Everything that the two unit texts may hold is the language's affair.
+// The conversion of the worksheet function. It builds and runs a line of the language and extracts the answer
+// from the listing. The two unit texts are not inspected: the language handles whatever they contain.
 
 #include "language/driver.h"
 
@@ -12,7 +12,7 @@ namespace metrify {
 enum class conversion_outcome {
     converted, // number and text are the two cells
     error,     // text is the message, the second cell is empty
-    unmarked,  // the listing holds none of the marks: an error of the caller's side
+    unmarked,  // the listing has neither a result nor a message, as the units contain a line break
 };
 
 /// The texts point into the listing.
@@ -23,7 +23,7 @@ struct conversion {
     std::string_view text = {};
 };
 
-/// Converts val, of which six significant digits count, from one unit expression to another.
+/// Converts val, rounded to six significant digits, from one unit expression to another.
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units);
 
 } // namespace metrify

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the host is told of this add-in's functions.
+// The registration records of this add-in's functions.
 
 #include "xllrt/registry/function_record.h"
 
@@ -9,10 +9,10 @@ namespace metrify {
 /// The worksheet function Metrify(Val, InUnits, OutUnits).
 extern XlFunctionRecord metrify_record;
 
-/// The macro behind the menu.
+/// The macro of the menu.
 extern XlFunctionRecord macro_record;
 
-/// What the server of the ribbon calls.
+/// The command that the ribbon server calls.
 extern XlFunctionRecord ribbon_record;
 
 } // namespace metrify

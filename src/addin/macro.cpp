@@ -54,7 +54,7 @@ bool start_function_wizard_on(const CXlOper& cell, const std::string& name) {
         const cell_state state = state_of(cell);
         if (state != cell_state::free)
             return state == cell_state::out_of_reach;
-        // The wizard opens on a formula, so the empty call must stand there first.
+        // The wizard needs a formula to open on.
         const std::string call = "=" + name + "()";
         SetCellFormula(cell, call.c_str(), false, true);
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-// The macro behind the add-in's menu: it opens the host's function wizard on the active cell.
+// The macro of the add-in's menu. It opens the host's function wizard on the active cell.
 
 #include "xllrt/platform/export.h"
 #include "xllrt/value/xl_oper.h"
@@ -9,12 +9,12 @@
 
 namespace metrify {
 
-/// Puts a call of the function into the active cell, unless the cell holds one, and opens the wizard on it.
-/// What else stands in the cell is replaced only if the user agrees. False if it ended early: there is no
-/// active cell, or the user doesn't agree.
+/// Enters a call of the function into the active cell, unless the cell contains one, and opens the wizard on
+/// it. Other contents of the cell are replaced only if the user agrees. False if there is no active cell or
+/// the user doesn't agree.
 bool start_function_wizard(const std::string& name);
 
-/// The same for a cell.
+/// The same for the given cell.
 bool start_function_wizard_on(const CXlOper& cell, const std::string& name);
 
 extern "C" {

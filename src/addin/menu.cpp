@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::int32_t worksheet_bar = 10;
 
-// The columns of the host's menu table. A third one is for shortcuts, a fifth for help.
+// The columns of the host's menu table. Column 2 is for shortcuts, column 4 for help.
 constexpr std::int32_t text_column = 0;
 constexpr std::int32_t macro_column = 1;
 constexpr std::int32_t status_column = 3;
 constexpr std::int32_t menu_columns = 5;
 
-// Where a submenu goes that was given no position.
+// The position of a submenu if none is given.
 constexpr int last_position = 30;
 
 CXlOper text_value(const std::string& text) {
@@ -37,7 +37,7 @@ std::string localized(const std::string& text) {
     return LocalizedText(text.c_str());
 }
 
-// The caption as the host looks menus up by.
+// The caption by which the host finds the menu.
 CXlOper target_of(const menu_def& menu) {
     std::string caption = menu.caption;
     std::erase(caption, '&');
@@ -48,7 +48,7 @@ void set_cell(CXlOper& table, std::int32_t row, std::int32_t column, const std::
     table.Cell(row, column)->SetText(text);
 }
 
-// The menu in its first row, an item in each of the others.
+// The first row describes the menu, each other row an item.
 CXlOper menu_table(const menu_def& menu) {
     CXlOper table;
     const CXlOper empty = text_value("");
@@ -96,7 +96,7 @@ void menu_add_command(menu_def& menu, const std::string& text, const std::string
 }
 
 bool menu_add_to_bar(menu_def& menu, const menu_def* parent, const std::string& before, int position) {
-    // A submenu can't hold a submenu.
+    // A submenu can't contain a submenu.
     if (parent && parent->parent)
         return false;
     const CXlOper bar = integer_value(worksheet_bar);
@@ -107,7 +107,7 @@ bool menu_add_to_bar(menu_def& menu, const menu_def* parent, const std::string& 
     if (parent)
         menu.present = is_done(CallDiscard(xlfAddMenu, bar, table, target_of(*parent), place));
     else
-        // Without such a place on the bar, the menu goes to the end.
+        // If the host refuses the position, the menu is added at the end.
         menu.present = (has_place && is_done(CallDiscard(xlfAddMenu, bar, table, place))) ||
                        is_done(CallDiscard(xlfAddMenu, bar, table));
     menu.parent = parent;

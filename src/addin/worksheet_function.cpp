@@ -12,7 +12,7 @@ namespace metrify {
 namespace {
 
 constexpr const char* kRefusal = "This version of Excel is not supported.  Check "
-                                 // Where a user finds out about other versions.
+                                 // The page about supported versions.
                                  "https://www.metrify.example";
 
 void fill_cells(CXlOper& result, const conversion& answer) {
@@ -41,7 +41,7 @@ CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits,
         return nullptr;
     }
     const conversion answer = convert_units(Val, InUnits.Narrow(), OutUnits.Narrow());
-    // There is nothing to point at in a listing without marks.
+    // A listing without an answer is reported as an access violation.
     if (answer.outcome == conversion_outcome::unmarked)
         throw CXlStructuredException::OfFault(kFaultAccessViolation);
     fill_cells(result, answer);

@@ -1,6 +1,6 @@
 #pragma once
 
-// The worksheet function: one conversion from cell to cells.
+// The worksheet function.
 
 #include "xllrt/platform/export.h"
 #include "xllrt/text/dual_string.h"
@@ -8,15 +8,15 @@
 
 namespace metrify {
 
-/// Hosts of later releases are refused.
+/// Later releases of the host are rejected.
 inline constexpr double kLastSupportedRelease = 15.0;
 
-/// The release that the host says it is; 0 if it doesn't say.
+/// The release number reported by the host; 0 if it reports none.
 double host_release_number();
 
-/// Converts Val from InUnits to OutUnits. The result becomes one row of two cells, the number and the unit
-/// text; an error's text goes to the first cell and the second is empty. A host that is too new gets a single
-/// text. Gives null: the result is the one passed.
+/// Converts Val from InUnits to OutUnits. The result is a row of two cells: the number and the unit text, or
+/// an error message and an empty text. If the host is too new, the result is a single text. Returns null,
+/// since the result is the one passed.
 CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits, CXlDualString& OutUnits);
 
 extern "C" {

@@ -26,7 +26,7 @@ std::string_view without_trailing_newlines(std::string_view text) {
     return text;
 }
 
-// What a stream holds, or a reason why it is no program text.
+// Reads a whole stream. On failure sets the reason.
 bool read_program(std::istream& in, std::string& program, std::string& reason) {
     std::array<char, 16384> block;
     program.clear();
@@ -61,8 +61,8 @@ bool contains_nocase(std::string_view text, std::string_view part) {
                [](char a, char b) { return fold_case(a) == fold_case(b); }) != text.end();
 }
 
-// The error cell. It is empty where an "=" that the units hold, or a result on an earlier line, stands ahead
-// of the message: all that follows an "=" is cut off.
+// The error cell is empty if an "=" precedes the message, in the units or in a result on an earlier line: the
+// cell ends at the first "=".
 void write_error_cell(const conversion& cells, std::ostream& err) {
     const std::string_view message = without_trailing_newlines(cells.text);
     if (!message.empty())

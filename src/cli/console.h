@@ -8,14 +8,13 @@
 
 namespace metrify {
 
-/// Newlines go in and out as they are.
+/// Switches off newline conversion.
 void use_binary_streams();
 
-/// True if a person sits at both ends: standard input and standard output are a terminal.
+/// True if standard input and standard output are a terminal.
 bool is_interactive();
 
-/// Reads lines from the terminal, with editing and a history kept from session to session where the platform
-/// has them.
+/// Reads lines from the terminal, with line editing and a persistent history if the platform provides them.
 class line_reader {
   public:
     line_reader();
@@ -23,8 +22,8 @@ class line_reader {
 
     enum class outcome { line, interrupted, end };
 
-    /// Reads one line, without its newline. When it is interrupted, line holds what had been typed, and it is
-    /// in the history.
+    /// Reads one line, without its newline. If it is interrupted, line contains the text typed so far, which
+    /// is also added to the history.
     outcome read(std::string_view prompt, std::string& line);
 
   private:

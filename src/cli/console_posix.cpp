@@ -16,7 +16,7 @@ namespace {
 constexpr int history_size = 1000;
 
 std::string history_file() {
-    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): no other thread is there yet
+    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): there is no other thread yet
     return home == nullptr ? std::string() : std::string(home) + "/.metrify_history";
 }
 
@@ -27,15 +27,15 @@ struct history_end_ {
     void operator()(HistoryW* history) const { ::history_wend(history); }
 };
 
-// The line editor shows characters of the terminal's encoding only in a locale that has it. Nothing else of
-// the program looks at this category.
+// The line editor shows characters of the terminal's encoding only in a locale that uses it. Nothing else in
+// the program depends on this category.
 void use_encoding_of_terminal() {
-    std::setlocale(LC_CTYPE, ""); // NOLINT(concurrency-mt-unsafe): no other thread is there yet
+    std::setlocale(LC_CTYPE, ""); // NOLINT(concurrency-mt-unsafe): there is no other thread yet
     if (MB_CUR_MAX == 1)
         std::setlocale(LC_CTYPE, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe)
 }
 
-// The editor has commands on these codes, which a terminal sends for characters.
+// By default the editor binds commands to these codes, which are characters in the terminal's encoding.
 void bind_characters_above_ascii(EditLine* editor) {
     for (wchar_t code = 0x80; code <= 0xFF; ++code) {
         const wchar_t key[] = {code, L'\0'};
@@ -58,7 +58,7 @@ struct line_reader::terminal {
     std::string prompt;
     bool interrupted = false;
     typed_text typed;
-    std::wstring characters; // complete and not yet handed to the editor
+    std::wstring characters; // decoded and not yet read by the editor
 
     static terminal& of(EditLine* el) {
         void* data = nullptr;
@@ -68,13 +68,13 @@ struct line_reader::terminal {
 
     static char* prompt_of(EditLine* el) { return of(el).prompt.data(); }
 
-    // Ctrl-C ends the line, and what has been typed goes out with it.
+    // Ctrl-C ends the line; read() returns the text typed so far.
     static unsigned char interrupt(EditLine* el, int) {
         of(el).interrupted = true;
         return CC_NEWLINE;
     }
 
-    // The editor's own way of reading drops each byte that is no character.
+    // The editor's default function drops bytes that are no character.
     static int read_character(EditLine* el, wchar_t* character) {
         terminal& t = of(el);
         while (t.characters.empty()) {
@@ -93,7 +93,7 @@ struct line_reader::terminal {
     void remember(const std::wstring& line) {
         HistEventW event;
         ::history_w(history.get(), &event, H_ENTER, line.c_str());
-        // Saved line by line: nothing typed is lost, however the session ends.
+        // Saved after each line, so that nothing is lost if the session ends abnormally.
         if (!file.empty())
             ::history_w(history.get(), &event, H_SAVE, file.c_str());
     }
@@ -117,11 +117,12 @@ line_reader::line_reader() : terminal_(std::make_unique<terminal>()) {
     el_wset(editor, EL_GETCFN, &terminal::read_character);
     el_wset(editor, EL_HIST, ::history_w, t.history.get());
     bind_characters_above_ascii(editor);
-    // While a line is edited Ctrl-C is a key. At other times it has no effect: a session isn't lost to it.
+    // While a line is edited Ctrl-C is a key. At other times it is ignored, so that it doesn't end the
+    // session.
     el_set(editor, EL_SETTY, "-d", "-isig", nullptr);
-    // A prompt stands before the line is edited: what is typed in between waits, Ctrl-C with it.
+    // Also while no line is edited: keys typed then, Ctrl-C included, are kept for the next line.
     el_set(editor, EL_SETTY, "-x", "-isig", nullptr);
-    el_set(editor, EL_ADDFN, "interrupt", "Give the line up", &terminal::interrupt);
+    el_set(editor, EL_ADDFN, "interrupt", "Discard the line", &terminal::interrupt);
     el_set(editor, EL_BIND, "^C", "interrupt", nullptr);
     (void)std::signal(SIGINT, SIG_IGN);
 }

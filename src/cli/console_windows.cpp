@@ -17,7 +17,7 @@ bool is_interactive() {
     return _isatty(_fileno(stdin)) != 0 && _isatty(_fileno(stdout)) != 0;
 }
 
-// The console edits lines and keeps a history by itself.
+// The Windows console provides line editing and a history.
 struct line_reader::terminal {};
 
 line_reader::line_reader() = default;

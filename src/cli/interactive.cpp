@@ -13,14 +13,14 @@ constexpr std::string_view help_text =
     "    3.5 ft; m          a value, and the unit to show it in\n"
     "    v = 55 mph         a variable\n"
     "    v * 2 hr; miles    and its use\n"
-    "A line that ends in \\ goes on with the next one. Variables, user units, default\n"
+    "A line that ends in \\ continues on the next one. Variables, user units, default\n"
     "units and the function block are kept from line to line.\n"
     "    :restart   forgets all of it and starts over\n"
     "    :help      shows this text\n"
     "    :quit      ends the session, as Ctrl-D does\n"
-    "Ctrl-C gives a line up; it stays in the history, which the arrow keys bring back.\n";
+    "Ctrl-C discards a line; the arrow keys bring it back from the history.\n";
 
-// One entry: a line with its continuations. False at the end of the session.
+// Reads one line with its continuation lines. False at the end of the session.
 bool read_entry(line_reader& reader, std::string& entry) {
     entry.clear();
     std::string line;

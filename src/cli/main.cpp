@@ -14,7 +14,7 @@ namespace {
 
 constexpr int wrong_usage = 2;
 
-// VAL, a number of the language and nothing else.
+// VAL must be a number as in the language.
 std::string check_number(const std::string& text) {
     double value = 0.0;
     const bool is_number = *read_double(text.c_str(), value) == '\0' && !text.empty();
@@ -22,34 +22,35 @@ std::string check_number(const std::string& text) {
 }
 
 int run(int argc, const char* const* argv) {
-    CLI::App app("A calculator with units: a program text goes in, its listing comes out.\n"
-                 "Without a command: an interactive session at a terminal, otherwise as `metrify run -`.",
-                 "metrify");
+    CLI::App app(
+        "A calculator with units.\n"
+        "Without a command: an interactive session at a terminal, otherwise the same as `metrify run -`.",
+        "metrify");
     app.set_version_flag("--version", "metrify " METRIFY_VERSION);
     app.require_subcommand(0, 1);
 
     std::string val;
     std::string in_units;
     std::string out_units;
-    // A negative number is no option.
+    // A negative number is not an option.
     CLI::App* convert = app.add_subcommand("convert", "Convert a number from one unit expression to another");
     convert->prefix_command(false);
     convert->add_option("VAL", val, "the number")->required()->check(CLI::Validator(check_number, "NUMBER"));
     convert->add_option("IN", in_units, "the units it is in, e.g. \"kg m / s^2\"")->required();
-    convert->add_option("OUT", out_units, "the units to convert it to; left out, the default ones");
+    convert->add_option("OUT", out_units, "the units to convert it to; default units if omitted");
 
     std::vector<std::string> files;
-    CLI::App* run_files = app.add_subcommand("run", "Run program texts, each a run of its own");
-    run_files->add_option("FILE", files, "a file, or - for standard input, as if none is given");
+    CLI::App* run_files = app.add_subcommand("run", "Run program texts, each independently");
+    run_files->add_option("FILE", files, "a file, or - for standard input, which is the default");
 
     std::string filter;
     CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
-    units->add_option("TEXT", filter, "only those whose name contains it");
+    units->add_option("TEXT", filter, "list only units whose name contains it");
 
     bool as_markdown = false;
     CLI::App* functions = app.add_subcommand("functions", "List the built-in functions, or show one of them");
-    functions->add_option("TEXT", filter, "a name, or what the list's lines must contain");
-    functions->add_flag("--markdown", as_markdown, "write the whole description instead");
+    functions->add_option("TEXT", filter, "a name, or a text that the listed lines contain");
+    functions->add_flag("--markdown", as_markdown, "write the whole reference as Markdown");
 
     try {
         app.parse(argc, argv);

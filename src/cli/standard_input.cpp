@@ -8,7 +8,7 @@ namespace metrify {
 
 standard_input_buffer::int_type standard_input_buffer::underflow() {
     const std::size_t count = std::fread(block_.data(), 1, block_.size(), stdin);
-    // The stream makes a bad state of the exception.
+    // The stream catches this and sets badbit.
     if (count == 0 && std::ferror(stdin) != 0)
         throw std::system_error(errno, std::generic_category());
     setg(block_.data(), block_.data(), block_.data() + count);

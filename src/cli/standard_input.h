@@ -1,13 +1,13 @@
 #pragma once
 
-// Standard input that tells a failure from the end. std::cin takes both for the end.
+// Standard input with read errors reported. std::cin treats them as the end of input.
 
 #include <array>
 #include <streambuf>
 
 namespace metrify {
 
-/// A stream on it turns bad where reading fails, with the reason in errno.
+/// If reading fails, badbit is set in the stream and errno holds the reason.
 class standard_input_buffer : public std::streambuf {
   protected:
     int_type underflow() override;

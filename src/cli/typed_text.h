@@ -1,8 +1,8 @@
 #pragma once
 
-// What is typed at a terminal, byte by byte, as the characters that a line editor works on, and back again. A
-// byte that is no part of a character in the terminal's encoding is carried through as a code point that no
-// text holds, so each byte comes out as it went in.
+// Conversion between the bytes typed at a terminal and the characters of a line editor. A byte that is not
+// part of a character in the terminal's encoding is represented by a code point that is no character, so that
+// the conversion back gives the same bytes.
 
 #include <string>
 #include <string_view>
@@ -11,10 +11,10 @@ namespace metrify {
 
 class typed_text {
   public:
-    /// Takes the next byte in and appends the characters that are complete with it.
+    /// Decodes the next byte and appends the characters that it completes.
     void take(char byte, std::wstring& characters);
 
-    /// The bytes that the characters were made of.
+    /// The bytes from which the characters were decoded.
     static std::string bytes_of(std::wstring_view characters);
 
   private:

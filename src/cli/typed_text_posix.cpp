@@ -9,7 +9,7 @@ namespace metrify {
 
 namespace {
 
-// Halves of surrogate pairs, which stand for no character.
+// Surrogates, which are no characters by themselves.
 constexpr wchar_t first_lone_byte = 0xDC00;
 
 bool is_lone_byte(wchar_t c) {

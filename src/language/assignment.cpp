@@ -27,7 +27,7 @@ bool read_target(cursor& expptr, assignment_target& target) {
     return !at_statement_end(expptr) && accept_char(true, '=', expptr);
 }
 
-// A complete expression can be followed by a closing parenthesis or bracket or a comma that nothing opened.
+// A complete expression can be followed by an unmatched closing parenthesis or bracket, or by a comma.
 bool is_at_end(cursor expptr, text_str*& err) {
     if (at_statement_end(expptr))
         return true;
@@ -53,7 +53,7 @@ void assign(const assignment_target& target, compile_ctx& ctx, text_str*& err) {
     run_and_record(opcodes[static_cast<std::size_t>(target.component)], entry, ctx, err);
 }
 
-// Behind the "=".
+// After the "=".
 bool compile_assignment(const assignment_target& target, cursor& expptr, compile_ctx& ctx, text_str*& err) {
     if (!is_varname_okay(target.name, err) || !compile_rhs(expptr, ctx, err) || !is_at_end(expptr, err))
         return false;

@@ -4,8 +4,8 @@
 //
 //   statement := [ name [ component-suffix ] "=" ] expression | nothing
 //
-// Compiling and evaluating are one pass: when a statement has been compiled its assignments are done. The
-// instruction list serves the function block, where it is replayed without any parsing.
+// Compilation and evaluation are one pass: after compilation the assignment is done. The recorded
+// instructions are for the function block, which is replayed without parsing.
 
 #include "base/cursor.h"
 #include "machine/code_list.h"
@@ -15,11 +15,11 @@
 
 namespace metrify {
 
-/// The name that the statement at the cursor assigns, if it is one that a variable may have; empty otherwise.
+/// The variable that the statement at the cursor assigns; empty if there is none or its name is not allowed.
 std::string_view peek_assignment_target(cursor expptr, text_str*& err);
 
-/// Compiles and runs the statement at the cursor. On success result holds its value, and code, unless null,
-/// its instructions. Otherwise the message is in err and result is cleared.
+/// Compiles and runs the statement at the cursor. On success sets result to its value and appends its
+/// instructions to code unless that is null. On failure the message is in err and result is cleared.
 bool compile_input_line(cursor& expptr, dim_value& result, code_list* code, text_str*& err);
 
 } // namespace metrify

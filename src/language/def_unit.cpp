@@ -19,7 +19,7 @@ bool name_is_taken(std::string_view name, std::string_view by_what, text_str*& e
     return false;
 }
 
-// The name is missing from this text, and so is the closing quote.
+// The message has neither the name nor the closing quote.
 void report_illegal_name(text_str*& err) {
     append(err, "ERROR: Illegal new unit name '.\n");
 }
@@ -34,7 +34,7 @@ bool read_unit_name(cursor& expptr, std::string_view& name, text_str*& err) {
     return check_new_unit_name(name, err);
 }
 
-// The second argument: the new unit's value, and the answer.
+// The second argument: the new unit's value. Writes the answer.
 void read_unit_value(cursor& expptr, std::string_view name, text_str*& out, text_str*& err) {
     compile_ctx ctx;
     const bool is_read = compile_rhs(expptr, ctx, err);
@@ -70,7 +70,7 @@ bool check_new_unit_name(std::string_view name, text_str*& err) {
 }
 
 // arguments := "(" [ name ] { "," [ value ] } ")"
-// A missing value is no error: DefUnit(x) does nothing and says nothing.
+// A missing value is no error: DefUnit(x) does nothing and writes nothing.
 void define_user_unit(cursor& expptr, text_str*& out, text_str*& err) {
     str_clear(&err);
     skip_blanks_and_comments(expptr);

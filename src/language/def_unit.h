@@ -1,6 +1,6 @@
 #pragma once
 
-// The DefUnit statement, which defines a user's own unit.
+// The DefUnit statement, which defines a user unit.
 
 #include "base/cursor.h"
 #include "base/text_str.h"
@@ -9,10 +9,12 @@
 
 namespace metrify {
 
-/// True if a user unit may have this name: it is no unit of the table, no function and no variable.
+/// True if a user unit may have this name, which means no unit of the table, no function and no variable.
+/// Otherwise reports an error.
 bool check_new_unit_name(std::string_view name, text_str*& err);
 
-/// DefUnit's arguments, a name and a value in parentheses. Writes the answer to out.
+/// Reads DefUnit's arguments, a name and a value in parentheses, defines the unit, and writes the answer to
+/// out.
 void define_user_unit(cursor& expptr, text_str*& out, text_str*& err);
 
 } // namespace metrify

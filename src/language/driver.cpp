@@ -11,7 +11,7 @@ namespace metrify {
 
 namespace {
 
-// Lines of the template of an input box. They are dropped without echo.
+// Lines of an input box's template. They are dropped without echo.
 constexpr std::array<std::string_view, 8> directions = {
     "#  DIRECTIONS:",
     "#  (1) Enter your problem HERE in the INPUT tab.",
@@ -30,7 +30,7 @@ bool is_directions_line(cursor line_start) {
                [&](std::string_view text) { return match_keyword(false, true, line_start, text) == 0; });
 }
 
-// A comment with the comments on the lines directly behind it is echoed as one block, without a number.
+// A comment and the comment lines directly after it are echoed as one block, without a number.
 void echo_comment_block(const cursor& line_start, cursor& expptr, text_str*& out) {
     while (absorb_next_comment_line(expptr)) {
     }
@@ -45,12 +45,12 @@ void run_statement(std::string_view prefix, int& counter, const cursor& line_sta
     const line_result result =
         compile_one_full_line(prefix, counter, line_start, expptr, run_lines, out, code, err);
     if (result != line_result::compiled || !str_is_empty(err))
-        --counter; // a line that fails gives its number back, and special lines have taken one more
+        --counter; // a line that fails has no number, and special lines have added one themselves
     else if (code != nullptr)
         store_block_code(recorded);
 }
 
-// One line; a comment block counts as one. The cursor ends at the line's end, or stays on a line that is
+// Processes one line, or one comment block. The cursor ends at the line's end, or stays on a line that is
 // dropped.
 void process_an_expression(std::string_view prefix, int& counter, cursor& expptr, text_str*& out,
                            text_str*& err) {
@@ -65,7 +65,7 @@ void process_an_expression(std::string_view prefix, int& counter, cursor& expptr
         run_statement(prefix, counter, line_start, expptr, out, err);
 }
 
-// Numbers statements from the counter on.
+// The counter is the number of the latest statement.
 void run_numbered_lines(std::string_view prefix, int& counter, cursor expptr, text_str*& out,
                         text_str*& err) {
     while (!at_text_end(expptr)) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// The calculator's entry: a program text goes in, its listing comes out.
+// Runs a program text and gives its listing.
 
 #include "base/cursor.h"
 #include "base/numeric_utilities.h"
@@ -24,18 +24,19 @@ class listing {
     offset_vector<char> text_;
 };
 
-/// Runs a terminated program text from its first line to its last. A failed line shows in the listing and
-/// never ends the run. Variables, user units, default units and the function block live and die inside a run.
-/// One thing goes on from a thread's run to its next one: a solving line that has failed leaves its report
-/// due, and the next statement that succeeds writes it. Each thread may run a program of its own at any time.
+/// Runs a terminated program text on the calculator in use. An error in a line is shown in the listing and
+/// does not end the run. The calculator is reset first; variables, user units and the function block are
+/// released at the end. Only a pending report is kept: after a solving line that has failed, the next
+/// statement that succeeds writes it, even in the next run of the thread. Threads may run programs at the
+/// same time.
 listing interpret_dimensional_input_lines(const char* text);
 
-/// Runs the lines of a terminated text on the calculator in use without resetting it: statements are numbered
-/// on, and variables, units and the block are those of the lines before.
+/// Runs the lines of a terminated text on the calculator in use without resetting it: statement
+/// numbers continue, and variables, units and the block are those of the lines before.
 listing run_further_lines(const char* text);
 
 /// Runs the lines from the cursor to the end of its text, numbering statements from 1, and appends their
-/// listing to out. The prefix stands in front of the numbers.
+/// listing to out. The prefix precedes the numbers.
 void run_lines(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err);
 
 } // namespace metrify

@@ -11,8 +11,8 @@ namespace metrify {
 
 namespace {
 
-// Argument and index lists go on as long as expressions can be read, also such that take in nothing. The
-// guard stops them: so many calls at one position may pass.
+// Argument and index lists are read until no expression follows, and an expression may be empty. The guard
+// ends such a loop: only so many calls may start at one position.
 constexpr int no_progress_limit = 11;
 
 bool makes_progress(const cursor& expptr, text_str*& err) {
@@ -32,20 +32,19 @@ bool makes_progress(const cursor& expptr, text_str*& err) {
 bool is_plus(cursor& expptr, compile_ctx& ctx, text_str*& err);
 bool is_mult(cursor& expptr, compile_ctx& ctx, text_str*& err);
 
-// Behind a binary operator: an operand has to follow.
-bool is_incomplete(cursor behind_operator, text_str*& err) {
-    skip_blanks_and_comments(behind_operator);
-    if (!at_statement_end(behind_operator))
+// Reports a binary operator without a right operand.
+bool is_incomplete(cursor after_operator, text_str*& err) {
+    skip_blanks_and_comments(after_operator);
+    if (!at_statement_end(after_operator))
         return false;
     append(err, "ERROR: Math expression incomplete.\n");
     return true;
 }
 
-enum class parse_step { goes_on, ends, fails };
+enum class parse_step { continues, ends, fails };
 
-// The unit expression behind a primary, if there is one. What can be read as a unit expression is one, a
-// leading
-// "*" or "/" included; a text that is partly readable is none, and no error.
+// An optional unit expression after a primary. It may begin with "*" or "/". Text that is only partly a unit
+// expression counts as none and is no error.
 parse_step take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     const cursor start = expptr;
     unit_scale scale;
@@ -68,10 +67,10 @@ parse_step take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         return parse_step::fails;
     }
     run_and_record(OP_PUSH_UNIT, scale, ctx, err);
-    return run_and_record(OP_UNIT_ASSIGN, ctx, err) ? parse_step::goes_on : parse_step::fails;
+    return run_and_record(OP_UNIT_ASSIGN, ctx, err) ? parse_step::continues : parse_step::fails;
 }
 
-// "^" primary, if a caret stands here.
+// An optional "^" primary.
 parse_step take_power(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     const cursor start = expptr;
     skip_blanks_and_comments(expptr);
@@ -83,13 +82,14 @@ parse_step take_power(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         if (!is_num_paren_var_func_or_null(expptr, ctx, err))
             return parse_step::ends;
         if (str_is_empty(err) && run_and_record(OP_POW, ctx, err))
-            return parse_step::goes_on;
+            return parse_step::continues;
     }
     expptr = start;
     return parse_step::fails;
 }
 
-// { unit-expression | "^" primary } behind a primary. Units and powers are of one rank: 2^3 ft is 8 ft.
+// { unit-expression | "^" primary } after a primary. Units and powers have the same precedence: 2^3 ft is 8
+// ft.
 bool is_unit_exp_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     for (;;) {
         if (!str_is_empty(err))
@@ -103,7 +103,7 @@ bool is_unit_exp_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         parse_step result = take_units(expptr, ctx, err);
         if (result == parse_step::ends)
             result = take_power(expptr, ctx, err);
-        if (result != parse_step::goes_on)
+        if (result != parse_step::continues)
             return result == parse_step::ends;
     }
 }
@@ -120,7 +120,7 @@ bool is_mult(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     return false;
 }
 
-// { ( "*" | "/" ) factor } behind a factor. A "*" or "/" that no factor follows is left to the caller.
+// { ( "*" | "/" ) factor } after a factor. A "*" or "/" without a factor after it is left to the caller.
 bool is_more_mult_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     for (;;) {
         if (!str_is_empty(err))
@@ -161,8 +161,7 @@ bool is_plus(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     return false;
 }
 
-// { ( "+" | "-" ) term } behind a term. What follows the expression must be able to end one; if not, the
-// message says what stands there.
+// { ( "+" | "-" ) term } after a term. Text that cannot follow an expression is reported.
 bool is_more_plus_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     for (;;) {
         if (!str_is_empty(err))

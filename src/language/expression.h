@@ -1,8 +1,8 @@
 #pragma once
 
-// The parser of expressions, a recursive descent over the cursor without a syntax tree. As soon as an
-// operator has both operands it is carried out on the operand stack and, if a list is being recorded, its
-// instruction is appended.
+// A recursive-descent parser of expressions without a syntax tree. As soon as both operands of an operator
+// are on the operand stack, the operator is executed and, if instructions are being recorded, its instruction
+// is appended.
 //
 //   expression := term { ( "+" | "-" ) term }
 //   term       := factor { ( "*" | "/" ) factor }
@@ -21,12 +21,12 @@
 
 namespace metrify {
 
-/// Forgets the stop of the no-progress guard, which otherwise holds for the rest of the run.
+/// Resets the progress guard, which otherwise rejects every expression for the rest of the run once it has
+/// rejected one.
 void reset_expression_state();
 
-/// Reads an expression. On success its value is on top of the stack and the cursor behind it. Otherwise the
-/// cursor is restored; an empty err says that the text is no case for this rule, a set one that it is an
-/// error.
+/// Reads an expression and pushes its value. On failure the cursor is restored; err is empty if there is no
+/// expression at the cursor and set if the expression is wrong.
 bool compile_rhs(cursor& expptr, compile_ctx& ctx, text_str*& err);
 
 } // namespace metrify

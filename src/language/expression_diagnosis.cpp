@@ -11,7 +11,7 @@ namespace metrify {
 
 namespace {
 
-bool has_meaning(std::string_view name) {
+bool is_defined(std::string_view name) {
     cursor p(name.data(), name.data() + name.size());
     dim_value unit;
     return is_function_name(false, p) || find_var(name) != nullptr || is_unit(false, p, unit);
@@ -48,7 +48,7 @@ bool report_first_undefined(cursor expptr, text_str*& err) {
             continue;
         }
         const std::string_view name = take_name(expptr);
-        if (!has_meaning(name)) {
+        if (!is_defined(name)) {
             append(err, "ERROR: '", name, "' undefined.\n");
             return true;
         }

@@ -1,18 +1,18 @@
 #pragma once
 
-// What to say of a text that stands where an expression should have gone on or ended.
+// Error messages for text that can neither continue nor end an expression.
 
 #include "base/cursor.h"
 #include "base/text_str.h"
 
 namespace metrify {
 
-/// Writes the message for the text at the cursor, behind a complete term: units behind a value that has some,
-/// the first name that means nothing, or the text itself.
+/// Reports the text at the cursor, which follows a complete term. It may be units after a value that has
+/// units already, or contain an undefined name; otherwise the message quotes the text.
 void diagnose_rest_of_expression(const cursor& expptr, text_str*& err);
 
-/// Reports the first name up to the statement's end that is no function, variable or unit, or that the
-/// statement ends here. False, and nothing written, if there is no such name.
+/// Reports the first name in the rest of the statement that is no function, variable or unit, or that nothing
+/// is left of the statement. False if there is nothing to report.
 bool report_first_undefined(cursor expptr, text_str*& err);
 
 } // namespace metrify

@@ -24,8 +24,8 @@ void call(const function_ref& function, int count, compile_ctx& ctx, text_str*& 
     run_and_record(OP_CALL_FUNC, ctx, err);
 }
 
-// reference := name [ component-suffix ]: pushes the variable's number and component. The function finds out
-// what an unknown variable means.
+// reference := name [ component-suffix ]: pushes the variable's number and component. The function handles an
+// unknown variable.
 bool read_variable_reference(std::string_view function, cursor& expptr, compile_ctx& ctx, text_str*& err) {
     if (!is_mnemonic(false, expptr)) {
         append_about_function(err, function, "' requires variable name arguments.\n");
@@ -64,7 +64,7 @@ bool read_argument(std::string_view name, std::int32_t mode, cursor& expptr, com
     }
 }
 
-// units := "," unit-expression ")": the value below becomes the plain number of that unit.
+// units := unit-expression ")", after the comma: converts the value below to a plain number in that unit.
 bool read_number_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     unit_scale scale;
     if (!parse_unit_expression(expptr, scale, err)) {
@@ -89,8 +89,8 @@ bool read_number_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 }
 
 // Number "(" expression [ "," unit-expression ] ")"
-// The second argument is no value, so this function has a syntax of its own. The closing parenthesis behind a
-// single argument is not enforced.
+// The second argument is no value, so this function has a special syntax. The closing parenthesis after a
+// single argument is optional.
 bool read_Number_call(std::string_view name, const function_ref& function, cursor& expptr, compile_ctx& ctx,
                       text_str*& err) {
     skip_blanks_and_comments(expptr);

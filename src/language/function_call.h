@@ -10,12 +10,13 @@
 
 namespace metrify {
 
-/// A call, behind the function's name as typed. On failure the caller restores the cursor.
+/// Reads a call from after the function's name, which is passed as typed. On failure the caller restores the
+/// cursor.
 bool read_function_call(std::string_view name, const function_ref& function, cursor& expptr, compile_ctx& ctx,
                         text_str*& err);
 
-/// Arguments up to the closing character, behind the opening one, and the call with them and those that are
-/// on the stack already. The commas between arguments are optional.
+/// Reads arguments from after the opening character to the closing one, and calls the function with them and
+/// the `on_stack` arguments pushed before. The commas between arguments are optional.
 bool read_argument_list(std::string_view name, const function_ref& function, char closing, int on_stack,
                         cursor& expptr, compile_ctx& ctx, text_str*& err);
 

@@ -17,7 +17,7 @@ void push_number(double number, compile_ctx& ctx, text_str*& err) {
     run_and_record(OP_PUSH_VALUE, value, ctx, err);
 }
 
-// vector := "[" [ expression { "," expression } ] "]", behind the bracket.
+// vector := "[" [ expression { "," expression } ] "]", after the opening bracket.
 bool read_vector(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     int count = 0;
     cursor p = expptr;
@@ -45,7 +45,8 @@ bool read_vector(cursor& expptr, compile_ctx& ctx, text_str*& err) {
     return true;
 }
 
-// indices := [ expression { [ "," ] expression } ] "]", behind the opening bracket: a call of `component`.
+// indices := [ expression { [ "," ] expression } ] "]", after the opening bracket; this is a call of
+// `component`.
 bool read_indices(std::string_view name, cursor& expptr, compile_ctx& ctx, text_str*& err) {
     const function_ref component = {function_component, args_expressions};
     return read_argument_list(name, component, ']', 1, expptr, ctx, err);
@@ -61,21 +62,21 @@ bool read_variable(cursor& expptr, compile_ctx& ctx, text_str*& err) {
             append(err, "ERROR: '", name, "' undefined.\n");
         return false;
     }
-    // A parenthesis that holds this variable may have failed already, and has said why.
+    // An enclosing parenthesis may have reported an error already.
     if (!str_is_empty(err))
         return false;
     run_and_record(OP_PUSH_VAR, *entry, ctx, err);
     if (!accept_char(true, '[', expptr))
         return true;
     if (entry->value.kind == 0) {
-        // There is no closing quote in this one.
+        // The message has no closing quote.
         append(err, "ERROR:  Cannot take a component of '", name, " -- it is not a vector.\n");
         return false;
     }
     return read_indices(name, expptr, ctx, err);
 }
 
-// "(" expression ")", behind the parenthesis.
+// The end of "(" expression ")", after the expression.
 bool read_closing_parenthesis(cursor& expptr, text_str*& err) {
     if (!str_is_empty(err))
         return false;
@@ -92,12 +93,12 @@ bool handle_negate_flag(bool flag, compile_ctx& ctx, text_str*& err) {
     return !flag || run_and_record(OP_NEGATE, ctx, err);
 }
 
-// A primary behind its sign. is_value tells whether one was there.
+// A primary after its sign. is_value is false if there is none.
 bool read_signed_operand(cursor& expptr, compile_ctx& ctx, text_str*& err, bool& is_value) {
     is_value = true;
     if (accept_char(true, '[', expptr))
         return read_vector(expptr, ctx, err);
-    // An expression that can't be read leaves the cursor behind the parenthesis, for a name to stand there.
+    // After an unreadable expression the cursor is after the parenthesis, and a name is tried there.
     if (accept_char(true, '(', expptr) && compile_rhs(expptr, ctx, err))
         return read_closing_parenthesis(expptr, err);
     function_ref function;

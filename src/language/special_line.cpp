@@ -10,16 +10,16 @@ namespace metrify {
 
 namespace {
 
-/// What a keyword's action works on.
+/// The arguments of a keyword's action.
 struct special_line {
-    cursor& expptr; // behind the keyword
+    cursor& expptr; // after the keyword
     int& counter;
     line_runner run;
     text_str*& out;
     text_str*& err;
 };
 
-// The answer of most lines is followed by an empty line of its own.
+// Most answers are followed by an empty line.
 void end_answer(special_line& line) {
     append(line.out, "\n");
 }
@@ -77,17 +77,17 @@ constexpr std::array<keyword, 8> keywords = {{
 } // namespace
 
 bool is_special_function(cursor& expptr, int& counter, line_runner run, text_str*& out, text_str*& err) {
-    cursor behind_word = expptr;
-    skip_blanks_and_comments(behind_word);
-    if (!is_mnemonic(false, behind_word))
+    cursor after_word = expptr;
+    skip_blanks_and_comments(after_word);
+    if (!is_mnemonic(false, after_word))
         return false;
-    const std::string_view word = take_name(behind_word);
+    const std::string_view word = take_name(after_word);
     const auto* const found = std::find_if(keywords.begin(), keywords.end(), [word](const keyword& k) {
         return text_compare_nocase(word, k.word) == 0;
     });
     if (found == keywords.end())
         return false;
-    expptr = behind_word;
+    expptr = after_word;
     special_line line = {expptr, counter, run, out, err};
     found->act(line);
     skip_to_line_end(expptr);

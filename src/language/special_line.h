@@ -1,6 +1,6 @@
 #pragma once
 
-// Lines that begin with one of the eight keywords. Such a line is special whatever follows the word.
+// Lines that begin with one of the eight keywords, whatever follows the keyword.
 
 #include "base/cursor.h"
 #include "base/text_str.h"
@@ -8,9 +8,9 @@
 
 namespace metrify {
 
-/// If the word at the cursor, case folded, is a keyword: deals with the line, writes its answer to out,
-/// counts the line and moves to the line's end. A message is in out and stays in err. Otherwise the cursor
-/// stays. The runner lists the lines of a block.
+/// If the word at the cursor is a keyword in any case: runs the line, writes its answer to out, increments
+/// the counter and moves to the line's end. An error message is appended to out and kept in err. Otherwise
+/// the cursor is unchanged. `run` writes the listing of the function block.
 bool is_special_function(cursor& expptr, int& counter, line_runner run, text_str*& out, text_str*& err);
 
 } // namespace metrify

@@ -17,14 +17,14 @@ namespace {
 
 constexpr std::string_view indent = "       ";
 
-// An assignment that will leave its variable as it is.
+// True if the assignment will not change its variable.
 bool assigns_held_variable(std::string_view target) {
     const var_entry* entry = target.empty() ? nullptr : find_var(target);
     return entry != nullptr && entry->held;
 }
 
-// The heading, and the line as typed, comment included. The line that gave an independent its start value
-// shows the present one instead.
+// The heading, and the line as typed, comment included. A line that assigns an independent variable during a
+// solve has no effect and is marked as showing an updated value.
 void write_heading_and_echo(std::string_view prefix, int counter, std::string_view target,
                             const cursor& line_start, cursor expptr, text_str*& out) {
     number_buffer number;
@@ -39,8 +39,8 @@ void write_message(text_str*& out, text_str*& err) {
 }
 
 // { ";" [ request ] }
-// Results go to requested, messages directly to out, ahead of the result line. True if a request has printed
-// the value. A request clears the error of the one before it; that of the last one stays.
+// Results go to requested, messages directly to out, before the result line. True if a request has printed
+// the value. Each request clears the error of the previous one; the error of the last one is kept.
 bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requested, text_str*& out,
                     text_str*& err) {
     bool served = false;
@@ -62,7 +62,7 @@ bool serve_requests(const dim_value& result, cursor& expptr, text_str*& requeste
     return served;
 }
 
-// The block with the values that a solving built-in has found. True if there was a report to write.
+// Lists the block with the values that a solving built-in has found. True if a report was pending.
 bool write_pending_report(line_runner run, text_str*& out, text_str*& err) {
     struct report {
         std::string_view header, prefix;
@@ -103,7 +103,7 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         append(out, "\n");
         return line_result::failed;
     }
-    // The lines of a listing write no report, so a listing never starts another one.
+    // The lines of a block listing write no report: it would be another block listing.
     if (prefix.empty() && write_pending_report(run, out, err)) {
         append(out, indent, target, "\n");
         skip_to_line_end(expptr);

@@ -1,4 +1,4 @@
-// The add-in's application in the stand-in host, from its opening to its removal, with observers beside it.
+// The add-in's application in the test host, from its opening to its removal, with observers.
 
 #include "addin/application.h"
 #include "addin/function_records.h"
@@ -23,7 +23,7 @@ using host::CellValue;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// The module as the host finds it: the entries stand in this program.
+// The module as the host sees it. Its entries are in this program.
 class OwnEntries final : public host::AddInModule {
   public:
     const std::u16string& Path() const override { return path_; }
@@ -58,7 +58,7 @@ class OwnEntries final : public host::AddInModule {
     std::u16string path_ = u"C:\\Add-ins\\Metrify.xll";
 };
 
-// The host's automation leads back into the host: a macro is a command that the add-in registered.
+// Automation that runs a macro as a registered command of the add-in.
 CellValue ToCell(const XlComValue& value) {
     if (const auto* text = std::get_if<std::u16string>(&value))
         return *text;
@@ -69,7 +69,7 @@ CellValue ToCell(const XlComValue& value) {
     return {};
 }
 
-// Cancels the closing of a workbook, or else notes it.
+// Cancels the closing of a workbook, or records it.
 class KeepingObserver final : public CXlEventStaticObserver<CXlWorkbookBeforeCloseEvent> {
   public:
     void Notify(CXlBeforeCloseEventArgs& args) override {
@@ -113,7 +113,7 @@ class CMetrifyAppTest : public StandInTest, public testing::WithParamInterface<i
         TheHost().Adopt(std::move(entries));
         app = std::make_unique<CMetrifyApp>(integration);
         app->addInName.Assign("Metrify");
-        // As they would be built from the linked records.
+        // Built from the linked records.
         for (const XlFunctionRecord* record : {&ribbon_record, &macro_record, &metrify_record})
             app->functions.Add(CXlFunctionDescriptor(*record));
     }
@@ -122,19 +122,19 @@ class CMetrifyAppTest : public StandInTest, public testing::WithParamInterface<i
         TheHost().Unload();
     }
 
-    // As the loader does it, short of the records of the whole process.
+    // As the loader does, without the records of the whole process.
     void Open(int expected = 1) {
         app->events.AttachEarly();
         EXPECT_EQ(TheHost().CallEntryPoint("xlAutoOpen"), expected);
     }
 
-    // The menus behind the host's own.
+    // The menus after the host's own.
     std::vector<host::MenuItem> OwnMenus() {
         const std::vector<host::MenuItem>& menus = Host().menus.menus();
         return {menus.begin() + 9, menus.end()};
     }
 
-    // A name that is taken back is hidden behind another procedure.
+    // An unregistered name refers to another procedure.
     bool IsRegistered(std::u16string_view name) {
         const host::Registration* found = Host().registrations.Find(name);
         return found && found->procedure != u"xlAutoRemove";
@@ -145,7 +145,7 @@ class CMetrifyAppTest : public StandInTest, public testing::WithParamInterface<i
     OwnEntries* module = nullptr;
 };
 
-TEST_P(CMetrifyAppTest, attaching_names_the_add_in_and_takes_the_linked_records_over) {
+TEST_P(CMetrifyAppTest, attaching_names_the_add_in_and_uses_the_linked_records) {
     app->addInName.Assign("");
     EXPECT_EQ(app->OnProcessAttach(), 1);
     EXPECT_EQ(app->GetAddInName(), u"Metrify");
@@ -171,7 +171,7 @@ TEST_P(CMetrifyAppTest, opening_builds_the_menu_with_one_item) {
     EXPECT_EQ(menus[0].items[0].help, u"");
 }
 
-TEST_P(CMetrifyAppTest, the_menu_goes_to_the_place_of_a_menu_of_its_name) {
+TEST_P(CMetrifyAppTest, the_menu_is_inserted_before_a_menu_of_its_name) {
     Host().menus.AddMenu(host::ArrayOf({{u"&Metrify", u"", u"", u"", u""}}), 2.0);
     Open();
     const std::vector<host::MenuItem>& menus = Host().menus.menus();
@@ -179,7 +179,7 @@ TEST_P(CMetrifyAppTest, the_menu_goes_to_the_place_of_a_menu_of_its_name) {
     EXPECT_EQ(menus[2].name, u"&Metrify");
 }
 
-TEST_P(CMetrifyAppTest, closing_takes_the_menu_away_and_leaves_the_functions) {
+TEST_P(CMetrifyAppTest, closing_removes_the_menu_and_keeps_the_functions) {
     Open();
     EXPECT_EQ(TheHost().CallEntryPoint("xlAutoClose"), 1);
     EXPECT_THAT(OwnMenus(), IsEmpty());
@@ -194,7 +194,7 @@ TEST_P(CMetrifyAppTest, the_add_in_opens_without_a_menu_that_the_host_refuses) {
     EXPECT_THAT(OwnMenus(), IsEmpty());
 }
 
-TEST_P(CMetrifyAppTest, closing_when_the_menu_is_gone_already_goes_unreported) {
+TEST_P(CMetrifyAppTest, closing_does_not_report_a_menu_that_was_removed_before) {
     Open();
     Host().menus.Delete(u"Metrify", host::MissingArgument{});
     EXPECT_EQ(TheHost().CallEntryPoint("xlAutoClose"), 1);
@@ -225,7 +225,7 @@ TEST_P(CMetrifyAppTest, the_ribbons_callback_is_a_command_under_the_add_ins_name
 
 // ---- An observed event of the host
 
-TEST_P(CMetrifyAppTest, an_event_of_the_host_reaches_an_observer_whose_mark_comes_back) {
+TEST_P(CMetrifyAppTest, an_event_of_the_host_reaches_an_observer_whose_cancellation_is_returned) {
     KeepingObserver observer;
     Open();
     EXPECT_THAT(integration.script.calls, ElementsAre("start", "connect"));
@@ -239,14 +239,14 @@ TEST_P(CMetrifyAppTest, an_event_of_the_host_reaches_an_observer_whose_mark_come
     app->events.DetachAll();
 }
 
-TEST_P(CMetrifyAppTest, an_event_that_nobody_observes_reaches_nobody) {
+TEST_P(CMetrifyAppTest, an_event_without_observers_is_not_delivered) {
     Open();
     XlHostObject keep{u"Keep.xls"};
     EXPECT_FALSE(app->OnWorkbookBeforeClose(&keep));
     EXPECT_THAT(integration.script.calls, IsEmpty());
 }
 
-TEST_P(CMetrifyAppTest, the_observer_command_takes_any_arguments_and_numbers) {
+TEST_P(CMetrifyAppTest, the_observer_command_accepts_any_arguments_and_numbers) {
     KeepingObserver observer;
     Open();
     const CellValue no(false);
@@ -262,7 +262,7 @@ TEST_P(CMetrifyAppTest, the_observer_command_takes_any_arguments_and_numbers) {
 
 // ---- Loads that fail
 
-TEST_P(CMetrifyAppTest, an_observer_that_cancels_the_opening_leaves_nothing_registered_and_says_nothing) {
+TEST_P(CMetrifyAppTest, an_observer_that_cancels_the_opening_leaves_nothing_registered_and_shows_no_alert) {
     OpenObserver observer;
     Open(0);
     EXPECT_THAT(Host().alerts, IsEmpty());
@@ -270,7 +270,7 @@ TEST_P(CMetrifyAppTest, an_observer_that_cancels_the_opening_leaves_nothing_regi
     app->events.DetachAll();
 }
 
-TEST_P(CMetrifyAppTest, an_observer_that_throws_at_the_opening_is_told_to_the_user) {
+TEST_P(CMetrifyAppTest, an_observer_that_throws_at_the_opening_is_reported_to_the_user) {
     OpenObserver observer;
     observer.throws = true;
     Open(0);
@@ -281,7 +281,7 @@ TEST_P(CMetrifyAppTest, an_observer_that_throws_at_the_opening_is_told_to_the_us
     app->events.DetachAll();
 }
 
-TEST_P(CMetrifyAppTest, automation_that_cannot_start_for_an_observer_is_told_to_the_user) {
+TEST_P(CMetrifyAppTest, automation_that_cannot_start_for_an_observer_is_reported_to_the_user) {
     const KeepingObserver observer;
     integration.script.starts = false;
     integration.script.failure = {u"No CXllApp instance found", 0};
@@ -292,7 +292,7 @@ TEST_P(CMetrifyAppTest, automation_that_cannot_start_for_an_observer_is_told_to_
     app->events.DetachAll();
 }
 
-// The user in front of the question which the host's window shows.
+// A user who answers the question in the host's window.
 class AnsweringWindows final : public WindowPlatform {
   public:
     explicit AnsweringWindows(bool says_yes) : says_yes_(says_yes) { ReplaceWindows(this); }
@@ -315,7 +315,7 @@ class AnsweringWindows final : public WindowPlatform {
     bool says_yes_;
 };
 
-TEST_P(CMetrifyAppTest, a_user_who_declines_an_add_in_without_its_macro_gets_none) {
+TEST_P(CMetrifyAppTest, the_add_in_is_not_loaded_without_its_macro_if_the_user_declines) {
     const AnsweringWindows windows(false);
     module->entries.erase("Metrify_Macro_4");
     module->entries.erase("Metrify_Macro_12");
@@ -326,7 +326,7 @@ TEST_P(CMetrifyAppTest, a_user_who_declines_an_add_in_without_its_macro_gets_non
     EXPECT_EQ(TheHost().CallEntryPoint("xlAutoRemove"), 1);
 }
 
-TEST_P(CMetrifyAppTest, a_user_who_agrees_gets_the_add_in_without_the_function) {
+TEST_P(CMetrifyAppTest, the_add_in_is_loaded_without_the_function_if_the_user_agrees) {
     const AnsweringWindows windows(true);
     module->entries.erase("Metrify_Macro_4");
     module->entries.erase("Metrify_Macro_12");
@@ -336,7 +336,7 @@ TEST_P(CMetrifyAppTest, a_user_who_agrees_gets_the_add_in_without_the_function) 
     EXPECT_EQ(TheHost().RunCommand(u"Metrify_Macro"), std::nullopt);
 }
 
-TEST_P(CMetrifyAppTest, without_an_instance_the_user_is_told) {
+TEST_P(CMetrifyAppTest, a_missing_instance_is_reported_to_the_user) {
     CXllApp::SetInstance(nullptr);
     EXPECT_EQ(TheHost().CallEntryPoint("xlAutoOpen"), 0);
     EXPECT_EQ(Host().alerts, (std::vector<Alert>{{u"Unexpected error during initialization:\n"

@@ -37,7 +37,7 @@ TEST(conversion, runs_one_line_of_the_number_and_the_two_texts) {
               "        = 1.0668 m\n\n");
 }
 
-TEST(conversion, takes_six_digits_of_the_value) {
+TEST(conversion, rounds_the_value_to_six_digits) {
     expect_converted(convert_units(1234567.8, "m", "m"), 1.23457e+06, "m\n\n");
     expect_converted(convert_units(1.0 / 3.0, "m", "m"), 0.333333, "m\n\n");
 }
@@ -47,16 +47,16 @@ TEST(conversion, takes_six_digits_of_the_value) {
 TEST(conversion, gives_number_and_unit) {
     expect_converted(convert_units(3.5, "ft", "m"), 1.0668, "m\n\n");
 }
-TEST(conversion, gives_default_units_where_none_are_asked_for) {
+TEST(conversion, uses_default_units_if_none_are_requested) {
     expect_converted(convert_units(3.5, "ft", ""), 1.0668, "m\n\n");
 }
 TEST(conversion, gives_a_number_without_a_unit) {
     expect_converted(convert_units(3.5, "", ""), 3.5, "\n\n");
 }
-TEST(conversion, of_no_temperature_is_no_error) {
+TEST(conversion, of_zero_degrees_is_no_error) {
     expect_converted(convert_units(0, "degC", "degF"), 32, "degF\n\n");
 }
-TEST(conversion, takes_a_system_as_output_units) {
+TEST(conversion, accepts_a_system_as_output_units) {
     expect_converted(convert_units(1, "ft", "MKS"), 0.3048, "m\n\n");
 }
 TEST(conversion, keeps_further_requests_in_the_unit_text) {
@@ -64,7 +64,7 @@ TEST(conversion, keeps_further_requests_in_the_unit_text) {
     EXPECT_NE(cells.answer.view().find(" = 1.0668 m = 106.68 cm"), std::string_view::npos);
     expect_converted(cells, 1.0668, "m = 106.68 cm\n\n");
 }
-TEST(conversion, gives_default_units_behind_a_comment_that_hides_the_request) {
+TEST(conversion, uses_default_units_after_a_comment_that_hides_the_request) {
     expect_converted(convert_units(1, "ft # length", "cm"), 0.3048, "m\n\n");
 }
 TEST(conversion, gives_nothing_and_the_rest_of_the_text_for_a_vector) {
@@ -72,24 +72,24 @@ TEST(conversion, gives_nothing_and_the_rest_of_the_text_for_a_vector) {
     EXPECT_NE(cells.answer.view().find(" = [ 1 , 2 , 3 ] m"), std::string_view::npos);
     expect_converted(cells, 0, "1 , 2 , 3 ] m\n\n");
 }
-TEST(conversion, takes_any_expression_for_its_units) {
+TEST(conversion, accepts_any_expression_as_units) {
     expect_converted(convert_units(2, "ft + 1 ft", "ft"), 3, "ft\n\n");
 }
 TEST(conversion, gives_a_negative_number) {
     expect_converted(convert_units(-40, "degC", "degF"), -40, "degF\n\n");
 }
-TEST(conversion, reads_the_words_that_the_listing_writes) {
+TEST(conversion, reads_infinities_as_the_listing_writes_them) {
     const conversion too_much = convert_units(1e300, "m * 1e300", "");
     expect_converted(too_much, infinite, "m\n\n");
     expect_converted(convert_units(-1e300, "m * 1e300", ""), -infinite, "m\n\n");
 }
-TEST(conversion, reads_a_number_that_is_none) {
+TEST(conversion, reads_a_not_a_number) {
     const conversion cells = convert_units(1, "* -1e400 * 0", "");
     EXPECT_EQ(cells.outcome, conversion_outcome::converted) << cells.answer.view();
     EXPECT_TRUE(std::isnan(cells.number)) << cells.answer.view();
     EXPECT_EQ(cells.text, "\n\n");
 }
-TEST(conversion, marks_the_first_blank_with_an_ampersand_before_it_looks_for_one) {
+TEST(conversion, replaces_the_first_blank_by_an_ampersand_before_it_searches_for_one) {
     expect_converted(convert_units(3.5, "ft", "cm=8&"), 8, "\n&       = 106.68 cm\n\n");
     expect_converted(convert_units(3.5, "ft", "cm=&8"), 0, "8\n&       = 106.68 cm\n\n");
     expect_converted(convert_units(3.5, "ft", "cm= &8"), 0, "8\n&       = 106.68 cm\n\n");
@@ -101,19 +101,19 @@ TEST(conversion, marks_the_first_blank_with_an_ampersand_before_it_looks_for_one
 TEST(conversion, gives_the_message_of_an_unknown_unit) {
     expect_error(convert_units(3.5, "xyz", "m"), "ERROR: 'xyz' undefined.\n\n");
 }
-TEST(conversion, cuts_the_value_off_behind_a_failed_request) {
+TEST(conversion, cuts_off_the_value_after_a_failed_request) {
     expect_error(convert_units(3.5, "ft", "kg"), "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
     expect_error(convert_units(3.5, "ft", "xyz"), "ERROR IN REQUESTED OUTPUT: 'xyz' not recognized.\n");
 }
-TEST(conversion, takes_a_typed_mark_for_an_error) {
+TEST(conversion, treats_a_typed_mark_as_an_error) {
     expect_error(convert_units(1, "ft # ERROR: mine", "m"), "ERROR: mine; m\n        = 0.3048 m\n\n");
 }
-TEST(conversion, takes_a_typed_mark_for_an_error_only_behind_a_blank) {
+TEST(conversion, treats_a_typed_mark_as_an_error_only_after_a_blank) {
     expect_converted(convert_units(1, "ft # xERROR", "m"), 0.3048, "m\n\n");
     expect_converted(convert_units(1, "ft #ERROR:", "m"), 0.3048, "m\n\n");
     expect_error(convert_units(1, "ft # xERROR ERROR", "m"), "ERROR; m\n");
 }
-TEST(conversion, gives_no_text_where_a_typed_equals_sign_puts_the_cut_ahead_of_the_message) {
+TEST(conversion, has_no_text_if_a_typed_equals_sign_precedes_the_message) {
     expect_error(convert_units(3.5, "ft", "kg # = 3"), "");
 }
 TEST(conversion, of_infinite_values_gives_the_languages_message) {
@@ -126,7 +126,7 @@ TEST(conversion, of_infinite_values_gives_the_languages_message) {
 
 // Line breaks in the texts make a program of several lines.
 
-TEST(conversion, gives_all_that_follows_the_first_line_in_the_unit_text) {
+TEST(conversion, includes_the_following_lines_in_the_unit_text) {
     expect_converted(convert_units(1, "m\nx = 2 m", "m"), 1, "m\n\n[  2 ] x = 2 m; m\n       x = 2 m\n\n");
 }
 TEST(conversion, finds_a_message_on_any_line) {
@@ -140,7 +140,7 @@ TEST(conversion, survives_texts_of_a_hundred_thousand_characters) {
     EXPECT_EQ(cells.text, "ERROR: '" + name + "' undefined.\n\n");
 }
 
-TEST(conversion, does_not_see_the_one_before) {
+TEST(conversion, is_independent_of_the_previous_one) {
     convert_units(1, "ft\nx = 3 m\nDefUnit(foo, 3 m)\nUnits(cgs)", "");
     expect_converted(convert_units(3.5, "ft", ""), 1.0668, "m\n\n");
     expect_error(convert_units(1, "foo", "m"), "ERROR: 'foo' undefined.\n\n");

@@ -1,6 +1,6 @@
 #include "addin/worksheet_function.h"
 #include "tests/addin/plain_host.h"
-#include "tests/leaks_are_meant.h"
+#include "tests/intended_leaks.h"
 #include "tests/xllrt/gate/scripted_host.h"
 #include "xllrt/app/xll_exports.h"
 
@@ -12,7 +12,7 @@ using namespace metrify;
 
 int METRIFY_HOST_CALL TouchNothing(int /*function*/, int /*count*/, XLOPER12* /*arguments*/[],
                                    XLOPER12* /*result*/) {
-    // The compiler must not know that nothing is there.
+    // The compiler must not see that the pointer is invalid.
     static volatile std::uintptr_t address = 64;
     *reinterpret_cast<volatile int*>(address) = 1;
     return xlretSuccess;
@@ -51,7 +51,7 @@ std::string CalledNarrow() {
 TEST(Fault, an_access_violation_in_the_called_code_becomes_the_cells_text) {
     {
         const PlainHost host(FindTouchNothing);
-        const LeaksAreMeant leaks;
+        const IntendedLeaks leaks;
         EXPECT_EQ(Called(), "\"#ERROR: 'C' exception 0xC0000005\"");
         EXPECT_EQ(Called(), "\"#ERROR: 'C' exception 0xC0000005\"") << "and again";
     }
@@ -62,7 +62,7 @@ TEST(Fault, an_access_violation_in_the_called_code_becomes_the_cells_text) {
 TEST(Fault, an_integer_division_by_zero_in_the_called_code_becomes_the_cells_text) {
     {
         const PlainHost host(FindDivideByNothing);
-        const LeaksAreMeant leaks;
+        const IntendedLeaks leaks;
         EXPECT_EQ(Called(), "\"#ERROR: 'C' exception 0xC0000094\"");
         EXPECT_EQ(Called(), "\"#ERROR: 'C' exception 0xC0000094\"") << "and again";
     }
@@ -73,12 +73,12 @@ TEST(Fault, an_integer_division_by_zero_in_the_called_code_becomes_the_cells_tex
 TEST(Fault, becomes_the_cells_text_through_the_narrow_entry_too) {
     {
         const PlainHost host(FindTouchNothing);
-        const LeaksAreMeant leaks;
+        const IntendedLeaks leaks;
         EXPECT_EQ(CalledNarrow(), "\"#ERROR: 'C' exception 0xC0000005\"");
     }
     {
         const PlainHost host(FindDivideByNothing);
-        const LeaksAreMeant leaks;
+        const IntendedLeaks leaks;
         EXPECT_EQ(CalledNarrow(), "\"#ERROR: 'C' exception 0xC0000094\"");
     }
     const PlainHost host;

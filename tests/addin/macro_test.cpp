@@ -1,4 +1,4 @@
-// The macro on a sheet: which formulas, questions and wizards it leaves.
+// The macro on a sheet: formulas, questions and wizards.
 
 #include "addin/macro.h"
 #include "host/entry/registered_call.h"
@@ -23,7 +23,7 @@ class macro : public StandInTest {
   protected:
     void Enter(const char16_t* cell, const std::u16string& text) { ASSERT_TRUE(TheHost().Enter(cell, text)); }
     void Select(CellPosition at) { Host().books.SelectCell(at); }
-    // As the cell keeps it, in the R1C1 style.
+    // As stored in the cell, in R1C1 style.
     std::u16string FormulaAt(CellPosition at) { return Host().books.Active()->FormulaText(at); }
 };
 
@@ -44,7 +44,7 @@ TEST_F(macro, the_call_goes_into_the_active_cell_and_no_other) {
     EXPECT_FALSE(Host().books.Active()->Find({6, 3})->array) << "it is no array formula";
 }
 
-TEST_F(macro, another_name_gives_another_call) {
+TEST_F(macro, the_call_has_the_given_name) {
     start_function_wizard("Other");
     EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Other()"));
 }
@@ -57,7 +57,7 @@ TEST_F(macro, without_an_active_cell_there_is_an_alert_and_nothing_else) {
     EXPECT_TRUE(Host().books.Active()->cells().empty());
 }
 
-TEST_F(macro, without_a_workbook_there_is_that_alert_too) {
+TEST_F(macro, without_a_workbook_there_is_the_same_alert) {
     Host().books.Close();
     EXPECT_FALSE(start_function_wizard("Metrify"));
     EXPECT_EQ(Host().alerts, (Alerts{{u"Please select a cell for the result and try again.", 3, true}}));
@@ -114,7 +114,7 @@ TEST_F(macro, case_is_ignored_in_the_letters_from_a_to_z_and_in_nothing_else) {
     EXPECT_EQ(Host().alerts.size(), 1U);
 }
 
-TEST_F(macro, the_formula_is_looked_at_in_the_a1_style) {
+TEST_F(macro, the_formula_is_read_in_the_a1_style) {
     // In the R1C1 style the reference would read R[-1]C.
     Enter(u"A2", u"=A1+1");
     Select({1, 0});
@@ -122,7 +122,7 @@ TEST_F(macro, the_formula_is_looked_at_in_the_a1_style) {
     EXPECT_THAT(Host().alerts, IsEmpty());
 }
 
-TEST_F(macro, a_cell_in_an_array_is_asked_about_and_stays_as_the_host_refuses_to_change_it) {
+TEST_F(macro, a_cell_in_an_array_leads_to_a_question_and_stays_unchanged_as_the_host_refuses) {
     Host().books.Active()->Make({0, 0}) = {u"={1,2}", 1.0, host::Area{0, 0, 0, 1}};
     Host().books.Active()->Make({0, 1}) = {u"={1,2}", 2.0, host::Area{0, 0, 0, 1}};
     Select({0, 1});
@@ -132,7 +132,7 @@ TEST_F(macro, a_cell_in_an_array_is_asked_about_and_stays_as_the_host_refuses_to
     EXPECT_THAT(Host().wizard_openings, ElementsAre(u"={1,2}"));
 }
 
-TEST_F(macro, a_cell_in_an_array_that_uses_the_function_is_left_alone) {
+TEST_F(macro, a_cell_in_an_array_that_uses_the_function_is_not_changed) {
     Host().books.Active()->Make({0, 0}) = {u"=Metrify(1,\"ft\",\"m\")", 1.0, host::Area{0, 0, 0, 1}};
     Host().books.Active()->Make({0, 1}) = {u"=Metrify(1,\"ft\",\"m\")", 2.0, host::Area{0, 0, 0, 1}};
     Select({0, 1});
@@ -149,7 +149,7 @@ struct cell_contents {
     bool is_array = false;
 };
 
-// These are the user's to give up.
+// Contents that are replaced only if the user agrees.
 constexpr cell_contents occupied[] = {
     {"number", u"3.5"},
     {"negative number", u"-1"},
@@ -169,7 +169,7 @@ constexpr cell_contents occupied[] = {
     {"array formula of one cell", u"={5}", true},
 };
 
-// In these the wizard has something to open on.
+// Contents on which the wizard opens.
 constexpr cell_contents using_the_function[] = {
     {"formula", u"=Metrify(1,\"ft\",\"m\")"},
     {"formula in capitals", u"=METRIFY(1,\"ft\",\"m\")"},
@@ -236,7 +236,7 @@ TEST_P(macro_on_contents, that_use_the_function_stay_without_a_question_and_the_
     }
 }
 
-TEST_P(macro_on_contents, that_are_none_get_the_call_without_a_question) {
+TEST_P(macro_on_contents, that_are_empty_are_replaced_without_a_question) {
     Host().answers = {false};
     EXPECT_TRUE(start_function_wizard("Metrify"));
     EXPECT_THAT(Host().alerts, IsEmpty());
@@ -247,9 +247,9 @@ TEST_P(macro_on_contents, that_are_none_get_the_call_without_a_question) {
 INSTANTIATE_TEST_SUITE_P(versions, macro_on_contents, testing::Values(4, 11, 12, 15),
                          [](const auto& version) { return "version_" + std::to_string(version.param); });
 
-// ---- What else may be passed for a cell
+// ---- Other arguments
 
-// A reference to cells of a sheet, with the memory behind it.
+// A reference to cells of a sheet, with its memory.
 class WideReference {
   public:
     WideReference(IDSHEET sheet, const std::vector<CellPosition>& cells) {
@@ -281,7 +281,7 @@ TEST_F(macro, no_cell_at_all_leads_to_the_wizard_and_writes_nothing) {
     EXPECT_THAT(Host().alerts, IsEmpty());
 }
 
-TEST_F(macro, what_is_no_reference_leads_to_nothing) {
+TEST_F(macro, a_value_that_is_no_reference_is_ignored) {
     CXlOper text;
     text.SetText("A1");
     for (const CXlOper& value : {CXlOper(), CXlOper(3.5), CXlOper(true), text})
@@ -291,7 +291,7 @@ TEST_F(macro, what_is_no_reference_leads_to_nothing) {
     EXPECT_THAT(Host().alerts, IsEmpty());
 }
 
-TEST_F(macro, a_cell_whose_formula_cannot_be_read_leads_to_nothing) {
+TEST_F(macro, a_cell_whose_formula_cannot_be_read_is_ignored) {
     // There is no such sheet.
     const WideReference reference(4711, {{0, 0}});
     EXPECT_TRUE(start_function_wizard_on(reference.Value(), "Metrify"));
@@ -315,7 +315,7 @@ TEST_F(macro, the_narrow_entry_does_the_same_on_an_old_host) {
     EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
 }
 
-TEST_F(macro, where_commands_are_not_allowed_nothing_happens) {
+TEST_F(macro, nothing_happens_if_commands_are_not_allowed) {
     const host::ContextScope scope(host::CallContext::worksheet_function);
     EXPECT_FALSE(start_function_wizard("Metrify"));
     EXPECT_TRUE(Host().books.Active()->cells().empty());

@@ -1,4 +1,4 @@
-// What a menu asks of the host, call by call.
+// The host calls of each operation on a menu.
 
 #include "addin/menu.h"
 #include "tests/xllrt/app/add_in_fixture.h"
@@ -31,9 +31,9 @@ class menu : public AddInTest {
 
 const char* const kEmptyMenu = "{\"&Tool\",\"\",\"\",\"Status\",\"\"}";
 
-// ---- What a menu holds before it is on the bar
+// ---- Before the menu is on the bar
 
-TEST_F(menu, init_keeps_name_caption_and_status_text_and_asks_nothing) {
+TEST_F(menu, init_sets_name_caption_and_status_text_without_calling_the_host) {
     menu_init(def, "&Tool", "Status");
     EXPECT_EQ(def.name, "&Tool");
     EXPECT_EQ(def.caption, "&Tool");
@@ -43,7 +43,7 @@ TEST_F(menu, init_keeps_name_caption_and_status_text_and_asks_nothing) {
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(menu, items_wait_until_the_menu_is_on_the_bar) {
+TEST_F(menu, items_are_added_when_the_menu_is_added_to_the_bar) {
     menu_init(def, "&Tool", "Status");
     menu_add_command(def, "&Item", "Macro", "Hint");
     ASSERT_EQ(def.items.size(), 1U);
@@ -71,7 +71,7 @@ TEST_F(menu, texts_are_looked_up_in_the_users_language_and_the_name_and_macro_ar
                                               "12 153(10i, \"Werkzeug\", {\"Eintrag\",\"#103\"})"));
 }
 
-TEST_F(menu, init_of_a_menu_that_is_on_the_bar_starts_it_anew) {
+TEST_F(menu, init_resets_a_menu_that_is_on_the_bar) {
     menu_init(parent, "&File", "");
     menu_init(def, "&Tool", "Status");
     menu_add_command(def, "&Item", "Macro", "Hint");
@@ -85,7 +85,7 @@ TEST_F(menu, init_of_a_menu_that_is_on_the_bar_starts_it_anew) {
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-// ---- Onto the bar
+// ---- Adding to the bar
 
 TEST_F(menu, the_table_has_a_row_of_five_for_the_menu_and_for_each_item) {
     menu_init(def, "&Tool", "Status");
@@ -104,32 +104,32 @@ TEST_F(menu, a_menu_without_items_has_one_row) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre(std::string("12 152(10i, ") + kEmptyMenu + ")"));
 }
 
-TEST_F(menu, a_narrow_host_is_asked_in_the_narrow_family) {
+TEST_F(menu, a_narrow_host_is_called_in_the_narrow_family) {
     SetHostVersion(11);
     menu_init(def, "&Tool", "Status");
     menu_add_to_bar(def, nullptr, "", 0);
     EXPECT_THAT(host.TakeCalls(), ElementsAre(std::string("4 152(10i, ") + kEmptyMenu + ")"));
 }
 
-TEST_F(menu, goes_before_a_menu_given_by_its_text) {
+TEST_F(menu, is_inserted_before_a_menu_given_by_its_text) {
     menu_init(def, "&Tool", "Status");
     EXPECT_TRUE(menu_add_to_bar(def, nullptr, "&Help", 3));
     EXPECT_THAT(host.TakeCalls(), ElementsAre(std::string("12 152(10i, ") + kEmptyMenu + ", \"&Help\")"));
 }
 
-TEST_F(menu, goes_to_a_position_from_1) {
+TEST_F(menu, is_inserted_at_a_position_from_1) {
     menu_init(def, "&Tool", "Status");
     EXPECT_TRUE(menu_add_to_bar(def, nullptr, "", 1));
     EXPECT_THAT(host.TakeCalls(), ElementsAre(std::string("12 152(10i, ") + kEmptyMenu + ", 1i)"));
 }
 
-TEST_F(menu, a_position_below_1_is_not_told) {
+TEST_F(menu, a_position_below_1_is_not_passed) {
     menu_init(def, "&Tool", "Status");
     menu_add_to_bar(def, nullptr, "", -4);
     EXPECT_THAT(host.TakeCalls(), ElementsAre(std::string("12 152(10i, ") + kEmptyMenu + ")"));
 }
 
-TEST_F(menu, goes_to_the_end_where_the_place_is_refused) {
+TEST_F(menu, is_added_at_the_end_if_the_menu_before_it_is_refused) {
     host.On(xlfAddMenu, [](const std::vector<std::string>& arguments) {
         return arguments.size() == 3 ? Reply::Refused() : Reply{0, 10.0};
     });
@@ -140,7 +140,7 @@ TEST_F(menu, goes_to_the_end_where_the_place_is_refused) {
     EXPECT_TRUE(def.present);
 }
 
-TEST_F(menu, goes_to_the_end_where_the_position_is_refused) {
+TEST_F(menu, is_added_at_the_end_if_the_position_is_refused) {
     host.On(xlfAddMenu, [](const std::vector<std::string>& arguments) {
         return arguments.size() == 3 ? Reply::Refused() : Reply{0, 10.0};
     });
@@ -151,7 +151,7 @@ TEST_F(menu, goes_to_the_end_where_the_position_is_refused) {
     EXPECT_TRUE(def.present);
 }
 
-TEST_F(menu, refused_altogether_is_not_present) {
+TEST_F(menu, is_not_present_if_every_attempt_is_refused) {
     host.On(xlfAddMenu, Reply::Refused());
     menu_init(def, "&Tool", "Status");
     EXPECT_FALSE(menu_add_to_bar(def, nullptr, "Tool", 0));
@@ -162,7 +162,7 @@ TEST_F(menu, refused_altogether_is_not_present) {
 
 // ---- Submenus
 
-TEST_F(menu, a_submenu_goes_into_its_parent_whose_ampersands_are_left_out) {
+TEST_F(menu, a_submenu_is_added_to_its_parent_named_without_ampersands) {
     menu_init(parent, "&File && more", "");
     menu_init(def, "&Tool", "Status");
     EXPECT_TRUE(menu_add_to_bar(def, &parent, "&Save", 0));
@@ -172,7 +172,7 @@ TEST_F(menu, a_submenu_goes_into_its_parent_whose_ampersands_are_left_out) {
     EXPECT_TRUE(def.present);
 }
 
-TEST_F(menu, a_submenu_without_a_position_goes_to_30) {
+TEST_F(menu, a_submenu_without_a_position_is_inserted_at_30) {
     menu_init(parent, "&File", "");
     menu_init(def, "&Tool", "Status");
     menu_add_to_bar(def, &parent, "", 0);
@@ -191,7 +191,7 @@ TEST_F(menu, a_submenu_that_is_refused_is_not_tried_again_and_keeps_its_parent) 
     EXPECT_EQ(def.parent, &parent);
 }
 
-TEST_F(menu, a_submenu_holds_no_submenu) {
+TEST_F(menu, a_submenu_contains_no_submenu) {
     menu_def grandparent;
     menu_init(grandparent, "&File", "");
     menu_init(parent, "&Send", "");
@@ -204,7 +204,7 @@ TEST_F(menu, a_submenu_holds_no_submenu) {
 
 // ---- Commands for a menu that is on the bar
 
-TEST_F(menu, a_command_goes_at_once_to_a_menu_on_the_bar) {
+TEST_F(menu, a_command_is_added_at_once_to_a_menu_on_the_bar) {
     menu_add_command(Standing(), "&Item", "Macro", "Hint");
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 153(10i, \"Tool\", {\"&Item\",\"Macro\"})"));
     EXPECT_THAT(def.items, IsEmpty());
@@ -219,13 +219,13 @@ TEST_F(menu, a_command_of_a_submenu_names_the_parent_the_menu_and_0) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 153(10i, \"File\", {\"&Item\",\"Macro\"}, \"Tool\", 0i)"));
 }
 
-TEST_F(menu, a_refused_command_goes_unreported) {
+TEST_F(menu, a_refused_command_is_not_reported) {
     host.On(xlfAddCommand, Reply::Refused());
     menu_add_command(Standing(), "&Item", "Macro", "Hint");
     EXPECT_TRUE(def.present);
 }
 
-// ---- From the bar
+// ---- Removing from the bar
 
 TEST_F(menu, is_removed_by_its_caption_without_ampersands_and_stays_marked_as_present) {
     EXPECT_TRUE(menu_remove(Standing()));

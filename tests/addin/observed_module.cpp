@@ -1,5 +1,4 @@
-// A module with the add-in and observers in it, as a programmer adds them: static objects beside the
-// application. It is a module of its own and no part of the test program.
+// A module with the add-in and observers, which are static objects. It is not part of the test program.
 
 #include "addin/application.h"
 #include "addin/function_records.h"

@@ -1,9 +1,9 @@
-// The whole life of the add-in in one go: what the host is asked at each step, and what it shows.
+// The add-in from loading to unloading: the host calls of each step and the results.
 
 #include "host/program/program_platform.h"
 #include "host/sheet/utf8.h"
 #include "tests/host/asked.h"
-#include "tests/leaks_are_meant.h"
+#include "tests/intended_leaks.h"
 
 #include <gtest/gtest.h>
 #include <thread>
@@ -54,7 +54,7 @@ class observed_module : public testing::TestWithParam<int> {
 
 constexpr const char16_t* kObserver = u"xll_MetrifyObserved_observer";
 
-TEST_P(observed_module, lives_from_loading_to_unloading) {
+TEST_P(observed_module, works_from_loading_to_unloading) {
     Load();
     ExpectAsked("loaded and attached", {});
 
@@ -146,8 +146,8 @@ TEST_P(observed_module, lives_from_loading_to_unloading) {
             Call(xlfRegister, {host_.state().module->Path(), u"xlAutoRemove", u"J", function, missing, 0}));
     }
     {
-        // Unloading leaves the state of each thread where it is.
-        const LeaksAreMeant thread_state;
+        // Unloading does not release the state of other threads.
+        const IntendedLeaks thread_state;
         EXPECT_EQ(host_.CallEntryPoint("xlAutoRemove"), 1);
     }
     ExpectAsked("removed", removing);

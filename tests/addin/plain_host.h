@@ -1,6 +1,6 @@
 #pragma once
 
-// A host of version 14 that keeps nothing, so that any number of threads may ask it.
+// A stateless host of version 14, which any number of threads may call.
 
 #include "xllrt/gate/host_primitives.h"
 #include "xllrt/gate/host_version.h"
@@ -10,7 +10,7 @@ namespace metrify {
 
 class PlainHost {
   public:
-    /// Answers every wide call by this entry, which must not keep anything either.
+    /// Answers every wide call by this entry, which must be stateless.
     explicit PlainHost(Excel12Entry (*find_entry)() = FindEntry) {
         AllocateThreadStates();
         ConnectHost({.find_entry = find_entry});

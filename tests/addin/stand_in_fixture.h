@@ -1,6 +1,6 @@
 #pragma once
 
-// The add-in's own code in the stand-in host, both in this process.
+// The add-in's code and the test host, both in this process.
 
 #include "host/core/host.h"
 #include "host/core/host_exports.h"
@@ -13,7 +13,7 @@
 
 namespace metrify {
 
-/// A host of version 15, unless another is made. Tests leave the process as they found it.
+/// A host of version 15, unless another is created. Tests restore the state of the process.
 class StandInTest : public testing::Test {
   protected:
     StandInTest() : earlier_(CXllApp::Instance()) {
@@ -23,7 +23,7 @@ class StandInTest : public testing::Test {
         Start(15);
     }
     ~StandInTest() override {
-        // Values of the thread go back to the host they came from.
+        // Values of the thread are released by the host that allocated them.
         DestroyThreadState();
         const host::LedgerCounts counts = Host().ledger.Counts();
         EXPECT_EQ(counts.Outstanding(), 0U) << "records were not given back";

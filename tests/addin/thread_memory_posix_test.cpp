@@ -13,7 +13,7 @@ using namespace metrify;
 void CallOnThreads(int count) {
     for (int i = 0; i < count; ++i) {
         std::thread([] {
-            // Half the results are not given back: their memory goes with the thread.
+            // Half of the results are not returned; their memory is released with the thread.
             XLOPER12* record = Metrify_12(3.5, u"ft", u"m");
             if (record->val.array.columns != 2)
                 ADD_FAILURE() << "not two cells";
@@ -24,7 +24,7 @@ void CallOnThreads(int count) {
     }
 }
 
-TEST(threads, ten_thousand_one_after_the_other_leave_memory_flat) {
+TEST(threads, ten_thousand_in_sequence_do_not_increase_memory) {
     constexpr std::size_t kGrowth = 64 * 1024;
     const PlainHost host;
     CallOnThreads(500);

@@ -37,20 +37,20 @@ std::string Called(const Arguments& arguments) {
     return text;
 }
 
-TEST(threads, eight_at_once_get_what_one_gets) {
+TEST(threads, eight_at_once_get_the_results_of_one) {
     constexpr int kCalls = 500;
     const PlainHost host;
     std::array<std::string, 8> alone;
     for (std::size_t i = 0; i < alone.size(); ++i)
         alone[i] = Called(kArguments[i]);
     std::array<int, 8> differences{};
-    // The loader lets one thread at a time into the module's entry.
+    // The loader calls the module's entry for one thread at a time.
     std::mutex loader;
     std::vector<std::thread> threads;
     for (std::size_t own = 0; own < alone.size(); ++own) {
         threads.emplace_back([&, own] {
             for (int call = 0; call < kCalls; ++call) {
-                // Each starts with another conversion and comes to all of them.
+                // Each starts with a different conversion and runs all of them.
                 const std::size_t i = (own + static_cast<std::size_t>(call)) % alone.size();
                 if (Called(kArguments[i]) != alone[i])
                     ++differences[own];

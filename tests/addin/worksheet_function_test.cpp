@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 class WorksheetFunction : public AddInTest {
   protected:
-    // What the export gives, freed as a host frees it.
+    // The result of the export, released as by a host.
     std::string Wide(double val, const XCHAR* in_units, const XCHAR* out_units) {
         SetHostVersion(14);
         XLOPER12* record = Metrify_12(val, in_units, out_units);
@@ -32,7 +32,7 @@ class WorksheetFunction : public AddInTest {
             xlAutoFree(record);
         return text;
     }
-    // The same by both exports.
+    // The result, which must be the same for both exports.
     void ExpectCells(double val, const std::string& in_units, const std::string& out_units,
                      const std::string& cells) {
         EXPECT_EQ(Narrow(val, in_units.c_str(), out_units.c_str()), cells);
@@ -40,17 +40,17 @@ class WorksheetFunction : public AddInTest {
     }
 };
 
-// ---- Worked results
+// ---- Results
 
 TEST_F(WorksheetFunction, feet_become_metres) {
     ExpectCells(3.5, "ft", "m", "{1.0668,\"m\n\n\"}");
 }
 
-TEST_F(WorksheetFunction, without_output_units_the_default_ones_are_taken) {
+TEST_F(WorksheetFunction, without_output_units_default_units_are_used) {
     ExpectCells(3.5, "ft", "", "{1.0668,\"m\n\n\"}");
 }
 
-TEST_F(WorksheetFunction, a_number_without_units_stays_what_it_is) {
+TEST_F(WorksheetFunction, a_number_without_units_is_unchanged) {
     ExpectCells(3.5, "", "", "{3.5,\"\n\n\"}");
 }
 
@@ -58,15 +58,15 @@ TEST_F(WorksheetFunction, an_unknown_input_unit_is_an_error_text_and_an_empty_ce
     ExpectCells(3.5, "xyz", "m", "{\"ERROR: 'xyz' undefined.\n\n\",\"\"}");
 }
 
-TEST_F(WorksheetFunction, incompatible_output_units_are_an_error_without_the_value_behind_it) {
+TEST_F(WorksheetFunction, incompatible_output_units_are_an_error_without_the_value_after_it) {
     ExpectCells(3.5, "ft", "kg", "{\"ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n\",\"\"}");
 }
 
-TEST_F(WorksheetFunction, unknown_output_units_are_an_error_without_the_value_behind_it) {
+TEST_F(WorksheetFunction, unknown_output_units_are_an_error_without_the_value_after_it) {
     ExpectCells(3.5, "ft", "xyz", "{\"ERROR IN REQUESTED OUTPUT: 'xyz' not recognized.\n\",\"\"}");
 }
 
-// ---- What else the texts may hold
+// ---- Other texts
 
 TEST_F(WorksheetFunction, a_temperature_of_0_is_converted_by_the_affine_rule) {
     EXPECT_THAT(Wide(0.0, u"degC", u"degF"), StartsWith("{32,\"degF"));
@@ -102,11 +102,11 @@ TEST_F(WorksheetFunction, null_texts_are_empty) {
     EXPECT_EQ(Narrow(3.5, nullptr, nullptr), "{3.5,\"\n\n\"}");
 }
 
-TEST_F(WorksheetFunction, what_the_code_page_does_not_hold_arrives_altered) {
+TEST_F(WorksheetFunction, characters_outside_the_code_page_are_altered) {
     EXPECT_THAT(Wide(1.0, u"\u03A9", u"m"), HasSubstr("ERROR"));
 }
 
-TEST_F(WorksheetFunction, odd_texts_give_cells_and_the_host_goes_on) {
+TEST_F(WorksheetFunction, unusual_texts_give_cells_and_the_host_keeps_working) {
     for (const XCHAR* text : {u"\n", u"ft\nm", u"\"", u";", u";;;;", u"#", u"'", u"(", u"begin", u"=", u"&",
                               u"\\", u"ft\n# ERROR", u"\n\n\n", u"#\n#\n#"}) {
         EXPECT_THAT(Wide(1.0, text, u"m"), StartsWith("{"));
@@ -121,7 +121,7 @@ TEST_F(WorksheetFunction, a_hundred_thousand_characters_give_cells) {
     EXPECT_THAT(Wide(1.0, u"m", text.c_str()), StartsWith("{\"ERROR"));
 }
 
-TEST_F(WorksheetFunction, numbers_that_are_none_give_cells) {
+TEST_F(WorksheetFunction, infinities_and_not_a_numbers_give_cells) {
     for (const double val :
          {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
           -std::numeric_limits<double>::infinity()})
@@ -134,7 +134,7 @@ TEST_F(WorksheetFunction, a_text_too_long_for_the_narrow_family_is_cut) {
     EXPECT_EQ(cells, "{\"" + ("ERROR: '" + text).substr(0, 255) + "\",\"\"}");
 }
 
-TEST_F(WorksheetFunction, the_first_blank_becomes_an_ampersand_before_one_is_looked_for) {
+TEST_F(WorksheetFunction, the_first_blank_becomes_an_ampersand_before_one_is_searched_for) {
     ExpectCells(3.5, "ft", "cm=8&", "{8,\"\n&       = 106.68 cm\n\n\"}");
 }
 
@@ -144,13 +144,13 @@ TEST_F(WorksheetFunction, a_bad_exponent_in_a_request_gives_the_message_of_the_r
 
 // ---- The host's release
 
-TEST_F(WorksheetFunction, the_release_is_asked_for_on_every_call) {
+TEST_F(WorksheetFunction, the_release_is_queried_on_every_call) {
     Wide(3.5, u"ft", u"m");
     Narrow(3.5, "ft", "m");
     EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlfInfo(\"Release\")", "4 xlfInfo(\"Release\")"));
 }
 
-TEST_F(WorksheetFunction, releases_up_to_15_pass_and_that_itself) {
+TEST_F(WorksheetFunction, releases_up_to_and_including_15_are_accepted) {
     for (const char16_t* release : {u"4.0", u"14.0", u"14.9", u"15.0"}) {
         host.On(xlfInfo, Reply{0, release});
         EXPECT_EQ(Wide(3.5, u"ft", u"m"), "{1.0668,\"m\n\n\"}");
@@ -158,7 +158,7 @@ TEST_F(WorksheetFunction, releases_up_to_15_pass_and_that_itself) {
     }
 }
 
-TEST_F(WorksheetFunction, releases_above_15_are_refused_also_a_small_step_above) {
+TEST_F(WorksheetFunction, releases_above_15_are_rejected) {
     for (const char16_t* release : {u"15.1", u"15.5", u"16.0"}) {
         host.On(xlfInfo, Reply{0, release});
         EXPECT_THAT(Wide(3.5, u"ft", u"m"), StartsWith("\"This version"));
@@ -175,7 +175,7 @@ TEST_F(WorksheetFunction, a_later_release_gets_a_single_text_also_for_valid_argu
     EXPECT_EQ(Wide(3.5, u"xyz", u"m"), refusal);
 }
 
-TEST_F(WorksheetFunction, a_host_that_does_not_tell_its_release_passes) {
+TEST_F(WorksheetFunction, a_host_that_does_not_report_its_release_is_accepted) {
     host.On(xlfInfo, Reply::Refused());
     EXPECT_EQ(Wide(3.5, u"ft", u"m"), "{1.0668,\"m\n\n\"}");
     EXPECT_EQ(host_release_number(), 0.0);
@@ -196,7 +196,7 @@ TEST_F(WorksheetFunction, the_result_is_marked_for_the_host_to_give_back) {
     xlAutoFree12(record);
 }
 
-TEST_F(WorksheetFunction, before_detection_a_value_is_built_narrow_and_crosses_over) {
+TEST_F(WorksheetFunction, before_detection_a_value_is_built_narrow_and_converted) {
     SetHostVersion(0);
     XLOPER12* record = Metrify_12(3.5, u"ft", u"m");
     EXPECT_EQ(Rendered(*record), "{1.0668,\"m\n\n\"}");
@@ -213,7 +213,7 @@ TEST_F(WorksheetFunction, the_common_body_returns_null_and_fills_the_result) {
     EXPECT_EQ(result.Dimensions(), (XlSize{1, 2}));
 }
 
-// ---- Failures on the way
+// ---- Exceptions
 
 TEST_F(WorksheetFunction, an_exception_goes_through_the_application) {
     class Answering final : public CXllApp {

@@ -34,7 +34,7 @@ outcome run(const std::vector<std::string>& files, const std::string& standard_i
     return {status, out.str(), err.str()};
 }
 
-// A list that is empty has a status of its own.
+// An empty list has a special status.
 std::string units(std::string_view text) {
     std::ostringstream out;
     const int status = units_command(text, out);
@@ -73,7 +73,7 @@ TEST(convert_command, prints_number_and_unit) {
     EXPECT_EQ(it.out, "1.0668 m\n");
     EXPECT_EQ(it.err, "");
 }
-TEST(convert_command, prints_the_number_alone_where_there_is_no_unit) {
+TEST(convert_command, prints_only_the_number_if_there_is_no_unit) {
     EXPECT_EQ(convert(3.5, "", "").out, "3.5\n");
 }
 TEST(convert_command, prints_an_error_cell_on_the_error_stream) {
@@ -82,7 +82,7 @@ TEST(convert_command, prints_an_error_cell_on_the_error_stream) {
     EXPECT_EQ(it.out, "");
     EXPECT_EQ(it.err, "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
 }
-TEST(convert_command, says_why_an_error_cell_is_empty) {
+TEST(convert_command, explains_an_empty_error_cell) {
     const outcome lines = convert(5, "m\n6 s", "m");
     EXPECT_EQ(lines.status, 1);
     EXPECT_EQ(lines.out, "");
@@ -111,14 +111,14 @@ TEST(run_command, runs_each_file_on_its_own) {
     EXPECT_EQ(it.status, 0);
     EXPECT_EQ(it.out, "[  1 ] x = 3 m\n       x = 3 m\n\n[  1 ] x\n       ERROR: 'x' undefined.\n\n");
 }
-TEST(run_command, names_a_file_that_is_not_there_and_runs_the_others) {
+TEST(run_command, reports_a_missing_file_and_runs_the_others) {
     const program_file there("1 m\n");
     const outcome it = run({"no such file", there.path()});
     EXPECT_EQ(it.status, 2);
     EXPECT_EQ(it.out, "[  1 ] 1 m\n        = 1 m\n\n");
     EXPECT_EQ(it.err, "metrify: no such file: No such file or directory\n");
 }
-TEST(run_command, refuses_a_folder) {
+TEST(run_command, rejects_a_folder) {
     const outcome it = run({std::filesystem::temp_directory_path().string()});
     EXPECT_EQ(it.status, 2);
     EXPECT_EQ(it.out, "");
@@ -126,14 +126,14 @@ TEST(run_command, refuses_a_folder) {
         << it.err;
     EXPECT_EQ(it.err.find("Success"), std::string::npos) << it.err;
 }
-TEST(run_command, refuses_a_zero_byte_rather_than_lose_what_is_behind_it) {
+TEST(run_command, rejects_a_zero_byte_as_text_after_it_would_be_lost) {
     const outcome it = run({}, std::string("1 m\0 2 m", 8));
     EXPECT_EQ(it.status, 2);
     EXPECT_EQ(it.out, "");
     EXPECT_EQ(it.err,
               "metrify: standard input: holds a zero byte at offset 3, where a program text would end\n");
 }
-TEST(run_command, tells_a_stream_that_fails_from_one_that_ends) {
+TEST(run_command, distinguishes_a_read_error_from_the_end_of_input) {
     class failing_buffer : public std::stringbuf {
       public:
         failing_buffer() : std::stringbuf("1 m\n") {}
@@ -149,7 +149,7 @@ TEST(run_command, tells_a_stream_that_fails_from_one_that_ends) {
     EXPECT_EQ(out.str(), "");
     EXPECT_EQ(err.str(), "metrify: standard input: cannot be read to its end\n");
 }
-TEST(run_command, takes_an_empty_file) {
+TEST(run_command, accepts_an_empty_file) {
     const program_file empty("");
     const outcome it = run({empty.path()});
     EXPECT_EQ(it.status, 0);
@@ -166,7 +166,7 @@ TEST(units_command, shows_name_factor_and_dimension) {
     const std::string found = units("degF");
     EXPECT_EQ(found.substr(0, found.find('\n')), "degF                  1.8           degK");
 }
-TEST(units_command, lists_those_whose_name_contains_the_text) {
+TEST(units_command, lists_units_whose_name_contains_the_text) {
     std::istringstream lines(units("met"));
     std::string line;
     int count = 0;
@@ -180,7 +180,7 @@ TEST(units_command, lists_nothing_for_an_unknown_text) {
 
 // output
 
-TEST(checked_output, leaves_the_status_where_all_is_written) {
+TEST(checked_output, keeps_the_status_if_all_output_is_written) {
     std::ostringstream out;
     std::ostringstream err;
     EXPECT_EQ(checked_output(1, out, err), 1);
@@ -196,7 +196,7 @@ TEST(checked_output, has_a_message_and_a_status_for_lost_output) {
 
 // functions
 
-TEST(functions_command, lists_all_functions_a_line_each) {
+TEST(functions_command, lists_each_function_on_one_line) {
     const std::string all = functions("");
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 89);
     EXPECT_NE(all.find("\nBesselJ(n, x)  "), std::string::npos);
@@ -208,7 +208,7 @@ TEST(functions_command, lists_the_functions_whose_line_contains_the_text) {
     EXPECT_EQ(functions("no such text"), "");
 }
 
-TEST(functions_command, lists_the_same_whatever_the_case_of_the_text) {
+TEST(functions_command, ignores_the_case_of_the_text) {
     const std::string found = functions("bessel");
     EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), 4);
     EXPECT_EQ(found.find("BesselJ(n, x)"), 0U) << found;
@@ -222,7 +222,7 @@ TEST(functions_command, shows_names_as_the_table_spells_them) {
     EXPECT_EQ(functions("LinInterp").find("### lininterp("), 0U);
 }
 
-TEST(functions_command, shows_all_of_the_function_whose_name_is_given_in_any_case) {
+TEST(functions_command, shows_the_help_of_a_function_named_in_any_case) {
     const std::string entry = "### sin(x)\n\nThe sine.\n\n- takes: a number or an angle\n- gives: a number\n"
                               "- domain: every x\n- example: `sin(30 deg)` shows `= 0.5`\n";
     EXPECT_EQ(functions("sin"), entry);

@@ -1,4 +1,4 @@
-// The metrify command at a real terminal.
+// The metrify command at a pseudo-terminal.
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// A metrify at a terminal of its own, with a home folder of its own for the history.
+// A metrify process with its own terminal, and its own home folder for the history.
 class terminal_session {
   public:
     explicit terminal_session(const std::string& home, const char* locale = "C") {
@@ -20,7 +20,7 @@ class terminal_session {
             setenv("HOME", home.c_str(), 1);
             setenv("TERM", "xterm", 1);
             setenv("LC_ALL", locale, 1);
-            // Heard by the leak sanitizer alone.
+            // An option of the leak sanitizer.
             setenv("LSAN_OPTIONS",
                    "suppressions=" METRIFY_SOURCE_DIR "/tests/cli/libedit.supp:fast_unwind_on_malloc=0", 1);
             execl(METRIFY_BINARY_DIR "/metrify", "metrify", static_cast<char*>(nullptr));
@@ -42,7 +42,7 @@ class terminal_session {
         ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
 
-    /// Waits until the screen has shown the text after what was waited for before, or the program has ended.
+    /// Waits until the text appears after the text of the previous wait, or the program ends.
     bool shows(std::string_view text) {
         for (;;) {
             if (const std::size_t place = screen_.find(text, seen_); place != std::string::npos) {
@@ -119,7 +119,7 @@ TEST_F(interactive, keeps_variables_from_line_to_line_and_ends_at_the_end_of_inp
     EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
 }
 
-TEST_F(interactive, says_how_to_start_over_and_does_so) {
+TEST_F(interactive, has_help_on_starting_over_and_starts_over) {
     terminal_session it(home_);
     ASSERT_TRUE(it.shows("> "));
     it.type(":help\r");
@@ -137,7 +137,7 @@ TEST_F(interactive, says_how_to_start_over_and_does_so) {
     EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
 }
 
-TEST_F(interactive, brings_an_interrupted_line_back) {
+TEST_F(interactive, recalls_an_interrupted_line) {
     terminal_session it(home_);
     ASSERT_TRUE(it.shows("> "));
     it.type("12 ft + 7 in");
@@ -150,7 +150,7 @@ TEST_F(interactive, brings_an_interrupted_line_back) {
     EXPECT_TRUE(it.shows(" = 3.8354 m")) << it.screen();
 }
 
-TEST_F(interactive, takes_a_continued_line_as_one_entry) {
+TEST_F(interactive, treats_a_continued_line_as_one_entry) {
     terminal_session it(home_);
     ASSERT_TRUE(it.shows("> "));
     it.type("1 m + \\\r");
@@ -159,9 +159,9 @@ TEST_F(interactive, takes_a_continued_line_as_one_entry) {
     EXPECT_TRUE(it.shows(" = 3 m")) << it.screen();
 }
 
-// What the language says of a unit with a byte in it that it doesn't know. The screen may show the byte
-// escaped; the listing has it as it is.
-TEST_F(interactive, hands_each_byte_to_the_language_as_it_is_typed) {
+// The message about an unknown unit with a non-ASCII byte. The screen may show the byte escaped; the listing
+// contains the byte itself.
+TEST_F(interactive, passes_each_typed_byte_to_the_language_unchanged) {
     for (const char* locale : {"C", "C.UTF-8", "no such locale"}) {
         terminal_session it(home_, locale);
         ASSERT_TRUE(it.shows("> "));
@@ -192,7 +192,7 @@ TEST_F(interactive, hands_each_byte_to_the_language_as_it_is_typed) {
     }
 }
 
-TEST_F(interactive, brings_characters_above_ascii_back) {
+TEST_F(interactive, recalls_characters_above_ascii) {
     terminal_session it(home_, "C.UTF-8");
     ASSERT_TRUE(it.shows("> "));
     it.type("# \xC2\xB5 \xE2\x82\xAC\r");

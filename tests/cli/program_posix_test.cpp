@@ -10,7 +10,7 @@ namespace {
 
 struct program_run {
     int status = -1;
-    std::string output; ///< that of the error stream included
+    std::string output; ///< including the error stream
 };
 
 program_run run_metrify(const std::string& arguments) {
@@ -33,7 +33,7 @@ TEST(metrify_program, converts) {
     EXPECT_EQ(run_metrify("convert 1 nothing m").status, 1);
 }
 
-TEST(metrify_program, takes_a_number_to_convert) {
+TEST(metrify_program, accepts_a_number_to_convert) {
     for (const char* number : {"abc", "1x", "''"}) {
         const program_run run = run_metrify(std::string("convert ") + number + " ft m");
         EXPECT_EQ(run.status, 2) << number;
@@ -41,7 +41,7 @@ TEST(metrify_program, takes_a_number_to_convert) {
     }
 }
 
-TEST(metrify_program, refuses_wrong_usage) {
+TEST(metrify_program, rejects_wrong_usage) {
     EXPECT_EQ(run_metrify("convert 1").status, 2);
     EXPECT_EQ(run_metrify("nothing").status, 2);
     EXPECT_EQ(run_metrify("--nothing").status, 2);
@@ -62,7 +62,7 @@ TEST(metrify_program, runs_files_and_standard_input) {
     EXPECT_EQ(run_metrify("").output, run_metrify("run").output);
 }
 
-TEST(metrify_program, tells_its_version_and_its_options) {
+TEST(metrify_program, prints_its_version_and_its_options) {
     EXPECT_TRUE(run_metrify("--version").output.starts_with("metrify "));
     EXPECT_EQ(run_metrify("--version").status, 0);
     EXPECT_EQ(run_metrify("--help").status, 0);

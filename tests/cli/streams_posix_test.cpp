@@ -13,7 +13,7 @@ struct outcome {
     std::string err = {};
 };
 
-// What the command, run by a shell, ends with and says. $METRIFY is the program.
+// Exit status and error output of a shell command. $METRIFY is the program.
 outcome shell(const std::string& command) {
     const std::string line = "METRIFY='" METRIFY_BINARY_DIR "/metrify'; { " + command + "; } 2>&1 >/dev/null";
     FILE* pipe = popen(line.c_str(), "r");
@@ -28,7 +28,7 @@ outcome shell(const std::string& command) {
     return it;
 }
 
-TEST(standard_output, that_is_lost_is_told_by_each_command) {
+TEST(standard_output, that_is_lost_is_reported_by_each_command) {
     for (const char* command :
          {"echo 1 m | $METRIFY", "echo 1 m | $METRIFY run", "$METRIFY convert 3.5 ft m", "$METRIFY units",
           "$METRIFY functions", "$METRIFY functions sin", "$METRIFY functions --markdown", "$METRIFY --help",
@@ -42,20 +42,20 @@ TEST(standard_output, that_is_lost_is_told_by_each_command) {
     }
 }
 
-TEST(standard_output, that_is_lost_is_told_of_a_long_listing) {
+TEST(standard_output, that_is_lost_is_reported_for_a_long_listing) {
     const outcome it = shell("for i in $(seq 2000); do echo $i m; done | $METRIFY run > /dev/full");
     EXPECT_EQ(it.status, 2);
     EXPECT_EQ(it.err, "metrify: standard output: not all of it could be written\n");
 }
 
-TEST(standard_output, that_is_there_leaves_the_status_alone) {
+TEST(standard_output, that_is_written_does_not_change_the_status) {
     EXPECT_EQ(shell("$METRIFY convert 3.5 ft m").status, 0);
     EXPECT_EQ(shell("$METRIFY convert 3.5 ft kg").status, 1);
     EXPECT_EQ(shell("$METRIFY units 'no such unit'").status, 1);
     EXPECT_EQ(shell("echo 1 m | $METRIFY run").status, 0);
 }
 
-TEST(standard_input, that_cant_be_read_is_told) {
+TEST(standard_input, that_cannot_be_read_is_reported) {
     for (const char* command : {"$METRIFY", "$METRIFY run", "$METRIFY run -"}) {
         const outcome folder = shell(std::string(command) + " < /tmp");
         EXPECT_EQ(folder.status, 2) << command;
@@ -66,13 +66,13 @@ TEST(standard_input, that_cant_be_read_is_told) {
     }
 }
 
-TEST(standard_input, that_is_not_read_may_be_closed) {
+TEST(standard_input, can_be_closed_if_it_is_not_read) {
     EXPECT_EQ(shell("$METRIFY convert 3.5 ft m <&-").status, 0);
     EXPECT_EQ(
         shell("echo 1 m > \"${f:=$(mktemp)}\"; $METRIFY run \"$f\" <&-; s=$?; rm \"$f\"; exit $s").status, 0);
 }
 
-TEST(standard_input, is_read_to_its_end_however_long) {
+TEST(standard_input, is_read_to_its_end_whatever_its_length) {
     const outcome it = shell("for i in $(seq 5000); do echo \"$i m; m\"; done | $METRIFY run | "
                              "grep -c '= 5000 m' >&2");
     EXPECT_EQ(it.err, "1\n");

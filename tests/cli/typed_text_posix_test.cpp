@@ -22,7 +22,7 @@ class typed_texts : public testing::Test {
     ~typed_texts() override { std::setlocale(LC_CTYPE, "C"); }
 };
 
-TEST_F(typed_texts, hold_the_characters_of_the_encoding) {
+TEST_F(typed_texts, contain_the_characters_of_the_encoding) {
     EXPECT_EQ(characters_of("a\xC2\xB5\xE2\x82\xAC"), L"a\u00B5\u20AC");
 }
 
@@ -31,7 +31,7 @@ TEST_F(typed_texts, have_no_character_until_its_last_byte) {
     EXPECT_EQ(characters_of("a\xE2\x82"), L"a");
 }
 
-TEST_F(typed_texts, carry_a_byte_that_belongs_to_no_character) {
+TEST_F(typed_texts, represent_a_byte_that_belongs_to_no_character) {
     const std::wstring characters = characters_of("\xB5m\xE2\x82m\xFF\x80x");
     EXPECT_EQ(characters.size(), 8U);
     EXPECT_EQ(characters[1], L'm');
@@ -39,7 +39,7 @@ TEST_F(typed_texts, carry_a_byte_that_belongs_to_no_character) {
     EXPECT_EQ(typed_text::bytes_of(characters), "\xB5m\xE2\x82m\xFF\x80x");
 }
 
-TEST_F(typed_texts, give_each_pair_of_bytes_back) {
+TEST_F(typed_texts, restore_each_pair_of_bytes) {
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {
             const std::string bytes = {static_cast<char>(first), static_cast<char>(second), 'x', 'x', 'x'};
@@ -48,7 +48,7 @@ TEST_F(typed_texts, give_each_pair_of_bytes_back) {
     }
 }
 
-TEST_F(typed_texts, give_each_byte_back_in_the_portable_locale) {
+TEST_F(typed_texts, restore_each_byte_in_the_portable_locale) {
     std::setlocale(LC_CTYPE, "C");
     for (int byte = 0; byte < 256; ++byte) {
         const std::string bytes = {static_cast<char>(byte), 'x'};

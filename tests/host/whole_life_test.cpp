@@ -3,7 +3,7 @@
 #include "host/program/program_platform.h"
 #include "host/sheet/utf8.h"
 #include "tests/host/asked.h"
-#include "tests/leaks_are_meant.h"
+#include "tests/intended_leaks.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -173,7 +173,7 @@ TEST_P(whole_life, removing_unregisters_each_function_in_four_calls) {
     host.state().log.Start();
     {
         // Unloading leaves the state of each thread where it is.
-        const LeaksAreMeant thread_state;
+        const IntendedLeaks thread_state;
         EXPECT_EQ(host.CallEntryPoint("xlAutoRemove"), 1);
     }
     const bool is_wide = host.state().IsWide();

@@ -1,5 +1,4 @@
-// The run as a whole: what one run leaves for the next, and what becomes of each kind of line. The shape of
-// the listing itself is shown by the golden programs.
+// Independence of runs, and the handling of each kind of line. The golden programs test the listings.
 
 #include "language/driver.h"
 #include "language/expression.h"
@@ -30,25 +29,25 @@ TEST(driver, gives_a_terminated_listing) {
     EXPECT_EQ(shown.view(), shown.c_str());
 }
 
-TEST(driver, takes_the_end_of_the_text_as_the_end_of_the_last_line) {
+TEST(driver, treats_the_end_of_the_text_as_the_end_of_a_line) {
     EXPECT_EQ(run("2 + 3"), run("2 + 3\n"));
     EXPECT_EQ(run("x = 2\nx; "), run("x = 2\nx; \n"));
 }
 
-TEST(driver, leaves_the_text_as_it_is) {
+TEST(driver, does_not_change_the_text) {
     const std::string text = "x = [1, 2, 3] ft # note\nDefUnit(foo, 3 ft)\nx; foo\n3 +\n";
     const std::string copy = text;
     interpret_dimensional_input_lines(text.c_str());
     EXPECT_EQ(text, copy);
 }
 
-TEST(driver, may_be_given_the_same_text_twice) {
+TEST(driver, can_run_the_same_text_twice) {
     const std::string text = "x = 3 ft\nMKS(ft)\nDefUnit(foo, x)\n6 foo\nbegin\ny = 2 x\nend\nPrintFunc\ny\n";
     const std::string first = run(text);
     EXPECT_EQ(run(text), first);
 }
 
-// Nothing is left for the next run.
+// A run does not affect the next one.
 
 TEST(driver, forgets_variables) {
     EXPECT_EQ(run("x = 3"), "[  1 ] x = 3\n       x = 3 \n\n");
@@ -56,7 +55,7 @@ TEST(driver, forgets_variables) {
     EXPECT_EQ(find_var("x"), nullptr);
 }
 
-TEST(driver, gives_variables_their_first_number_in_each_run) {
+TEST(driver, numbers_variables_from_201_in_each_run) {
     run("x = 1\ny = 2\nz = 3");
     EXPECT_EQ(add_var("x", scalar(1)).number, 201u);
     run("y = 2");
@@ -64,7 +63,7 @@ TEST(driver, gives_variables_their_first_number_in_each_run) {
     free_all_vars();
 }
 
-TEST(driver, has_a_name_free_for_another_purpose_in_the_next_run) {
+TEST(driver, allows_a_name_to_be_reused_in_the_next_run) {
     EXPECT_EQ(run("foo = 1"), "[  1 ] foo = 1\n       foo = 1 \n\n");
     EXPECT_EQ(run("DefUnit(foo, 3 m)"),
               "[  1 ] DefUnit(foo, 3 m)\n        User defined unit 'foo'  = 3 m\n\n\n");
@@ -92,7 +91,7 @@ TEST(driver, forgets_the_function_block) {
     EXPECT_EQ(run("end"), "[  1 ] end\n       ERROR: Missing BEGIN.\n\n\n");
 }
 
-TEST(driver, forgets_the_stop_of_the_nesting_guard) {
+TEST(driver, resets_the_progress_guard) {
     const std::string nesting =
         "ERROR: Cannot parse line -- check nesting of parentheses, brackets, and commas.\n";
     EXPECT_EQ(run("sin(]\n1 + 1"),
@@ -105,7 +104,7 @@ TEST(driver, counts_statements_from_1_in_each_run) {
     EXPECT_EQ(run("4"), "[  1 ] 4\n        = 4 \n\n");
 }
 
-TEST(driver, starts_from_a_known_state_whatever_was_left_outside_a_run) {
+TEST(driver, resets_state_that_was_set_outside_a_run) {
     work_text err;
     add_var("x", scalar(1));
     store_user_unit("foo", scalar(2, in_m), err.str);
@@ -133,7 +132,7 @@ TEST(driver, leaves_nothing_in_the_stores_at_its_end) {
 
 // Lines.
 
-TEST(driver, goes_on_behind_a_line_that_fails) {
+TEST(driver, continues_after_a_line_that_fails) {
     EXPECT_EQ(run("3 +\n2 + 3"), "[  1 ] 3 +\n       ERROR: Math expression incomplete.\n\n"
                                  "[  1 ] 2 + 3\n        = 5 \n\n");
 }
@@ -161,8 +160,8 @@ TEST(driver, drops_each_of_the_directions) {
     }
 }
 
-TEST(driver, lets_a_block_of_comments_end_where_the_directions_begin_a_line_of_their_own) {
-    // Directions directly behind a comment belong to its block; only at a block's head are they dropped.
+TEST(driver, keeps_directions_that_follow_a_comment_in_its_block) {
+    // Directions are dropped only at the head of a block.
     EXPECT_EQ(run("# note\n#  DIRECTIONS:\n"), "\n# note\n#  DIRECTIONS:\n\n");
 }
 
@@ -177,7 +176,7 @@ TEST(driver, numbers_thousands_of_statements) {
     EXPECT_EQ(run(program), expected);
 }
 
-TEST(driver, outgrows_its_first_capacity) {
+TEST(driver, grows_its_listing_beyond_the_first_capacity) {
     // Eight short requests give eight long answers.
     std::string program = "MKS\n";
     for (int i = 0; i < 20; ++i)
@@ -187,16 +186,16 @@ TEST(driver, outgrows_its_first_capacity) {
     EXPECT_TRUE(ends_with(shown, " = 100000 kg / m s^2\n\n")) << tail_of(shown);
 }
 
-// The lines of a stretch of text.
+// A part of a text.
 
-TEST(run_lines, puts_the_prefix_in_front_of_the_numbers) {
+TEST(run_lines, writes_the_prefix_before_the_numbers) {
     work_text out;
     work_text err;
     run_lines("Sol", cursor("1\n2"), out.str, err.str);
     EXPECT_EQ(out.view(), "[  Sol1 ] 1\n        = 1 \n\n[  Sol2 ] 2\n        = 2 \n\n");
 }
 
-TEST(run_lines, appends_to_what_stands_there) {
+TEST(run_lines, appends_to_the_existing_text) {
     work_text out;
     work_text err;
     out.append("listing:\n");

@@ -1,5 +1,5 @@
-// Parsers at work in blocks of exactly the size that they need: a step beyond the end is seen by the address
-// sanitizer, and by nothing else.
+// Parsers on memory blocks of exactly the required size. The address sanitizer detects accesses beyond the
+// end.
 
 #include "machine/number_program.h"
 #include "machine/variables.h"
@@ -16,7 +16,7 @@ namespace {
 
 using namespace metrify;
 
-/// What became of a text that ends with its block, with a scale of its own block.
+/// The result of parsing a text that ends with its block; the scale is in a block of its own size.
 struct parsed {
     bool is_unit;
     unit_scale scale;
@@ -40,7 +40,7 @@ void expect_dim(std::string_view text, const exponents& dim) {
     EXPECT_EQ(result.scale.dim, dim) << text;
 }
 
-TEST(exact_bounds, a_unit_expression_touches_its_eight_exponents_alone) {
+TEST(exact_bounds, a_unit_expression_accesses_only_its_eight_exponents) {
     expect_dim("m", in_m);
     expect_dim("m^1", in_m);
     expect_dim("kg m s^-2", in_N);
@@ -60,7 +60,7 @@ TEST(exact_bounds, a_unit_expression_ends_with_its_text) {
 
 // ---- The reader of numbers
 
-// True if the only statement of a list has steps. The list's copy has blocks of exactly its size.
+// True if the only statement of a list has steps. The list is copied into blocks of exactly its size.
 bool has_steps(const code_list& list) {
     const auto exact = std::make_unique<code_list>(list);
     number_program program;
@@ -80,7 +80,7 @@ TEST(exact_bounds, a_statement_is_read_to_its_last_instruction) {
     EXPECT_FALSE(has_steps(list)) << "something after the result";
 }
 
-TEST(exact_bounds, an_instruction_that_needs_a_next_one_looks_for_it_within_the_statement) {
+TEST(exact_bounds, an_instruction_that_needs_a_successor_searches_it_within_the_statement) {
     unit_scale feet;
     feet.factor = 3.28083989501312;
     feet.dim = in_m;
@@ -108,7 +108,7 @@ TEST(exact_bounds, an_instruction_that_needs_a_next_one_looks_for_it_within_the_
     EXPECT_TRUE(has_steps(assignment));
 }
 
-TEST(exact_bounds, an_operator_touches_the_eight_exponents_alone) {
+TEST(exact_bounds, an_operator_accesses_only_the_eight_exponents) {
     var_entry length{};
     length.value = scalar(2, in_m);
     for (const opcode operation : {OP_ADD, OP_SUB, OP_MUL, OP_DIV}) {

@@ -20,7 +20,7 @@ class diagnosis : public testing::Test {
         diagnose_rest_of_expression(cursor(rest), err.str);
         return std::string(err.view());
     }
-    // The message, or the empty text if nothing is found.
+    // The message, or an empty text if nothing is reported.
     static std::string first_undefined(const char* text) {
         work_text err;
         const bool found = report_first_undefined(cursor(text), err.str);
@@ -29,7 +29,7 @@ class diagnosis : public testing::Test {
     }
 };
 
-TEST_F(diagnosis, finds_units_that_stand_behind_what_cannot_take_them) {
+TEST_F(diagnosis, finds_units_after_a_value_that_has_units) {
     EXPECT_EQ(of("(m"), "ERROR: Unit assignment error -- value before '(m' must be dimensionless.\n");
     // Quoted up to the first blank, operator or sign.
     for (const char* rest : {"(s) 5", "(s)\t5", "(s)/5", "(s)*5", "(s)^5", "(s)+5", "(s)-5", "(s)\n5"})
@@ -37,7 +37,7 @@ TEST_F(diagnosis, finds_units_that_stand_behind_what_cannot_take_them) {
             << rest;
 }
 
-TEST_F(diagnosis, finds_the_first_name_without_a_meaning) {
+TEST_F(diagnosis, finds_the_first_undefined_name) {
     add_var("x", scalar(1));
     EXPECT_EQ(of("x foo bar"), "ERROR: 'foo' undefined.\n");
     EXPECT_EQ(of("4 + sin(x) + ft + foo"), "ERROR: 'foo' undefined.\n");
@@ -51,14 +51,14 @@ TEST_F(diagnosis, quotes_the_rest_of_the_statement_otherwise) {
     EXPECT_EQ(of("$?\n5"), "ERROR: Syntax error or undefined variable near or in '$?'.\n");
 }
 
-TEST_F(diagnosis, looks_no_further_than_the_statement) {
+TEST_F(diagnosis, searches_only_the_statement) {
     EXPECT_EQ(first_undefined("4; foo"), "");
     EXPECT_EQ(first_undefined("4 # foo"), "");
     EXPECT_EQ(first_undefined("4\nfoo"), "");
     EXPECT_EQ(first_undefined("4 \\\nfoo"), "ERROR: 'foo' undefined.\n");
 }
 
-TEST_F(diagnosis, takes_digits_and_names_apart) {
+TEST_F(diagnosis, separates_digits_from_names) {
     EXPECT_EQ(first_undefined("2foo"), "ERROR: 'foo' undefined.\n");
     EXPECT_EQ(first_undefined("_foo"), "ERROR: 'foo' undefined.\n");
     EXPECT_EQ(first_undefined("m2"), "ERROR: 'm2' undefined.\n");

@@ -1,5 +1,5 @@
-// What an expression leaves on the operand stack and in the instruction list. Values and messages are shown
-// by the golden programs.
+// The effects of an expression on the operand stack and the instruction list. The golden programs test values
+// and messages.
 
 #include "language/assignment.h"
 #include "language/expression.h"
@@ -29,7 +29,7 @@ class expression : public testing::Test {
         free_all_vars();
     }
 
-    // Whether the text begins with an expression; `end` is where the cursor stands then.
+    // True if the text begins with an expression; `end` is the final cursor.
     bool compile(const std::string& text) {
         cursor p(text.c_str());
         const bool is_read = compile_rhs(p, ctx, err.str);
@@ -37,7 +37,7 @@ class expression : public testing::Test {
         return is_read;
     }
 
-    // The instructions of a whole statement that may fail in the end.
+    // The instructions of a whole statement, which may fail.
     opcodes compiled(const std::string& statement) {
         code.clear();
         cursor p(statement.c_str());
@@ -83,7 +83,7 @@ TEST_F(expression, may_be_nothing_and_leave_nothing) {
     }
 }
 
-TEST_F(expression, ends_where_a_construct_around_it_goes_on) {
+TEST_F(expression, ends_at_a_character_of_an_enclosing_construct) {
     for (const char* text : {"1 )", "1 ,", "1 ]"}) {
         EXPECT_TRUE(compile(text));
         EXPECT_EQ(end, 1u) << text;
@@ -92,7 +92,7 @@ TEST_F(expression, ends_where_a_construct_around_it_goes_on) {
     EXPECT_EQ(std::string("1 ; m")[end], ';');
 }
 
-TEST_F(expression, that_fails_puts_the_cursor_back) {
+TEST_F(expression, that_fails_restores_the_cursor) {
     for (const char* text :
          {"  1 + foo", "  1 +", "  (1", "  3 m + 1 s", "  [1, 2, 3, 4]", "  sin 3", "  1 2"}) {
         str_clear(&err.str);
@@ -111,15 +111,15 @@ TEST_F(expression, is_not_read_while_a_message_is_pending) {
     EXPECT_EQ(err.view(), "a message");
 }
 
-TEST_F(expression, records_nothing_where_no_list_is_kept) {
+TEST_F(expression, records_nothing_without_a_list) {
     ctx.code = nullptr;
     EXPECT_TRUE(compile("-[1, 2] * (3 ft) + sqrt(4) * [3 in]")) << err.view();
     EXPECT_TRUE(code.nodes().empty());
 }
 
-// The guard against lists that take nothing in.
+// The guard against lists that make no progress.
 
-TEST_F(expression, may_be_tried_twelve_times_at_one_place) {
+TEST_F(expression, can_be_parsed_twelve_times_at_one_position) {
     const std::string text = "1";
     for (int i = 0; i < 12; ++i)
         EXPECT_TRUE(compile(text)) << i;
@@ -128,7 +128,7 @@ TEST_F(expression, may_be_tried_twelve_times_at_one_place) {
               "ERROR: Cannot parse line -- check nesting of parentheses, brackets, and commas.\n");
 }
 
-TEST_F(expression, may_be_tried_anew_at_another_place_unless_it_has_been_stopped) {
+TEST_F(expression, can_be_parsed_at_another_position_unless_the_guard_has_stopped) {
     const std::string text = "1";
     const std::string other = "2";
     for (int i = 0; i < 11; ++i)
@@ -146,13 +146,13 @@ TEST_F(expression, may_be_tried_anew_at_another_place_unless_it_has_been_stopped
 
 // Instructions.
 
-TEST_F(expression, of_a_statement_stands_between_its_head_and_its_result) {
+TEST_F(expression, of_a_statement_is_recorded_between_head_and_result) {
     EXPECT_EQ(compiled(""), (opcodes{OP_NOP, OP_POP_RESULT}));
     EXPECT_EQ(compiled("5"), (opcodes{OP_NOP, OP_PUSH_VALUE, OP_POP_RESULT}));
     EXPECT_TRUE(equal(value(1), scalar(5)));
 }
 
-TEST_F(expression, appends_an_operator_when_both_operands_are_there) {
+TEST_F(expression, appends_an_operator_after_both_operands) {
     EXPECT_EQ(compiled("2 + 3 * 4"),
               (opcodes{OP_NOP, OP_PUSH_VALUE, OP_PUSH_VALUE, OP_PUSH_VALUE, OP_MUL, OP_ADD, OP_POP_RESULT}));
     EXPECT_EQ(compiled("9 - 3 / 4"),
@@ -161,7 +161,7 @@ TEST_F(expression, appends_an_operator_when_both_operands_are_there) {
               (opcodes{OP_NOP, OP_PUSH_VALUE, OP_PUSH_VALUE, OP_POW, OP_PUSH_VALUE, OP_POW, OP_POP_RESULT}));
 }
 
-TEST_F(expression, takes_the_sign_of_a_number_with_it_and_negates_anything_else) {
+TEST_F(expression, includes_the_sign_in_a_number_and_negates_anything_else) {
     add_var("x", scalar(1));
     EXPECT_EQ(compiled("-3"), (opcodes{OP_NOP, OP_PUSH_VALUE, OP_POP_RESULT}));
     EXPECT_TRUE(equal(value(1), scalar(-3)));
@@ -172,7 +172,7 @@ TEST_F(expression, takes_the_sign_of_a_number_with_it_and_negates_anything_else)
               (opcodes{OP_NOP, OP_PUSH_VAR, OP_NEGATE, OP_PUSH_VALUE, OP_POW, OP_POP_RESULT}));
 }
 
-TEST_F(expression, assigns_units_behind_a_number) {
+TEST_F(expression, assigns_units_after_a_number) {
     EXPECT_EQ(compiled("3 ft"),
               (opcodes{OP_NOP, OP_PUSH_VALUE, OP_PUSH_UNIT, OP_UNIT_ASSIGN, OP_POP_RESULT}));
     EXPECT_EQ(code.scale(code.nodes()[2]).factor, 3.28083989501312);
@@ -233,7 +233,7 @@ TEST_F(expression, refers_to_variables_by_number_and_component) {
     }
 }
 
-TEST_F(expression, counts_variable_and_value_of_func_apart) {
+TEST_F(expression, counts_variable_and_value_of_func_separately) {
     add_var("x", scalar(1));
     const opcodes found = compiled("func(x, 3 + 1)");
     ASSERT_GE(found.size(), 7u);
@@ -263,7 +263,7 @@ TEST_F(expression, is_assigned_by_the_instruction_of_the_component) {
     EXPECT_EQ(compiled("x [ 3 ] = 5"), (opcodes{OP_NOP, OP_PUSH_VALUE, OP_SETVAR_C3, OP_POP_RESULT}));
 }
 
-TEST_F(expression, is_peeked_at_for_the_name_that_it_is_assigned_to) {
+TEST_F(expression, can_be_inspected_for_the_name_that_it_is_assigned_to) {
     const auto target = [this](const char* statement) {
         return std::string(peek_assignment_target(cursor(statement), err.str));
     };

@@ -25,7 +25,7 @@ std::string six_digits(std::size_t n) {
 }
 
 const long_program programs[] = {
-    // Constructs inside one another.
+    // Nested constructs.
     {"open_parentheses",
      [](std::size_t n) -> long_text {
          return {repeated("(", n), too_deep};
@@ -95,7 +95,7 @@ const long_program programs[] = {
      [](std::size_t n) -> long_text {
          return {filled("1; ", "(", n), "' not recognized.\n        = 1 \n\n"};
      }},
-    // Rows of operators.
+    // Sequences of operators.
     {"sum",
      [](std::size_t n) -> long_text {
          return {filled("1", "+1", n), "        = " + six_digits(1 + n / 2) + " \n\n"};
@@ -140,7 +140,7 @@ const long_program programs[] = {
      [](std::size_t n) -> long_text {
          return {filled("1", "^", n), "       ERROR: Math expression incomplete.\n\n"};
      }},
-    // Rows of units.
+    // Sequences of units.
     {"units_without_a_number",
      [](std::size_t n) -> long_text {
          return {filled("m", " m", n), "       ERROR: 'm' undefined.\n\n"};
@@ -210,7 +210,7 @@ const long_program programs[] = {
      [](std::size_t n) -> long_text {
          return {filled("DefUnit(", "x ", n), "       ERROR: Illegal new unit name '.\n\n\n"};
      }},
-    // What belongs together, and what is passed over.
+    // Names, numbers, comments and blanks.
     {"name",
      [](std::size_t n) -> long_text {
          return {repeated("x", n), "x' undefined.\n\n"};

@@ -1,6 +1,6 @@
 #pragma once
 
-// Programs whose one line, or whose number of lines, is as long as one likes.
+// Programs of any length, with one long line or with many lines.
 
 #include <cstddef>
 #include <ostream>
@@ -11,12 +11,12 @@ namespace metrify {
 
 struct long_text {
     std::string program;
-    std::string ending; // of its listing
+    std::string ending; // the end of its listing
 };
 
 struct long_program {
     const char* name;
-    /// A program of about that many characters.
+    /// A program of about the given number of characters.
     long_text (*make)(std::size_t size);
 };
 

@@ -1,4 +1,4 @@
-// What holds for all programs, units and exponents, tried on as many as there are.
+// Properties of all programs, units and exponents, tested on a large number of them.
 
 #include "base/cursor.h"
 #include "base/number_text.h"
@@ -29,7 +29,7 @@ namespace {
 using namespace metrify;
 namespace fs = std::filesystem;
 
-// The golden programs, as a collection of all that one can write.
+// The golden programs, as a sample of everything that can be written.
 std::vector<std::string> programs() {
     std::vector<fs::path> paths;
     for (const fs::directory_entry& entry :
@@ -54,7 +54,7 @@ std::string replaced(std::string text, const std::string& part, const std::strin
     return at == std::string::npos ? text : text.replace(at, part.size(), by);
 }
 
-// Lines that change nothing for the lines behind them and stand for themselves.
+// Lines that neither affect later lines nor depend on earlier ones.
 bool stands_alone(const std::string& line) {
     for (const char* mark : {"=", "#", "\\"})
         if (contains(line, mark))
@@ -66,7 +66,7 @@ bool stands_alone(const std::string& line) {
     for (const char* keyword : {"mks", "fps", "ips", "cgs", "defunit", "begin", "end", "printfunc"})
         if (word == keyword)
             return false;
-    return !contains(run(line), "check nesting"); // which holds for the rest of a run
+    return !contains(run(line), "check nesting"); // which remains for the rest of a run
 }
 
 std::vector<std::string> lines_standing_alone() {
@@ -80,7 +80,7 @@ std::vector<std::string> lines_standing_alone() {
     return lines;
 }
 
-TEST(any_program, lists_what_its_lines_run_apart_list_where_nothing_carries_over) {
+TEST(any_program, lists_independent_lines_as_if_each_ran_alone) {
     const std::vector<std::string> lines = lines_standing_alone();
     EXPECT_GT(lines.size(), 500u);
     std::string together;
@@ -89,19 +89,19 @@ TEST(any_program, lists_what_its_lines_run_apart_list_where_nothing_carries_over
     for (const std::string& line : lines) {
         together += line + "\n";
         apart += replaced(run(line), "[  1 ] ", "[  " + std::to_string(number) + " ] ");
-        if (contains(run(line + "\n1"), "[  2 ] 1\n")) // the line has kept its number
+        if (contains(run(line + "\n1"), "[  2 ] 1\n")) // the line has used its number
             ++number;
     }
     EXPECT_EQ(run(together), apart);
 }
 
-// Without the report that a failed solving line of another program has left due.
+// Without a pending report of another program.
 std::string run_afresh(const std::string& program) {
     teardown_solver_binding();
     return run(program);
 }
 
-TEST(any_program, begins_its_listing_with_that_of_its_first_lines) {
+TEST(any_program, begins_its_listing_with_the_listing_of_its_first_lines) {
     int cuts = 0;
     for (const std::string& program : programs()) {
         const std::string whole = run_afresh(program);
@@ -121,7 +121,7 @@ TEST(any_program, begins_its_listing_with_that_of_its_first_lines) {
     EXPECT_GT(cuts, 1000);
 }
 
-TEST(any_program, lists_what_it_lists_where_nothing_has_run_before) {
+TEST(any_program, has_the_same_listing_as_in_a_new_thread) {
     const std::vector<std::string> all = programs();
     std::vector<std::string> fresh(all.size());
     for (std::size_t i = 0; i < all.size(); ++i)
@@ -132,8 +132,8 @@ TEST(any_program, lists_what_it_lists_where_nothing_has_run_before) {
         EXPECT_EQ(run(all[i]), fresh[i]) << all[i];
 }
 
-// What a one-line program lists behind the echo.
-std::string answer_behind(const std::string& echo) {
+// The listing of a one-line program after the echo.
+std::string answer_after(const std::string& echo) {
     const std::string shown = run(echo);
     const std::string head = "[  1 ] " + echo + "\n";
     EXPECT_EQ(shown.substr(0, head.size()), head);
@@ -145,20 +145,20 @@ TEST(any_line, means_the_same_with_blanks_comments_and_continuations_around_it) 
     for (const std::string& line : lines_standing_alone()) {
         if (line.find_first_not_of(" \t") == std::string::npos)
             continue;
-        const std::string answer = answer_behind(line);
-        // Messages and requests quote what is there.
+        const std::string answer = answer_after(line);
+        // Messages and requests quote their text.
         if (contains(answer, "ERROR") || contains(line, ";"))
             continue;
         ++count;
         for (const std::string& other :
              {" \t" + line, line + " \t ", line + "# note", line + " # a ; note", "\\\n" + line,
               line + "\\ ignored\n", line + ";", line + " ; # note"})
-            EXPECT_EQ(answer_behind(other), answer) << other;
+            EXPECT_EQ(answer_after(other), answer) << other;
     }
     EXPECT_GT(count, 200);
 }
 
-TEST(any_line, comes_to_the_same_when_it_is_replayed) {
+TEST(any_line, has_the_same_value_when_it_is_replayed) {
     int count = 0;
     for (const std::string& line : lines_standing_alone()) {
         code_list code;
@@ -172,7 +172,8 @@ TEST(any_line, comes_to_the_same_when_it_is_replayed) {
         dim_value replayed;
         eval_compiled_stck(replayed, code, err.str);
         EXPECT_EQ(err.view(), "") << line;
-        EXPECT_EQ(described(replayed), described(read)) << line; // equal as text: it may be no number
+        EXPECT_EQ(described(replayed), described(read))
+            << line; // compared as text, as it may be a not-a-number
     }
     EXPECT_GT(count, 200);
 }
@@ -193,7 +194,7 @@ std::string converted(const std::string& number, const std::string& from, const 
     return shown.substr(begin, shown.find(' ', begin) - begin);
 }
 
-TEST(every_pair_of_units, of_one_dimension_converts_there_and_back) {
+TEST(every_pair_of_units, of_one_dimension_converts_back_and_forth) {
     int pairs = 0;
     for (const unit_entry& from : all_units()) {
         for (const unit_entry& to : all_units()) {
@@ -202,7 +203,7 @@ TEST(every_pair_of_units, of_one_dimension_converts_there_and_back) {
             ++pairs;
             const std::string there = converted("7", std::string(from.name), std::string(to.name));
             const std::string back = converted(there, std::string(to.name), std::string(from.name));
-            // Each answer has six digits; those of a temperature are of its distance from absolute zero.
+            // Answers have six digits; for temperatures, relative to absolute zero.
             const double size = from.dim == in_degK ? 1000 : 7;
             EXPECT_NEAR(number_of(back), 7, 1.1e-5 * size) << from.name << " " << to.name;
         }
@@ -210,7 +211,7 @@ TEST(every_pair_of_units, of_one_dimension_converts_there_and_back) {
     EXPECT_GT(pairs, 4000);
 }
 
-// `7 ft` shown in a system, without the sign ahead of it: `2.1336 m`.
+// `7 ft` shown in a system, without the equals sign: `2.1336 m`.
 std::string shown_in(const std::string& value, const std::string& system) {
     const std::string shown = run(value + "; " + system);
     EXPECT_FALSE(contains(shown, "ERROR")) << shown;
@@ -222,7 +223,7 @@ TEST(every_unit, has_the_same_value_in_each_system) {
     for (const unit_entry& unit : all_units()) {
         const std::string name(unit.name);
         for (const char* system : {"MKS", "cgs", "FPS", "IPS"}) {
-            // There a difference is shown by the name of a temperature that has an offset.
+            // These systems show a temperature difference in a unit that has an offset.
             if (unit.dim == in_degKdiff && system == std::string("IPS"))
                 continue;
             const std::string shown = shown_in("7 " + name, system);
@@ -236,7 +237,7 @@ TEST(every_unit, has_the_same_value_in_each_system) {
 
 // Exponents.
 
-// Calls act with every combination of the exponents.
+// Calls act for every combination of the exponents.
 template <class Act>
 void for_each_on_a_grid(Act act) {
     constexpr std::array<double, 4> steps = {0, 1, -0.5, -2};
@@ -260,10 +261,10 @@ std::string rendered(unit_system system, const exponents& dim) {
     return std::string(text.view());
 }
 
-TEST(any_exponents, are_read_back_from_the_text_that_they_are_written_as) {
+TEST(any_exponents, are_parsed_from_the_text_that_they_are_rendered_as) {
     for (const unit_system system : {system_MKS, system_cgs, system_FPS, system_IPS}) {
         for_each_on_a_grid([system](exponents dim) {
-            if (system != system_MKS) // only MKS has a name of the kind of a difference
+            if (system != system_MKS) // only MKS has a unit of temperature difference
                 dim[dim_temperature_difference] = 0.0;
             const std::string text = rendered(system, dim);
             cursor p(text.c_str());

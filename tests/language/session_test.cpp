@@ -33,7 +33,7 @@ TEST(session, continues_after_an_error) {
     EXPECT_NE(s.enter("x + 1 s").find("ERROR:"), std::string::npos);
     EXPECT_NE(s.enter("x").find(" = 1 m"), std::string::npos);
 }
-TEST(session, shows_a_line_once) {
+TEST(session, lists_only_the_new_entry) {
     session s;
     s.enter("1 m");
     const std::string second = s.enter("2 m");
@@ -45,26 +45,26 @@ TEST(session, keeps_the_comments_of_two_entries_apart) {
     EXPECT_NE(s.enter("# two").find("# two"), std::string::npos);
     EXPECT_NE(s.enter("1 m").find(" = 1 m"), std::string::npos);
 }
-TEST(session, takes_an_empty_entry) {
+TEST(session, accepts_an_empty_entry) {
     session s;
     s.enter("x = 1 m");
     EXPECT_EQ(s.enter(""), "");
     EXPECT_NE(s.enter("x").find(" = 1 m"), std::string::npos);
 }
-TEST(session, forgets_all_when_it_starts_over) {
+TEST(session, resets_everything_when_it_starts_over) {
     session s;
     s.enter("x = 1 m");
     s.start_over();
     EXPECT_EQ(s.enter("x"), "[  1 ] x\n       ERROR: 'x' undefined.\n\n");
 }
-TEST(session, sees_that_an_entry_goes_on) {
+TEST(session, recognises_an_entry_that_is_continued) {
     EXPECT_TRUE(session::is_continued("1 + \\"));
     EXPECT_TRUE(session::is_continued("1 + \\\n2 + \\"));
     EXPECT_FALSE(session::is_continued("1 + \\\n2"));
     EXPECT_FALSE(session::is_continued("1 + 2"));
     EXPECT_FALSE(session::is_continued("1 # \\"));
 }
-TEST(session, takes_an_entry_of_several_lines) {
+TEST(session, accepts_an_entry_of_several_lines) {
     session s;
     EXPECT_NE(s.enter("1 m + \\\n2 m").find(" = 3 m"), std::string::npos);
 }
@@ -100,7 +100,7 @@ TEST(session, writes_the_report_of_a_solve_that_failed_in_an_earlier_entry) {
     EXPECT_NE(s.enter("1 m").find("Solve:"), std::string::npos);
     EXPECT_EQ(s.enter("1 m").find("Solve:"), std::string::npos);
 }
-TEST(session, forgets_a_pending_report_when_it_starts_over) {
+TEST(session, drops_a_pending_report_when_it_starts_over) {
     session s;
     s.enter("x = 2");
     s.enter("begin\ny = x^2 + 1\nend");

@@ -1,4 +1,4 @@
-// A spreadsheet's calculation thread may have a stack of 256 KiB. No input uses it up.
+// A spreadsheet's calculation thread may have a stack of 256 KiB. No input may overflow it.
 
 #include "tests/language/long_programs.h"
 #include "tests/testing.h"
@@ -11,7 +11,7 @@ namespace {
 
 using namespace metrify;
 
-// Sanitizers make frames several times as large.
+// Stack frames are several times as large with sanitizers.
 constexpr std::size_t stack_size = (is_sanitized ? 8 : 1) * std::size_t{256} * 1024;
 
 struct job {
@@ -39,7 +39,7 @@ std::string run_on_a_small_stack(const std::string& program) {
 
 class small_stack : public testing::TestWithParam<long_program> {};
 
-TEST_P(small_stack, carries_it) {
+TEST_P(small_stack, is_sufficient) {
     const long_text text = GetParam().make(100000);
     const std::string shown = run_on_a_small_stack(text.program);
     EXPECT_TRUE(ends_with(shown, text.ending)) << tail_of(shown);
@@ -50,9 +50,9 @@ INSTANTIATE_TEST_SUITE_P(calc, small_stack, testing::ValuesIn(all_long_programs(
                              return std::string(program.param.name);
                          });
 
-// As deep as it goes: every level that is allowed is used, and the innermost one does something.
+// The deepest allowed nesting, with a construct at the innermost level.
 struct deepest_nesting : testing::Test {
-    static constexpr std::size_t levels = 98; // below the limit, with room for the innermost construct
+    static constexpr std::size_t levels = 98; // leaves levels for the innermost construct
 
     static void expect_answer(const std::string& open, const std::string& inner, const std::string& close,
                               const std::string& answer) {

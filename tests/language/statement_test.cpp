@@ -1,4 +1,4 @@
-// What a line comes to besides its listing: its number, and where the cursor is.
+// The statement number and the cursor after a line.
 
 #include "language/driver.h"
 #include "language/expression.h"
@@ -63,7 +63,7 @@ TEST_F(statement, that_is_compiled_has_instructions_and_no_message) {
     EXPECT_FALSE(code.nodes().empty());
 }
 
-TEST_F(statement, that_fails_leaves_its_message) {
+TEST_F(statement, that_fails_returns_its_message) {
     const outcome got = compile("3 + ");
     EXPECT_EQ(got.result, line_result::failed);
     EXPECT_EQ(got.counter, 1);
@@ -71,15 +71,15 @@ TEST_F(statement, that_fails_leaves_its_message) {
     EXPECT_EQ(got.err, "ERROR: Math expression incomplete.\n");
 }
 
-TEST_F(statement, has_the_prefix_in_front_of_its_number) {
+TEST_F(statement, has_the_prefix_before_its_number) {
     EXPECT_EQ(compile("1", "Sol").out, "[  Sol1 ] 1\n        = 1 \n\n");
 }
 
-TEST_F(statement, is_echoed_with_the_blanks_ahead_of_it) {
+TEST_F(statement, is_echoed_with_its_leading_blanks) {
     EXPECT_EQ(compile("  \t1 # note").out, "[  1 ]   \t1 # note\n        = 1 \n\n");
 }
 
-TEST_F(statement, leaves_the_cursor_at_the_line_end_whatever_becomes_of_it) {
+TEST_F(statement, leaves_the_cursor_at_the_line_end_also_on_failure) {
     for (const std::string line :
          {"1", "1 # note", "1; m; # note", "1 + ; m", "MKS", "MKS(", "end = 3 # note", "begin 1",
           "DefUnit(foo, 3) and more", "sin(]", "1; foo", "PrintFunc now"}) {
@@ -90,7 +90,7 @@ TEST_F(statement, leaves_the_cursor_at_the_line_end_whatever_becomes_of_it) {
     }
 }
 
-TEST_F(statement, reaches_over_a_continuation) {
+TEST_F(statement, includes_a_continuation_line) {
     const std::string text = "1 + \\ more\n2";
     const outcome got = compile(text + "\n3");
     EXPECT_EQ(got.end, text.size());
@@ -99,7 +99,7 @@ TEST_F(statement, reaches_over_a_continuation) {
 
 // Numbers of special lines.
 
-TEST_F(statement, with_a_keyword_takes_one_more_number) {
+TEST_F(statement, with_a_keyword_increments_the_counter_once_more) {
     for (const char* line :
          {"MKS", "mks", "cgs(N)", "FPS", "IPS", "DefUnit(foo, 3 ft)", "DefUnit(foo)", "end", "PrintFunc"}) {
         const outcome got = compile(line);
@@ -110,7 +110,7 @@ TEST_F(statement, with_a_keyword_takes_one_more_number) {
     }
 }
 
-TEST_F(statement, with_a_keyword_that_fails_takes_none_and_leaves_its_message) {
+TEST_F(statement, with_a_keyword_that_fails_does_not_count_and_returns_its_message) {
     for (const char* line : {"MKS(", "cgs(foo)", "FPS(m", "IPS(x)", "DefUnit(m, 2)", "DefUnit(foo, 0)"}) {
         const outcome got = compile(line);
         EXPECT_EQ(got.result, line_result::special) << line;
@@ -119,14 +119,14 @@ TEST_F(statement, with_a_keyword_that_fails_takes_none_and_leaves_its_message) {
     }
 }
 
-TEST_F(statement, that_begins_a_block_takes_no_number) {
+TEST_F(statement, that_begins_a_block_does_not_count) {
     const outcome got = compile("begin");
     EXPECT_EQ(got.result, line_result::special);
     EXPECT_EQ(got.counter, 1);
     EXPECT_EQ(got.out, "[  1 ] begin\n       \n");
 }
 
-TEST_F(statement, that_ends_no_block_takes_a_number_with_its_message) {
+TEST_F(statement, that_ends_no_block_counts_and_has_a_message) {
     const outcome got = compile("end");
     EXPECT_EQ(got.counter, 2);
     EXPECT_EQ(got.out, "[  1 ] end\n       ERROR: Missing BEGIN.\n\n\n");
@@ -134,7 +134,7 @@ TEST_F(statement, that_ends_no_block_takes_a_number_with_its_message) {
 
 // Requests.
 
-TEST_F(statement, leaves_the_message_of_its_last_request) {
+TEST_F(statement, returns_the_message_of_its_last_request) {
     const outcome bad_at_last = compile("1 m; cm; s");
     EXPECT_EQ(bad_at_last.result, line_result::compiled);
     EXPECT_EQ(bad_at_last.err, "ERROR IN REQUESTED OUTPUT: 's' is incompatible.\n");
@@ -150,8 +150,8 @@ TEST_F(statement, keeps_its_assignment_if_a_request_fails) {
     EXPECT_TRUE(equal(find_var("x")->value, scalar(3, in_m)));
 }
 
-TEST_F(statement, shows_its_result_tidied_and_stores_it_as_it_was) {
-    // A sum isn't tidied by its operator, but a result is by its statement.
+TEST_F(statement, shows_its_result_normalized_and_stores_it_unchanged) {
+    // An operator does not normalize its value, but a statement normalizes its result.
     var_entry& x = add_var("x", scalar(2, {1, 0, 0, 1, 0, 0, 0, 0}));
     EXPECT_EQ(compile("y = x").out, "[  1 ] y = x\n       y = 2 m\n\n");
     EXPECT_TRUE(equal(find_var("y")->value, x.value));

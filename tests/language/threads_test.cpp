@@ -1,4 +1,4 @@
-// The calculator's state belongs to the thread: any number of threads may run programs at the same time.
+// Each thread has its own calculator: any number of threads may run programs at the same time.
 
 #include "machine/variables.h"
 #include "tests/testing.h"
@@ -15,7 +15,7 @@ namespace {
 
 using namespace metrify;
 
-// Programs that use all of the state, each in another way: what leaked from one into another would show.
+// Programs that use all of the state in different ways, so that interference is visible.
 const std::vector<std::string>& programs() {
     static const std::vector<std::string> all = {
         "x = 3 ft\nx; in\ny = x * 2\ny; cm; MKS\nz = [1, 2, 3] m\nz[2] = 7 ft\nz\n",
@@ -39,7 +39,7 @@ std::vector<std::string> listings_of_one_thread() {
 
 constexpr int rounds = is_sanitized ? 50 : 500;
 
-// Runs all programs again and again, beginning with the one of its number. Counts what differs.
+// Runs all programs repeatedly, starting with a given one. Counts listings that differ.
 void run_all(std::size_t first, const std::vector<std::string>& expected, std::atomic<bool>& start,
              std::atomic<int>& differences) {
     while (!start)
@@ -66,15 +66,15 @@ int differences_among(std::size_t thread_count) {
     return differences;
 }
 
-TEST(threads, two_get_what_one_gets) {
+TEST(threads, two_get_the_results_of_one) {
     EXPECT_EQ(differences_among(2), 0);
 }
 
-TEST(threads, eight_get_what_one_gets) {
+TEST(threads, eight_get_the_results_of_one) {
     EXPECT_EQ(differences_among(8), 0);
 }
 
-TEST(threads, have_the_main_thread_run_beside_them) {
+TEST(threads, can_run_at_the_same_time_as_the_main_thread) {
     const std::vector<std::string> expected = listings_of_one_thread();
     std::atomic<bool> start = true;
     std::atomic<int> differences = 0;
@@ -84,7 +84,7 @@ TEST(threads, have_the_main_thread_run_beside_them) {
     EXPECT_EQ(differences, 0);
 }
 
-TEST(threads, are_fit_for_a_run_at_once_however_many_come_and_go) {
+TEST(threads, run_correctly_in_their_first_run_however_many_are_started) {
     const std::vector<std::string> expected = listings_of_one_thread();
     constexpr std::size_t count = is_sanitized ? 200 : 2000;
     std::atomic<int> differences = 0;
@@ -102,7 +102,7 @@ TEST(threads, are_fit_for_a_run_at_once_however_many_come_and_go) {
     EXPECT_EQ(differences, 0);
 }
 
-// What one thread holds stays as it left it, whatever others run meanwhile.
+// The state of a thread is not changed by other threads.
 TEST(threads, keep_their_stores_while_others_run) {
     add_var("x", scalar(7, in_m));
     set_unit_system(system_cgs);

@@ -24,7 +24,7 @@ class user_units : public testing::Test {
         reset_user_units();
     }
 
-    /// Runs the statement behind its keyword and gives the answer, or the message.
+    /// Runs the statement from after its keyword and returns the answer, or the message.
     static std::string define(const char* arguments) {
         work_text out;
         work_text err;
@@ -66,7 +66,7 @@ TEST_F(user_units, are_found_by_their_whole_name) {
         EXPECT_FALSE(is_known(other)) << other;
 }
 
-TEST_F(user_units, are_found_behind_blanks) {
+TEST_F(user_units, are_found_after_blanks) {
     store_user_unit("foo", scalar(2, in_m), err.str);
     const char* text = "  \tfoo";
     cursor p(text);
@@ -75,7 +75,7 @@ TEST_F(user_units, are_found_behind_blanks) {
     EXPECT_EQ(p.at, text + 6);
 }
 
-TEST_F(user_units, leave_the_cursor_on_a_miss) {
+TEST_F(user_units, leave_the_cursor_unchanged_if_not_found) {
     store_user_unit("foo", scalar(2, in_m), err.str);
     const char* text = "  bar";
     cursor p(text);
@@ -127,7 +127,7 @@ TEST_F(user_units, are_gone_when_freed) {
     EXPECT_EQ(value_of("foo").comp[0], 5.0);
 }
 
-TEST_F(user_units, may_be_many) {
+TEST_F(user_units, can_be_many) {
     for (int i = 0; i < 20000; ++i)
         store_user_unit("unit" + std::to_string(i), scalar(i + 1, in_m), err.str);
     EXPECT_EQ(value_of("unit0").comp[0], 1.0);
@@ -176,7 +176,7 @@ TEST_F(user_units, may_have_any_other_name) {
         EXPECT_EQ(name_check(name), "") << name;
 }
 
-TEST_F(user_units, have_no_name_at_all_once_there_is_an_error) {
+TEST_F(user_units, have_no_valid_name_while_an_error_is_set) {
     err.append("ERROR: earlier.\n");
     EXPECT_FALSE(check_new_unit_name("foo", err.str));
     EXPECT_FALSE(check_new_unit_name("m", err.str));
@@ -191,14 +191,14 @@ TEST_F(user_units, are_defined_by_a_name_and_a_value) {
     EXPECT_NEAR(value_of("yd2").comp[0], 0.9144, 1e-14);
 }
 
-TEST_F(user_units, may_hold_any_exponents) {
+TEST_F(user_units, can_have_any_exponents) {
     EXPECT_EQ(define("(foo, 3 kg m / s^2)"), " User defined unit 'foo'  = 3 kg m / s^2\n");
     EXPECT_EQ(value_of("foo").dim, in_N);
     EXPECT_EQ(define("(dozen, 12)"), " User defined unit 'dozen'  = 12 \n");
     EXPECT_EQ(value_of("dozen").dim, in_plain);
 }
 
-TEST_F(user_units, may_be_defined_by_an_expression) {
+TEST_F(user_units, can_be_defined_by_an_expression) {
     add_var("x", scalar(2, in_m));
     EXPECT_EQ(define(" ( foo , (x + 1 m) * 2 ) "), " User defined unit 'foo'  = 6 m\n");
     EXPECT_EQ(define("(baz, -x)"), " User defined unit 'baz'  = -2 m\n");
@@ -209,7 +209,7 @@ TEST_F(user_units, are_shown_in_default_units) {
     EXPECT_EQ(define("(foo, 3 ft)"), " User defined unit 'foo'  = 91.44 cm\n");
 }
 
-TEST_F(user_units, are_not_defined_without_a_list_or_a_value_and_nothing_is_said) {
+TEST_F(user_units, are_not_defined_without_a_list_or_a_value_and_no_message_is_written) {
     for (const char* text : {"", " foo", "; m", "()", "( )", "(x)", "(x,)", "(,)"}) {
         EXPECT_EQ(define(text), "") << text;
         EXPECT_FALSE(is_known("x"));
@@ -228,7 +228,7 @@ TEST_F(user_units, are_not_defined_with_a_name_that_is_taken) {
     EXPECT_EQ(define("(x, 2)"), "ERROR: New unit name 'x' matches an existing variable name.\n");
 }
 
-TEST_F(user_units, are_not_defined_by_what_is_no_expression) {
+TEST_F(user_units, are_not_defined_by_text_that_is_no_expression) {
     EXPECT_EQ(define("(foo, ])"), "ERROR: Could not process second argument.\n");
     EXPECT_FALSE(is_known("foo"));
 }
@@ -250,12 +250,12 @@ TEST_F(user_units, are_redefined_by_a_second_statement) {
     EXPECT_NEAR(value_of("foo").comp[0], 0.6096, 1e-14);
 }
 
-TEST_F(user_units, may_be_defined_by_their_own_earlier_value) {
+TEST_F(user_units, can_be_defined_by_their_own_earlier_value) {
     EXPECT_EQ(define("(foo, 3 m)"), " User defined unit 'foo'  = 3 m\n");
     EXPECT_EQ(define("(foo, 2 foo)"), " User defined unit 'foo'  = 6 m\n");
 }
 
-TEST_F(user_units, take_the_last_of_several_names) {
+TEST_F(user_units, use_the_last_of_several_names) {
     EXPECT_EQ(define("(x y, 3)"), " User defined unit 'y'  = 3 \n");
     EXPECT_FALSE(is_known("x"));
 }

@@ -5,8 +5,8 @@ namespace metrify {
 
 namespace {
 
-// The loader runs what initialises a module, and undoes it. This object is the module's last: it is made when
-// all the others are there, and goes before them.
+// The loader constructs and destroys the static objects of a module. This one is constructed last and
+// destroyed first.
 class ModuleLife {
   public:
     ModuleLife() {

@@ -4,15 +4,15 @@
 
 #include <windows.h>
 
-// Called by the loader. At a detach, `reserved` tells the end of the whole process from the unloading of this
-// module.
+// Called by the loader. At a detach, `reserved` is set if the whole process ends and null if only this module
+// is unloaded.
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
-    const auto told = static_cast<metrify::ProcessReason>(reason);
-    if (told == metrify::ProcessReason::detach && reserved) {
+    const auto event = static_cast<metrify::ProcessReason>(reason);
+    if (event == metrify::ProcessReason::detach && reserved) {
         metrify::AbandonHost();
         return TRUE;
     }
-    if (told == metrify::ProcessReason::attach)
+    if (event == metrify::ProcessReason::attach)
         metrify::ConnectImportedHost();
-    return metrify::ProcessEntry(instance, told) != 0 ? TRUE : FALSE;
+    return metrify::ProcessEntry(instance, event) != 0 ? TRUE : FALSE;
 }

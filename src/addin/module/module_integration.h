@@ -1,12 +1,12 @@
 #pragma once
 
-// The integration of the module with its host: a real one where there are such hosts.
+// The module's integration with the host, which is available on Windows only.
 
 #include "xllrt/event/integration.h"
 
 namespace metrify {
 
-/// Lives as long as the module.
+/// Exists as long as the module.
 const CXlIntegration& ModuleIntegration();
 
 } // namespace metrify

@@ -1,4 +1,4 @@
-// What exists once in the module, made in this order while it is initialised.
+// The static objects of the module, constructed in this order.
 
 #include "addin/application.h"
 #include "addin/function_records.h"
