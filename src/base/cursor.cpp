@@ -14,7 +14,7 @@ void move_to_newline(cursor& p) {
         ++p.at;
 }
 
-// Both skips: blanks and continuations, and comments if asked.
+// Skips blanks and continuations, and optionally comments.
 template <bool comments>
 void skip(cursor& p) {
     while (!at_stop_pointer(p)) {
@@ -26,7 +26,7 @@ void skip(cursor& p) {
         } else if (*p == '\\') {
             move_to_newline(p);
             if (at_text_end(p))
-                return; // no newline behind the backslash
+                return; // no newline after the backslash
             ++p.at;
         } else {
             return;
@@ -34,8 +34,8 @@ void skip(cursor& p) {
     }
 }
 
-// The cursor as far as blanks reach, without continuations. No newline can come sooner than a backslash.
-cursor behind_plain_blanks(cursor p) {
+// The cursor after the blanks. Continuations are not skipped: a backslash comes before any newline.
+cursor after_plain_blanks(cursor p) {
     while (is_blank(*p) && !at_stop_pointer(p))
         ++p.at;
     return p;
@@ -75,11 +75,11 @@ void move_to_comment_or_line_end(cursor& expptr) {
 }
 
 bool rest_of_line_is_blank(const cursor& expptr) {
-    return at_line_end(behind_plain_blanks(expptr));
+    return at_line_end(after_plain_blanks(expptr));
 }
 
 bool rest_is_blank_before_comment(const cursor& expptr) {
-    const cursor p = behind_plain_blanks(expptr);
+    const cursor p = after_plain_blanks(expptr);
     return at_line_end(p) || *p == '#';
 }
 
@@ -116,7 +116,7 @@ std::string_view take_name(cursor& expptr) {
 }
 
 bool scan_number(bool advance, cursor& expptr, double& out) {
-    const cursor start = behind_plain_blanks(expptr);
+    const cursor start = after_plain_blanks(expptr);
     out = 0.0;
     if (at_stop_pointer(start))
         return false;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The cursor toolkit shared by all rules of the language: what is a blank, a comment, a line end, a statement
-// end, a name and a number. A rule rewinds by saving the cursor and putting it back; the text is never
+// The cursor and the scanning functions shared by all rules of the language: blanks, comments, line ends,
+// statement ends, names and numbers. A rule backtracks by restoring a saved cursor; the text is never
 // changed.
 
 #include <array>
@@ -10,8 +10,8 @@
 
 namespace metrify {
 
-/// A read position in a terminated text. `stop` is an extra end of the text: it lets a listing run a stretch
-/// in the middle of the text as if the text ended there.
+/// A read position in a null-terminated text. `stop` is an optional earlier end, so that a part of the text
+/// can be run as if the text ended there.
 struct cursor {
     const char* at = "";
     const char* stop = nullptr;
@@ -35,9 +35,9 @@ enum char_class : unsigned char {
     class_letter = 2,
     class_digit = 4,
     class_underscore = 8,
-    class_line_end = 16,      // end mark and newline
-    class_statement_end = 32, // those and ; and #
-    class_skipped = 64,       // what a skip of blanks, comments and continuations may begin with
+    class_line_end = 16,      // terminator and newline
+    class_statement_end = 32, // the same, and ; and #
+    class_skipped = 64,       // first characters of blanks, comments and continuations
 };
 
 constexpr std::array<unsigned char, 256> make_char_classes() {
@@ -66,7 +66,8 @@ constexpr bool has_class(char c, int bits) {
 
 } // namespace detail
 
-// Characters. A carriage return is no blank; a byte above 127 is an ordinary character that no name holds.
+// Characters. A carriage return is not a blank. A byte above 127 is an ordinary character that is not part of
+// a name.
 
 constexpr bool is_blank(char c) {
     return detail::has_class(c, detail::class_blank);
@@ -77,7 +78,7 @@ constexpr bool is_letter(char c) {
 constexpr bool is_name_char(char c) {
     return detail::has_class(c, detail::class_letter | detail::class_digit | detail::class_underscore);
 }
-/// Folds A to Z to lower case and nothing else.
+/// Converts A to Z to lower case; other characters are unchanged.
 constexpr char fold_case(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -100,7 +101,7 @@ inline bool at_statement_end(const cursor& p) {
 
 // Movers.
 
-/// True if the character at the cursor is c; moves behind it if advance is set.
+/// True if the character at the cursor is c; moves after it if advance is set.
 inline bool accept_char(bool advance, char c, cursor& expptr) {
     if (*expptr != c || c == '\0')
         return false;
@@ -111,50 +112,50 @@ inline bool accept_char(bool advance, char c, cursor& expptr) {
 namespace detail {
 void skip_from(cursor& expptr);
 }
-/// Skips blanks, comments up to their newline, and line continuations: a backslash with what follows it on
-/// its line and the newline.
+/// Skips blanks, comments up to their newline, and line continuations: a backslash, the rest of its line and
+/// the newline.
 inline void skip_blanks_and_comments(cursor& expptr) {
     if (detail::has_class(*expptr, detail::class_skipped))
         detail::skip_from(expptr);
 }
 void skip_blanks(cursor& expptr);
 void skip_to_line_end(cursor& expptr);
-/// As far as a statement reaches, continuations included; does not enter a comment.
+/// To the end of the statement, continuations included; does not enter a comment.
 void skip_to_statement_end(cursor& expptr);
 /// To the first hash of the line, or to the line's end.
 void move_to_comment_or_line_end(cursor& expptr);
 
-// Tests of a line; the cursor stays.
+// Tests of a line; the cursor does not move.
 
 bool rest_of_line_is_blank(const cursor& expptr);
-/// The same, a trailing comment counting as nothing.
+/// The same; a trailing comment is ignored.
 bool rest_is_blank_before_comment(const cursor& expptr);
-/// True if the first character from a on that is neither newline nor blank lies before b and is a hash.
+/// True if the first character from a on that is neither newline nor blank is before b and is a hash.
 bool span_begins_with_comment(const cursor& a, const cursor& b);
 
 /// With the cursor at the end of a comment: moves to the end of a comment that the next line begins with, or
-/// gives false and stays.
+/// returns false and does not move.
 bool absorb_next_comment_line(cursor& expptr);
 
-// Scanners. They report nothing: on false the cursor stays, and the caller chooses a message.
+// Scanners. They report no errors: on false the cursor does not move, and the caller chooses a message.
 
 /// True if a name starts here: a letter, then letters, digits and underscores. Does not skip blanks.
 bool is_mnemonic(bool advance, cursor& expptr);
-/// The name at the cursor, which must be there; the cursor moves behind it.
+/// The name at the cursor, which must be at one; moves after it.
 std::string_view take_name(cursor& expptr);
-/// A number with the blanks and tabs ahead of it. On false out is 0.0.
+/// A number, preceded by any blanks and tabs. On false out is 0.0.
 bool scan_number(bool advance, cursor& expptr, double& out);
-/// An index [1], [2] or [3] with the blanks and comments around its tokens.
+/// An index [1], [2] or [3] with blanks and comments around its tokens.
 bool scan_component_suffix(cursor& expptr, int& out);
 
 // Keywords.
 
-/// Compares the text at the cursor with a whole-word keyword: 0 on a match, the cursor moving behind it if
-/// advance is set. Otherwise the sign orders the two: negative if the text comes first.
+/// Compares the text at the cursor with a whole-word keyword: 0 on a match, and the cursor moves after it if
+/// advance is set. Otherwise the sign is the order of the two: negative if the text comes first.
 int match_keyword(bool advance, bool case_sensitive, cursor& expptr, std::string_view keyword);
-/// The same with case folded, advancing.
+/// The same, ignoring case and advancing.
 int match_keyword_nocase(cursor& expptr, std::string_view keyword);
-/// The folded difference at the first mismatch of two whole texts, or 0.
+/// The difference of the lower-case characters at the first mismatch of two texts, or 0.
 int text_compare_nocase(std::string_view a, std::string_view b);
 std::size_t count_char_in_text(std::string_view text, char c);
 

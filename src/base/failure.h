@@ -1,6 +1,6 @@
 #pragma once
 
-// How a numerical routine reports a failure: a text in the error text, and 0 as its value.
+// A numerical routine reports a failure by a message in err and returns 0.
 
 #include "base/text_str.h"
 
@@ -8,7 +8,7 @@
 
 namespace metrify {
 
-/// Appends the text and gives 0.0, which is what a routine returns that fails.
+/// Appends the text and returns 0.0, the value of a routine that fails.
 inline double numeric_failure(text_str*& err, std::string_view text) {
     append(err, text);
     return 0.0;

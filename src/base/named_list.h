@@ -1,7 +1,7 @@
 #pragma once
 
-// Entries with names, in the order in which they were added, found by name without a walk. An entry's address
-// stays the same while the list lives.
+// Named entries in the order in which they were added, with a hash index by name. The address of an entry
+// does not change while the list lives.
 
 #include <cstddef>
 #include <deque>
@@ -11,7 +11,7 @@
 
 namespace metrify {
 
-/// Entry must have a member `name` that doesn't change and converts to std::string_view.
+/// Entry must have a constant member `name` that converts to std::string_view.
 template <class Entry>
 class named_list {
   public:
@@ -27,14 +27,14 @@ class named_list {
         return place == by_name_.end() ? nullptr : place->second;
     }
 
-    /// The name must not be there yet.
+    /// The name must be new.
     Entry& add(Entry entry) {
         Entry& added = entries_.emplace_back(std::move(entry));
         by_name_.emplace(added.name, &added);
         return added;
     }
 
-    /// Gives all memory back: one long run doesn't burden the short ones behind it.
+    /// Releases all memory, so that a large run does not slow down the small ones after it.
     void clear() {
         if (entries_.empty())
             return;

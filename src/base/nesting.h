@@ -1,7 +1,7 @@
 #pragma once
 
-// How deep constructs may be nested. The parser descends recursively, and the smallest stack that it is
-// called on has 256 KiB; text is longer than that.
+// The limit of nesting. The parser is recursive and must work on a stack of 256 KiB, whatever the length of
+// the text.
 
 #include "base/text_str.h"
 
@@ -9,8 +9,7 @@
 
 namespace metrify {
 
-/// Parentheses, brackets and calls inside one another, counted for expressions and for unit expressions
-/// apart.
+/// Nested parentheses, brackets and calls, counted separately for expressions and for unit expressions.
 constexpr int max_nesting = 100;
 
 constexpr std::string_view nesting_message =

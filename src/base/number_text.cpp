@@ -14,11 +14,11 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// The parts of a number's text, ahead of which a sign may stand.
+// The parts of a number's text, without its sign.
 struct decimal_form {
     const char* digits;   // start of digits and point
-    const char* exponent; // behind the last of them
-    const char* end;      // behind the exponent, if there is one
+    const char* exponent; // end of digits and point
+    const char* end;      // end of the exponent, if there is one
     bool has_digits;
 };
 
@@ -50,8 +50,8 @@ decimal_form scan_decimal(const char* p) {
     return form;
 }
 
-// Whether a number known to be outside the range of a double lies above it: that is a matter of the power of
-// ten of its first digit that isn't 0.
+// Whether a number outside the range of a double is too large rather than too small. The power of ten of its
+// first non-zero digit decides.
 bool is_above_range(const decimal_form& form) {
     const char* point = std::find(form.digits, form.exponent, '.');
     const char* leading =

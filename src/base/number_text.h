@@ -6,7 +6,7 @@
 
 namespace metrify {
 
-/// Room for whatever one number comes to.
+/// Buffer for the text of one number.
 struct number_buffer {
     char text[32];
 };
@@ -16,10 +16,10 @@ struct number_buffer {
 std::string_view format_double(double x, number_buffer& buffer);
 std::string_view format_int(int n, number_buffer& buffer);
 
-/// Reads the decimal forms of strtod at the start of a terminated text: a sign, digits with an optional
-/// point, an optional exponent. Hexadecimal numbers and the words for infinity and not-a-number are no
-/// numbers. Too large a number is an infinity, too small a one zero. Gives the end of the number, or text
-/// itself and a value of 0 if there is none. Does not skip blanks.
+/// Reads a decimal number at the start of a null-terminated text: optional sign, digits with an optional
+/// point, optional exponent. Hexadecimal numbers and the words for infinity and not-a-number are not
+/// accepted. A number that is too large becomes infinity, one that is too small 0. Returns the end of the
+/// number; without a number returns text and sets value to 0. Does not skip blanks.
 const char* read_double(const char* text, double& value);
 
 } // namespace metrify

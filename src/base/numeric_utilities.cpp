@@ -10,7 +10,7 @@ void nrerror(const char* text) {
     std::fputs("Numerical Recipes run-time error ...\n", stderr);
     std::fprintf(stderr, "%s\n", text);
     std::fputs("... now exiting to system ...\n\n", stderr);
-    std::exit(1); // NOLINT(concurrency-mt-unsafe): the process ends here, whoever else is running
+    std::exit(1); // NOLINT(concurrency-mt-unsafe): the process ends here, whatever other threads do
 }
 
 namespace detail {

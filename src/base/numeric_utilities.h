@@ -1,7 +1,7 @@
 #pragma once
 
-// Vectors and matrices with a free index base, the fatal road for exhausted memory, and a few scalar helpers.
-// A failure of a numerical method is a text in `err` and never comes here.
+// Vectors and matrices with a free index base, the out-of-memory exit, and a test for finite numbers. A
+// failure of a numerical method is a message in `err` and does not end the process.
 
 #include <algorithm>
 #include <cstddef>
@@ -30,7 +30,7 @@ using block_owner = std::unique_ptr<T[], block_release>;
 /// A block of count elements of the given size; nrerror(failure) if there is no memory for it.
 void* allocate_block(long count, std::size_t size, const char* failure);
 
-/// Numbers are 0 at first; characters are not set.
+/// Numbers are initialized to 0; characters are not initialized.
 template <class T>
 block_owner<T> new_block(long count, const char* failure) {
     block_owner<T> block(static_cast<T*>(allocate_block(count, sizeof(T), failure)));
@@ -46,7 +46,7 @@ template <class T>
 class offset_vector {
   public:
     offset_vector(long nl, long nh, const char* failure)
-        // One element more than the range asks for: an empty range has an address too.
+        // One element more than the range, so that an empty range has an address too.
         : block_(detail::new_block<T>(nh - nl + 2, failure)), low_(nl) {}
 
     T& operator[](long index) { return block_[static_cast<std::size_t>(index - low_)]; }
@@ -62,7 +62,7 @@ class offset_vector {
 };
 
 /// Owner of the elements m(i, j) for i from nrl to nrh and j from ncl to nch, in one contiguous block, row
-/// behind row.
+/// by row.
 template <class T>
 class offset_matrix {
   public:
@@ -70,11 +70,11 @@ class offset_matrix {
         : block_(detail::new_block<T>((nrh - nrl + 1) * (nch - ncl + 1) + 1, failure)), low_row_(nrl),
           low_column_(ncl), columns_(nch - ncl + 1) {}
 
-    T& operator()(long row, long column) { return block_[place(row, column)]; }
-    const T& operator()(long row, long column) const { return block_[place(row, column)]; }
+    T& operator()(long row, long column) { return block_[index_of(row, column)]; }
+    const T& operator()(long row, long column) const { return block_[index_of(row, column)]; }
 
   private:
-    std::size_t place(long row, long column) const {
+    std::size_t index_of(long row, long column) const {
         return static_cast<std::size_t>((row - low_row_) * columns_ + (column - low_column_));
     }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// A hash of fixed names made at compile time, in which no two names share a place: a look-up is one probe.
-// Names fall into buckets by one half of their hash, and each bucket has a displacement, found by trial, that
-// sends its names to free slots.
+// A perfect hash of fixed names, computed at compile time: a look-up is one probe. Names are distributed to
+// buckets by one half of their hash. Each bucket has a displacement, found by trial, that maps its names to
+// free slots.
 
 #include <array>
 #include <cstddef>
@@ -23,22 +23,22 @@ constexpr std::uint64_t name_hash(std::string_view name) {
     return hash;
 }
 
-/// Maps the hashes of Count names to their places 0 to Count - 1. Slots and Buckets are powers of 2.
+/// Maps the hashes of Count names to their indices 0 to Count - 1. Slots and Buckets are powers of 2.
 template <std::size_t Count, std::size_t Slots, std::size_t Buckets>
 class perfect_hash {
   public:
     static constexpr std::uint16_t none = 0xffff;
 
-    /// Names whose hash is that of a name of the table, so the caller compares the one name at that place.
+    /// The index of the only name that can have this hash, or none. The caller compares the names.
     constexpr std::uint16_t find(std::uint64_t hash) const {
         return slots_[slot_of(hash, displacements_[bucket_of(hash)])];
     }
 
-    /// Two names with one hash would let the search for a displacement run on: no constant expression then.
+    /// If two names have the same hash, the search for a displacement does not end, and compilation fails.
     constexpr explicit perfect_hash(const std::array<std::uint64_t, Count>& hashes) {
         slots_.fill(none);
         const bucket_members members(hashes);
-        // The fullest buckets choose first, while there is room.
+        // The fullest buckets come first, while most slots are free.
         for (std::size_t size = members.largest(); size > 0; --size) {
             for (std::size_t bucket = 0; bucket < Buckets; ++bucket)
                 if (members.size(bucket) == size)
@@ -52,7 +52,7 @@ class perfect_hash {
         return ((hash >> 8) ^ ((hash >> 24) * displacement)) & (Slots - 1);
     }
 
-    /// The names' places in order of their buckets.
+    /// The names' indices in the order of their buckets.
     struct bucket_members {
         constexpr explicit bucket_members(const std::array<std::uint64_t, Count>& hashes) {
             for (const std::uint64_t hash : hashes)
@@ -75,7 +75,8 @@ class perfect_hash {
         std::array<std::size_t, Count> member = {};
     };
 
-    // Takes the slots that a displacement gives a bucket's names; if one is taken already, gives all back.
+    // Occupies the slots of a bucket's names for a displacement. If one is occupied already, releases them
+    // all.
     constexpr bool fits(const std::array<std::uint64_t, Count>& hashes, const bucket_members& members,
                         std::size_t bucket, std::uint16_t displacement) {
         for (std::size_t m = members.first[bucket]; m < members.first[bucket + 1]; ++m) {

@@ -28,8 +28,8 @@ text_str* new_record() {
     return record;
 }
 
-// The text moves to a record of the new capacity. Its characters are copied only where the block that stands
-// behind them is too small as well.
+// Moves the text to a record of the new capacity. The characters are copied only if their block is too small
+// as well.
 text_str* moved_to_capacity(text_str* old, std::size_t capacity) {
     text_str* grown = new_record();
     *grown = *old;

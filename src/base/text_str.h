@@ -2,8 +2,8 @@
 
 // The growable text that carries the listing and the error text through the calculator.
 //
-// A text is held through a handle. Growth replaces the record, so every append returns the handle to use from
-// then on and the caller stores it back: s = str_append_text(&s, "...").
+// A text is accessed through a pointer to its record. Growth replaces the record, so every append returns the
+// new pointer and the caller stores it: s = str_append_text(&s, "..."), or append(s, "...").
 
 #include "base/number_text.h"
 
@@ -15,13 +15,13 @@ namespace metrify {
 
 struct text_str {
     char* text;           // terminated, never null
-    std::size_t length;   // characters ahead of the end mark
+    std::size_t length;   // characters before the terminator
     std::size_t capacity; // decides when the text moves: it holds at most capacity - 2 characters
     std::size_t grow_by;  // step by which capacity grows
-    std::size_t block;    // bytes really there behind `text`; runs ahead of capacity, so that a text made of
-                          // many small pieces is moved a logarithmic number of times only
+    std::size_t block;    // allocated bytes; grows geometrically, so that a text made of many small pieces
+                          // is copied a logarithmic number of times only
     bool in_place;        // record and first block belong to a work_text
-    bool owns_block;      // false while the text stands in the first block of a work_text
+    bool owns_block;      // false while the text is in the first block of a work_text
 };
 
 /// A new empty text. Ends the process through nrerror if there is no memory for it.
@@ -40,9 +40,9 @@ inline std::string_view str_view(const text_str* s) {
 }
 
 namespace detail {
-/// The text with room for `needed` bytes, moved to a new record.
+/// The text with a capacity of at least `needed` bytes, moved to a new record.
 text_str* str_moved(text_str* s, std::size_t needed);
-/// The same ahead of an append; `appended` follows where it is a part of the text itself.
+/// The same before an append; `appended` is updated if it is a part of the text itself.
 text_str* str_moved(text_str* s, std::size_t needed, std::string_view& appended);
 } // namespace detail
 
@@ -59,7 +59,7 @@ inline text_str* str_append_text(text_str** s, std::string_view text) {
     return target;
 }
 
-/// Appends the characters from begin up to end; nothing if end lies before begin.
+/// Appends the characters from begin up to end; nothing if end is before begin.
 inline text_str* str_append_range(text_str** s, const char* begin, const char* end) {
     if (std::less<>()(end, begin))
         return *s;
@@ -67,10 +67,10 @@ inline text_str* str_append_range(text_str** s, const char* begin, const char* e
 }
 text_str* str_append_str(text_str** s, text_str* const* t);
 
-/// Appends text up to, not including, its first character that stands in set, or all of it.
+/// Appends text up to, not including, its first character that is in set, or all of it.
 text_str* str_append_until_any(text_str** s, std::string_view text, std::string_view set);
 
-/// Appends three texts and stores the handle itself: the form in which a message is written around a name.
+/// Appends three texts and stores the pointer itself.
 text_str* str_append_three(text_str** s, std::string_view a, std::string_view b, std::string_view c);
 
 /// Appends x as "%g" would print it; a not-a-number is `nan`, without a sign.
@@ -122,8 +122,8 @@ void append(text_str*& s, const Parts&... parts) {
     s = detail::str_append_views(s, detail::text_part(parts).view...);
 }
 
-/// Owner of a text with its record and its first block in place, so that a text of usual length costs no
-/// allocation. The handle is `str`; every append keeps it up to date.
+/// Owner of a text that holds its record and its first block, so that a text of usual length needs no
+/// allocation. The pointer to the record is `str`; every append updates it.
 class work_text {
   public:
     static constexpr std::size_t first_capacity = 1024;

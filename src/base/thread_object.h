@@ -1,18 +1,18 @@
 #pragma once
 
-// State that belongs to a thread and owns memory. It is reached through a plain pointer and released by a
-// hook of the platform: on Windows a thread's variables are gone by the time the destructors of those among
-// them would run, so an object with a destructor must not be one of them.
+// State of a thread that owns memory. It is accessed through a plain pointer and released by a callback of
+// the platform: on Windows thread-local variables are released before their destructors would run, so none of
+// them may have a destructor.
 
 #include <memory>
 
 namespace metrify {
 
-/// Has the calling thread release the object when it ends, or the module when it is unloaded. What was
-/// announced last is released first.
+/// Releases the object when the calling thread ends, or when the module is unloaded. The object registered
+/// last is released first.
 void at_thread_end(void* object, void (*release)(void*));
 
-/// The calling thread's own object of the type, made when it is first asked for.
+/// The calling thread's object of the type, created on first use.
 template <class T>
 T& thread_object() {
     static thread_local T* object = nullptr;

@@ -14,8 +14,8 @@ struct release_entry {
     std::unique_ptr<release_entry> next;
 };
 
-// The slot's value is the list of the thread. The system hands it back when the thread ends, and those of all
-// threads when the slot is given up.
+// The slot's value is the list of the thread. The system passes it when the thread ends, and the lists of all
+// threads when the slot is freed.
 void WINAPI release_all(void* first) {
     std::unique_ptr<release_entry> entry(static_cast<release_entry*>(first));
     while (entry != nullptr) {

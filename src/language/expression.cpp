@@ -51,7 +51,7 @@ bool is_incomplete(cursor after_operator, text_str*& err) {
     return true;
 }
 
-enum class parse_step { goes_on, ends, fails };
+enum class parse_step { continues, ends, fails };
 
 // An optional unit expression after a primary. It may begin with "*" or "/". Text that is only partly a unit
 // expression counts as none and is no error.
@@ -77,7 +77,7 @@ parse_step take_units(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         return parse_step::fails;
     }
     run_and_record(OP_PUSH_UNIT, scale, ctx, err);
-    return run_and_record(OP_UNIT_ASSIGN, ctx, err) ? parse_step::goes_on : parse_step::fails;
+    return run_and_record(OP_UNIT_ASSIGN, ctx, err) ? parse_step::continues : parse_step::fails;
 }
 
 // An optional "^" primary.
@@ -92,7 +92,7 @@ parse_step take_power(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         if (!is_num_paren_var_func_or_null(expptr, ctx, err))
             return parse_step::ends;
         if (str_is_empty(err) && run_and_record(OP_POW, ctx, err))
-            return parse_step::goes_on;
+            return parse_step::continues;
     }
     expptr = start;
     return parse_step::fails;
@@ -113,7 +113,7 @@ bool is_unit_exp_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         parse_step result = take_units(expptr, ctx, err);
         if (result == parse_step::ends)
             result = take_power(expptr, ctx, err);
-        if (result != parse_step::goes_on)
+        if (result != parse_step::continues)
             return result == parse_step::ends;
     }
 }

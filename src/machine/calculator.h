@@ -1,8 +1,7 @@
 #pragma once
 
-// All that one calculator keeps from statement to statement. The functions of the parts work on the
-// calculator in use on the calling thread. That is the thread's own one, unless a scope puts another one in
-// its place.
+// The state that one calculator keeps from statement to statement. The functions of its parts use the current
+// calculator of the calling thread. That is the thread's default calculator, unless a scope replaces it.
 
 #include "machine/func_block.h"
 #include "machine/solver_binding.h"
@@ -26,10 +25,10 @@ struct calculator {
     int statements = 0; // number of the latest statement
 };
 
-/// The calculator in use on the calling thread.
+/// The current calculator of the calling thread.
 calculator& current_calculator();
 
-/// Puts a calculator in use on the calling thread while the scope lives.
+/// Makes a calculator the current one of the calling thread while the scope lives.
 class calculator_scope {
   public:
     explicit calculator_scope(calculator& used);
@@ -41,7 +40,7 @@ class calculator_scope {
     calculator* outer_;
 };
 
-/// Empties the calculator in use at the start of a run. A report that is due stays due.
+/// Resets the current calculator at the start of a run. A pending report stays pending.
 void reset_calculator();
 
 /// Releases the memory of a run that has ended.

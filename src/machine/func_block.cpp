@@ -83,7 +83,7 @@ const number_program& block_numbers() {
 void run_block_listing(std::string_view header, std::string_view prefix, line_runner run, text_str*& out,
                        text_str*& err) {
     func_block& b = block();
-    // A `PrintFunc` inside the block is a line of its listing, which lists nothing in turn.
+    // A `PrintFunc` inside the block is only a line of the listing: the listing is not nested.
     if (b.state != block_state::closed || b.listing)
         return;
     b.listing = true;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The function block of a run: the stretch of lines between `begin` and `end`. Its statements' instructions
-// are kept for the solvers, and its text can be run once more for a listing.
+// The function block of a run: the lines between `begin` and `end`. The instructions of its statements are
+// kept for the solvers, and its text can be run again for a listing.
 
 #include "base/cursor.h"
 #include "machine/code_list.h"
@@ -23,20 +23,20 @@ struct func_block {
     number_program numbers; // refers to the code
 };
 
-/// No block. Instructions of an earlier run are released.
+/// Removes the block and releases its instructions.
 void reset_func_block();
 
-/// With the cursor behind the word: starts a new block in place of the old one.
+/// With the cursor after the keyword: starts a new block, which replaces the old one.
 void begin_func_block(const cursor& expptr);
-/// With the cursor behind the word: closes an open block and changes nothing else.
+/// With the cursor after the keyword: closes an open block; otherwise only stops recording.
 void end_func_block(const cursor& expptr);
 
 bool is_block_recording();
-bool is_block_defined();   // begun at least
+bool is_block_defined();   // begun, whether ended or not
 bool is_block_closed();    // begun and ended
 bool is_definition_open(); // begun and not ended
 
-/// True if the block is still open or its text goes on after the position.
+/// True if the block is still open or its text extends beyond the position.
 bool block_needs_text_from(const char* position);
 /// To be called when the text that the block is in has been copied to another address; both copies exist.
 void move_block_text(const char* from, const char* to);
@@ -44,15 +44,15 @@ void move_block_text(const char* from, const char* to);
 /// Appends a statement's instructions to the block. Only while the block is recording.
 void store_block_code(const code_list& list);
 const code_list& block_code();
-/// The same for the evaluations of a block that is closed.
+/// The same, prepared for evaluation once the block is closed.
 const number_program& block_numbers();
 
 /// Runs the lines from a cursor to the end of its text and appends their listing to out; the prefix precedes
 /// the statement numbers.
 using line_runner = void (*)(std::string_view prefix, cursor expptr, text_str*& out, text_str*& err);
 
-/// Runs the text of a closed block again and appends the header and the listing to out. Without a closed
-/// block nothing is written.
+/// Runs the text of a closed block again and appends the header and the listing to out. Writes
+/// nothing without a closed block.
 void run_block_listing(std::string_view header, std::string_view prefix, line_runner run, text_str*& out,
                        text_str*& err);
 

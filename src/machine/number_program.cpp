@@ -16,13 +16,12 @@ dim_value to_value(const number& from, const exponents& units) {
     return {0, {from.value, from.rest, from.rest}, units};
 }
 
-/// True for a scalar with these units to the last bit, whose unused components are alike, as they usually
-/// are.
+/// True for a scalar with exactly these units whose unused components are equal, as they usually are.
 bool is_scalar_in(const dim_value& v, const exponents& units) {
     const auto difference = [](double x, double y) {
         return std::bit_cast<std::uint64_t>(x) ^ std::bit_cast<std::uint64_t>(y);
     };
-    // No loop: this is what a variable costs in a replay.
+    // Unrolled, because this is done for every variable of a replay.
     const auto& [a, b, c, d, e, f, g, h] = v.dim.powers;
     const std::uint64_t in_units = difference(a, units[0]) | difference(b, units[1]) |
                                    difference(c, units[2]) | difference(d, units[3]) |
@@ -55,7 +54,7 @@ void number_program::prepare(const code_list& list) {
     }
 }
 
-// Puts the function's value in the place of its first argument.
+// Stores the function's value in its first argument.
 bool number_program::call(const number_call& made, number* arguments, compile_ctx& ctx,
                           text_str*& err) const {
     const exponents* units = code_.call_units.data() + made.first_units;
@@ -67,7 +66,7 @@ bool number_program::call(const number_call& made, number* arguments, compile_ct
     *arguments = {value.comp[0], value.comp[1]};
     ctx.stack.drop();
     if (!is_done)
-        str_clear(&err); // the long way finds the message again
+        str_clear(&err); // the full replay reports the message
     return is_done;
 }
 
@@ -76,9 +75,9 @@ bool number_program::run(const replay_statement& statement, dim_value& result, c
     for (const number_variable& read : part(code_.variables, statement.first_variable, statement.variables))
         if (!is_scalar_in(read.entry->value, read.units))
             return false;
-    std::array<number, max_stack_depth + 1> room; // NOLINT: not set
-    room[0] = {0.0, 0.0};                         // what an empty statement comes to
-    number* end = room.data();                    // behind the top
+    std::array<number, max_stack_depth + 1> stack; // NOLINT: not initialized
+    stack[0] = {0.0, 0.0};                         // the result of an empty statement
+    number* end = stack.data();                    // after the top
     for (const number_step& step : part(code_.steps, statement.first_step, statement.steps)) {
         bool is_done = true;
         if (step.operate != nullptr) {
@@ -96,9 +95,9 @@ bool number_program::run(const replay_statement& statement, dim_value& result, c
     }
     const bool is_held = statement.target != nullptr && statement.target->held;
     if (statement.target != nullptr && !is_held)
-        statement.target->value = to_value(room[0], statement.units);
-    if (statement.is_last) // the value of a variable that is held stands for the one computed
-        result = is_held ? statement.target->value : to_value(room[0], statement.units);
+        statement.target->value = to_value(stack[0], statement.units);
+    if (statement.is_last) // an assignment to a held variable results in the value it holds
+        result = is_held ? statement.target->value : to_value(stack[0], statement.units);
     return true;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// The short way through a replay. As long as the variables have the units that they had when a list was
-// prepared, the units of all that its scalar statements come to are known, and the numbers alone are worked
-// on. What a statement comes to is the same, to the last bit.
+// The fast path of a replay. While the variables have the units that they had when a list was prepared, the
+// units of all intermediate results of its scalar statements are known, and only numbers are computed. The
+// results are the same to the last bit.
 
 #include "machine/code_list.h"
 #include "machine/operand_stack.h"
@@ -21,20 +21,20 @@ struct number_step {
     std::size_t call;       // index of the call
 };
 
-/// A variable that a statement reads, with the units that it has to have.
+/// A variable that a statement reads, with the units that it must have.
 struct number_variable {
     const var_entry* entry;
     exponents units;
 };
 
-/// A call of a function. The units of its arguments, and behind them those that its value has to have, stand
+/// A call of a function. The units of its arguments, followed by the required units of its value, are stored
 /// among the units of the calls.
 struct number_call {
     packed_call record;
     std::size_t first_units;
 };
 
-/// The most values that a statement may have at work.
+/// Limit of the numbers on the stack of a statement.
 constexpr std::size_t max_stack_depth = 32;
 
 /// A list's instructions, from an OP_NOP or the list's head up to the next OP_NOP.
@@ -42,8 +42,8 @@ struct replay_statement {
     std::size_t first_node = 0, nodes = 0;
     bool is_last = false;
 
-    // Where numbers alone may do: its steps, the variables that it reads, the one that it sets at its end, if
-    // any, and the units of what it comes to.
+    // If it can run on numbers: its steps, the variables that it reads, the one that it sets at its end, if
+    // any, and the units of its result.
     bool has_steps = false;
     std::size_t first_step = 0, steps = 0;
     std::size_t first_variable = 0, variables = 0;
@@ -51,16 +51,16 @@ struct replay_statement {
     exponents units = {};
 };
 
-/// What the statements refer to.
+/// The data that the statements refer to.
 struct number_code {
     std::vector<number_step> steps;
     std::vector<number_variable> variables;
     std::vector<number_call> calls;
     std::vector<exponents> call_units;
-    std::forward_list<number> constants; // where they stand they stay
+    std::forward_list<number> constants; // steps point to them
 };
 
-/// A list made ready for many replays. It refers to the list, which must stay as it is.
+/// A list prepared for many replays. It refers to the list, which must not change.
 class number_program {
   public:
     void prepare(const code_list& list);
@@ -68,9 +68,9 @@ class number_program {
 
     const std::vector<replay_statement>& statements() const { return statements_; }
 
-    /// Runs a statement that has steps. Where a variable has other units than before or is a vector, or where
-    /// there is something to report, it gives false and has changed nothing. Only the last statement's result
-    /// is set. ctx is for calls.
+    /// Runs a statement that has steps. Returns false, and changes nothing, if a variable has other units
+    /// than before or is a vector, or if there is an error to report. Sets result for the last statement
+    /// only. ctx is used by calls.
     bool run(const replay_statement& statement, dim_value& result, compile_ctx& ctx, text_str*& err) const;
 
   private:

@@ -66,26 +66,26 @@ constexpr payload_kind variable = payload_kind::variable;
 
 // clang-format off
 constexpr std::array<opcode_row, opcode_count> opcode_table = {{
-    // opcode          name             payload   pops     pushes  on quantities                   on numbers
-    {OP_NOP,           "NOP",           none,     0,       0,      start_statement,                nullptr},
-    {OP_PUSH_VALUE,    "PUSH_VALUE",    value,    0,       1,      push_constant,                  nullptr},
-    {OP_PUSH_UNIT,     "PUSH_UNIT",     scale,    0,       1,      push_scale,                     nullptr},
-    {OP_ADD,           "ADD",           none,     2,       1,      operate<stck_add>,              add},
-    {OP_SUB,           "SUB",           none,     2,       1,      operate<stck_subtract>,         subtract},
-    {OP_MUL,           "MUL",           none,     2,       1,      operate<stck_multiply>,         multiply},
-    {OP_DIV,           "DIV",           none,     2,       1,      operate<stck_divide>,           divide},
-    {OP_POW,           "POW",           none,     2,       1,      operate<stck_exponentiate>,     raise},
-    {OP_NEGATE,        "NEGATE",        none,     1,       1,      operate<stck_negate>,           negate},
-    {OP_SETVAR,        "SETVAR",        variable, 1,       1,      set_variable<0>,                nullptr},
-    {OP_SETVAR_C1,     "SETVAR_C1",     variable, 1,       1,      set_variable<1>,                nullptr},
-    {OP_SETVAR_C2,     "SETVAR_C2",     variable, 1,       1,      set_variable<2>,                nullptr},
-    {OP_SETVAR_C3,     "SETVAR_C3",     variable, 1,       1,      set_variable<3>,                nullptr},
-    {OP_PUSH_VAR,      "PUSH_VAR",      variable, 0,       1,      push_variable,                  nullptr},
-    {OP_CALL_FUNC,     "CALL_FUNC",     none,     counted, 1,      call_function,                  nullptr},
-    {OP_MAKE_VECTOR,   "MAKE_VECTOR",   none,     counted, 1,      make_vector,                    nullptr},
-    {OP_UNIT_ASSIGN,   "UNIT_ASSIGN",   none,     2,       1,      operate<stck_unit_assignment>,  assign_scale},
-    {OP_REQUEST_UNITS, "REQUEST_UNITS", none,     2,       1,      operate<stck_request_units>,    nullptr},
-    {OP_POP_RESULT,    "POP_RESULT",    none,     1,       0,      pop_result,                     nullptr},
+    // opcode          name             payload   pops     pushes  on quantities                  on numbers
+    {OP_NOP,           "NOP",           none,     0,       0,      start_statement,               nullptr},
+    {OP_PUSH_VALUE,    "PUSH_VALUE",    value,    0,       1,      push_constant,                 nullptr},
+    {OP_PUSH_UNIT,     "PUSH_UNIT",     scale,    0,       1,      push_scale,                    nullptr},
+    {OP_ADD,           "ADD",           none,     2,       1,      operate<stck_add>,             add},
+    {OP_SUB,           "SUB",           none,     2,       1,      operate<stck_subtract>,        subtract},
+    {OP_MUL,           "MUL",           none,     2,       1,      operate<stck_multiply>,        multiply},
+    {OP_DIV,           "DIV",           none,     2,       1,      operate<stck_divide>,          divide},
+    {OP_POW,           "POW",           none,     2,       1,      operate<stck_exponentiate>,    raise},
+    {OP_NEGATE,        "NEGATE",        none,     1,       1,      operate<stck_negate>,          negate},
+    {OP_SETVAR,        "SETVAR",        variable, 1,       1,      set_variable<0>,               nullptr},
+    {OP_SETVAR_C1,     "SETVAR_C1",     variable, 1,       1,      set_variable<1>,               nullptr},
+    {OP_SETVAR_C2,     "SETVAR_C2",     variable, 1,       1,      set_variable<2>,               nullptr},
+    {OP_SETVAR_C3,     "SETVAR_C3",     variable, 1,       1,      set_variable<3>,               nullptr},
+    {OP_PUSH_VAR,      "PUSH_VAR",      variable, 0,       1,      push_variable,                 nullptr},
+    {OP_CALL_FUNC,     "CALL_FUNC",     none,     counted, 1,      call_function,                 nullptr},
+    {OP_MAKE_VECTOR,   "MAKE_VECTOR",   none,     counted, 1,      make_vector,                   nullptr},
+    {OP_UNIT_ASSIGN,   "UNIT_ASSIGN",   none,     2,       1,      operate<stck_unit_assignment>, assign_scale},
+    {OP_REQUEST_UNITS, "REQUEST_UNITS", none,     2,       1,      operate<stck_request_units>,   nullptr},
+    {OP_POP_RESULT,    "POP_RESULT",    none,     1,       0,      pop_result,                    nullptr},
 }};
 // clang-format on
 

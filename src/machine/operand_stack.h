@@ -1,7 +1,7 @@
 #pragma once
 
-// The operand stack of an expression at work, and what every rule of the parser and every operator receives.
-// An empty stack is no error anywhere: it pops as a cleared record, so a missing operand is a zero.
+// The operand stack of an expression, and the context that every rule of the parser and every operator
+// receives. Intentional: an empty stack pops as a cleared record, so a missing operand is 0.
 
 #include "machine/code_list.h"
 #include "units/dim_value.h"
@@ -12,35 +12,35 @@
 
 namespace metrify {
 
-/// One entry, a value or a unit scale; which of the two follows from the instructions, not from a tag. A
-/// scale has its factor in comp[0]; a value has no offset.
+/// One entry, a value or a unit scale. There is no tag: the instructions determine which. A scale has its
+/// factor in comp[0]; a value has no offset.
 struct stck_value {
     dim_value value;
     double offset = 0.0;
 };
 
-/// Entries without a limit to their number; the first few cost no allocation.
+/// A stack without a limit; the first entries need no allocation.
 class operand_stack {
   public:
-    operand_stack() {} // NOLINT: not defaulted, so that the first entries stay as they are
+    operand_stack() {} // NOLINT: not defaulted, so that the first entries are not initialized
     operand_stack(const operand_stack&) = delete;
     operand_stack& operator=(const operand_stack&) = delete;
 
     std::size_t depth() const { return depth_; }
     void clear() { depth_ = 0; }
 
-    /// A new entry on top, with what happens to stand there. Moves all entries if there is no room.
+    /// A new entry on top, not initialized. Moves all entries if the capacity is exhausted.
     stck_value& push() {
         if (depth_ == capacity_)
             grow();
         return entries_[depth_++];
     }
-    /// Removes the top entry, which must be there.
+    /// Removes the top entry, which must exist.
     void drop() { --depth_; }
-    /// The entry `below` places under the top, which must be there.
+    /// The entry `below` entries under the top, which must exist.
     stck_value& top(std::size_t below = 0) { return entries_[depth_ - 1 - below]; }
 
-    /// Sees to it that there are count entries at least, by cleared entries at the bottom.
+    /// Adds cleared entries at the bottom until there are at least count entries.
     void require(std::size_t count) {
         if (depth_ < count)
             fill_bottom(count);
@@ -50,7 +50,7 @@ class operand_stack {
     void grow();
     void fill_bottom(std::size_t count);
 
-    // Room that costs nothing until it is used: clearing it would be a good part of a short statement's time.
+    // Not initialized: that would take a large part of a short statement's time.
     static constexpr std::size_t first_capacity = 8;
     alignas(stck_value) std::array<std::byte, first_capacity * sizeof(stck_value)> first_;
     std::vector<stck_value> grown_;
@@ -59,12 +59,12 @@ class operand_stack {
     std::size_t capacity_ = first_capacity;
 };
 
-/// What the rules of the parser and the operators share.
+/// Context of the parser's rules and the operators.
 struct compile_ctx {
     operand_stack stack;
-    dim_value result;          // of the statement that has run last
-    code_list* code = nullptr; // where instructions are recorded; null where nothing is
-    int nesting = 0;           // brackets and parentheses open around the cursor
+    dim_value result;          // of the latest statement
+    code_list* code = nullptr; // receives the instructions; null if they are not recorded
+    int nesting = 0;           // open brackets and parentheses
 };
 
 /// Records an instruction if instructions are recorded.

@@ -190,7 +190,7 @@ void stck_make_vector(compile_ctx& ctx, int count, text_str*& err) {
         pop_value(parts[static_cast<std::size_t>(i)], ctx);
     const std::span<dim_value> given(parts.data(), static_cast<std::size_t>(count));
 
-    // First against second, first against third, second against third: a zero takes on the others' units.
+    // First with second, first with third, second with third: a zero adopts the others' units.
     bool same_units = true;
     for (std::size_t i = 0; i < given.size(); ++i)
         for (std::size_t j = i + 1; j < given.size(); ++j)

@@ -50,20 +50,20 @@ void bound_variable::bind(const packed_reference& to) {
 
 double bound_variable::read(text_str*& err) const {
     if (entry != nullptr)
-        return entry->value.comp[place()];
+        return entry->value.comp[component_index()];
     getvar_by_num(number_of(reference), err); // reports that there is none
     return 0.0;
 }
 
 void bound_variable::write(double component, text_str*& err) const {
     if (entry != nullptr)
-        entry->value.comp[place()] = component;
+        entry->value.comp[component_index()] = component;
     else
         getvar_by_num(number_of(reference), err); // reports that there is none
 }
 
 // A whole variable is used by its first component.
-std::size_t bound_variable::place() const {
+std::size_t bound_variable::component_index() const {
     const bool is_later = reference.component == 2 || reference.component == 3;
     return is_later ? static_cast<std::size_t>(reference.component - 1) : 0;
 }

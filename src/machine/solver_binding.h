@@ -1,7 +1,7 @@
 #pragma once
 
-// What a solving built-in is at work on: which variables are independent, which are dependent, and the report
-// that is due. This is the bridge between the variables and the methods, which see plain numbers.
+// The problem of a solving built-in function: the independent and the dependent variables, and the pending
+// report. It connects the variables with the numerical methods, which use plain numbers.
 
 #include "machine/operand_stack.h"
 #include "machine/variables.h"
@@ -13,10 +13,10 @@
 
 namespace metrify {
 
-/// The listing of the block that the next successful statement writes.
+/// The listing of the block that the next successful statement has to write.
 enum class report_kind { none, func, solve, fmin, fmax };
 
-/// How the methods see an independent x.
+/// How the methods represent an independent variable x.
 enum class scale_mode {
     linear,
     log,          // ln(x) of a positive x
@@ -29,12 +29,12 @@ struct bound_variable {
     var_entry* entry = nullptr; // null if there is no such variable
 
     void bind(const packed_reference& to);
-    /// 0 for a variable that can't be read.
+    /// 0 for a variable that cannot be read.
     double read(text_str*& err) const;
     void write(double component, text_str*& err) const;
 
   private:
-    std::size_t place() const;
+    std::size_t component_index() const;
 };
 
 struct independent_variable {
@@ -65,40 +65,38 @@ struct solver_binding {
     report_kind due = report_kind::none;
 };
 
-/// At a run's start: no binding, and dependents as they are. A report that is due stays due, in this run or
-/// the thread's next one: only the teardown clears it.
+/// Removes the binding at the start of a run. Intentional: a pending report stays pending, in this run or the
+/// thread's next one, until the teardown.
 void reset_solver_binding();
 
-/// A new binding in the place of an old one.
+/// Replaces the binding by a new one.
 void allocate_solver_binding(std::size_t independents, std::size_t dependents);
-/// Ends the binding and clears the report that is due.
+/// Removes the binding and clears the pending report.
 void teardown_solver_binding();
 
-// Enter a variable, or one component of it, at a place counted from 0. While the binding lasts an independent
-// is held: an assignment leaves it as it is. A variable number of 0 is no variable's.
+// Record a variable, or one component of it, at an index from 0. An independent variable is held while the
+// binding exists: assignments do not change it. The variable number 0 is an unknown variable.
 
 void record_independent(std::size_t i, const packed_reference& reference);
 void record_dependent(std::size_t i, const packed_reference& reference);
 
-/// Keeps the independents' present numbers. Stops at a variable that can't be read.
+/// Saves the values of the independent variables. Stops at a variable that cannot be read.
 void save_start_values(text_str*& err);
 void restore_start_values(text_str*& err);
-/// Sees to it that every variable can be read and that every dependent is one number. Stops at the first that
-/// isn't.
+/// Checks that every variable can be read and that every dependent is one number. Stops at the first error.
 void check_bound_variables(text_str*& err);
 
-/// Whether the methods see the independents as they are or by the logarithms of their magnitudes. One that is
-/// 0 is seen as it is either way.
+/// Whether the methods use the independents themselves or the logarithms of their magnitudes. One that is 0
+/// is used itself in both cases.
 void set_scale_modes(bool use_logs, text_str*& err);
 
-/// Whether the methods see the dependents with their signs turned: what is largest is smallest then.
+/// Whether the methods see the negated dependents, so that a minimizer finds the maximum.
 void negate_objective(bool negated);
 
 void set_pending_report(report_kind report);
 report_kind pending_report();
 
-/// The block as a function of the independents with the dependents as its values, as the binding says at the
-/// time of a call.
+/// The block as a function from the independents to the dependents of the current binding.
 bound_function& bound_block();
 
 } // namespace metrify

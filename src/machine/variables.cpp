@@ -21,7 +21,7 @@ dim_value undefined_value() {
 }
 
 void report_unknown_name(std::string_view name, text_str*& err) {
-    // A caller can pass a stretch of text with blanks behind the name.
+    // The text can have trailing blanks.
     append(err, "ERROR:  '");
     err = str_append_until_any(&err, name, " \t");
     append(err, "' undefined.\n");
@@ -46,8 +46,8 @@ var_entry* find_var(std::string_view name) {
 
 var_entry* find_var_by_num(std::uint32_t number) {
     variable_store& list = var_list();
-    const std::uint32_t place = number - number_before_first - 1;
-    return number > number_before_first && place < list.size() ? &list[place] : nullptr;
+    const std::uint32_t index = number - number_before_first - 1;
+    return number > number_before_first && index < list.size() ? &list[index] : nullptr;
 }
 
 dim_value getvar_by_name(std::string_view name, text_str*& err) {

@@ -14,15 +14,15 @@ bool exponents_differ(double x, double y) {
     return std::fabs(x - y) > exponent_tolerance;
 }
 
-// A zero without units takes on the kind and the units of the other operand, so that 0 + 5 m works.
+// A zero without units adopts the kind and the units of the other operand, so that 0 + 5 m works.
 void adopt_units(dim_value& zero, const dim_value& other) {
     zero.kind = other.kind;
     zero.comp = {};
     zero.dim = other.dim;
 }
 
-// Whether the components other than the named one are empty. A not-a-number is not empty.
-bool other_components_empty(const dim_value& v, int component) {
+// Whether all components but the given one are 0. A not-a-number is not 0.
+bool other_components_zero(const dim_value& v, int component) {
     switch (component) {
     case 1:
         return v.comp[1] == 0.0 && v.comp[2] == 0.0;
@@ -88,7 +88,7 @@ bool units_agree_or_zero(dim_value& a, dim_value& b) {
 
 bool component_units_agree(const dim_value& a, int component_a, const dim_value& b, int component_b) {
     return same_units_loose(a, b) ||
-           (other_components_empty(a, component_a) && other_components_empty(b, component_b));
+           (other_components_zero(a, component_a) && other_components_zero(b, component_b));
 }
 
 bool is_dimensionless(const dim_value& v) {

@@ -63,7 +63,7 @@ struct dim_value {
     exponents dim = {};
 };
 
-/// What a unit expression comes to: x in the expression and y in the base system obey x = y*factor + offset.
+/// The value of a unit expression: x in its unit and y in the base system satisfy x = y*factor + offset.
 struct unit_scale {
     std::int32_t kind = 0;
     double offset = 0.0; // only a lone degC or degF has one
@@ -72,12 +72,12 @@ struct unit_scale {
     exponents dim = {};
 };
 
-/// Stands in comp[0] of a value that has overflowed or is undefined. Tests use plain equality.
+/// In comp[0] it marks a value that has overflowed or is undefined. Tests use plain equality.
 constexpr double infinity_sentinel = std::numeric_limits<double>::infinity();
 
 /// Sets v to a dimensionless scalar zero.
 inline void dim_clear(dim_value& v) {
-    // Part by part: for the record as a whole compilers take an instruction that is slow to start.
+    // Member by member: for the whole record compilers use a string instruction, which is slow to start.
     v.kind = 0;
     v.comp = {};
     v.dim = {};
@@ -85,11 +85,11 @@ inline void dim_clear(dim_value& v) {
 inline void dim_copy(const dim_value& src, dim_value& dst) {
     dst = src;
 }
-/// The mark of a failed operation: a cleared value with the sentinel in comp[0].
+/// The value of a failed operation: a cleared value with the sentinel in comp[0].
 dim_value overflow_value();
 
-// Comparison of exponents. The three same_units_... tolerate differences up to 1e-5 per exponent; the three
-// is_... compare exactly, and the two kinds are not to be merged.
+// Comparison of exponents. Intentional: the functions same_units_... tolerate differences up to 1e-5 per
+// exponent, the functions is_... compare exactly.
 
 /// True if all eight exponents agree.
 bool same_units_strict(const exponents& a, const exponents& b);
@@ -98,25 +98,25 @@ inline bool same_units_strict(const dim_value& a, const dim_value& b) {
 }
 
 /// True if time, mass, length and charge agree, and the sum of the two temperature exponents; angle and
-/// amount of substance are not looked at.
+/// amount of substance are ignored.
 bool same_units_loose(const dim_value& a, const dim_value& b);
 
-/// If all exponents but angle agree, sets the angle of both to 0 and gives true; otherwise changes nothing.
+/// If all exponents but angle agree, sets the angle of both to 0 and returns true; otherwise changes nothing.
 bool same_units_without_angle(dim_value& a, dim_value& b);
 
-/// True if same_units_loose holds and the kinds agree. Otherwise a side that is a pure zero (a first, then b)
-/// takes on the other's kind and exponents. True as well if same_units_loose alone holds.
+/// True if same_units_loose holds and the kinds agree. Otherwise an operand that is a pure zero (first a,
+/// then b) adopts the other's kind and exponents. Also true if same_units_loose holds and the kinds differ.
 bool units_agree_or_zero(dim_value& a, dim_value& b);
 
-/// The test for an assignment to one component: true if same_units_loose holds, or if on each side that names
-/// a component (1 to 3) the other two components are exactly 0.
+/// The test for an assignment to one component: true if same_units_loose holds, or if for each value with a
+/// component number (1 to 3) the other two components are exactly 0.
 bool component_units_agree(const dim_value& a, int component_a, const dim_value& b, int component_b);
 
 /// True if time, mass, length, both temperatures and charge are exactly 0; a value in radians or moles
-/// counts.
+/// is dimensionless.
 bool is_dimensionless(const dim_value& v);
 bool is_plain_radian(const dim_value& v);
-/// True for a scalar with all exponents 0 whose unused components are alike, as they usually are.
+/// True for a scalar with all exponents 0 whose two unused components are equal, as they usually are.
 inline bool is_plain_number(const dim_value& v) {
     const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
     std::uint64_t set = 0;
@@ -128,7 +128,7 @@ inline bool is_plain_number(const dim_value& v) {
 bool is_pure_zero(const dim_value& v);
 
 /// Raises to the power p, component by component. 0 to the power 0 is 0. The sentinel as base, or a negative
-/// base with a power that isn't whole, gives the overflow value.
+/// base with a power that is not whole, results in the overflow value.
 void dim_pow(dim_value& result, const dim_value& base, double p);
 
 /// From the base system into a unit expression. The exponents become those of the scale.
@@ -138,7 +138,7 @@ void convert_non_affine_FromMKS_vec_full(const dim_value& in, dim_value& out, co
 void convert_non_affine_ToMKS_vec_full(const dim_value& in, dim_value& out, const unit_scale& scale,
                                        text_str*& err);
 
-// Small integers carried in the exponents of a value that is no quantity: the numbers of a call, or of a
+// Small integers stored in the exponents of a value that is not a quantity: the record of a call, or a
 // reference to a variable.
 
 struct packed_call {

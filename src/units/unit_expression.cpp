@@ -15,10 +15,10 @@ constexpr double offset_degC = -273.15;
 constexpr double offset_degF = -459.67;
 constexpr std::string_view overflow_message = "ERROR:  Numerical over or underflow.\n";
 
-/// What the rules of one parse share.
+/// State shared by the rules of one parse.
 struct unit_parse {
-    int unit_count = 0; // simple units seen so far, those in parentheses included
-    int temp_kind = 0;  // 1 the last degC seen, 2 the last degF; never cleared
+    int unit_count = 0; // simple units read so far, including those in parentheses
+    int temp_kind = 0;  // 1 if the latest temperature is degC, 2 if degF; never reset
     int nesting = 0;
     unit_fault fault = unit_fault::none;
 };
@@ -52,7 +52,7 @@ void append_bad_exponent(unit_parse& parse, text_str*& err, std::string_view uni
 bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
                       text_str*& err);
 
-// "(" { exponent } ")", behind the parenthesis: the product of the exponents.
+// "(" { exponent } ")", after the opening parenthesis: the product of the exponents.
 void read_exponent_product(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
                            text_str*& err) {
     for (;;) {
@@ -69,7 +69,7 @@ void read_exponent_product(cursor& expptr, double& result, unit_parse& parse, st
     }
 }
 
-// "/" exponent, behind the slash.
+// "/" exponent, after the slash.
 void read_exponent_divisor(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
                            text_str*& err) {
     double divisor = 1.0;
@@ -82,7 +82,7 @@ void read_exponent_divisor(cursor& expptr, double& result, unit_parse& parse, st
 }
 
 // exponent := number | "(" { exponent } ")" | "*" exponent | "/" exponent
-// At a statement's end there is none, without a message.
+// False without a message at a statement's end.
 bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::string_view unit,
                       text_str*& err) {
     const cursor entry = expptr;
@@ -114,7 +114,8 @@ bool is_unit_exponent(cursor& expptr, double& result, unit_parse& parse, std::st
     return false;
 }
 
-// [ "^" exponent ], blanks ahead of it; without a caret the exponent is 1. False with a message in err.
+// [ "^" exponent ], with any blanks before it; without a caret the exponent is 1. False with a message in
+// err.
 bool get_unit_exponent(cursor& expptr, double& exponent, unit_parse& parse, std::string_view unit,
                        text_str*& err) {
     exponent = 1.0;
@@ -128,7 +129,7 @@ bool get_unit_exponent(cursor& expptr, double& exponent, unit_parse& parse, std:
     return str_is_empty(err);
 }
 
-// name, noting a temperature that has an offset. The cursor stays on what is no unit, without a message.
+// name, recording a temperature that has an offset. False without a message if it is not a unit.
 bool is_generalized_unit(cursor& expptr, dim_value& unit, std::string_view& name, unit_parse& parse) {
     if (!is_unit(true, expptr, unit, &name))
         return false;
@@ -158,7 +159,8 @@ bool is_exponentiated_base_unit(cursor& expptr, unit_scale& target, unit_parse& 
     return true;
 }
 
-// "(" expression ")", behind the parenthesis. Takes no exponent: a "^" is left to the expression compiler.
+// "(" expression ")", after the opening parenthesis. Reads no exponent: a "^" is left to the expression
+// parser.
 bool is_paren_unit(cursor& expptr, unit_scale& target, unit_parse& parse, text_str*& err) {
     const nesting_level level(parse.nesting);
     if (level.is_too_deep()) {
@@ -179,7 +181,7 @@ bool is_paren_unit(cursor& expptr, unit_scale& target, unit_parse& parse, text_s
     return true;
 }
 
-// [ factor ], nothing only at a statement's end.
+// [ factor ], which is missing only at a statement's end.
 bool is_exponentiated_base_unit_paren_or_null(cursor& expptr, unit_scale& target, unit_parse& parse,
                                               text_str*& err) {
     if (!str_is_empty(err))
@@ -227,9 +229,9 @@ void divide_scale(unit_scale& out, const unit_scale& term) {
     out.dim -= term.dim;
 }
 
-enum class parse_step { goes_on, ends, fails };
+enum class parse_step { continues, ends, fails };
 
-// [ "*" | "/" ] factor behind a factor. Unless it goes on, the cursor stays.
+// [ "*" | "/" ] factor, after a factor. On ends and fails the caller restores the cursor.
 parse_step take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, bool& div_flag,
                             text_str*& err) {
     unit_scale term = unit_of_one();
@@ -239,7 +241,7 @@ parse_step take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, 
         ++expptr.at;
     if (!is_unit_mult(expptr, term, parse, div_flag, err))
         return slash || star ? parse_step::ends
-                             : parse_step::fails; // the operator belongs to the expression compiler
+                             : parse_step::fails; // the operator is left to the expression parser
     if (!str_is_empty(err))
         return parse_step::fails;
     if (slash && term.factor == 0.0) {
@@ -256,7 +258,7 @@ parse_step take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, 
         fail(parse, err, overflow_message);
         return parse_step::fails;
     }
-    return parse_step::goes_on;
+    return parse_step::continues;
 }
 
 // { [ "*" | "/" ] factor }
@@ -270,14 +272,14 @@ bool is_more_unit_mult_or_null(cursor& expptr, unit_scale& out, unit_parse& pars
         if (at_statement_end(expptr))
             return true;
         const parse_step result = take_next_factor(expptr, out, parse, div_flag, err);
-        if (result != parse_step::goes_on) {
+        if (result != parse_step::continues) {
             expptr = entry;
             return result == parse_step::ends;
         }
     }
 }
 
-// An offset belongs to a temperature standing alone, and to nothing else.
+// Only a single temperature unit has an offset.
 double offset_of(const unit_parse& parse, bool nested, bool div_flag) {
     if (nested || parse.unit_count != 1 || div_flag || parse.temp_kind == 0)
         return 0.0;

@@ -6,8 +6,8 @@
 //   factor     := name [ "^" exponent ] | "(" expression ")"
 //   exponent   := number | "(" { exponent } ")" | "*" exponent | "/" exponent
 //
-// Whatever stands behind a slash is in the denominator, with "*" or without; only parentheses end it. A text
-// that doesn't go on as a unit is no error: the expression ends there.
+// Every unit after a slash is in the denominator, with "*" or without; only parentheses end it. If the text
+// does not continue with a unit, the expression ends there, without an error.
 
 #include "base/cursor.h"
 #include "units/dim_value.h"
@@ -20,10 +20,11 @@ enum class unit_fault {
     other,
 };
 
-/// Reads a unit expression at the cursor into out. An empty text is one, with the factor 1 and no exponents.
+/// Reads a unit expression at the cursor into out. An empty text is a unit expression with the factor 1 and
+/// no exponents.
 ///
-/// True if it is a unit expression: the cursor is where it ends. Real errors are left in err, which may hold
-/// a text with either result: if some units were read before the error they stand, and the result is true.
+/// True if it is a unit expression; the cursor is at its end. Errors are left in err with either result: if
+/// some units were read before the error, they are kept and the result is true.
 bool parse_unit_expression(cursor& expptr, unit_scale& out, text_str*& err);
 /// Also reports what kind of error is in err.
 bool parse_unit_expression(cursor& expptr, unit_scale& out, text_str*& err, unit_fault& fault);

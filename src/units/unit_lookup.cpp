@@ -8,9 +8,9 @@ namespace metrify {
 bool lookup_unit(cursor& expptr, dim_value& out) {
     const cursor entry = expptr;
     if (find_user_unit(expptr, out)) {
-        out.comp[0] = 1.0 / out.comp[0]; // a user unit holds its value, a row of the table its factor
+        out.comp[0] = 1.0 / out.comp[0]; // a user unit stores its value, the table the factor
         if (out.comp[0] == 0.0)
-            expptr = entry; // an infinite unit is as good as none
+            expptr = entry; // an infinite unit has no factor
         return out.comp[0] != 0.0;
     }
     const unit_entry* unit = find_unit(expptr);

@@ -132,7 +132,7 @@ bool print_value_with_requested_units(text_str*& out, const dim_value& value, cu
     unit_scale scale;
     if (!parse_unit_expression(expptr, scale, err)) {
         skip_to_statement_end(expptr);
-        str_clear(&err); // the request's own message takes the place of what is wrong in its units
+        str_clear(&err); // the request's own message replaces that of its units
         append(err, failure, text_span(start, expptr), "' not recognized.\n");
         return false;
     }

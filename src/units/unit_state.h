@@ -1,6 +1,6 @@
 #pragma once
 
-// What a calculator keeps about units: the user's own ones, the default system and its exceptions.
+// A calculator's state of units: the user units, the default system and its exceptions.
 
 #include "units/unit_system.h"
 #include "units/user_units.h"
@@ -12,7 +12,7 @@ struct unit_state {
     unit_system_state system;
 };
 
-/// That of the calculator in use on the calling thread. It is defined with the calculator, which owns it.
+/// The state of the calculator in use on the calling thread. Defined with the calculator, which owns it.
 unit_state& current_unit_state();
 
 } // namespace metrify

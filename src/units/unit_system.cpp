@@ -16,7 +16,7 @@ unit_system_state& system_state() {
     return current_unit_state().system;
 }
 
-// The texts are read with the units of the moment: a user unit in one may have changed its meaning.
+// Reads the texts with the current units: a user unit in one may have been redefined.
 void read_exponents(unit_system_state& state) {
     if (state.user_units_read == user_unit_generation())
         return;
@@ -30,7 +30,7 @@ void read_exponents(unit_system_state& state) {
     }
 }
 
-// Takes the place of what the parser has said about an item.
+// Replaces the message of the parser about an item.
 void set_message(text_str*& err, std::string_view message) {
     str_clear(&err);
     append(err, message);
@@ -68,7 +68,7 @@ const std::string* matching_exception(const exponents& dim) {
 }
 
 // list := "(" { unit-expression | "," } ")"
-// A text is kept from where its item starts, so with a blank behind the comma.
+// The text of an item includes a blank after the comma.
 void read_exceptions(cursor& expptr, text_str*& err) {
     str_clear(&err);
     skip_blanks_and_comments(expptr);

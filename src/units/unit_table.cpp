@@ -44,8 +44,8 @@ struct unit_row {
     std::string_view spellings;
 };
 
-// The digits are as they are, and so are rows that look like slips: pounds and ounces are forces, `Curie` has
-// its factor the other way round, a nautical mile counts three, `mpa` is a thousandth of a pascal, `ppm` is a
+// Intentional: all digits, and rows that look like errors. Pounds and ounces are forces, `Curie` has the
+// reciprocal factor, a nautical mile is three times too long, `mpa` is a thousandth of a pascal, `ppm` is a
 // mass per volume, `fps` has fewer digits than `ft`.
 constexpr unit_row rows[] = {
     // pressure: s^-2 kg m^-1
@@ -272,7 +272,7 @@ std::span<const unit_entry> all_units() {
 }
 
 const unit_entry* find_unit(cursor& expptr) {
-    // Names consist of name characters, but for the one name that is a sign.
+    // Names consist of name characters, except for `%`.
     const char* const start = expptr.at;
     const char* p = start;
     std::uint64_t hash = name_hash_seed;

@@ -10,8 +10,8 @@
 
 namespace metrify {
 
-/// A unit with the number of it that makes up one unit of the base system: 3.28083989501312 for `ft`.
-/// `degC` and `degF` read like `degK` and `degR` here; their offset is the unit expression's affair.
+/// A unit with its number per unit of the base system: 3.28083989501312 for `ft`.
+/// `degC` and `degF` read like `degK` and `degR` here; the unit expression adds their offset.
 struct unit_entry {
     std::string_view name;
     double factor;
@@ -21,8 +21,8 @@ struct unit_entry {
 /// All units, grouped by dimension.
 std::span<const unit_entry> all_units();
 
-/// The unit whose name is the whole token at the cursor, case included, or null. On a hit the cursor moves
-/// behind the name. Does not skip blanks.
+/// The unit whose name is the whole token at the cursor, case included, or null. If found, the cursor moves
+/// after the name. Does not skip blanks.
 const unit_entry* find_unit(cursor& expptr);
 
 } // namespace metrify

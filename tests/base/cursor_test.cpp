@@ -7,7 +7,7 @@ namespace {
 
 using namespace metrify;
 
-/// A cursor into a text of its own, with an extra end behind `length` characters if that is given.
+/// A cursor into an owned text, with an extra end after `length` characters if that is given.
 class at {
   public:
     explicit at(std::string text, std::size_t length = std::string::npos)
@@ -19,7 +19,7 @@ class at {
     /// How far the cursor has moved.
     std::size_t moved() const { return static_cast<std::size_t>(p.at - text_.c_str()); }
 
-    cursor behind(std::size_t characters) const { return cursor(text_.c_str() + characters, p.stop); }
+    cursor after(std::size_t characters) const { return cursor(text_.c_str() + characters, p.stop); }
 
   private:
     std::string text_;
@@ -62,41 +62,41 @@ TEST(characters, are_folded_from_A_to_Z_only) {
 
 TEST(positions, end_the_text_at_the_end_mark_and_at_the_stop_pointer) {
     const at a("ab\n;#", 1);
-    EXPECT_FALSE(at_text_end(a.behind(0)));
-    EXPECT_TRUE(at_text_end(a.behind(1)));
-    EXPECT_FALSE(at_text_end(a.behind(2)));
-    EXPECT_TRUE(at_text_end(a.behind(5)));
+    EXPECT_FALSE(at_text_end(a.after(0)));
+    EXPECT_TRUE(at_text_end(a.after(1)));
+    EXPECT_FALSE(at_text_end(a.after(2)));
+    EXPECT_TRUE(at_text_end(a.after(5)));
 }
 
 TEST(positions, end_the_line_at_a_newline_as_well) {
     const at a("ab\n;#\r", 1);
-    EXPECT_FALSE(at_line_end(a.behind(0)));
-    EXPECT_TRUE(at_line_end(a.behind(1)));
-    EXPECT_TRUE(at_line_end(a.behind(2)));
-    EXPECT_FALSE(at_line_end(a.behind(3)));
-    EXPECT_FALSE(at_line_end(a.behind(4)));
-    EXPECT_FALSE(at_line_end(a.behind(5)));
-    EXPECT_TRUE(at_line_end(a.behind(6)));
+    EXPECT_FALSE(at_line_end(a.after(0)));
+    EXPECT_TRUE(at_line_end(a.after(1)));
+    EXPECT_TRUE(at_line_end(a.after(2)));
+    EXPECT_FALSE(at_line_end(a.after(3)));
+    EXPECT_FALSE(at_line_end(a.after(4)));
+    EXPECT_FALSE(at_line_end(a.after(5)));
+    EXPECT_TRUE(at_line_end(a.after(6)));
 }
 
 TEST(positions, end_the_statement_at_a_semicolon_and_a_hash_as_well) {
     const at a("ab\n;#,", 1);
-    EXPECT_FALSE(at_statement_end(a.behind(0)));
+    EXPECT_FALSE(at_statement_end(a.after(0)));
     for (const std::size_t place : {1u, 2u, 3u, 4u, 6u})
-        EXPECT_TRUE(at_statement_end(a.behind(place))) << place;
-    EXPECT_FALSE(at_statement_end(a.behind(5)));
+        EXPECT_TRUE(at_statement_end(a.after(place))) << place;
+    EXPECT_FALSE(at_statement_end(a.after(5)));
 }
 
 TEST(positions, know_no_stop_pointer_unless_one_is_set) {
     const at a("ab");
-    EXPECT_FALSE(at_stop_pointer(a.behind(0)));
-    EXPECT_FALSE(at_stop_pointer(a.behind(1)));
-    EXPECT_FALSE(at_stop_pointer(a.behind(2)));
+    EXPECT_FALSE(at_stop_pointer(a.after(0)));
+    EXPECT_FALSE(at_stop_pointer(a.after(1)));
+    EXPECT_FALSE(at_stop_pointer(a.after(2)));
 }
 
 // Movers.
 
-TEST(accept_char, moves_behind_the_character_if_told_to) {
+TEST(accept_char, moves_after_the_character_if_advance_is_set) {
     at a("(x");
     EXPECT_TRUE(accept_char(false, '(', a.p));
     EXPECT_EQ(a.moved(), 0u);
@@ -110,7 +110,7 @@ TEST(accept_char, stays_on_another_character) {
     EXPECT_EQ(a.moved(), 0u);
 }
 
-TEST(accept_char, never_takes_the_end_mark) {
+TEST(accept_char, never_accepts_the_terminator) {
     at a("");
     EXPECT_FALSE(accept_char(true, '\0', a.p));
     EXPECT_EQ(a.moved(), 0u);
@@ -150,7 +150,7 @@ TEST(skip_blanks_and_comments, passes_a_backslash_with_the_rest_of_its_line) {
     EXPECT_EQ(distance(skip_blanks_and_comments, "\\a\n\\b\n\\c\nx"), 9u);
 }
 
-TEST(skip_blanks_and_comments, goes_on_behind_a_continuation_as_before_it) {
+TEST(skip_blanks_and_comments, continues_after_a_continuation_as_before_it) {
     EXPECT_EQ(distance(skip_blanks_and_comments, "\\\n # note\nx"), 9u);
     EXPECT_EQ(distance(skip_blanks_and_comments, "\\\n\nx"), 2u);
 }
@@ -231,7 +231,7 @@ TEST(move_to_comment_or_line_end, lands_on_the_line_end_without_a_hash) {
     EXPECT_EQ(distance(move_to_comment_or_line_end, ""), 0u);
 }
 
-TEST(move_to_comment_or_line_end, finds_a_hash_behind_a_backslash_too) {
+TEST(move_to_comment_or_line_end, finds_a_hash_after_a_backslash_too) {
     EXPECT_EQ(distance(move_to_comment_or_line_end, "x \\ # a\n y"), 4u);
     EXPECT_EQ(distance(move_to_comment_or_line_end, "x \\\n y # a\n"), 7u);
 }
@@ -252,19 +252,19 @@ TEST(rest_of_line_is_blank, fails_on_anything_else_a_comment_included) {
         EXPECT_FALSE(rest_of_line_is_blank(cursor(text))) << text;
 }
 
-TEST(rest_of_line_is_blank, looks_no_further_than_the_stop_pointer) {
+TEST(rest_of_line_is_blank, stops_at_the_stop_pointer) {
     const at a("  x", 2);
     EXPECT_TRUE(rest_of_line_is_blank(a.p));
 }
 
-TEST(rest_is_blank_before_comment, takes_a_comment_as_nothing) {
+TEST(rest_is_blank_before_comment, ignores_a_comment) {
     for (const char* text : {"", "   ", "\nx", "# a", "  # a\nx"})
         EXPECT_TRUE(rest_is_blank_before_comment(cursor(text))) << text;
     for (const char* text : {"x", "  x # a", ";", "\r", " \\\n"})
         EXPECT_FALSE(rest_is_blank_before_comment(cursor(text))) << text;
 }
 
-TEST(span_begins_with_comment, looks_at_the_first_character_that_is_neither_newline_nor_blank) {
+TEST(span_begins_with_comment, tests_the_first_character_that_is_neither_newline_nor_blank) {
     const auto begins = [](const char* text, std::size_t from, std::size_t to) {
         return span_begins_with_comment(cursor(text + from), cursor(text + to));
     };
@@ -299,7 +299,7 @@ TEST(absorb_next_comment_line, stops_at_a_blank_line) {
     EXPECT_EQ(a.moved(), 3u);
 }
 
-TEST(absorb_next_comment_line, stops_at_a_line_with_a_comment_behind_a_statement) {
+TEST(absorb_next_comment_line, stops_at_a_line_with_a_comment_after_a_statement) {
     at a("# a\nx # b");
     skip_blanks_and_comments(a.p);
     EXPECT_FALSE(absorb_next_comment_line(a.p));
@@ -319,7 +319,7 @@ TEST(absorb_next_comment_line, is_false_at_the_end_of_the_text) {
 
 // Scanners.
 
-TEST(is_mnemonic, takes_a_letter_and_what_may_follow_it) {
+TEST(is_mnemonic, accepts_a_letter_followed_by_name_characters) {
     at a("x_1a2+y");
     EXPECT_TRUE(is_mnemonic(false, a.p));
     EXPECT_EQ(a.moved(), 0u);
@@ -355,13 +355,13 @@ TEST(is_mnemonic, goes_no_further_than_the_stop_pointer) {
     EXPECT_FALSE(is_mnemonic(true, stopped.p));
 }
 
-TEST(take_name, gives_the_name_and_moves_behind_it) {
+TEST(take_name, returns_the_name_and_moves_after_it) {
     at a("foo_2 bar");
     EXPECT_EQ(take_name(a.p), "foo_2");
     EXPECT_EQ(a.moved(), 5u);
 }
 
-TEST(scan_number, moves_behind_the_number_if_told_to) {
+TEST(scan_number, moves_after_the_number_if_advance_is_set) {
     at a("3.5e1 ft");
     double x = 0.0;
     EXPECT_TRUE(scan_number(false, a.p, x));
@@ -372,7 +372,7 @@ TEST(scan_number, moves_behind_the_number_if_told_to) {
     EXPECT_EQ(a.moved(), 5u);
 }
 
-TEST(scan_number, passes_blanks_and_tabs_ahead_of_a_number_only) {
+TEST(scan_number, skips_only_blanks_and_tabs_before_a_number) {
     double x = 0.0;
     at a(" \t -2");
     EXPECT_TRUE(scan_number(true, a.p, x));
@@ -400,7 +400,7 @@ TEST(scan_number, finds_none_at_the_stop_pointer) {
     EXPECT_EQ(x, 0.0);
 }
 
-TEST(scan_component_suffix, takes_an_index_from_1_to_3) {
+TEST(scan_component_suffix, accepts_an_index_from_1_to_3) {
     for (int component = 1; component <= 3; ++component) {
         at a("[" + std::to_string(component) + "]=");
         int out = 0;
@@ -441,7 +441,7 @@ TEST(match_keyword, matches_a_whole_word) {
     }
 }
 
-TEST(match_keyword, stays_unless_told_to_advance) {
+TEST(match_keyword, does_not_move_unless_advance_is_set) {
     at a("MKS;");
     EXPECT_EQ(match_keyword(false, true, a.p, "MKS"), 0);
     EXPECT_EQ(a.moved(), 0u);
@@ -471,7 +471,7 @@ TEST(match_keyword, is_positive_for_a_shorter_keyword_and_negative_for_a_longer_
     EXPECT_EQ(a.moved(), 0u);
 }
 
-TEST(match_keyword, minds_the_case_if_told_to) {
+TEST(match_keyword, is_case_sensitive_on_request) {
     at a("mKs;");
     EXPECT_EQ(match_keyword(true, true, a.p, "MKS"), 'm' - 'M');
     EXPECT_EQ(a.moved(), 0u);
@@ -479,19 +479,19 @@ TEST(match_keyword, minds_the_case_if_told_to) {
     EXPECT_EQ(a.moved(), 3u);
 }
 
-TEST(match_keyword, folds_both_sides_before_it_takes_the_difference) {
+TEST(match_keyword, folds_both_characters_before_subtracting) {
     at a("ABC");
     EXPECT_EQ(match_keyword(true, false, a.p, "abD"), -1);
     EXPECT_EQ(match_keyword(true, false, a.p, "ab_"), 'c' - '_');
 }
 
-TEST(match_keyword, takes_bytes_as_signed) {
+TEST(match_keyword, compares_signed_bytes) {
     at a("\xe4");
     EXPECT_EQ(match_keyword(true, true, a.p, "a"), static_cast<signed char>(0xe4) - 'a');
     EXPECT_LT(match_keyword(true, true, a.p, "a"), 0);
 }
 
-TEST(match_keyword, takes_the_stop_pointer_as_the_end_of_the_text) {
+TEST(match_keyword, treats_the_stop_pointer_as_the_end_of_the_text) {
     at a("MKSx", 3);
     EXPECT_EQ(match_keyword(true, true, a.p, "MKS"), 0);
     EXPECT_EQ(a.moved(), 3u);

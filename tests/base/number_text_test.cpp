@@ -58,7 +58,7 @@ reading read_by_strtod(const std::string& text) {
     const double value =
         std::strtod(text.c_str(), &end); // NOLINT(cert-err34-c): this is what is compared with
     const auto length = static_cast<std::size_t>(end - text.c_str());
-    // Where it takes nothing in, some runtimes give the zero the sign they have seen.
+    // If no number is read, some runtimes return a zero with the sign of the text.
     return {length == 0 ? 0.0 : value, length};
 }
 
@@ -160,14 +160,14 @@ TEST(format_int, writes_whole_numbers) {
     EXPECT_EQ(format_int(INT_MIN, buffer), "-2147483648");
 }
 
-TEST(read_double, takes_digits_with_an_optional_point) {
+TEST(read_double, accepts_digits_with_an_optional_point) {
     for (const char* text : {"0", "7", "007", "3.5", "3.", ".5", "0.", "123456789", "0.1", "00.10"})
         expect_read_as_strtod(text);
     EXPECT_EQ(read("3.").length, 2u);
     EXPECT_EQ(read(".5").value, 0.5);
 }
 
-TEST(read_double, takes_one_sign) {
+TEST(read_double, accepts_one_sign) {
     for (const char* text : {"+5", "-5", "+.5", "-.5", "-0", "+0.0", "-5.e1"})
         expect_read_as_strtod(text);
     EXPECT_EQ(bits_of(read("-0").value), bits_of(-0.0));
@@ -175,7 +175,7 @@ TEST(read_double, takes_one_sign) {
         expect_no_number(text);
 }
 
-TEST(read_double, takes_an_exponent) {
+TEST(read_double, accepts_an_exponent) {
     for (const char* text : {"1e5", "1E5", "1e+5", "1e-5", "1.5e3", ".5e1", "5.e1", "1e05", "1e0005"})
         expect_read_as_strtod(text);
     EXPECT_EQ(read("1.5e3").value, 1500.0);
@@ -240,7 +240,7 @@ TEST(read_double, reads_denormals) {
     EXPECT_EQ(read("4.9e-324").value, std::numeric_limits<double>::denorm_min());
 }
 
-TEST(read_double, takes_exponents_beyond_any_integer) {
+TEST(read_double, accepts_exponents_beyond_any_integer) {
     EXPECT_EQ(read("1e99999999999").value, infinity);
     EXPECT_EQ(read("1e99999999999").length, 13u);
     EXPECT_EQ(read("-1e99999999999").value, -infinity);

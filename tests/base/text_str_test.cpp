@@ -39,7 +39,7 @@ TEST(text_str, is_empty_when_new) {
     EXPECT_EQ(s.str->grow_by, 1024u);
 }
 
-TEST(text_str, is_terminated_behind_what_was_appended) {
+TEST(text_str, is_terminated_after_the_appended_text) {
     owned_text s;
     s.append("one");
     s.append(" two");
@@ -95,7 +95,7 @@ TEST(text_str, grows_by_its_own_step) {
     EXPECT_EQ(str_view(s.str), characters(14) + "x" + characters(9) + characters(31));
 }
 
-TEST(text_str, takes_the_growth_it_needs_and_no_step_more) {
+TEST(text_str, grows_by_the_steps_it_needs_and_no_more) {
     owned_text exact(16, 8);
     exact.append(characters(22)); // 24 bytes
     EXPECT_EQ(exact.str->capacity, 24u);
@@ -123,7 +123,7 @@ TEST(text_str, appends_a_range) {
     EXPECT_STREQ(s.str->text, "234");
 }
 
-TEST(text_str, appends_nothing_if_end_lies_before_begin) {
+TEST(text_str, appends_nothing_if_end_is_before_begin) {
     owned_text s;
     s.append("kept");
     const char* text = "0123456789";
@@ -252,7 +252,7 @@ TEST(text_str, is_put_together_of_many_small_pieces) {
     EXPECT_EQ(s.str->capacity, expected.size() + 2); // one byte more than the text and its end mark
 }
 
-TEST(text_str, may_have_no_room_at_all_at_first) {
+TEST(text_str, may_have_a_capacity_of_0_at_first) {
     owned_text s(0, 8);
     EXPECT_TRUE(str_is_empty(s.str));
     s.append("grown");
@@ -305,7 +305,7 @@ TEST(work_text, appends_its_own_text_while_it_grows) {
                             characters(700) + characters(700) + characters(700) + characters(700));
 }
 
-TEST(work_text, of_usual_length_has_no_block_of_its_own) {
+TEST(work_text, of_usual_length_has_no_allocated_block) {
     work_text text;
     EXPECT_FALSE(text.str->owns_block);
     text.append(characters(1022));

@@ -57,7 +57,7 @@ TEST(code_list, refers_to_variables_by_their_entries) {
     EXPECT_EQ(&list.variable(list.nodes()[0]), &entry);
 }
 
-TEST(code_list, takes_another_one_in_with_its_payloads) {
+TEST(code_list, appends_another_list_with_its_payloads) {
     var_entry x = {"x", 201, scalar(1)};
     var_entry y = {"y", 202, scalar(2)};
     code_list list;

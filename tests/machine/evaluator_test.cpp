@@ -61,7 +61,7 @@ TEST_F(evaluator, clears_result_and_message_for_an_empty_list) {
     EXPECT_EQ(err.view(), "");
 }
 
-TEST_F(evaluator, has_nothing_in_the_result_until_something_puts_it_there) {
+TEST_F(evaluator, has_a_cleared_result_until_an_instruction_sets_it) {
     list.emit(OP_PUSH_VALUE, scalar(5));
     expect_equal(evaluate(), scalar(0));
 }
@@ -159,7 +159,7 @@ TEST_F(evaluator, assigns_zero_from_an_empty_stack) {
     expect_equal(x.value, scalar(0));
 }
 
-TEST_F(evaluator, makes_a_vector_of_as_many_entries_as_the_record_says) {
+TEST_F(evaluator, makes_a_vector_of_the_number_of_entries_in_the_record) {
     list.emit(OP_PUSH_VALUE, scalar(4));
     list.emit(OP_PUSH_VALUE, scalar(5));
     list.emit(OP_PUSH_VALUE, pack_three_ints(0, 0, 2));
@@ -205,7 +205,7 @@ TEST_F(evaluator, stops_at_the_first_message_with_the_result_of_that_moment) {
     expect_equal(x.value, scalar(1));
 }
 
-TEST_F(evaluator, keeps_assignments_made_ahead_of_a_failure) {
+TEST_F(evaluator, keeps_assignments_made_before_a_failure) {
     var_entry& x = add_var("x", scalar(1));
     list.emit(OP_PUSH_VALUE, scalar(5));
     list.emit(OP_SETVAR, &x);

@@ -1,5 +1,5 @@
-// The short way through a replay: it has to come to what the instructions come to one by one, to the last
-// bit, and to leave alone what it can't know.
+// The fast path of a replay: its results equal those of the single instructions to the last bit, and it
+// declines what cannot be known in advance.
 
 #include "language/assignment.h"
 #include "language/expression.h"
@@ -24,7 +24,7 @@ using namespace metrify;
 constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double numbers[] = {0.0, -0.0, 1.0, -1.0, 2.5, -3.75, 1e308, infinite, -infinite, NAN, 1e-320};
 
-// Of a and b in meters and c without units. What asks for a message at some numbers is among them.
+// Formulas of a and b in meters and c without units. Some of them fail for some numbers.
 constexpr const char* formulas[] = {"a + b",
                                     "a - b",
                                     "b - a - a",
@@ -148,7 +148,7 @@ outcome replay(const code_list& list, const number_program& program, compile_ctx
     return got;
 }
 
-TEST_F(number_program_of, a_statement_comes_to_what_its_instructions_come_to) {
+TEST_F(number_program_of, a_statement_gives_the_result_of_its_instructions) {
     int with_steps = 0;
     for (const char* formula : formulas) {
         SCOPED_TRACE(formula);
@@ -161,16 +161,16 @@ TEST_F(number_program_of, a_statement_comes_to_what_its_instructions_come_to) {
         number_program program;
         program.prepare(list);
         with_steps += program.statements().back().has_steps ? 1 : 0;
-        // A vector has no steps: this one takes the long way with all numbers.
+        // A statement with a vector has no steps, so this program replays single instructions.
         for (const char* name : {"a", "b", "c"})
             set(name, vector(1, 2, 3));
-        number_program long_way;
-        long_way.prepare(list);
+        number_program full_replay;
+        full_replay.prepare(list);
         for (const double a : numbers) {
             for (const double b : numbers) {
                 for (const double c : numbers) {
                     set_all(a, b, c);
-                    const outcome expected = replay(list, long_way, ctx);
+                    const outcome expected = replay(list, full_replay, ctx);
                     const outcome got = replay(list, program, ctx);
                     ASSERT_EQ(got.message, expected.message) << a << " " << b << " " << c;
                     ASSERT_TRUE(same_to_the_last_bit(got.result, expected.result))
@@ -201,7 +201,7 @@ TEST_F(number_program_of, a_scalar_statement_runs_its_steps) {
     EXPECT_TRUE(equal(find_var("y")->value, scalar(6.5, in_m2_per_s)));
 }
 
-TEST_F(number_program_of, other_units_go_the_long_way_and_change_nothing_before) {
+TEST_F(number_program_of, other_units_use_the_full_replay_and_change_nothing_before) {
     set_all(3.0, 2.0, 1.5);
     code_list list;
     ASSERT_TRUE(compile("y = a*b", list));
@@ -219,7 +219,7 @@ TEST_F(number_program_of, other_units_go_the_long_way_and_change_nothing_before)
     EXPECT_TRUE(equal(find_var("y")->value, scalar(10, {0, 1, 0, 1, 0, 0, 0, 0})));
 }
 
-TEST_F(number_program_of, a_variable_takes_the_short_way_in_its_units_and_in_no_others) {
+TEST_F(number_program_of, a_variable_uses_the_fast_path_in_its_units_and_in_no_others) {
     for (std::size_t i = 0; i < 8; ++i) {
         exponents units = {};
         units[i] = 2;
@@ -246,7 +246,7 @@ TEST_F(number_program_of, a_variable_takes_the_short_way_in_its_units_and_in_no_
     }
 }
 
-TEST_F(number_program_of, an_empty_statement_has_steps_and_nothing_after_it_is_looked_at) {
+TEST_F(number_program_of, an_empty_statement_has_steps_and_instructions_after_it_are_ignored) {
     code_list list;
     list.emit(OP_NOP);
     number_program program;
@@ -284,7 +284,7 @@ TEST_F(number_program_of, a_variable_that_is_held_keeps_its_value_and_gives_it) 
     EXPECT_TRUE(equal(y.value, scalar(9, in_s)));
 }
 
-TEST_F(number_program_of, a_statement_with_more_values_at_work_than_there_is_room_for_has_no_steps) {
+TEST_F(number_program_of, a_statement_with_more_values_than_the_stack_holds_has_no_steps) {
     set_all(3.0, 2.0, 1.5);
     std::string statement = "y = ";
     for (std::size_t i = 0; i < max_stack_depth; ++i)

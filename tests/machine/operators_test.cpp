@@ -1,4 +1,4 @@
-// The arithmetic between quantities, each operator on a stack of its own.
+// The operators on quantities, each on a separate stack.
 
 #include "machine/operators.h"
 #include "tests/testing.h"
@@ -50,7 +50,7 @@ class operators : public testing::Test {
     operators() { reset_unit_state(); }
     ~operators() override { reset_unit_state(); }
 
-    // One value lies below the operands, and an old message stands in err.
+    // There is one value below the operands, and an old message in err.
     template <class Act>
     static outcome act(std::initializer_list<dim_value> operands, Act apply) {
         compile_ctx ctx;
@@ -166,13 +166,13 @@ TEST_F(operators, quote_both_units_that_disagree) {
                       scalar(0)));
 }
 
-TEST_F(operators, quote_units_in_the_system_in_force) {
+TEST_F(operators, quote_units_in_the_current_system) {
     set_unit_system(system_FPS);
     EXPECT_TRUE(fails(add(scalar(3, in_m), scalar(1, in_N)),
                       "ERROR:  Adding incompatible units: 'ft' AND 'lbf'.\n", scalar(0)));
 }
 
-TEST_F(operators, judge_the_units_ahead_of_the_size_for_operands_of_one_size_only) {
+TEST_F(operators, check_the_units_before_the_size_for_operands_of_one_size_only) {
     const char* const adding_sizes = "ERROR:  Adding different size vectors.\n";
     const char* const subtracting_sizes = "ERROR:  Subtracting different size vectors.\n";
     EXPECT_TRUE(fails(add(vector(1, 2, 3), scalar(4)), adding_sizes, scalar(0)));
@@ -183,7 +183,7 @@ TEST_F(operators, judge_the_units_ahead_of_the_size_for_operands_of_one_size_onl
                       "ERROR:  Adding incompatible units: 'm' AND 's'.\n", scalar(0)));
 }
 
-TEST_F(operators, report_an_overflowed_term_ahead_of_anything_else) {
+TEST_F(operators, report_an_overflowed_term_before_other_errors) {
     EXPECT_TRUE(fails(add(overflowed, scalar(1, in_m)), add_overflow, overflowed));
     EXPECT_TRUE(fails(add(vector(1, 2, 3, in_m), overflowed), add_overflow, overflowed));
     EXPECT_TRUE(fails(subtract(overflowed, scalar(1)), subtract_overflow, overflowed));
@@ -195,7 +195,7 @@ TEST_F(operators, let_a_sum_overflow_unnoticed) {
     EXPECT_TRUE(gives(subtract(scalar(1.5e308), scalar(-1.5e308)), overflowed));
 }
 
-TEST_F(operators, look_at_the_first_component_for_the_sentinel_and_at_no_other) {
+TEST_F(operators, test_only_the_first_component_for_the_sentinel) {
     EXPECT_TRUE(
         gives(add(vector(1, infinity_sentinel, 0), vector(1, 1, 0)), vector(2, infinity_sentinel, 0)));
     EXPECT_TRUE(gives(multiply(vector(1, infinity_sentinel, 0), scalar(2)), vector(2, infinity_sentinel, 0)));
@@ -241,7 +241,7 @@ TEST_F(operators, do_not_define_products_and_quotients_of_vectors) {
     EXPECT_TRUE(fails(divide(vector(1, 2, 3), vector(1, 2, 3)), dividing, scalar(0)));
 }
 
-TEST_F(operators, refuse_a_vector_ahead_of_an_overflow) {
+TEST_F(operators, reject_a_vector_before_an_overflow) {
     EXPECT_TRUE(fails(multiply(vector(infinity_sentinel, 2, 3), vector(1, 2, 3)),
                       "ERROR:  Multiplying vectors -- not defined.\n", scalar(0)));
     EXPECT_TRUE(fails(divide(overflowed, vector(0, 2, 3)), "ERROR:  Dividing by a vector -- not defined.\n",
@@ -317,7 +317,7 @@ TEST_F(operators, want_an_exponent_without_dimension) {
     EXPECT_TRUE(gives(power(scalar(2), scalar(3, in_mol)), scalar(8)));
 }
 
-TEST_F(operators, look_at_the_size_of_a_power_ahead_of_its_units) {
+TEST_F(operators, check_the_size_of_a_power_before_its_units) {
     EXPECT_TRUE(fails(power(scalar(-2), scalar(0.5, in_m)), power_overflow, overflowed));
     EXPECT_TRUE(fails(power(scalar(2), scalar(infinity_sentinel, in_m)), power_overflow, overflowed));
 }

@@ -63,15 +63,15 @@ void expect(const outcome& got, const std::string& message, const dim_value& val
     EXPECT_EQ(got.depth, 1u);
 }
 
-// Units behind a number.
+// Units after a number.
 
-TEST(unit_assignment, takes_a_number_to_the_base_system) {
+TEST(unit_assignment, converts_a_number_to_the_base_system) {
     expect(assign(scalar(10), in_feet), "", scalar(2.5, in_m));
     // An offset reaches the components that a scalar doesn't use too.
     expect(assign(scalar(20), celsius), "", {0, {293, 273, 273}, in_degK});
 }
 
-TEST(unit_assignment, takes_a_vector_component_by_component) {
+TEST(unit_assignment, converts_a_vector_component_by_component) {
     expect(assign(vector(4, 8, 12), in_feet), "", vector(1, 2, 3, in_m));
     expect(assign(vector(0, 7, 27), celsius), "", vector(273, 280, 300, in_degK));
 }
@@ -81,7 +81,7 @@ TEST(unit_assignment, drops_the_angle_and_the_amount_of_the_number) {
     expect(assign(scalar(10, in_mol), in_feet), "", scalar(2.5, in_m));
 }
 
-TEST(unit_assignment, wants_a_value_without_dimension) {
+TEST(unit_assignment, requires_a_dimensionless_value) {
     for (const exponents& dim : {in_s, in_kg, in_m, in_degK, in_degKdiff, in_C})
         expect(assign(scalar(0, dim), in_feet),
                "ERROR: Units assignment requires dimensionless value before it.\n", overflowed);
@@ -98,7 +98,7 @@ TEST(unit_assignment, reports_the_sentinel_in_value_offset_or_factor) {
     expect(assign(scalar(1), scale), message, overflowed);
 }
 
-TEST(unit_assignment, looks_at_the_dimension_ahead_of_the_sentinel) {
+TEST(unit_assignment, checks_the_dimension_before_the_sentinel) {
     expect(assign(scalar(infinity_sentinel, in_m), in_feet),
            "ERROR: Units assignment requires dimensionless value before it.\n", overflowed);
 }
@@ -110,7 +110,7 @@ TEST(unit_assignment, clears_the_result_if_the_factor_is_zero) {
            scalar(0));
 }
 
-TEST(unit_assignment, takes_a_missing_value_as_zero) {
+TEST(unit_assignment, treats_a_missing_value_as_zero) {
     compile_ctx ctx;
     work_text err;
     push_unit_scale(celsius, ctx);
@@ -128,7 +128,7 @@ TEST(unit_request, makes_a_plain_number_of_a_value) {
     expect(request(vector(1, 2, 3, in_m), in_feet), "", vector(4, 8, 12));
 }
 
-TEST(unit_request, wants_units_that_agree_loosely) {
+TEST(unit_request, requires_units_that_agree_loosely) {
     const unit_scale number = {0, 0.0, 1.0, {}, in_plain};
     const unit_scale kelvin = {0, 0.0, 1.0, {}, in_degK};
     expect(request(scalar(3, in_rad), number), "", scalar(3));
@@ -159,7 +159,7 @@ TEST(vector_of_components, gives_a_pure_zero_the_units_of_the_others) {
     expect(make_vector({scalar(0), scalar(3, in_m)}), "", vector(0, 3, 0, in_m));
 }
 
-TEST(vector_of_components, wants_the_same_units) {
+TEST(vector_of_components, requires_the_same_units) {
     const std::string message = "ERROR:  All vector components must have same units.\n";
     expect(make_vector({scalar(1, in_m), scalar(2, in_s)}), message, scalar(0));
     expect(make_vector({scalar(1, in_m), scalar(2), scalar(3, in_m)}), message, scalar(0));
@@ -174,7 +174,7 @@ TEST(vector_of_components, has_the_exponents_of_the_first) {
     expect(make_vector({scalar(1, in_degKdiff), scalar(2, in_degK)}), "", vector(1, 2, 0, in_degKdiff));
 }
 
-TEST(vector_of_components, wants_scalars) {
+TEST(vector_of_components, requires_scalars) {
     const std::string message = "ERROR:  All vector components must be scalars.\n";
     expect(make_vector({vector(1, 2, 3)}), message, scalar(0));
     expect(make_vector({scalar(1), vector(1, 2, 3)}), message, scalar(0));
@@ -183,12 +183,12 @@ TEST(vector_of_components, wants_scalars) {
     expect(make_vector({scalar(0), vector(1, 2, 3)}), message, scalar(0));
 }
 
-TEST(vector_of_components, looks_at_the_units_ahead_of_the_size) {
+TEST(vector_of_components, checks_the_units_before_the_size) {
     expect(make_vector({vector(1, 2, 3, in_m), scalar(1, in_s)}),
            "ERROR:  All vector components must have same units.\n", scalar(0));
 }
 
-TEST(vector_of_components, takes_missing_components_as_zero) {
+TEST(vector_of_components, treats_missing_components_as_zero) {
     compile_ctx ctx;
     work_text err;
     push_value(scalar(7, in_m), ctx);

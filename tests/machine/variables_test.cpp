@@ -29,7 +29,7 @@ class variables : public testing::Test {
         return entry.value;
     }
 
-    // The text of err since the last look.
+    // Returns and clears the text of err.
     std::string message() {
         std::string text(err.view());
         str_clear(&err.str);
@@ -69,7 +69,7 @@ TEST_F(variables, keep_their_number_when_they_are_assigned_anew) {
     EXPECT_EQ(varnum_by_name("z", err.str), 203u);
 }
 
-TEST_F(variables, are_told_apart_by_case_and_by_the_whole_name) {
+TEST_F(variables, are_distinguished_by_case_and_by_the_whole_name) {
     add_var("x", scalar(1));
     add_var("X", scalar(2));
     add_var("xx", scalar(3));
@@ -231,7 +231,7 @@ TEST_F(variables, may_have_any_other_name) {
     EXPECT_EQ(message(), "");
 }
 
-TEST_F(variables, have_no_further_message_behind_another) {
+TEST_F(variables, have_no_further_message_after_another) {
     err.append("one");
     EXPECT_FALSE(is_varname_okay("x", err.str));
     EXPECT_FALSE(is_varname_okay("m", err.str));

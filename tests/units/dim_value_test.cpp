@@ -10,8 +10,8 @@ using namespace metrify;
 
 using components = std::array<double, 3>;
 
-exponents with(exponents dim, std::size_t place, double exponent) {
-    dim[place] = exponent;
+exponents with(exponents dim, std::size_t index, double exponent) {
+    dim[index] = exponent;
     return dim;
 }
 
@@ -59,19 +59,19 @@ TEST(same_units_strict, compares_all_eight_exponents) {
         EXPECT_FALSE(same_units_strict(scalar(1, in_N), scalar(1, with(in_N, i, 5)))) << i;
 }
 
-TEST(same_units_strict, tells_a_radian_from_a_plain_number) {
+TEST(same_units_strict, distinguishes_a_radian_from_a_plain_number) {
     EXPECT_FALSE(same_units_strict(scalar(1, in_rad), scalar(1)));
 }
 
-TEST(same_units_strict, tells_a_temperature_from_a_difference) {
+TEST(same_units_strict, distinguishes_a_temperature_from_a_difference) {
     EXPECT_FALSE(same_units_strict(scalar(1, in_degK), scalar(1, in_degKdiff)));
 }
 
-TEST(same_units_strict, does_not_look_at_kind_and_components) {
+TEST(same_units_strict, ignores_kind_and_components) {
     EXPECT_TRUE(same_units_strict(scalar(1, in_m), vector(4, 5, 6, in_m)));
 }
 
-TEST(same_units_loose, does_not_look_at_angle_and_amount) {
+TEST(same_units_loose, ignores_angle_and_amount) {
     EXPECT_TRUE(same_units_loose(scalar(1, in_rad), scalar(1)));
     EXPECT_TRUE(same_units_loose(scalar(1, in_mol), scalar(1)));
     EXPECT_TRUE(same_units_loose(scalar(1, with(in_m, dim_angle, -3)), scalar(1, with(in_m, dim_amount, 2))));
@@ -129,7 +129,7 @@ TEST(same_units_without_angle, leaves_both_untouched_if_the_rest_differs) {
     }
 }
 
-TEST(same_units_without_angle, takes_a_temperature_and_a_difference_as_different) {
+TEST(same_units_without_angle, treats_a_temperature_and_a_difference_as_different) {
     dim_value a = scalar(1, in_degK);
     dim_value b = scalar(1, in_degKdiff);
     EXPECT_FALSE(same_units_without_angle(a, b));
@@ -196,7 +196,7 @@ TEST(units_agree_or_zero, turns_the_first_of_a_zero_and_a_zero_with_units) {
     expect_equal(b, scalar(0, in_s));
 }
 
-TEST(units_agree_or_zero, takes_a_zero_vector_as_pure_zero) {
+TEST(units_agree_or_zero, treats_a_zero_vector_as_pure_zero) {
     dim_value a = vector(0, 0, 0);
     dim_value b = scalar(5, in_s);
     EXPECT_TRUE(units_agree_or_zero(a, b));
@@ -214,7 +214,7 @@ TEST(component_units_agree, lets_a_mismatch_through_if_the_other_components_are_
     EXPECT_TRUE(component_units_agree(vector(0, 0, 1, in_m), 3, scalar(5, in_s), 1));
 }
 
-TEST(component_units_agree, looks_at_the_two_components_that_are_not_named) {
+TEST(component_units_agree, tests_the_two_other_components) {
     for (int component = 1; component <= 3; ++component) {
         for (int filled = 1; filled <= 3; ++filled) {
             dim_value v = vector(0, 0, 0, in_m);
@@ -225,14 +225,14 @@ TEST(component_units_agree, looks_at_the_two_components_that_are_not_named) {
     }
 }
 
-TEST(component_units_agree, looks_at_no_component_of_a_side_that_names_none) {
+TEST(component_units_agree, tests_no_component_of_a_value_without_a_component_number) {
     EXPECT_TRUE(component_units_agree(vector(1, 2, 3, in_m), 0, vector(4, 5, 6, in_s), 0));
     EXPECT_TRUE(component_units_agree(vector(1, 2, 3, in_m), 4, vector(4, 5, 6, in_s), -1));
     EXPECT_FALSE(component_units_agree(vector(1, 2, 3, in_m), 0, vector(4, 5, 6, in_s), 1));
     EXPECT_FALSE(component_units_agree(vector(1, 2, 3, in_m), 1, vector(4, 5, 6, in_s), 0));
 }
 
-TEST(component_units_agree, takes_a_not_a_number_as_filled) {
+TEST(component_units_agree, treats_a_not_a_number_as_nonzero) {
     EXPECT_FALSE(component_units_agree(vector(1, std::nan(""), 0, in_m), 1, scalar(5, in_s), 1));
 }
 
@@ -243,7 +243,7 @@ TEST(is_dimensionless, holds_for_angles_and_amounts) {
     EXPECT_TRUE(is_dimensionless(vector(1, 2, 3, with(in_rad, dim_amount, -2))));
 }
 
-TEST(is_dimensionless, wants_the_other_six_exponents_exactly_zero) {
+TEST(is_dimensionless, requires_the_other_six_exponents_to_be_exactly_zero) {
     for (const base_dimension i :
          {dim_time, dim_mass, dim_length, dim_temperature, dim_temperature_difference, dim_charge}) {
         EXPECT_FALSE(is_dimensionless(scalar(1, with({}, i, 1)))) << i;
@@ -261,7 +261,7 @@ TEST(is_plain_radian, holds_for_the_first_power_of_the_angle_alone) {
         EXPECT_FALSE(is_plain_radian(scalar(7, with(in_rad, i, 1e-9)))) << i;
 }
 
-TEST(is_pure_zero, wants_components_and_exponents_exactly_zero) {
+TEST(is_pure_zero, requires_components_and_exponents_to_be_exactly_zero) {
     EXPECT_TRUE(is_pure_zero(scalar(0)));
     EXPECT_TRUE(is_pure_zero(scalar(-0.0)));
     EXPECT_FALSE(is_pure_zero(scalar(1e-300)));
@@ -271,7 +271,7 @@ TEST(is_pure_zero, wants_components_and_exponents_exactly_zero) {
         EXPECT_FALSE(is_pure_zero(scalar(0, with({}, i, 1e-9)))) << i;
 }
 
-TEST(is_pure_zero, does_not_look_at_the_kind) {
+TEST(is_pure_zero, ignores_the_kind) {
     EXPECT_TRUE(is_pure_zero(vector(0, 0, 0)));
 }
 
@@ -365,7 +365,7 @@ TEST(conversion_from_the_base_system, gives_the_other_components_of_a_scalar_the
     EXPECT_EQ(out.comp[2], -273.15);
 }
 
-TEST(conversion_from_the_base_system, converts_a_vector_and_takes_the_exponents_of_the_scale) {
+TEST(conversion_from_the_base_system, converts_a_vector_and_adopts_the_exponents_of_the_scale) {
     dim_value out;
     const dim_value in = vector(1, 2, 3, in_m);
     convert_non_affine_FromMKS_vec_full(in, out, scale(100.0, 0.0, in_s));
@@ -415,9 +415,9 @@ TEST(conversions, may_have_one_record_for_input_and_output) {
     EXPECT_EQ(v.comp, (components{1, 2, 3}));
 }
 
-// Numbers in exponents.
+// Integers in exponents.
 
-TEST(packed_numbers, stand_in_three_exponents_of_a_zero_record) {
+TEST(packed_numbers, are_stored_in_three_exponents_of_a_zero_record) {
     expect_equal(pack_three_ints(68, -1, 3), scalar(0, {0, 0, 0, 0, -1, 3, 0, 68}));
     const packed_call call = unpack_three_ints(pack_three_ints(68, -1, 3));
     EXPECT_EQ(call.function, 68);
@@ -425,7 +425,7 @@ TEST(packed_numbers, stand_in_three_exponents_of_a_zero_record) {
     EXPECT_EQ(call.count, 3);
 }
 
-TEST(packed_numbers, stand_in_two_exponents_of_a_zero_record) {
+TEST(packed_numbers, are_stored_in_two_exponents_of_a_zero_record) {
     expect_equal(pack_two_ints(201, 2), scalar(0, {0, 0, 0, 0, 0, 0, 2, 201}));
     const packed_reference reference = unpack_two_ints(pack_two_ints(201, 2));
     EXPECT_EQ(reference.number, 201);

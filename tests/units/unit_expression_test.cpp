@@ -18,7 +18,7 @@ struct parsed {
     double factor;
     double offset;
     exponents dim;
-    std::size_t end; // where the cursor stands
+    std::size_t end; // position of the cursor
     std::string err;
 };
 
@@ -106,7 +106,7 @@ TEST(unit_expression, is_a_product_with_a_star_or_with_nothing_between) {
     expect_unit("ft ft ft", feet * feet * feet, length(3));
 }
 
-TEST(unit_expression, has_everything_behind_a_slash_in_the_denominator) {
+TEST(unit_expression, has_every_unit_after_a_slash_in_the_denominator) {
     for (const char* text : {"kg m / s^2", "kg*m/s/s", "kg m/s s", "kg m / s * s", "m kg / (s s)"})
         expect_unit(text, 1.0, in_N);
     const exponents per_kg = {0, -1, -1, 1, 0, 0, 0, 0};
@@ -140,13 +140,13 @@ TEST(unit_expression, is_not_a_lone_slash) {
     expect_no_unit("/\nm", "ERROR: Math expression incomplete.\n");
 }
 
-TEST(unit_expression, takes_in_an_operator_ahead_of_the_statements_end) {
+TEST(unit_expression, consumes_an_operator_before_the_statements_end) {
     expect_unit("m *", 1.0, in_m);
     expect_unit("m /", 1.0, in_m);
     expect_unit("*", 1.0, in_plain);
 }
 
-TEST(unit_expression, leaves_an_operator_ahead_of_what_is_no_unit) {
+TEST(unit_expression, leaves_an_operator_before_a_text_that_is_not_a_unit) {
     expect_unit("m / 2", 1.0, in_m, 1);
     expect_unit("m * 2", 1.0, in_m, 1);
     expect_unit("m * x", 1.0, in_m, 1);
@@ -155,7 +155,7 @@ TEST(unit_expression, leaves_an_operator_ahead_of_what_is_no_unit) {
     expect_unit("m / kg", 1.0, {0, 0, -1, 1, 0, 0, 0, 0});
 }
 
-TEST(unit_expression, ends_ahead_of_what_is_no_unit) {
+TEST(unit_expression, ends_before_a_text_that_is_not_a_unit) {
     expect_unit("m x", 1.0, in_m, 1);
     expect_unit("m 2", 1.0, in_m, 1);
     expect_unit("kg m ) s", 1.0, {0, 0, 1, 1, 0, 0, 0, 0}, 4);
@@ -236,7 +236,7 @@ TEST(unit_exponent, goes_to_its_unit_alone) {
     expect_unit("m / s^-2", 1.0, {0, 2, 0, 1, 0, 0, 0, 0});
 }
 
-TEST(unit_exponent, is_left_behind_a_parenthesis) {
+TEST(unit_exponent, is_not_read_after_a_parenthesis) {
     expect_unit("(m/s)^2", 1.0, {0, -1, 0, 1, 0, 0, 0, 0}, 5);
     expect_unit("kg (m) ^2", 1.0, {0, 0, 1, 1, 0, 0, 0, 0}, 6);
 }
@@ -265,12 +265,12 @@ TEST(unit_exponent, that_is_not_closed_is_bad) {
     expect_no_unit("m^(2 x)", "ERROR: Bad exponent for unit 'm'.\n");
 }
 
-TEST(unit_exponent, that_is_missing_behind_a_star_or_a_slash_says_so) {
+TEST(unit_exponent, that_is_missing_after_a_star_or_a_slash_is_reported) {
     expect_no_unit("m^*", "ERROR: Bad exponent for unit 'm' following '*'.\n");
     expect_no_unit("m^/", "ERROR: Bad exponent for unit 'm' following '/'.\n");
 }
 
-TEST(unit_exponent, that_is_bad_behind_a_star_or_a_slash_has_both_messages) {
+TEST(unit_exponent, that_is_bad_after_a_star_or_a_slash_has_both_messages) {
     expect_no_unit("m^*x",
                    "ERROR: Bad exponent for unit 'm'.\nERROR: Bad exponent for unit 'm' following '*'.\n");
     expect_no_unit("m^/x",
@@ -311,7 +311,7 @@ TEST(unit_parentheses, are_no_unit_when_empty) {
     expect_unit("m ()", 1.0, in_m, 1);
 }
 
-TEST(unit_parentheses, that_are_not_closed_leave_the_units_ahead_of_them) {
+TEST(unit_parentheses, that_are_not_closed_leave_the_units_before_them) {
     expect_unit_and_error("m (s", 1, "ERROR:  Bad parenthesis.\n");
     EXPECT_EQ(parse("m (s").dim, in_m);
     expect_unit_and_error("m * (s", 1, "ERROR:  Bad parenthesis.\n");
@@ -326,7 +326,7 @@ TEST(unit_parentheses, count_the_units_inside_them) {
 
 // Offsets.
 
-TEST(unit_offset, belongs_to_a_temperature_standing_alone) {
+TEST(unit_offset, is_that_of_a_single_temperature) {
     expect_offset("degC", -273.15);
     expect_offset("degF", -459.67);
     expect_offset(" degC ", -273.15);
@@ -343,7 +343,7 @@ TEST(unit_offset, stays_with_parentheses_and_exponents) {
     expect_offset("degC^(1/2)", -273.15);
 }
 
-TEST(unit_offset, stays_ahead_of_what_is_left_to_the_expression) {
+TEST(unit_offset, is_kept_before_text_left_to_the_expression) {
     expect_offset("degC / 2", -273.15);
     expect_offset("degF * 2", -459.67);
     expect_offset("degC x", -273.15);

@@ -155,7 +155,7 @@ TEST(render_units, writes_the_slots_in_their_order) {
     EXPECT_EQ(rendered(system_IPS, {1, 1, 1, 2, 1, 1, 1, 1}), "lbf in rad s^3 degR mol degF C");
 }
 
-TEST(render_units, writes_the_negative_exponents_in_slot_order_behind_one_slash) {
+TEST(render_units, writes_the_negative_exponents_in_slot_order_after_one_slash) {
     EXPECT_EQ(rendered(system_MKS, {-1, -1, -1, -1, -1, -1, -1, -1}), "/ kg m rad s degK mol degKdiff C");
     EXPECT_EQ(rendered(system_MKS, {1, -1, 2, -2, 3, -3, 1, -1}), "kg^2 rad degK^3 degKdiff / m^2 s mol^3 C");
 }
@@ -165,13 +165,13 @@ TEST(render_units, starts_with_the_slash_if_all_exponents_are_negative) {
     EXPECT_EQ(rendered(system_MKS, {0, 0, 0, -0.5, 0, 0, 0, 0}), "/ m^0.5");
 }
 
-TEST(render_units, leaves_the_exponent_1_out_behind_the_slash_too) {
+TEST(render_units, omits_the_exponent_1_after_the_slash_too) {
     EXPECT_EQ(rendered(system_MKS, {0, -1, 0, 1, 0, 0, 0, 0}), "m / s");
     EXPECT_EQ(rendered(system_MKS, {0, -2, 0, 1, 0, 0, 0, 0}), "m / s^2");
     EXPECT_EQ(rendered(system_MKS, {0, 0, 0, 0.5, 0, 0, 0, 0}), "m^0.5");
 }
 
-TEST(render_units, appends_to_what_stands_there) {
+TEST(render_units, appends_to_existing_text) {
     work_text out;
     work_text err;
     out.append("before ");
@@ -220,14 +220,14 @@ TEST(render_units, writes_six_digits_of_a_fraction_which_still_agrees) {
 
 // Exceptions.
 
-TEST_F(unit_rendering, takes_the_current_system) {
+TEST_F(unit_rendering, uses_the_current_system) {
     set_unit_system(system_cgs);
     EXPECT_EQ(unit_text_of(scalar(1, in_N)), "g cm / s^2");
     set_unit_system(system_IPS);
     EXPECT_EQ(unit_text_of(scalar(1, in_N)), "lbf");
 }
 
-TEST_F(unit_rendering, takes_the_first_exception_that_agrees) {
+TEST_F(unit_rendering, uses_the_first_exception_that_agrees) {
     set_exceptions("(ft, N, lbf)");
     EXPECT_EQ(unit_text_of(scalar(1, in_N)), " N");
     EXPECT_EQ(unit_text_of(scalar(1, in_m)), "ft");
@@ -254,7 +254,7 @@ TEST_F(unit_rendering, calls_a_value_without_exponents_dimensionless_in_a_messag
     EXPECT_EQ(message_text_of(scalar(1, in_N)), "kg m / s^2");
 }
 
-TEST_F(unit_rendering, lets_an_exception_for_plain_numbers_go_ahead_of_the_word) {
+TEST_F(unit_rendering, prefers_an_exception_for_plain_numbers_to_the_word) {
     set_exceptions("(%)");
     EXPECT_EQ(message_text_of(scalar(1)), "%");
     EXPECT_EQ(unit_text_of(scalar(1)), "%");
@@ -269,7 +269,7 @@ TEST_F(unit_rendering, prints_a_value_in_default_units) {
     EXPECT_EQ(shown(scalar(303.15, in_degK)), " = 303.15 degK");
 }
 
-TEST_F(unit_rendering, prints_a_plain_number_with_a_blank_behind_it) {
+TEST_F(unit_rendering, prints_a_plain_number_followed_by_a_blank) {
     EXPECT_EQ(shown(scalar(5)), " = 5 ");
 }
 
@@ -327,12 +327,12 @@ TEST_F(unit_rendering, prints_a_request_as_typed) {
     EXPECT_EQ(requested(scalar(9, {0, -1, 0, 1, 0, 0, 0, 0}), "km /hr; m").out, " = 32.4 km /hr");
 }
 
-TEST_F(unit_rendering, leaves_the_comment_behind_a_request_out) {
+TEST_F(unit_rendering, omits_the_comment_after_a_request) {
     EXPECT_EQ(requested(scalar(3, in_m), "m # in meters").out, " = 3 m ");
     EXPECT_EQ(requested(scalar(3, in_m), "cm# in centimeters\n").out, " = 300 cm");
 }
 
-TEST_F(unit_rendering, leaves_the_cursor_behind_the_request) {
+TEST_F(unit_rendering, leaves_the_cursor_after_the_request) {
     work_text out;
     work_text err;
     const char* text = "cm; ft";

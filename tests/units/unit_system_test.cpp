@@ -176,7 +176,7 @@ TEST_F(unit_systems, answer_with_the_count_of_exceptions) {
     EXPECT_EQ(current_unit_system(), system_MKS);
 }
 
-TEST_F(unit_systems, are_in_force_also_if_the_list_fails) {
+TEST_F(unit_systems, are_set_even_if_the_list_fails) {
     EXPECT_EQ(answer(system_MKS, "(N)"), " Default units = MKS with 1 exception.\n");
     EXPECT_EQ(answer(system_FPS, "(Pa"),
               " Argument list not terminated\n Default units = FPS with 1 exceptions.\n");

@@ -86,7 +86,7 @@ TEST(unit_table, has_no_factor_of_zero_and_whole_exponents_from_minus_3_to_3) {
     }
 }
 
-TEST(find_unit, moves_behind_the_name_on_a_hit_and_stays_on_a_miss) {
+TEST(find_unit, moves_after_a_name_it_finds_and_does_not_move_otherwise) {
     const std::string text = "mile/hour";
     cursor p(text.c_str());
     ASSERT_NE(find_unit(p), nullptr);
@@ -133,12 +133,12 @@ TEST(find_unit, minds_the_case) {
     EXPECT_EQ(factor_of("mg"), 1000000.0);
 }
 
-TEST(find_unit, tells_a_difference_from_its_temperature) {
+TEST(find_unit, distinguishes_a_difference_from_its_temperature) {
     EXPECT_EQ(dimension_of("degC"), in_degK);
     EXPECT_EQ(dimension_of("degCdiff"), in_degKdiff);
 }
 
-TEST(find_unit, takes_the_stop_pointer_as_the_end_of_the_name) {
+TEST(find_unit, treats_the_stop_pointer_as_the_end_of_the_name) {
     const char* text = "meter";
     cursor p(text, text + 1);
     const unit_entry* unit = find_unit(p);
@@ -154,9 +154,9 @@ TEST(find_unit, finds_nothing_where_no_name_begins) {
         EXPECT_EQ(is_in_table(text), text[0] == '%') << text;
 }
 
-// Rows that look like slips.
+// Rows that look like errors.
 
-TEST(unit_table, takes_pounds_and_ounces_as_forces) {
+TEST(unit_table, has_pounds_and_ounces_as_forces) {
     for (const char* name : {"lb", "lbs", "pound", "pounds", "lbf", "oz", "ounce", "ounces", "ozf"})
         EXPECT_EQ(dimension_of(name), in_N) << name;
     for (const char* name : {"lbm", "ozm"})
@@ -184,7 +184,7 @@ TEST(unit_table, keeps_factors_of_different_precision) {
     EXPECT_EQ(factor_of("ft"), 3.28083989501312);
 }
 
-TEST(unit_table, takes_mpa_for_a_thousandth_of_a_pascal) {
+TEST(unit_table, has_mpa_as_a_thousandth_of_a_pascal) {
     EXPECT_EQ(factor_of("mpa"), factor_of("mPa"));
     EXPECT_EQ(factor_of("mpa"), 1000.0);
     EXPECT_EQ(factor_of("Mpa"), factor_of("MPa"));
@@ -192,7 +192,7 @@ TEST(unit_table, takes_mpa_for_a_thousandth_of_a_pascal) {
     EXPECT_EQ(factor_of("Gpa"), factor_of("GPa"));
 }
 
-TEST(unit_table, takes_parts_per_million_as_mass_per_volume) {
+TEST(unit_table, has_parts_per_million_as_mass_per_volume) {
     const exponents density = {0, 0, 1, -3, 0, 0, 0, 0};
     for (const char* name : {"ppm", "ppb", "ppt"})
         EXPECT_EQ(dimension_of(name), density) << name;
@@ -206,7 +206,7 @@ TEST(unit_table, has_percent_without_dimension) {
     }
 }
 
-TEST(unit_table, tells_a_ton_from_a_tonne) {
+TEST(unit_table, distinguishes_a_ton_from_a_tonne) {
     EXPECT_NEAR(1.0 / factor_of("ton"), 1016.0, 1.0);
     EXPECT_EQ(factor_of("tonne"), 0.001);
 }
@@ -230,7 +230,7 @@ TEST(unit_table, has_temperatures_in_pairs) {
 
 // There and back.
 
-TEST(every_unit, takes_a_value_to_the_base_system_and_back) {
+TEST(every_unit, converts_a_value_to_the_base_system_and_back) {
     for (const unit_entry& unit : all_units()) {
         const std::string name(unit.name);
         cursor p(name.c_str());
@@ -261,7 +261,7 @@ TEST(every_unit, is_read_and_requested_in_a_program) {
 TEST(every_unit, is_no_name_for_a_variable_or_a_user_unit) {
     for (const unit_entry& unit : all_units()) {
         const std::string name(unit.name);
-        if (name == "%" || name == "fps") // no name, and a word of the unit systems in any case
+        if (name == "%" || name == "fps") // not a name, and a keyword of a unit system
             continue;
         EXPECT_EQ(run(name + " = 3"), "[  1 ] " + name + " = 3\n       ERROR: Variable name '" + name +
                                           "' matches a base unit.\n\n");
@@ -303,7 +303,7 @@ TEST_F(unit_lookup, gives_a_cleared_record_on_a_miss) {
     EXPECT_EQ(p.at, text);
 }
 
-TEST_F(unit_lookup, takes_a_user_unit_of_value_2_as_a_row_with_the_factor_one_half) {
+TEST_F(unit_lookup, gives_a_user_unit_of_value_2_the_factor_one_half) {
     store_user_unit("foo", scalar(2, in_m), err.str);
     const char* text = "foo;";
     cursor p(text);
@@ -324,7 +324,7 @@ TEST_F(unit_lookup, matches_the_whole_token_of_a_user_unit) {
     }
 }
 
-TEST_F(unit_lookup, is_unit_skips_blanks_and_comments_ahead_of_the_name) {
+TEST_F(unit_lookup, is_unit_skips_blanks_and_comments_before_the_name) {
     for (const char* text : {"m", "  m", "\tm", " \\ more\n m"}) {
         cursor p(text);
         dim_value out;
@@ -336,7 +336,7 @@ TEST_F(unit_lookup, is_unit_skips_blanks_and_comments_ahead_of_the_name) {
     }
 }
 
-TEST_F(unit_lookup, is_unit_puts_the_cursor_back_unless_it_advances) {
+TEST_F(unit_lookup, is_unit_restores_the_cursor_unless_it_advances) {
     const char* text = "  ft";
     cursor p(text);
     dim_value out;
@@ -354,7 +354,7 @@ TEST_F(unit_lookup, is_unit_is_false_at_a_statement_end_with_nothing_consumed) {
     }
 }
 
-TEST_F(unit_lookup, is_unit_is_false_for_what_is_no_unit_with_nothing_consumed) {
+TEST_F(unit_lookup, is_unit_is_false_without_a_unit_with_nothing_consumed) {
     for (const char* text : {" xyz", "2", "(m)"}) {
         cursor p(text);
         dim_value out;
