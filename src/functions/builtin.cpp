@@ -12,7 +12,7 @@ bool check_arg_count(std::string_view name, bool exact, std::int32_t expected, s
     replace_by_cleared_value(given, ctx);
     str_append_three(&err, "ERROR:  Function ", name, " takes ");
     err = str_append_int(&err, expected);
-    // There is no blank between the number and the word.
+    // Intentional: there is no blank between the number and the word.
     err = str_append_text(&err, expected == 1 ? "argument.\n" : "arguments.\n");
     return false;
 }
@@ -24,9 +24,9 @@ void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx) {
     push_value(dim_value(), ctx);
 }
 
-void append_refusal(text_str*& err, std::string_view name, const refusal& said) {
-    str_append_three(&err, "ERROR:  ", said.before, name);
-    str_append_three(&err, "()", said.after, ".\n");
+void append_refusal(text_str*& err, std::string_view name, const refusal& message) {
+    str_append_three(&err, "ERROR:  ", message.before, name);
+    str_append_three(&err, "()", message.after, ".\n");
 }
 
 void run_function(const value_function& function, compile_ctx& ctx, text_str*& err) {
@@ -35,8 +35,8 @@ void run_function(const value_function& function, compile_ctx& ctx, text_str*& e
         if (test.fails == nullptr)
             break;
         if (test.fails(given)) {
-            append_refusal(err, function.about.name_in_refusals(), test.said);
-            given.replace_by(scalar_value(test.left));
+            append_refusal(err, function.about.name_in_refusals(), test.message);
+            given.replace_by(scalar_value(test.result));
             return;
         }
     }
