@@ -10,9 +10,8 @@ bool check_arg_count(std::string_view name, bool exact, std::int32_t expected, s
     if (exact ? given == expected : given >= expected)
         return true;
     replace_by_cleared_value(given, ctx);
-    append(err, "ERROR:  Function ", name, " takes ");
-    append(err, expected);
-    // There is no blank between the number and the word.
+    append(err, "ERROR:  Function ", name, " takes ", expected);
+    // Intentional: there is no blank between the number and the word.
     append(err, expected == 1 ? "argument.\n" : "arguments.\n");
     return false;
 }
@@ -24,9 +23,8 @@ void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx) {
     push_value(dim_value(), ctx);
 }
 
-void append_refusal(text_str*& err, std::string_view name, const refusal& said) {
-    append(err, "ERROR:  ", said.before, name);
-    append(err, "()", said.after, ".\n");
+void append_refusal(text_str*& err, std::string_view name, const refusal& message) {
+    append(err, "ERROR:  ", message.before, name, "()", message.after, ".\n");
 }
 
 void run_function(const value_function& function, compile_ctx& ctx, text_str*& err) {
@@ -35,8 +33,8 @@ void run_function(const value_function& function, compile_ctx& ctx, text_str*& e
         if (test.fails == nullptr)
             break;
         if (test.fails(given)) {
-            append_refusal(err, function.about.name_in_refusals(), test.said);
-            given.replace_by(scalar_value(test.left));
+            append_refusal(err, function.about.name_in_refusals(), test.message);
+            given.replace_by(scalar_value(test.result));
             return;
         }
     }

@@ -1,8 +1,7 @@
 #pragma once
 
-// What the families of built-in functions share: how a built-in finds its arguments and leaves its result,
-// how it words a refusal, and how a row of a family's table becomes a routine that is called without a
-// search.
+// What the families of built-in functions share: how a built-in reads its arguments and leaves its result,
+// and the messages about arguments that it refuses.
 
 #include "functions/function_facts.h"
 #include "machine/operand_stack.h"
@@ -18,14 +17,14 @@ namespace metrify {
 /// has been tested, and err is empty.
 using builtin = void (*)(std::int32_t count, compile_ctx& ctx, text_str*& err);
 
-/// Empties err and tests the number of arguments. If it is wrong, one cleared value takes their place and the
-/// message is in err, which doesn't tell where more would be right too.
+/// Clears err and tests the number of arguments. If it is wrong, one cleared value replaces them and err
+/// holds a message, which is the same whether the expected number is exact or a minimum.
 bool check_arg_count(std::string_view name, bool exact, std::int32_t expected, std::int32_t given,
                      compile_ctx& ctx, text_str*& err);
 void replace_by_cleared_value(std::int32_t given, compile_ctx& ctx);
 
-/// The arguments of a built-in at the place where they stand on the stack, in the order in which they were
-/// written. There is at least one.
+/// The arguments of a built-in where they are on the stack, in the order in which they were written. There is
+/// at least one.
 class arguments {
   public:
     arguments(std::size_t count, compile_ctx& ctx) : stack_(&ctx.stack), last_(count - 1) {
@@ -35,7 +34,7 @@ class arguments {
     dim_value& operator[](std::size_t i) const { return stack_->top(last_ - i).value; }
     std::size_t size() const { return last_ + 1; }
 
-    /// Puts the result in the place of all arguments, which are gone then.
+    /// Replaces all arguments by the result.
     void replace_by(const dim_value& result) const {
         (*this)[0] = result;
         for (std::size_t i = 0; i < last_; ++i)
@@ -47,19 +46,19 @@ class arguments {
     std::size_t last_;
 };
 
-/// What is said about arguments that a function refuses, ahead of its name and behind it.
+/// The message about arguments that a function refuses: the texts before and after its name.
 struct refusal {
     std::string_view before, after;
 };
 
-/// Appends "ERROR:  ", the refusal around the function's name with its parentheses, and ".\n".
-void append_refusal(text_str*& err, std::string_view name, const refusal& said);
+/// Appends "ERROR:  ", the message with the function's name and parentheses, and ".\n".
+void append_refusal(text_str*& err, std::string_view name, const refusal& message);
 
-/// A reason to refuse arguments, what is said, and what number the cleared result holds then.
+/// A reason to refuse arguments, its message, and the number that the cleared result then holds.
 struct argument_test {
     bool (*fails)(arguments a) = nullptr; // may give a pure zero the units of another argument
-    refusal said = {};
-    double left = 0.0;
+    refusal message = {};
+    double result = 0.0;
 };
 
 inline std::size_t argument_count(const function_facts& function) {
@@ -74,14 +73,14 @@ struct value_function {
 };
 void run_function(const value_function& function, compile_ctx& ctx, text_str*& err);
 
-// The tests of which several functions have one.
+// Tests that several functions use.
 
 bool any_scalar(arguments a);
 bool any_vector(arguments a);
 
 constexpr argument_test refuses_vectors = {any_vector, {"Computing ", " of a vector"}};
 
-/// Truncates to a 32-bit integer. Beyond its range, and for a not-a-number, that is the least integer.
+/// Truncates to a 32-bit integer. Out of range, and for a not-a-number, the result is the least integer.
 std::int32_t truncate_to_int32(double x);
 
 /// A scalar with exponents, by default none.

@@ -1,6 +1,6 @@
 #pragma once
 
-// The constants: built-ins without arguments. Their values are fixed, digits that look dated included.
+// The constants: built-ins without arguments. Intentional: some values are dated.
 
 #include "functions/builtin.h"
 

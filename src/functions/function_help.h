@@ -24,7 +24,7 @@ const function_row* find_function_help(std::string_view name);
 /// One line: the call, and what it is.
 std::string help_line(const function_facts& function);
 
-/// All that is known about a function, as Markdown that reads as plain text too.
+/// Everything known about a function, as Markdown that is also readable as plain text.
 std::string help_entry(const function_facts& function);
 
 /// The whole of docs/functions.md.

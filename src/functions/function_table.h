@@ -1,7 +1,7 @@
 #pragma once
 
-// The 89 built-in functions, gathered from the tables of the families: what the look-up, the call and the
-// list for users read.
+// The 89 built-in functions, gathered from the tables of the families, for the look-up, the call and the
+// list for users.
 
 #include "functions/builtin.h"
 

@@ -6,14 +6,14 @@ void run_function(const formula_function& function, compile_ctx& ctx, text_str*&
     const arguments given(1, ctx);
     const double x = given[0].comp[0];
     const formula_limits& limits = function.limits;
-    const auto refuse = [&](const refusal& said) {
-        append_refusal(err, function.about.name, said);
+    const auto refuse = [&](const refusal& message) {
+        append_refusal(err, function.about.name, message);
         given.replace_by(dim_value());
     };
     if (given[0].kind != 0)
-        return refuse(refuses_vectors.said);
+        return refuse(refuses_vectors.message);
     if (!is_dimensionless(given[0]))
-        return refuse(refuses_dimensions.said);
+        return refuse(refuses_dimensions.message);
     const bool is_excluded = limits.excludes != nullptr && limits.excludes(x);
     if (is_excluded && limits.then == outside::is_refused)
         return refuse(limits.message);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The mathematical functions of one or two scalars, a row each. There are no degrees in them: an argument
-// stands in the base system, and an angle comes out in radians.
+// The mathematical functions of one or two scalars, a row each. They know no degrees: arguments are in the
+// base system, and angles are returned in radians.
 
 #include "functions/builtin.h"
 #include "numerics/special/hyperbolic.h"
@@ -80,8 +80,8 @@ constexpr formula_limits acoth_limits = {[](double x) { return std::fabs(x) < 1.
                                          outside::is_refused,
                                          {"Arg of ", " must be greater than one"}};
 
-// The formulas stand as they are also where a textbook has others: asec in the second quadrant, acsc of a
-// negative number, log for the natural logarithm.
+// Intentional: some formulas differ from the textbook's: asec in the second quadrant, acsc of a negative
+// number, log for the natural logarithm.
 // clang-format off
 inline constexpr formula_function formulas[] = {
     // the facts
@@ -173,7 +173,7 @@ inline constexpr formula_function formulas[] = {
 };
 // clang-format on
 
-// The others, which look at the units of their arguments or keep them.
+// The other functions, which test the units of their arguments or keep them.
 
 bool has_dimensions(arguments a);
 
@@ -189,7 +189,7 @@ inline dim_value with_number(const dim_value& value, double x) {
 inline double integer_part(double x) {
     return x >= 0.0 ? std::floor(x) : -std::floor(-x);
 }
-/// Halves are rounded away from zero. The result has passed through 32 bits, except for the sentinel.
+/// Halves are rounded away from zero. The result is limited to 32 bits, except for the sentinel.
 inline double rounded(double x) {
     return x == infinity_sentinel ? x : truncate_to_int32(x >= 0.0 ? x + 0.5 : x - 0.5);
 }
@@ -216,7 +216,7 @@ inline constexpr value_function scalar_functions[] = {
     {{11, family::trigonometry, "atan2", 2, "y, x", "The angle of the point (x, y)",
       "two quantities of the same units", help::radians, help::no_limits, "atan2(1 m, 1 m); deg", "= 45 deg"},
      {refuses_vectors,
-      {[](arguments a) { return !units_agree_or_zero(a[1], a[0]); }, refuses_dimensions.said}},
+      {[](arguments a) { return !units_agree_or_zero(a[1], a[0]); }, refuses_dimensions.message}},
      [](arguments a) { return scalar_value(std::atan2(a[0].comp[0], a[1].comp[0]), in_radians); }},
     {{80, family::logarithms, "sqrt", 1, "x", "The square root",
       "any quantity", "half its units", "0 and above", "sqrt(4 m^2)", "= 2 m"},

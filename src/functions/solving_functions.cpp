@@ -48,8 +48,8 @@ bool are_paired(std::string_view refusal, std::int32_t count, compile_ctx& ctx, 
     return false;
 }
 
-/// Takes the references off the stack, leaves the result, and keeps the start values. A failure leaves the
-/// binding as it is, active.
+/// Pops the references, pushes the result, and saves the start values. After a failure the binding stays
+/// active.
 bool bind_arguments(std::int32_t independents, std::int32_t dependents, compile_ctx& ctx, text_str*& err) {
     allocate_solver_binding(static_cast<std::size_t>(independents), static_cast<std::size_t>(dependents));
     pop_independents(independents, ctx);
@@ -61,7 +61,7 @@ bool bind_arguments(std::int32_t independents, std::int32_t dependents, compile_
     return str_is_empty(err);
 }
 
-/// Back to the start for another attempt.
+/// Prepares another attempt from the start values.
 void start_again(bool use_logs, text_str*& err) {
     str_clear(&err);
     restore_start_values(err);
@@ -130,20 +130,20 @@ void run_solve(std::int32_t count, compile_ctx& ctx, text_str*& err) {
         solve_one_pair(err);
     else
         solve_several_pairs(err);
-    // Due where nothing has been found, too: the next statement that succeeds writes it.
+    // Also due if nothing has been found: the next statement that succeeds writes it.
     set_pending_report(report_kind::solve);
 }
 
 void run_fmin(std::int32_t count, compile_ctx& ctx, text_str*& err) {
     if (!bind_arguments(count - 1, 1, ctx, err))
         return;
-    // A minimum of several variables gets no second attempt, other than a maximum. That is meant.
+    // Intentional: a minimum of several variables gets no second attempt, unlike a maximum.
     const bool is_of_one = count == 2;
     find_extreme(is_of_one, report_kind::fmin, err);
 }
 
 void run_fmax(std::int32_t count, compile_ctx& ctx, text_str*& err) {
-    // The sign stays turned for the rest of the run where the arguments can't be bound.
+    // Intentional: if the arguments can't be bound, the sign stays negated for the rest of the run.
     negate_objective(true);
     if (!bind_arguments(count - 1, 1, ctx, err))
         return;

@@ -1,8 +1,8 @@
 #pragma once
 
 // The built-ins that work on the function block: solve, fmin, fmax and func. None of them gives a number.
-// They change the independent variables, run the block's instructions over and over, and leave word that the
-// block's listing is to be written with what they have found.
+// They change the independent variables, run the block's instructions repeatedly, and record that a report is
+// due: the block's listing with the values found.
 
 #include "functions/builtin.h"
 
@@ -14,9 +14,9 @@ bool can_run_block(std::string_view name, std::int32_t count, compile_ctx& ctx, 
 
 /// solve(dep1, ..., depN, ind1, ..., indN): the independents that make all dependents 0.
 void run_solve(std::int32_t count, compile_ctx& ctx, text_str*& err);
-/// fmin(dep, ind1, ..., indK): the independents that make the dependent smallest.
+/// fmin(dep, ind1, ..., indK): the independents that minimise the dependent.
 void run_fmin(std::int32_t count, compile_ctx& ctx, text_str*& err);
-/// fmax(dep, ind1, ..., indK): largest.
+/// fmax(dep, ind1, ..., indK): likewise, maximise.
 void run_fmax(std::int32_t count, compile_ctx& ctx, text_str*& err);
 /// func(var1, value1, ...): gives variables their values, units included.
 void run_func(std::int32_t count, compile_ctx& ctx, text_str*& err);

@@ -7,8 +7,8 @@ namespace metrify {
 void run_function(const special_function& function, compile_ctx& ctx, text_str*& err) {
     const std::size_t count = argument_count(function.about);
     const arguments given(count, ctx);
-    const auto refuse = [&](const refusal& said) {
-        append_refusal(err, function.about.name, said);
+    const auto refuse = [&](const refusal& message) {
+        append_refusal(err, function.about.name, message);
         given.replace_by(dim_value());
     };
     using rule = special_arguments_rule;
@@ -17,12 +17,12 @@ void run_function(const special_function& function, compile_ctx& ctx, text_str*&
     for (std::size_t i = count; i > 0; --i) {
         const dim_value& argument = given[i - 1];
         if (argument.kind != 0)
-            return refuse(refuses_vectors.said);
+            return refuse(refuses_vectors.message);
         if (!is_dimensionless(argument))
-            return refuse(refuses_dimensions.said);
+            return refuse(refuses_dimensions.message);
         x[i - 1] = argument.comp[0];
-        const bool is_looked_at = i < count || function.rule != rule::last_may_be_sentinel;
-        any_sentinel = any_sentinel || (is_looked_at && x[i - 1] == infinity_sentinel);
+        const bool is_tested = i < count || function.rule != rule::last_may_be_sentinel;
+        any_sentinel = any_sentinel || (is_tested && x[i - 1] == infinity_sentinel);
     }
     if (function.rule == rule::first_is_integer && std::floor(x[0]) != x[0]) {
         append(err, "ERROR:  Arg n must be integer in ", function.about.name, "().\n");

@@ -22,16 +22,16 @@ namespace metrify {
 /// The arguments' numbers, in the order in which they were written.
 using special_arguments = std::array<double, 4>;
 
-/// What a function does with its arguments beside the usual.
+/// How a function treats its arguments.
 enum class special_arguments_rule {
     usual,
-    first_is_integer,     // and refused otherwise
-    last_may_be_sentinel, // it then goes to the routine
+    first_is_integer,     // otherwise it is refused
+    last_may_be_sentinel, // and is passed to the routine
 };
 
-/// Each argument, the last one first, must be a scalar without dimensions. If one of those that are looked at
-/// is the sentinel the routine isn't called and the result is a plain 0. What the routine returns is the
-/// result, also where it leaves a text in err.
+/// Each argument, the last one first, must be a scalar without dimensions. If one is the sentinel, the
+/// routine isn't called and the result is a plain 0. Otherwise the result is what the routine returns, even
+/// if it leaves a text in err.
 struct special_function {
     function_facts about;
     double (*value)(const special_arguments& x, text_str*& err);
@@ -58,7 +58,7 @@ inline airy_values airy(double x, text_str*& err) {
 struct sncndn_values {
     double sn, cn, dn;
 };
-/// The routine takes the square of k as it is; zeros if that is the sentinel.
+/// The routine takes the square of k for the complementary parameter; zeros if it is the sentinel.
 inline sncndn_values jacobi(const special_arguments& x, text_str*& err) {
     sncndn_values f = {};
     const double square_of_k = x[1] * x[1];
@@ -67,7 +67,7 @@ inline sncndn_values jacobi(const special_arguments& x, text_str*& err) {
     return f;
 }
 
-/// The exponential is not taken of a value that comes with a text.
+/// If the routine fails, its value is returned without the exponential.
 inline double gamma_function(double x, text_str*& err) {
     const double logarithm = math_func_gammln(x, err);
     return str_is_empty(err) ? std::exp(logarithm) : logarithm;

@@ -41,7 +41,7 @@ dim_value interpolated(arguments a) {
     const double x2 = a[2].comp[0];
     const double y2 = a[3].comp[0];
     const double x = a[4].comp[0];
-    // All else is that of y1, the components that a scalar doesn't use included.
+    // Everything else is copied from y1, including the components that a scalar doesn't use.
     dim_value result = a[1];
     result.comp[0] = (y2 - y1) * (x - x1) / (x2 - x1) + y1;
     return result;

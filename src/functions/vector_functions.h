@@ -1,7 +1,7 @@
 #pragma once
 
 // The functions of vectors, their components and their units, and the interpolation between two points. The
-// sentinel is no special case here: it goes into the formulas as it is.
+// sentinel is no special case here: the formulas compute with it.
 
 #include "functions/builtin.h"
 
@@ -15,7 +15,8 @@ double dot_product(const dim_value& a, const dim_value& b);
 dim_value cross_product(const dim_value& a, const dim_value& b);
 double magnitude(const dim_value& v);
 
-/// The arc tangent, not the arc cosine, of the cosine between two vectors; a plain 0 if one has no length.
+/// Intentional: the arc tangent, not the arc cosine, of the cosine of the angle between two vectors. A plain
+/// 0 if one has no length.
 dim_value angle_between(const dim_value& a, const dim_value& b);
 
 /// The vector of two components with radius r at an angle in radians.
@@ -24,7 +25,7 @@ dim_value polar_vector(const dim_value& r, double angle);
 /// The value at x on the line through two points given as x1, y1, x2, y2, x, in the units of y1.
 dim_value interpolated(arguments a);
 
-/// A component's number as a function is given it, truncated.
+/// The number of a component: the argument, truncated.
 inline std::int32_t component_number(const dim_value& index) {
     return truncate_to_int32(index.comp[0]);
 }

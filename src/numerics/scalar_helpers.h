@@ -1,7 +1,7 @@
 #pragma once
 
-// Scalar helpers of the published routines. What they give for a not-a-number is part of the methods, so
-// they are not the standard library's.
+// Scalar helpers of the published routines. Their results for a not-a-number are part of the methods, so
+// the standard library's functions don't replace them.
 
 namespace metrify {
 

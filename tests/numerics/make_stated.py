@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
 """Writes the tables of required values in tests/numerics/stated/, one for each routine of the special functions
-that is required as a certain approximation, with certain coefficients and a certain end of its iterations.
+of which a certain approximation is required, with certain coefficients and tolerances.
 
-The tables in truth/ hold the values of the functions themselves, which such a routine meets to seven or eight
-digits. Here is what the approximation itself gives: the routines are written down once more, from their
-published form and the required constants, in double precision as Python has it. A change of a digit of a
-coefficient, or of the number of steps, shows in these values.
+The tables in truth/ hold the values of the functions themselves, with which such a routine agrees to seven or eight
+digits. These tables hold the values of the approximation itself: the routines are implemented again here, from
+their published form and the required constants, in double precision. A change of a digit of a coefficient, or of
+the number of steps, changes these values.
 
 A line is the arguments, a colon, and for each output the value, in the shortest digits that read back equal,
-and the magnitude that an error is divided by. The arguments are those of the table in truth/, and some that
-lie next to a limit of an iteration.
+and the divisor of its error. The arguments are those of the table in truth/, and some that
+are next to a limit of an iteration.
 """
 import math
 import pathlib

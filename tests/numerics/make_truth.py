@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Writes the tables of exact values in tests/numerics/truth/, one for each routine of the special functions.
 
-Needs python3-mpmath. A line is the arguments, as the shortest decimal numbers that read back as the doubles
-meant, a colon, and for each output of the routine two numbers: the value to 25 digits, computed with 40, and
-the magnitude that an error is divided by. That is the value's own, except near a zero of an oscillating
+Needs python3-mpmath. A line is the arguments, as the shortest decimal numbers that read back as the same
+doubles, a colon, and for each output of the routine two numbers: the value to 25 digits, computed with 40, and
+the divisor of its error. That is the magnitude of the value, except near a zero of an oscillating
 function (its amplitude there, or a tenth of it) and where a header says otherwise.
 """
 import math
@@ -57,9 +57,9 @@ def one(_):
     return mpf(1)
 
 
-# Bessel functions. Beyond its order a function oscillates. An error of the fits of integer order is one
-# relative to the amplitude there; one of a real order is relative to the value itself, down to a tenth of the
-# amplitude.
+# Bessel functions, which oscillate for x beyond the order. There the error of the fits of integer order is
+# relative to the amplitude; that of a real order is relative to the value, or to a tenth of the amplitude if
+# that is larger.
 
 def oscillates(nu, x):
     return abs(x) > max(abs(nu), 0.5)
@@ -78,8 +78,8 @@ def away_from_zeros(nu, x, value, other):
 
 
 def beside_first(x, value, first):
-    """A modified function of the second kind. Below 2 the required constants of the gamma factors leave an error
-    of 1e-14 of the first kind in it, whose tenth is therefore the least that an error is divided by there."""
+    """A modified function of the second kind. Below 2 the required constants of the gamma factors cause an error
+    of 1e-14 of the first kind, a tenth of which is therefore the smallest divisor of an error there."""
     return (value, max(abs(value), abs(first) / 10) if x < 2 else abs(value))
 
 
@@ -124,7 +124,7 @@ def second_kind(nu, x):
 
 
 def reflected_angle(nu):
-    """|nu| pi as it comes out in doubles: the required value of a negative order has its sine and cosine."""
+    """|nu| pi as rounded to a double: the required value of a negative order has its sine and cosine."""
     return mpf(-float(nu) * math.pi)
 
 
@@ -156,7 +156,7 @@ def first_modified_any(nu, x):
 
 
 def first_modified_integer(n, x):
-    """Where the recurrence's start lies too low for x, what it gives is required, and not the function."""
+    """If the recurrence starts too low for x, its result is required instead of the function's value."""
     start = 2 * (abs(n) + int(math.sqrt(40 * abs(n))))
     if x * x == 0 or abs(n) < 2 or start ** 2 > 16 * abs(x):
         return first_modified_any(n, x)
@@ -257,7 +257,7 @@ def log_beta(a, b):
 
 
 def fraction_of_beta(a, b, x):
-    """The continued fraction by itself: the integral without the factor in front of it."""
+    """The continued fraction by itself: the integral without its factor."""
     a, b, x = mpf(a), mpf(b), mpf(x)
     return mp.betainc(a, b, 0, x) * a / (x ** a * (1 - x) ** b)
 
@@ -354,7 +354,7 @@ RC_TOLERANCE, RJ_TOLERANCE = mpf(0.0012), mpf(0.0015)
 
 
 def required_rc(x, y):
-    """RC with 12 in the place of the leading 1 of its series, for y > 0: 11/sqrt(mean) is added, with the mean
+    """RC with 12 instead of the leading 1 of its series, for y > 0: 11/sqrt(mean) is added, with the mean
     at which the duplications end."""
     xt, yt = x, y
     while True:
@@ -366,7 +366,7 @@ def required_rc(x, y):
 
 
 def required_rj(x, y, z, p):
-    """RJ with such values in its sum, for p > 0. What lies beyond the sum is the integral's own."""
+    """RJ with such values in its sum, for p > 0. The term after the sum is that of the integral."""
     total, factor = mpf(0), mpf(1)
     while True:
         a, b, c = mp.sqrt(x), mp.sqrt(y), mp.sqrt(z)

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Prints where the searches end that tests/problems/ records as not solved, and those of the listings of solve, fmin
-and fmax in tests/listings/. The numbers in those files come from here: the methods are those of stated_searches.py
-and stated_systems.py, and the attempts are made in the required order.
+"""Prints the end points of the searches that tests/problems/ records as not solved, and of those in the listings of
+solve, fmin and fmax in tests/listings/. The numbers in those files come from this program: the methods are those of
+stated_searches.py and stated_systems.py, and the attempts are made in the required order.
 
 Values that a search with a message leaves are the start values. A solved system is printed with its exact solution
-where it has a simple one, so that six digits of a listing can be told from either.
+where it has a simple one, so that the six digits of a listing can be compared with either.
 """
 import math
 
@@ -14,7 +14,7 @@ from stated_searches import Failed, Function
 
 
 def logarithmic(formula, start):
-    """The same function of the logarithms of the magnitudes; a start of 0 stays as it is."""
+    """The same function of the logarithms of the magnitudes; a start of 0 is kept."""
     signs = [math.copysign(1.0, x) if x != 0.0 else 0.0 for x in start]
 
     def back(x):

@@ -16,7 +16,7 @@ def rc(x, y):
 
 
 def halved(x, y, z):
-    """A duplication: the new arguments, and what it has added."""
+    """A duplication: the new arguments and the increment."""
     a, b, c = math.sqrt(x), math.sqrt(y), math.sqrt(z)
     step = a * (b + c) + b * c
     return 0.25 * (x + step), 0.25 * (y + step), 0.25 * (z + step), step
@@ -151,14 +151,14 @@ def sncndn(u, emmc):
 
 
 def at_limit(tolerance, distance):
-    """Two numbers of which a tolerance just lets the second pass."""
+    """Two numbers, of which only the second is just within a tolerance."""
     return [distance(tolerance * factor) for factor in (1.003, 0.997)]
 
 
 # One duplication takes x = 1, y = 1 + d to a distance s = d/12 or so; the ends of the iterations are found from
 # there. The first of Gauss's transformations ends where the root of emmc is near enough to 1.
 NEAR_1 = [1.0 + 0.0005 * i for i in range(1, 120)]
-# With these a distance comes to between 97 and 103 hundredths of a tolerance.
+# With these a distance is between 97 and 103 hundredths of a tolerance.
 NEAR_1 += [1.0 + d * (1.0 + 0.002 * i) for d in (0.0075, 0.01, 0.015, 0.0187) for i in range(-15, 16)]
 ELLIPTIC = {
     "carlsons_rc": (rc, [(1.0, y) for y in NEAR_1] + [(y, 1.0) for y in NEAR_1]),

@@ -41,7 +41,7 @@ def root_of_square(x):
     return math.sqrt(x) if x >= 0.0 else math.nan
 
 
-# One number
+# One variable
 
 def bracket_root(f, x0, dx, most=600, growth=2.0):
     f0 = f.at(x0)
@@ -140,7 +140,7 @@ def solve_one(f):
 # Minima
 
 def bracket_minimum(value, ax, bx, direct, most=100):
-    """None where an evaluation fails: but for the third, such a failure leaves no text."""
+    """None if an evaluation fails. Only a failure of the third one leaves a text."""
     gold, farthest, tiny = 1.618034, 100.0, 1e-20
     try:
         fa, fb = value(ax), value(bx)
@@ -175,7 +175,7 @@ def bracket_minimum(value, ax, bx, direct, most=100):
                     bx, cx = cx, u
                     u = cx + gold * (cx - bx)
                     fb = fc
-                    if direct:  # the values fall behind the points by one
+                    if direct:  # the values lag the points by one
                         fc, fu = value(u), 0.0
                     else:
                         fc, fu = fu, value(u)

@@ -44,7 +44,7 @@ def fdjac(f, x, fvec):
 
 
 def lnsrch(f, xold, fold, g, p, stpmax):
-    """The new point, its values, half their square sum, and whether the search has not been given up."""
+    """The new point, its values, half their square sum, and whether the line search has succeeded."""
     n = len(xold)
     size = math.sqrt(summed(v * v for v in p))
     if size > stpmax:
@@ -128,7 +128,7 @@ def longest(x):
 
 
 def newt(f):
-    """True for a good result."""
+    """True for success."""
     x = list(f.start)
     n = len(x)
     fvec = f(x)
@@ -232,7 +232,7 @@ def factors(f, x, fvec):
 
 
 def broydn(f):
-    """True for a good result."""
+    """True for success."""
     x = list(f.start)
     n = len(x)
     fvec = f(x)

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double TINY = 1e-20;
 
-// The inverse of the largest magnitude in each row: pivots are chosen as if all rows were of one size.
+// The inverse of the largest magnitude in each row, for implicit pivoting. False if a row is zero.
 bool find_row_scales(const double_matrix& a, long n, double_vector& scales) {
     for (long i = 1; i <= n; ++i) {
         double largest = 0.0;
@@ -24,7 +24,7 @@ bool find_row_scales(const double_matrix& a, long n, double_vector& scales) {
     return true;
 }
 
-// a(i, j) less what the first `terms` columns of the factors account for.
+// a(i, j) minus the product of the factors' first `terms` elements of row i and column j.
 double remainder(const double_matrix& a, long i, long j, long terms) {
     double sum = a(i, j);
     for (long k = 1; k <= terms; ++k)
@@ -37,7 +37,7 @@ void exchange_rows(double_matrix& a, long n, long i, long k) {
         std::swap(a(i, j), a(k, j));
 }
 
-// The reflection that clears column k below the diagonal, applied to the columns behind it.
+// The reflection that clears column k below the diagonal, applied to the columns after it.
 void reflect_column(double_matrix& a, long n, long k, double scale, double_vector& c, double_vector& d) {
     double sum = 0.0;
     for (long i = k; i <= n; ++i) {
@@ -58,7 +58,7 @@ void reflect_column(double_matrix& a, long n, long k, double scale, double_vecto
     }
 }
 
-// The length of (a, b) where a is not 0, without overflow on the way.
+// The length of (a, b), without intermediate overflow.
 double length(double a, double b) {
     const double size_a = std::fabs(a);
     const double size_b = std::fabs(b);
@@ -156,7 +156,7 @@ void qrupdt(double_matrix& r, double_matrix& qt, long n, double_vector& u, const
     long last = n;
     while (last > 1 && u[last] == 0.0)
         --last;
-    // Rotations from below make u a multiple of the first unit vector.
+    // Rotations, from the last row up, make u a multiple of the first unit vector.
     for (long i = last - 1; i >= 1; --i) {
         rotate(r, qt, n, i, u[i], -u[i + 1]);
         u[i] = length(u[i], u[i + 1]);

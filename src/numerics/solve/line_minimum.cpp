@@ -43,7 +43,7 @@ struct bracketing {
     }
 };
 
-// Where the parabola through the three points has its extreme.
+// The extremum of the parabola through the three points.
 double parabolic_point(const minimum_bracket& at) {
     const double r = (at.bx - at.ax) * (at.fb - at.fc);
     const double q = (at.bx - at.cx) * (at.fb - at.fa);
@@ -51,7 +51,7 @@ double parabolic_point(const minimum_bracket& at) {
     return at.bx - ((at.bx - at.cx) * q - (at.bx - at.ax) * r) / divisor;
 }
 
-// A parabolic point between the second and the third: true if it completes a bracket.
+// Tries a parabolic point between the second and the third: true if it completes a bracket.
 bool try_between(bracketing& search, double u) {
     minimum_bracket& at = search.at;
     search.take(u);
@@ -73,9 +73,8 @@ bool try_between(bracketing& search, double u) {
     return false;
 }
 
-// A parabolic point beyond the third. Where the function still falls there, the search goes one golden step
-// farther.
-void leap_beyond(bracketing& search, double u) {
+// Tries a parabolic point beyond the third. If the function still decreases, takes one golden step more.
+void try_beyond(bracketing& search, double u) {
     minimum_bracket& at = search.at;
     search.take(u);
     if (search.has_failed() || !(search.fu < at.fc))
@@ -88,8 +87,8 @@ void leap_beyond(bracketing& search, double u) {
         at.fc = search.fu;
         search.fu = search.value(search.u);
     } else {
-        // It is meant that the values fall behind the points by one here: the value of the golden point goes
-        // with the parabolic one, and the golden point is left with a 0.
+        // Intentional: the values lag the points by one here. The parabolic point gets the value of the
+        // golden one, which gets 0.
         at.fc = search.value(search.u);
         search.fu = 0.0;
     }
@@ -103,7 +102,7 @@ bool bracketing_pass(bracketing& search) {
     if ((at.bx - u) * (u - at.cx) > 0.0)
         return try_between(search, u);
     if ((at.cx - u) * (u - ulim) > 0.0)
-        leap_beyond(search, u);
+        try_beyond(search, u);
     else if ((u - ulim) * (ulim - at.cx) >= 0.0)
         search.take(ulim);
     else
@@ -121,7 +120,7 @@ struct brent_state {
     double a, b;
     double x, w, v;
     double fx, fw, fv;
-    double d = 0.0; // the step at hand
+    double d = 0.0; // the current step
     double e = 0.0; // the step before the last one
 
     void golden_step(double xm) {
@@ -132,8 +131,8 @@ struct brent_state {
     void take(double u, double fu);
 };
 
-// The minimum of the parabola through the three points, unless it lies outside or moves less fast than half
-// the step before the last one: then the golden section.
+// A step to the minimum of the parabola through the three points; a golden-section step if that is outside
+// the interval or longer than half the step before the last one.
 void brent_state::choose_step(double xm, double tol1) {
     if (!(std::fabs(e) > tol1)) {
         golden_step(xm);
@@ -159,7 +158,7 @@ void brent_state::choose_step(double xm, double tol1) {
         d = with_sign_of(tol1, xm - x);
 }
 
-// Sorts the new point in.
+// Updates the interval and the three points with a new one.
 void brent_state::take(double u, double fu) {
     if (fu <= fx) {
         (u >= x ? a : b) = x;

@@ -42,16 +42,16 @@ void minimise_several(bound_function& f, long n, text_str*& err) {
     powell(f, p, xi, n, FTOL, iter, fret, err);
 }
 
-/// The line searches of one round, one in each direction.
-struct round_result {
-    long steepest = 1; // the direction in which the value has changed most
+/// The line searches of one iteration, one in each direction.
+struct iteration_result {
+    long steepest = 1; // the direction of the largest change
     double change = 0.0;
 };
 
-round_result search_all_directions(line_search_state& line, offset_vector<double>& p,
-                                   offset_vector<double>& direction, const offset_matrix<double>& xi, long n,
-                                   double& fret, text_str*& err) {
-    round_result result;
+iteration_result search_all_directions(line_search_state& line, offset_vector<double>& p,
+                                       offset_vector<double>& direction, const offset_matrix<double>& xi,
+                                       long n, double& fret, text_str*& err) {
+    iteration_result result;
     for (long i = 1; i <= n; ++i) {
         for (long j = 1; j <= n; ++j)
             direction[j] = xi(j, i);
@@ -64,7 +64,7 @@ round_result search_all_directions(line_search_state& line, offset_vector<double
     return result;
 }
 
-// The last direction takes the place of the steepest one, and the new direction becomes the last.
+// Replaces the steepest direction by the last one, and the last by the new direction.
 void replace_direction(offset_matrix<double>& xi, long n, long steepest,
                        const offset_vector<double>& direction) {
     for (long j = 1; j <= n; ++j) {
@@ -105,16 +105,16 @@ void linmin(line_search_state& line, offset_vector<double>& p, offset_vector<dou
 void powell(bound_function& f, offset_vector<double>& p, offset_matrix<double>& xi, long n, double ftol,
             int& iter, double& fret, text_str*& err) {
     line_search_state line(f, n);
-    offset_vector<double> round_start = dvector(1, n);
+    offset_vector<double> start = dvector(1, n);
     offset_vector<double> extrapolated = dvector(1, n);
     offset_vector<double> direction = dvector(1, n);
-    // No evaluation in here is looked at for a failure; only the line searches react to one.
+    // Intentional: failed evaluations are ignored here; only the line searches handle them.
     f.evaluate_function(p.data(), &fret, err);
     for (long j = 1; j <= n; ++j)
-        round_start[j] = p[j];
+        start[j] = p[j];
     for (iter = 1;; ++iter) {
         const double fp = fret;
-        const round_result round = search_all_directions(line, p, direction, xi, n, fret, err);
+        const iteration_result found = search_all_directions(line, p, direction, xi, n, fret, err);
         if (2.0 * std::fabs(fp - fret) <= ftol * (std::fabs(fp) + std::fabs(fret)))
             return;
         if (iter == ITMAX) {
@@ -122,19 +122,19 @@ void powell(bound_function& f, offset_vector<double>& p, offset_matrix<double>& 
             return;
         }
         for (long j = 1; j <= n; ++j) {
-            extrapolated[j] = 2.0 * p[j] - round_start[j];
-            direction[j] = p[j] - round_start[j];
-            round_start[j] = p[j];
+            extrapolated[j] = 2.0 * p[j] - start[j];
+            direction[j] = p[j] - start[j];
+            start[j] = p[j];
         }
         double beyond = 0.0;
         f.evaluate_function(extrapolated.data(), &beyond, err);
         if (!(beyond < fp))
             continue;
-        const double t = 2.0 * (fp - 2.0 * fret + beyond) * square(fp - fret - round.change) -
-                         round.change * square(fp - beyond);
+        const double t = 2.0 * (fp - 2.0 * fret + beyond) * square(fp - fret - found.change) -
+                         found.change * square(fp - beyond);
         if (t < 0.0) {
             linmin(line, p, direction, n, fret, err);
-            replace_direction(xi, n, round.steepest, direction);
+            replace_direction(xi, n, found.steepest, direction);
         }
     }
 }

@@ -15,7 +15,7 @@ void append(text_str*& err, std::string_view text) {
     err = str_append_text(&err, text);
 }
 
-/// Where both methods stand. A pass fills xold, fold and the gradient g ahead of its step p.
+/// The state of both methods. An iteration computes xold, fold and the gradient g before its step p.
 struct root_search {
     root_search(bound_function& searched, double_vector& numbers, long count)
         : function(searched), x(numbers), n(count), fvec(dvector(1, count)), xold(dvector(1, count)),
@@ -32,7 +32,7 @@ struct root_search {
     double_vector g;
     double_vector p;
 
-    /// The first evaluation. True if there is nothing to do: it has failed, or the start is a root.
+    /// The first evaluation. True if it has failed, or the start is a root.
     bool is_over_at_start(text_str*& err) {
         function.evaluate_function(x.data(), fvec.data(), err);
         if (!str_is_empty(err))
@@ -57,7 +57,7 @@ struct root_search {
     bool has_stopped() const { return relative_change(x, xold, n) < TOLX; }
 };
 
-/// What a pass of a method comes to.
+/// Whether a method continues after an iteration.
 enum class pass_result { goes_on, ends };
 
 pass_result fail(std::uint32_t& check) {
@@ -102,8 +102,8 @@ pass_result newton_pass(root_search& at, double_matrix& jacobian, int_vector& in
         return pass_result::ends;
     }
     if (check == 0) {
-        // Where the sum of squares is flat it has a minimum that is no root. Elsewhere the numbers can't be
-        // told apart any more, which counts as good.
+        // Where the sum of squares is flat it has a minimum that is no root. Elsewhere the variables have
+        // converged, which counts as success.
         check = at.has_small_gradient() ? 0 : 1;
         return pass_result::ends;
     }
@@ -122,10 +122,10 @@ struct broyden_factors {
     double_vector d; // the diagonal of r
     double_vector fvcold;
     double_vector s, t, w;
-    bool restrt = true; // the factors are to be formed anew
+    bool restrt = true; // compute the factors from a new Jacobian
 };
 
-// qt from the reflections that qrdcmp has left in r, and r cleared below its diagonal.
+// Computes qt from the reflections that qrdcmp has left in r, and clears r below its diagonal.
 void unfold_factors(broyden_factors& factors, long n) {
     auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
     for (long i = 1; i <= n; ++i)
@@ -162,8 +162,8 @@ pass_result form_factors(root_search& at, broyden_factors& factors, std::uint32_
     return pass_result::goes_on;
 }
 
-// w is how far the values have moved otherwise than the factors told. True if that is more than noise
-// anywhere.
+// w is the difference between the actual change of the values and that predicted by the factors. True if any
+// component is more than noise.
 bool find_discrepancy(const root_search& at, broyden_factors& factors) {
     auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
     const long n = at.n;
@@ -213,7 +213,7 @@ pass_result update_factors(root_search& at, broyden_factors& factors, std::uint3
     return pass_result::goes_on;
 }
 
-// p is minus the values as the factors turn them, g the gradient, both ahead of the solution for p.
+// p is minus Q transposed times the values, before it is solved for the step; g is the gradient.
 void form_step(root_search& at, broyden_factors& factors) {
     const long n = at.n;
     for (long i = 1; i <= n; ++i) {
@@ -250,7 +250,7 @@ pass_result broyden_pass(root_search& at, broyden_factors& factors, std::uint32_
         factors.restrt = false;
         return at.has_stopped() ? pass_result::ends : pass_result::goes_on;
     }
-    // The search along the step has been given up: a last try with factors formed anew.
+    // The line search has failed: try once more with a new Jacobian.
     if (factors.restrt || at.has_small_gradient())
         return pass_result::ends;
     factors.restrt = true;

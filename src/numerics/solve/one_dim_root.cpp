@@ -18,16 +18,16 @@ void append(text_str*& err, std::string_view text) {
     err = str_append_text(&err, text);
 }
 
-/// One of the two points that walk away from the start value, with the point where it stood before.
-class walker {
+/// One of the two points that move away from the start value, with its previous position.
+class search_side {
   public:
-    walker(double x, double fx) : x_(x), fx_(fx) {}
+    search_side(double x, double fx) : x_(x), fx_(fx) {}
 
-    bool is_retired() const { return retired_; }
+    bool is_abandoned() const { return abandoned_; }
 
-    /// The next point. One where the function can't be evaluated ends the walk for good.
+    /// Moves to the next point. If the function can't be evaluated there, this side is abandoned.
     void step(bound_function& f, double distance, text_str*& err) {
-        if (retired_)
+        if (abandoned_)
             return;
         previous_x_ = x_;
         previous_fx_ = fx_;
@@ -35,12 +35,12 @@ class walker {
         fx_ = evaluate_at(f, x_, err);
         if (!str_is_empty(err)) {
             str_clear(&err);
-            retired_ = true;
+            abandoned_ = true;
         }
     }
 
-    /// A not-a-number on either side is no change of sign: the walk goes on.
-    bool has_crossed() const { return !retired_ && 0.0 >= fx_ * previous_fx_; }
+    /// A not-a-number at either end is no change of sign: the search continues.
+    bool has_crossed() const { return !abandoned_ && 0.0 >= fx_ * previous_fx_; }
 
     void give_bracket(root_bracket& found) const {
         found.a = previous_x_;
@@ -52,10 +52,10 @@ class walker {
   private:
     double x_, fx_;
     double previous_x_ = 0.0, previous_fx_ = 0.0;
-    bool retired_ = false;
+    bool abandoned_ = false;
 };
 
-// A start value that is a root itself gets a bracket that zriddr answers without an evaluation.
+// A start value that is itself a root gets a bracket that zriddr returns without an evaluation.
 void bracket_at_root(double x0, double fx0, root_bracket& found) {
     found.a = x0;
     found.fa = fx0;
@@ -64,15 +64,15 @@ void bracket_at_root(double x0, double fx0, root_bracket& found) {
     found.m = (found.a + found.b) / 2.0;
 }
 
-bool walk(bound_function& f, double x0, double fx0, double dx, int Max_it, double growth, root_bracket& found,
-          text_str*& err) {
+bool search_outward(bound_function& f, double x0, double fx0, double dx, int Max_it, double growth,
+                    root_bracket& found, text_str*& err) {
     constexpr std::string_view too_many_message =
         "ERROR:  Max_it reached w/o sign change in bi_bracket_zero()\n";
-    walker low(x0, fx0);
-    walker high(x0, fx0);
+    search_side low(x0, fx0);
+    search_side high(x0, fx0);
     low.step(f, -dx, err);
     high.step(f, dx, err);
-    if (low.is_retired() && high.is_retired()) {
+    if (low.is_abandoned() && high.is_abandoned()) {
         append(err, "Cannot evaluate bracketing points (1)");
         return false;
     }
@@ -84,7 +84,7 @@ bool walk(bound_function& f, double x0, double fx0, double dx, int Max_it, doubl
         dx *= growth;
         low.step(f, -dx, err);
         high.step(f, dx, err);
-        if (low.is_retired() && high.is_retired()) {
+        if (low.is_abandoned() && high.is_abandoned()) {
             append(err, "Cannot evaluate bracketing points (2)");
             return false;
         }
@@ -93,7 +93,7 @@ bool walk(bound_function& f, double x0, double fx0, double dx, int Max_it, doubl
     return false;
 }
 
-// The bracket and what Ridders' method knows inside it.
+// The bracket, its midpoint, and the latest estimate of the root.
 struct ridders_state {
     double xl, xh, xm;
     double fl, fh, fm;
@@ -104,7 +104,7 @@ bool differ_in_sign(double a, double b) {
     return with_sign_of(a, b) != a;
 }
 
-// Makes the new point an end of the bracket, with the midpoint or an old end as the other one.
+// Makes the new point an end of the bracket; the midpoint or an old end is the other one.
 bool shrink_bracket(ridders_state& s, double fnew) {
     if (differ_in_sign(s.fm, fnew)) {
         s.xl = s.xm;
@@ -172,13 +172,13 @@ bool bi_bracket_zero(bound_function& f, double x0, double dx, int Max_it, double
         bracket_at_root(x0, fx0, found);
         return true;
     }
-    if (!walk(f, x0, fx0, dx, Max_it, growth, found, err))
+    if (!search_outward(f, x0, fx0, dx, Max_it, growth, found, err))
         return false;
     found.m = (found.a + found.b) / 2.0;
     found.fm = evaluate_at(f, found.m, err);
     if (!str_is_empty(err))
         return false;
-    // The function grows between the ends: the change of sign is taken for a pole.
+    // The function is larger in the middle than at the ends: assume a pole.
     constexpr double growth_of_a_pole = 1.5;
     const double middle = std::fabs(found.fm);
     if (middle > growth_of_a_pole * std::fabs(found.fa) && middle > growth_of_a_pole * std::fabs(found.fb)) {
@@ -190,7 +190,7 @@ bool bi_bracket_zero(bound_function& f, double x0, double dx, int Max_it, double
 
 double zriddr(bound_function& f, const root_bracket& bracket, double tolerance, text_str*& err) {
     const auto& [a, b, m, fa, fb, fm] = bracket;
-    // No evaluation follows here, so the function stays where it has been evaluated last.
+    // Intentional: there is no evaluation here, so the function keeps the point of its last evaluation.
     if (fa == 0.0)
         return a;
     if (fb == 0.0)
@@ -209,7 +209,7 @@ double zriddr(bound_function& f, const root_bracket& bracket, double tolerance, 
         return 0.0;
     if (result == pass_result::goes_on)
         append(err, "ERROR:  Maximum iterations reached in zriddr()\n");
-    // This evaluation leaves the function at the root.
+    // Leaves the function evaluated at the root.
     const double left = std::fabs(evaluate_at(f, s.ans, err));
     if (left > std::fabs(fa) && left > std::fabs(fb) && left > std::fabs(fm))
         append(err, "ERROR:  Singularity detected in zriddr()\n");

@@ -39,8 +39,8 @@ struct trial {
     double alam, f;
 };
 
-// The fraction at which the cubic through the last two trials and the start with its slope has its minimum,
-// but at most half the last one. False where rounding has eaten the cubic.
+// The minimum of the cubic through the start, with its slope, and the last two trials, but at most half the
+// last fraction. False if roundoff makes the discriminant negative.
 bool cubic_fraction(const trial& last, const trial& before, double fold, double slope, double& fraction) {
     const double rhs1 = last.f - fold - last.alam * slope;
     const double rhs2 = before.f - fold - before.alam * slope;
@@ -106,7 +106,7 @@ void fdjac(bound_function& function, long n, double_vector& x, const double_vect
         if (h == 0.0)
             h = EPS;
         x[j] = plain + h;
-        h = x[j] - plain; // the step as it can be stored
+        h = x[j] - plain; // the exact difference of the stored numbers
         function.evaluate_function(x.data(), moved.data(), err);
         if (!str_is_empty(err))
             return;
@@ -134,7 +134,7 @@ void lnsrch(bound_function& function, long n, const double_vector& xold, double 
         if (!str_is_empty(err))
             return;
         f = half_square_sum(fvec, n);
-        // A step without a limit has no least fraction: it is given up when nothing is left of it.
+        // An infinite or invalid step has no least fraction: stop when the fraction underflows to 0.
         if (alam < alamin || alam == 0.0) {
             for (long i = 1; i <= n; ++i)
                 x[i] = xold[i];
@@ -144,7 +144,7 @@ void lnsrch(bound_function& function, long n, const double_vector& xold, double 
         if (f <= fold + ALF * alam * slope)
             return;
         const trial last = {alam, f};
-        double fraction = -slope / (2.0 * (f - fold - slope)); // of the parabola
+        double fraction = -slope / (2.0 * (f - fold - slope)); // the minimum of the parabola
         if (!first && !cubic_fraction(last, before, fold, slope, fraction)) {
             err = str_append_text(&err, "ERROR:  Roundoff problem in lnsrch.\n");
             return;

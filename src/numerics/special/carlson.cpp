@@ -13,7 +13,7 @@ namespace {
 
 constexpr double THIRD = 1.0 / 3.0;
 
-/// The arguments that all forms but RC have, as the duplication theorem halves them again and again.
+/// The three arguments of all forms but RC, in the iteration by the duplication theorem.
 struct triple {
     double x, y, z;
 
@@ -29,7 +29,7 @@ struct triple {
         y = 0.25 * (y + lambda);
         z = 0.25 * (z + lambda);
     }
-    /// The arguments' distances from their mean, as parts of it.
+    /// The arguments' distances from their mean, relative to it.
     triple distances(double mean) const { return {(mean - x) / mean, (mean - y) / mean, (mean - z) / mean}; }
     double largest_magnitude() const { return larger(larger(std::fabs(x), std::fabs(y)), std::fabs(z)); }
     double smallest() const { return smaller(smaller(x, y), z); }
@@ -58,7 +58,7 @@ double math_func_carlsons_rc(double x, double y, text_str*& err) {
     if (!(y > 0.0)) {
         xt = x - y;
         yt = -y;
-        w = std::sqrt(x) / std::sqrt(y); // of y itself, so that a negative one gives no number
+        w = std::sqrt(x) / std::sqrt(y); // intentional: of y itself, a not-a-number for y < 0
     }
     double mean = 0.0;
     double s = 0.0;
@@ -69,7 +69,7 @@ double math_func_carlsons_rc(double x, double y, text_str*& err) {
         mean = THIRD * (xt + yt + yt);
         s = (yt - mean) / mean;
     } while (std::fabs(s) > ERRTOL);
-    // The series of the integral begins with 1.
+    // Intentional: the series of the integral begins with 1.
     const double series = polynomial(s, std::array{0.3, 1.0 / 7.0, 0.375, 9.0 / 22.0});
     return w * (12.0 + s * s * series) / std::sqrt(mean);
 }
@@ -142,7 +142,7 @@ double math_func_carlsons_rf(double x, double y, double z, text_str*& err) {
 
 namespace {
 
-/// RJ for a p that isn't negative, whatever its other arguments. Leaves t as the last pass does.
+/// RJ for a p that isn't negative. Leaves t as after the last iteration.
 double rj_series(triple& t, double p, text_str*& err) {
     constexpr double ERRTOL = 0.0015;
     constexpr double C1 = 3.0 / 14.0;

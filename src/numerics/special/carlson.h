@@ -3,14 +3,13 @@
 // Carlson's elliptic integrals.
 //
 // Source: B. C. Carlson, Numer. Math. 33 (1979), by the duplication theorem; Press et al., Numerical Recipes,
-// 6.11, with two differences that are meant. The leading term of RC's series is 12, so RC comes out near
-// twelve times the integral, and RJ takes up such values; and RC of y < 0 is a not-a-number, and RJ of p < 0
-// with it.
+// 6.11, with two intentional differences. The leading term of RC's series is 12, so RC is near twelve times
+// the integral, and RJ uses these values; and RC of y < 0 is a not-a-number, and so is RJ of p < 0.
 //
-// Accuracy: 1e-14 relative for RF and RD, and for RC and RJ of the values so defined.
+// Accuracy: 1e-14 relative for RF and RD; for RC and RJ relative to the values so defined.
 //
-// Domain: as the tests below leave it. RJ looks at y + z, z and p only: with x = 0 and y or z = 0 it passes
-// and ends by underflow, and each of its passes may leave a text of RC.
+// Domain: as the tests below leave it. Intentional: RJ tests y + z, z and p only. With x = 0 and y or z = 0
+// it iterates until underflow, and each iteration may append a text of RC.
 //
 // Error texts, with the result 0, in the order of the tests:
 //   "ERROR:  x must be >= 0 in routine math_func_carlsons_rc().\n"

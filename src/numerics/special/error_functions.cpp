@@ -23,7 +23,8 @@ std::array<double, NMAX> dawson_factors() {
     return factors;
 }
 
-/// Dawson's integral of ax >= 0.2, not too large for the number of its nearest sample to be a 32-bit integer.
+/// Dawson's integral of ax >= 0.2, for ax small enough that the index of the nearest sample is a 32-bit
+/// integer.
 double sampled_dawson(double ax) {
     static const std::array<double, NMAX> factors = dawson_factors();
     const double n0 = 2.0 * std::trunc(0.5 * ax / H + 0.5);

@@ -12,7 +12,7 @@ constexpr int MAXIT = 100;
 constexpr double EULER = 0.5772156649015329;
 constexpr double FPMIN = 1e-30;
 
-// Where E_n's series and fraction end. The accuracy is that of single precision, and that is meant.
+// The tolerance of E_n's series and fraction. Intentional: single precision.
 constexpr double expint_EPS = 3e-7;
 
 /// E_n by its continued fraction, for x > 1.
@@ -72,7 +72,7 @@ double ei_series(double x, text_str*& err) {
     return numeric_failure(err, "ERROR:  Series failed to converge in routine math_func_ei().\n");
 }
 
-/// The asymptotic sum is cut off where its terms grow again.
+/// The asymptotic sum ends where its terms begin to grow.
 double ei_asymptotic(double x) {
     double sum = 0.0;
     double term = 1.0;

@@ -8,7 +8,7 @@ namespace metrify {
 
 namespace {
 
-// Where the series and the fractions end. The accuracy is that of single precision, and that is meant.
+// The limits of the series and the fractions. Intentional: single precision.
 constexpr int ITMAX = 100;
 constexpr int MAXIT = 100; // of the fraction of beta
 constexpr double EPS = 3e-7;
@@ -18,12 +18,12 @@ double not_vanishing(double x) {
     return std::fabs(x) < FPMIN ? FPMIN : x;
 }
 
-/// The factor of both incomplete gamma functions.
+/// The common factor of both incomplete gamma functions.
 double power_and_exponential(double a, double x, double log_gamma) {
     return std::exp(-x + a * std::log(x) - log_gamma);
 }
 
-bool gamma_series_holds(double a, double x) {
+bool is_series_range(double a, double x) {
     return x < a + 1.0;
 }
 
@@ -97,7 +97,7 @@ double math_func_gammp(double a, double x, text_str*& err) {
         return numeric_failure(err, "ERROR: a must be > 0.0 in in routine math_func_gammp().\n");
     double value = 0.0;
     double log_gamma = 0.0;
-    if (gamma_series_holds(a, x)) {
+    if (is_series_range(a, x)) {
         math_func_gser(value, a, x, log_gamma, err);
         return value;
     }
@@ -112,7 +112,7 @@ double math_func_gammq(double a, double x, text_str*& err) {
         return numeric_failure(err, "ERROR: a must be > 0.0 in in routine math_func_gammq().\n");
     double value = 0.0;
     double log_gamma = 0.0;
-    if (gamma_series_holds(a, x)) {
+    if (is_series_range(a, x)) {
         math_func_gser(value, a, x, log_gamma, err);
         return 1.0 - value;
     }
@@ -154,7 +154,7 @@ double math_func_betai(double a, double b, double x, text_str*& err) {
         return numeric_failure(err, "ERROR:  x must be >= 0 in routine math_func_betai().\n");
     if (x > 1.0)
         return numeric_failure(err, "ERROR:  x must be <= 1 in routine math_func_betai().\n");
-    double factor = 0.0; // at both ends, and the fraction is evaluated all the same
+    double factor = 0.0; // at both ends, where the fraction is evaluated nevertheless
     if (x != 0.0 && x != 1.0) {
         const double sum = math_func_gammln(a + b, err);
         const double first = math_func_gammln(a, err);

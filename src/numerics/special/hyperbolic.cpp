@@ -9,9 +9,9 @@ namespace metrify {
 
 namespace {
 
-// Up to here the Taylor series are taken; beyond, exponentials don't cancel each other.
+// The Taylor series are used up to here; beyond, the exponentials don't cancel.
 constexpr double series_limit = 1.0;
-// From here e^x is taken as the square of its root, which overflows no earlier than the result.
+// From here on e^x is computed as the square of e^(x/2), which overflows no earlier than the result.
 constexpr double root_limit = 700.0;
 
 // 1/(2k+1)!, from 1/3! on.

@@ -1,7 +1,7 @@
 #pragma once
 
-// Hyperbolic functions that are the same on every platform. The runtimes compute them with registers of
-// different widths, and their last digits differ.
+// Hyperbolic functions with the same results on every platform. The runtime libraries compute them with
+// registers of different widths, so that their last digits differ.
 
 namespace metrify {
 

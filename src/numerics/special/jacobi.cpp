@@ -11,7 +11,7 @@ namespace metrify {
 
 namespace {
 
-/// The means of Gauss's transformations, and how many there are.
+/// The arithmetic and geometric means of Gauss's transformations.
 struct means {
     static constexpr std::size_t most = 13;
     std::array<double, most> arithmetic, geometric;

@@ -8,21 +8,20 @@ namespace metrify {
 
 namespace {
 
-// A quarter turn in parts of 33 bits, so that a multiple of each up to 2^19 times is exact, and the rest of
-// it.
-constexpr double quarter_turn[] = {1.57079632673412561417e+00, 6.07710050630396597660e-11,
-                                   2.02226624871116645580e-21, 8.47842766036889956997e-32};
-constexpr double most_quarters = 524288.0;
+// pi/2 in parts of 33 bits, whose multiples up to 2^19 are exact, and the remainder.
+constexpr double half_pi[] = {1.57079632673412561417e+00, 6.07710050630396597660e-11,
+                              2.02226624871116645580e-21, 8.47842766036889956997e-32};
+constexpr double max_quarters = 524288.0;
 
 struct reduced_angle {
-    double rest; // within an eighth of a turn of zero
+    double rest; // within pi/4 of zero
     std::uint32_t quadrant;
 };
 
-// The method of Cody and Waite: the parts are taken off one by one, the largest first.
+// The reduction of Cody and Waite: the parts are subtracted one by one, the largest first.
 reduced_angle reduce(double quarters, double x) {
     double rest = x;
-    for (const double part : quarter_turn)
+    for (const double part : half_pi)
         rest -= quarters * part;
     return {rest, static_cast<std::uint32_t>(static_cast<std::int32_t>(quarters)) % 4};
 }
@@ -31,9 +30,9 @@ double quarters_in(double x) {
     return std::nearbyint(x * (2.0 / std::numbers::pi));
 }
 
-// Small angles need no reduction; huge ones, infinities and what is no number can't have it.
+// Small angles need no reduction; huge ones, infinities and not-a-numbers can't be reduced.
 bool is_reducible(double quarters) {
-    return quarters != 0.0 && std::fabs(quarters) <= most_quarters;
+    return quarters != 0.0 && std::fabs(quarters) <= max_quarters;
 }
 
 double sine_in(const reduced_angle& angle) {

@@ -1,12 +1,12 @@
 #pragma once
 
-// Sine, cosine and tangent that are the same on every platform near the multiples of a quarter turn. Some
-// runtimes take the multiples off with a pi that is too short there, and the small rest is wrong by then.
+// Sine, cosine and tangent with the same results on every platform near the multiples of pi/2. Some runtime
+// libraries reduce the argument with too few digits of pi, so that the small remainder is wrong.
 
 namespace metrify {
 
-/// The sine of x radians, to about one unit in the last place up to some 800,000; beyond, what the runtime
-/// gives.
+/// The sine of x radians, to about one unit in the last place up to some 800,000; beyond, the runtime
+/// library's.
 double sine(double x);
 /// Likewise the cosine.
 double cosine(double x);

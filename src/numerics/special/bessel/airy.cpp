@@ -18,21 +18,21 @@ constexpr double two_thirds = 2.0 * one_third;
 /// The argument of the Bessel functions, 2/3 x sqrt(x), for x >= 0.
 struct bessel_argument {
     explicit bessel_argument(double x) : root(std::sqrt(x)), z(2.0 * x * root / 3.0) {
-        // 3 z and 2 x sqrt(x) differ by their roundings only; the differences of doubles here are exact.
+        // 3 z and 2 x sqrt(x) differ by roundoff only; the differences here are exact.
         const double product = 2.0 * x * root;
         const double rest_of_root = (x - root * root - rest_of_product(root, root)) / root;
         rest = (product - 2.0 * z - z + 2.0 * rest_of_product(x, root) + x * rest_of_root) / 3.0;
     }
 
-    /// A function at the exact argument, from its value and slope at z. Large values have large slopes: the
-    /// rounding of z alone would cost as many digits as z has before its point.
+    /// A function at the exact argument, from its value and derivative at z. Without this correction the
+    /// rounding of z would cost as many digits as z has before its point.
     double corrected(double value, double slope) const {
         return std::isfinite(slope) ? value + slope * rest : value;
     }
 
     double root;
     double z;
-    double rest; // what z lacks
+    double rest; // the exact argument minus z
 };
 
 /// Two Bessel functions of one order at the exact argument.

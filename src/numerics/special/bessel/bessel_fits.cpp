@@ -13,8 +13,8 @@ namespace {
 
 constexpr double two_over_pi = 0.636619772;
 
-// Beyond 8 J and Y of one order are an amplitude and a phase: with z = 8/|x| they are sqrt(2/(pi |x|)) times
-// cos(phase) P - z sin(phase) Q, and sin(phase) P + z cos(phase) Q.
+// Beyond 8, J and Y of one order have a common amplitude and phase: with z = 8/|x| they are sqrt(2/(pi |x|))
+// times cos(phase) P - z sin(phase) Q, and sin(phase) P + z cos(phase) Q.
 struct asymptotic_fit {
     double shift; // of the phase
     std::array<double, 5> p, q;
@@ -22,7 +22,7 @@ struct asymptotic_fit {
 
 constexpr std::array<double, 5> order_0_p = {1.0, -0.1098628627e-2, 0.2734510407e-4, -0.2073370639e-5,
                                              0.2093887211e-6};
-// J and Y differ in the last coefficient, and that is meant.
+// Intentional: J and Y differ in the last coefficient.
 constexpr asymptotic_fit fit_j0 = {
     0.785398164,
     order_0_p,
@@ -126,7 +126,7 @@ double math_func_bessi0(double x) {
 double math_func_bessi1(double x) {
     constexpr std::array<double, 7> small = {0.5,          0.87890594,  0.51498869, 0.15084934,
                                              0.2658733e-1, 0.301532e-2, 0.32411e-3};
-    // The fourth has one digit less than the fit was made with, and that is meant.
+    // Intentional: the fourth coefficient has one digit less than the published fit.
     constexpr std::array<double, 9> large = {0.39894228, -0.03988024, -0.00362018, 0.0016381,  -0.01031555,
                                              0.02282967, -0.02895312, 0.01787654,  -0.00420059};
     const double ax = std::fabs(x);

@@ -6,12 +6,12 @@
 // Stegun, Handbook of Mathematical Functions, 9.8, for I and K; those of J. F. Hart et al., Computer
 // Approximations (1968), for J and Y; both in the form of Press et al., Numerical Recipes, 6.5 and 6.6.
 //
-// Accuracy: 6e-8 for J and Y (near a zero that is the error relative to the amplitude), 6e-7 for I and 2e-7
-// for K, relative. J(0, 0) is the ratio of two constants, 1.0000000028. The phase of a large x is that of
-// the double: from about 1e8 on J and Y lose digits.
+// Accuracy: 6e-8 for J and Y (near a zero relative to the amplitude), 6e-7 for I and 2e-7
+// for K, relative. J(0, 0) is the ratio of two constants, 1.0000000028. The phase of a large x is a
+// rounded number: from about 1e8 on J and Y lose digits.
 //
-// Domain: J and I take every x. Y and K are meant for x > 0 and don't test it: what they give otherwise is
-// an infinity or a not-a-number. Nothing fails, and there are no texts.
+// Domain: every x for J and I; x > 0 for Y and K, which don't test it and otherwise return an infinity or a
+// not-a-number. There are no failures and no texts.
 
 namespace metrify {
 

@@ -16,7 +16,7 @@ constexpr std::int32_t order_without_negative = std::numeric_limits<std::int32_t
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 
-// A downward recurrence is scaled down where it exceeds the first of these, by the second.
+// A downward recurrence that exceeds the first of these is scaled by the second.
 constexpr double BIGNO = 1e10;
 constexpr double BIGNI = 1e-10;
 
@@ -43,15 +43,15 @@ double recurred_upward(std::int32_t n, double two_over_x, double sign, double f0
         const double next = j * two_over_x * at + sign * before;
         before = at;
         at = next;
-        // What no further step changes.
+        // Further steps change nothing.
         if (at != at || (sign > 0.0 && before == at && (at == infinity || at == 0.0)))
             break;
     }
     return at;
 }
 
-/// The same for J and Y. Where x is so much larger than n that the factor is lost in rounding, the steps
-/// only change signs, and the last one is known.
+/// Likewise for J and Y. If x is so much larger than n that the factor is lost in rounding, the steps only
+/// change signs, and the last one is known.
 double recurred_upward_alternating(std::int32_t n, double two_over_x, double f0, double f1) {
     constexpr double negligible = 0x1p-55;
     const double factor = n * two_over_x;
@@ -89,20 +89,20 @@ double miller_j(std::int32_t n, double ax) {
             value = above;
         if (at != at)
             return at;
-        // Scaled down to nothing, and what it is divided by in the end is positive and finite.
+        // The value has underflowed, and its divisor will be positive and finite.
         if (j < n && value == 0.0 && scaling_keeps_up(factor))
             return value;
     }
     return value / (2.0 * sum - at);
 }
 
-// A value that lies this far in logarithms below what it is divided by has been scaled down to nothing.
+// A value whose logarithm is this much below that of its divisor has underflowed.
 constexpr double certainly_underflows = 800.0;
 
-/// J for ax <= n: what the recurrence gives, without running it where its end is certain.
+/// J for ax <= n by the recurrence, which isn't run if its result is known.
 double downward_j(std::int32_t n, double ax) {
-    // Logarithm of what the recurrence grows by from the order n to ax, from the integral of acosh(t / x)
-    // over the orders.
+    // The logarithm of the recurrence's growth from the order n to ax: the integral of acosh(t / x) over
+    // the orders.
     const double decay = n * std::acosh(n / ax) - std::sqrt((n - ax) * (n + ax));
     if (decay > certainly_underflows && scaling_keeps_up(static_cast<double>(n + lead(n)) * (2.0 / ax)))
         return 0.0;
@@ -134,13 +134,13 @@ double miller_i(std::int32_t n, double ax, double order_0) {
     return value * (order_0 / at);
 }
 
-/// I for ax > 0 and n >= 2: what the recurrence gives, without running it where its end is certain. The
-/// start lies at twice the order, so that would be a long way.
+/// I for ax > 0 and n >= 2 by the recurrence, which isn't run if its result is known: it starts at more than
+/// twice the order.
 double downward_i(std::int32_t n, double ax) {
     const double order_0 = math_func_bessi0(ax);
     if (order_0 != order_0)
         return order_0;
-    // Logarithm of I(0) / I(n), from the integral of asinh(t / x) over the orders.
+    // The logarithm of I(0) / I(n): the integral of asinh(t / x) over the orders.
     const double decay = n * std::asinh(n / ax) - n * (n / (std::hypot(n, ax) + ax));
     if (scaling_keeps_up(static_cast<double>(2 * (n + lead(n))) * (2.0 / ax))) {
         constexpr double certainly_does_not = 600.0;
@@ -152,7 +152,7 @@ double downward_i(std::int32_t n, double ax) {
     return miller_i(n, ax, order_0);
 }
 
-/// The first kind at x from that at |x|: odd orders are odd functions.
+/// The first kind at x from its value at |x|: odd orders are odd functions.
 double with_parity(std::int32_t n, double x, double value) {
     return x < 0.0 && is_odd(n) ? -value : value;
 }

@@ -6,21 +6,21 @@
 // modified method of Lentz, and the series of N. M. Temme (J. Comput. Phys. 19, 1975, and 21, 1976) for x
 // below 2; Press et al., Numerical Recipes, 6.7.
 //
-// Accuracy: 1e-13 relative, with two exceptions. Beyond its order a function oscillates: within a tenth of
-// the amplitude of a zero, J and Y are good to 1e-14 of the amplitude. And below x = 2 the error of K comes
-// up to 1e-14 of I, which the digits of the tables of the gamma factors allow: at orders near 0 that
-// is 1.7e-13 of K as x comes near 2. A negative order takes the sine and cosine of the double next to |order|
-// pi.
+// Accuracy: 1e-13 relative, with two exceptions. For x beyond the order J and Y
+// oscillate: where they are below a tenth of the amplitude, the error is 1e-14 of the amplitude. Below x = 2
+// the error of K is up to 1e-14 of I, because of the digits of the coefficients of the gamma factors: at
+// orders near 0 and x near 2 that is 1.7e-13 of K. A negative order uses the sine and cosine of the rounded
+// |order| pi.
 //
 // Domain: x > 0, order >= 0 for the routines with four outputs, any order for the others. The second kind
-// overflows for large orders; the first is then a not-a-number as well where the recurrences overflow.
+// overflows for large orders; the first is a not-a-number if its recurrence overflows.
 //
 // Error texts, after each of which all four outputs are 0; NAME is math_func_bessjy or math_func_bessik:
 //   "ERROR:   x must be > 0 in NAME().\n"
 //   "ERROR:   nu must be >= 0 in NAME().\n"
-//   "ERROR: x too large in NAME(); try asymptotic expansion.\n"  the first continued fraction took too long
-//   "ERROR: series failed to converge in NAME().\n"
-//   "ERROR: cf2 failed to converge in NAME().\n"                 the second one did
+//   "ERROR: x too large in NAME(); try asymptotic expansion.\n"  the first continued fraction does not
+//   converge "ERROR: series failed to converge in NAME().\n" "ERROR: cf2 failed to converge in NAME().\n" nor
+//   does the second one
 
 #include "base/text_str.h"
 

@@ -1,9 +1,9 @@
-// I and K of real order. The ratio of I at nu + 1 and nu comes from a continued fraction; I is taken down to
-// an order near 0 by recurrence, where K comes from Temme's series or from a second fraction and the
-// Wronskian gives I; K is taken up again.
+// I and K of real order. The ratio of I at nu + 1 and nu comes from a continued fraction; I is recurred down
+// to an order near 0, where K comes from Temme's series or from a second fraction and the Wronskian gives I;
+// K is recurred up again.
 //
-// The pair that is carried is a function at two neighbouring orders. Its derivative would do as well on
-// paper, but for a small x it is a difference of two much larger numbers.
+// The recurrences carry a function at two neighbouring orders instead of the function and its derivative,
+// which for a small x is a difference of two much larger numbers.
 
 #include "numerics/special/bessel/bessel_real.h"
 #include "numerics/special/bessel/bessel_real_order.h"
@@ -19,8 +19,8 @@ using std::numbers::pi;
 
 constexpr std::string_view name = "math_func_bessik";
 
-/// The first continued fraction, which comes to I at nu + 1 over I at nu. All its terms are positive, so that
-/// nothing cancels here nor in what is made of it.
+/// The first continued fraction, the ratio of I at nu + 1 and nu. All terms are positive, so that nothing
+/// cancels.
 bool first_fraction(const reduced_order& order, double& ratio) {
     double d = 1.0 / order.term(order.whole + 1).sum();
     ratio = d;
@@ -116,7 +116,7 @@ neighbours second_at_nu(const reduced_order& order, const second_at_mu& low) {
     return recur_up(order, 1.0, {low.k, low.x_above * order.xi});
 }
 
-/// True where the first fraction ends in a ratio for sure: it takes some 6 sqrt(x) steps.
+/// True if the first fraction certainly converges: it takes some 6 sqrt(x) steps.
 bool first_fraction_ends(double x, double nu) {
     return x > 1e-200 && x < 1e4 && nu < 1e100;
 }
@@ -148,7 +148,7 @@ void math_func_bessik(double x, double nu, double& i, double& k, double& i_prime
     k_prime = nu * order.xi * high.at - high.above;
 }
 
-// K needs nothing of I; only the failures of math_func_bessik stay.
+// K doesn't depend on I, but fails where math_func_bessik does.
 double math_func_bessk_frac(double nu, double x, text_str*& err) {
     const double size = std::fabs(nu);
     if (!first_fraction_ends(x, size)) {

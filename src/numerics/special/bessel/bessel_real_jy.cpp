@@ -1,6 +1,6 @@
-// J and Y of real order. The ratio of J at nu + 1 and nu comes from a continued fraction; J is taken down to
-// an order near 0 by recurrence, where Y and the size of J come from Temme's series or from a second
-// fraction; Y is taken up again.
+// J and Y of real order. The ratio of J at nu + 1 and nu comes from a continued fraction; J is recurred down
+// to an order near 0, where Y and the size of J come from Temme's series or from a second fraction; Y is
+// recurred up again.
 
 #include "numerics/special/bessel/bessel_real.h"
 #include "numerics/special/bessel/bessel_real_order.h"
@@ -19,7 +19,7 @@ double not_vanishing(double x) {
     return std::fabs(x) < FPMIN ? FPMIN : x;
 }
 
-/// The first continued fraction, which comes to J at nu + 1 over J at nu, and the sign of J at nu.
+/// The first continued fraction, the ratio of J at nu + 1 and nu, and the sign of J at nu.
 bool first_fraction(const reduced_order& order, double& ratio, double& sign) {
     double d = 1.0 / order.term(order.whole + 1).sum();
     ratio = d;
@@ -40,7 +40,7 @@ bool first_fraction(const reduced_order& order, double& ratio, double& sign) {
     return false;
 }
 
-/// What the order mu comes to: Y there and at mu + 1, and what J was multiplied by.
+/// The results at the order mu: Y there and at mu + 1, and the factor of J.
 struct at_mu {
     double scale;
     neighbours y;
@@ -73,7 +73,7 @@ bool series_at_mu(const reduced_order& order, const neighbours& j, at_mu& result
     return i <= MAXIT;
 }
 
-/// A complex number, which is all that the second fraction needs of one.
+/// A complex number with the operations of the second fraction.
 struct complex_pair {
     double re, im;
 };

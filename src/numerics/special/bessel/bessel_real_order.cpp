@@ -95,7 +95,7 @@ temme_series::temme_series(const reduced_order& order, text_str*& err) : mu(orde
 scaled_neighbours recur_down(const reduced_order& order, double sign, neighbours f) {
     for (std::int64_t step = 0; step < order.step_count(); ++step) {
         f = {order.term(order.whole - static_cast<double>(step)).sum() * f.at + sign * f.above, f.at};
-        // Beyond an overflow there is no number whatever follows.
+        // After an overflow the result is a not-a-number in any case.
         if (!std::isfinite(f.at))
             break;
     }
@@ -108,7 +108,7 @@ neighbours recur_up(const reduced_order& order, double sign, neighbours f) {
         const double next =
             order.term(order.whole_mu + static_cast<double>(step)).sum() * f.above + sign * f.at;
         f = {f.above, next};
-        // What no further step changes: behind an overflow, and where all has come to 0.
+        // Further steps change nothing: after an overflow, and if both are 0.
         if (f.at != f.at || (sign > 0.0 && f.at == f.above && (std::isinf(f.at) || f.at == 0.0)))
             break;
     }

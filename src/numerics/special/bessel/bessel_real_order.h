@@ -1,6 +1,7 @@
 #pragma once
 
-// What the routines of real order for J and Y and for I and K have in common.
+// What the routines of real order for J and Y and for I and K share: the reduced order, Temme's series, the
+// recurrences and the failures.
 
 #include "base/text_str.h"
 
@@ -28,18 +29,16 @@ struct double_double {
     double sum() const { return hi + lo; }
 };
 
-/// The argument and the order, which is brought near 0 by whole steps.
+/// The argument and the order, which is reduced to near 0 by whole steps.
 struct reduced_order {
     reduced_order(double argument, double order, double distance);
 
-    /// The coefficient of the recurrences at the order n + fraction, 2 (n + fraction)/x, for a whole n. It is
-    /// exact to 26 binary digits more than a double has as long as n is below 2^27. Rounded, the coefficients
-    /// of a long recurrence would be off the same way again and again, which comes to a shift of x or of the
-    /// order.
+    /// The coefficient of the recurrences at the order n + fraction, 2 (n + fraction)/x, for a whole n. It
+    /// has 26 more binary digits than a double as long as n is below 2^27. Rounded coefficients would all
+    /// have the same error, which in a long recurrence is equivalent to a shift of x or of the order.
     double_double term(double n) const { return {n * xi2_parts.hi, n * xi2_parts.lo + rest}; }
 
-    /// The steps, as the limit of a counter. It never gets to more than it holds: the functions overflow
-    /// first.
+    /// The steps, as the limit of a counter. Larger numbers are clamped: the functions overflow before.
     std::int64_t step_count() const { return static_cast<std::int64_t>(steps < 9e18 ? steps : 9e18); }
 
     double x, nu;
@@ -58,10 +57,10 @@ struct reduced_order {
 
 /// The terms of Temme's series for K; those for Y are 2/pi times as large.
 struct temme_series {
-    /// Those of the number 0.
+    /// The terms with index 0.
     temme_series(const reduced_order& order, text_str*& err);
 
-    /// From the number i - 1 to i.
+    /// From index i - 1 to i.
     void advance(double i) {
         const double divisor = 1.0 / (i * i - mu2);
         f = (i * f + p + q) * divisor;
@@ -85,8 +84,8 @@ struct neighbours {
     double at, above;
 };
 
-/// The first kind from the orders nu, nu + 1 down to mu, mu + 1, in units of the sum of their sizes, which is
-/// kept in unit; sign is that of the recurrence's last term. No numbers where the recurrence overflows.
+/// The first kind from the orders nu, nu + 1 down to mu, mu + 1, divided by the sum of their magnitudes,
+/// which is unit; sign is that of the recurrence's last term. Not-a-numbers if the recurrence overflows.
 struct scaled_neighbours {
     neighbours f;
     double unit;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Products without their rounding error, by the splitting of T. J. Dekker (Numer. Math. 18, 1971). A fused
-// multiplication would do the same in one step, but not every runtime's is exact.
+// The rounding error of products, by the splitting of T. J. Dekker (Numer. Math. 18, 1971). A fused
+// multiply-add would do the same in one step, but not every runtime library's is exact.
 
 #include <bit>
 #include <cstdint>
@@ -9,13 +9,13 @@
 namespace metrify {
 
 /// The leading 26 binary digits of x: the product of two such numbers is exact, and so is that of one and
-/// the rest of another.
+/// the remainder of another.
 inline double leading_digits(double x) {
     constexpr std::uint64_t digits = ~((std::uint64_t{1} << 27) - 1);
     return std::bit_cast<double>(std::bit_cast<std::uint64_t>(x) & digits);
 }
 
-/// What the rounded product of a and b lacks.
+/// The exact product of a and b minus the rounded one.
 inline double rest_of_product(double a, double b) {
     const double a_main = leading_digits(a);
     const double b_main = leading_digits(b);
