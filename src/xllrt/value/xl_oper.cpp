@@ -211,7 +211,7 @@ bool CXlOper::MakeArrayOf(const XlSize& size) {
 }
 
 bool CXlOper::MakeArray(std::int32_t rows, std::int32_t columns, const CXlOper* fill) {
-    // The old content goes first, and the value to fill with may be a part of it.
+    // The old content is released first, and the value to fill with may be a part of it.
     const CXlOper pattern = fill && IsFillType(fill->Type()) ? *fill : CXlOper();
     Free();
     const XlSize size{rows, columns};
@@ -260,7 +260,7 @@ CXlCellView CXlOper::ViewCell(std::int32_t row, std::int32_t column) {
         throw CXlOutOfRangeException(kMessageIndexOutOfRange);
     Record* own = records_.Get<Record>();
     Record* cell = CellOf(own, row, column);
-    // A view of a view must not depend on the first one, which is gone sooner.
+    // A view of a view must not depend on the first one, which is destroyed earlier.
     return cell == own && !records_.IsCellView() ? CXlCellView(*this) : CXlCellView(cell);
 }
 

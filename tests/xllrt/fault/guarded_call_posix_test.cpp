@@ -16,10 +16,10 @@ using namespace metrify::faulting;
 volatile bool goes_on = true;
 
 [[gnu::noinline]] int Descend(int depth) {
-    volatile char room[64];
-    room[0] = static_cast<char>(depth);
+    volatile char block[64];
+    block[0] = static_cast<char>(depth);
     const int below = goes_on ? Descend(depth + 1) : 0;
-    return below + room[0];
+    return below + block[0];
 }
 
 TEST(GuardedCallOnPosix, an_impossible_address_is_an_access_violation) {
@@ -74,23 +74,23 @@ TEST(GuardedCallOnPosix, a_stack_overflow_by_small_calls_gives_its_code_repeated
 }
 
 TEST(GuardedCallOnPosix, an_alternate_stack_that_a_thread_has_already_is_kept) {
-    std::vector<char> room(std::size_t{64} * 1024);
+    std::vector<char> block(std::size_t{64} * 1024);
     std::uint32_t code = 0;
     stack_t present{};
     std::thread([&] {
         stack_t before{};
         sigaltstack(nullptr, &before);
         stack_t own{};
-        own.ss_sp = room.data();
-        own.ss_size = room.size();
+        own.ss_sp = block.data();
+        own.ss_size = block.size();
         sigaltstack(&own, nullptr);
         code = Guarded([] { Descend(0); });
         sigaltstack(nullptr, &present);
         sigaltstack(&before, nullptr);
     }).join();
     EXPECT_EQ(code, 0xC00000FDU);
-    EXPECT_EQ(present.ss_sp, room.data());
-    EXPECT_EQ(present.ss_size, room.size());
+    EXPECT_EQ(present.ss_sp, block.data());
+    EXPECT_EQ(present.ss_size, block.size());
 }
 
 TEST(GuardedCallOnPosix, leaves_the_set_of_blocked_signals_unchanged) {

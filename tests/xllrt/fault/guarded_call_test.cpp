@@ -35,11 +35,11 @@ void DivideWithRemainderByZero() {
 [[gnu::noinline, gnu::no_sanitize_address]] int Descend(int depth) {
     constexpr std::size_t kSize = std::size_t{1024} * 1024;
     constexpr std::size_t kStep = 512;
-    volatile char room[kSize];
+    volatile char block[kSize];
     for (std::size_t end = kSize; end > 0; end -= kStep)
-        room[end - 1] = static_cast<char>(depth);
+        block[end - 1] = static_cast<char>(depth);
     const int below = goes_on ? Descend(depth + 1) : 0;
-    return below + room[0];
+    return below + block[0];
 }
 
 void ExhaustStack() {
