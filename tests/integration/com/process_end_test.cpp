@@ -121,7 +121,7 @@ TEST(process_end, forgets_the_host_without_a_call) {
 TEST(process_end, forgets_the_hook_without_a_call) {
     IntegrationHost host(16);
     CXlWizExUIFunctionRegistry registry;
-    const CountedSystem system(host.faults());
+    CountedSystem system(host.faults());
     CWizardHook::Install(registry);
     AbandonHost();
     EXPECT_EQ(CWizardHook::Instance(), nullptr);
