@@ -93,6 +93,7 @@ class NotingDetector final : public IXlFormulaWizardDetector {
     NotingDetector(const NotingDetector&) = delete;
     NotingDetector& operator=(const NotingDetector&) = delete;
     ~NotingDetector() override { host_.Note("detector gone"); }
+    bool IsOpen() const override { return false; }
 
   private:
     ScriptedHost& host_;
