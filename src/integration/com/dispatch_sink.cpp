@@ -1,10 +1,10 @@
 #include "integration/com/dispatch_sink.h"
 
 #include "integration/com/guarded.h"
+#include "xllrt/app/host_event_table.h"
 
-#include <algorithm>
-#include <iterator>
 #include <new>
+#include <vector>
 
 namespace metrify {
 
@@ -17,85 +17,33 @@ class EventArguments {
 
     std::size_t count() const { return given_.cArgs; }
     const VARIANT& At(std::size_t index) const { return given_.rgvarg[count() - 1 - index]; }
-    XlHostObject* Object(std::size_t index) const { return AsHostObject(V_DISPATCH(&At(index))); }
-    bool Flag(std::size_t index) const { return V_BOOL(&At(index)) != VARIANT_FALSE; }
+    VARTYPE Type(std::size_t index) const { return V_VT(&At(index)); }
+    XlEventArgument Value(std::size_t index) const {
+        if (Type(index) == VT_BOOL)
+            return V_BOOL(&At(index)) != VARIANT_FALSE;
+        return AsHostObject(V_DISPATCH(&At(index)));
+    }
 
   private:
     const DISPPARAMS& given_;
 };
 
-struct EventRow {
-    DISPID id;
-    /// A letter an argument: D object, B flag, R flag by reference, which takes the answer.
-    std::string_view arguments;
-    bool (*tell)(CXllApp&, const EventArguments&);
-};
-
-using Operation0 = bool (CXllApp::*)();
-using Reserved = void (CXllApp::*)();
-using Operation1 = bool (CXllApp::*)(XlHostObject*);
-using Operation2 = bool (CXllApp::*)(XlHostObject*, XlHostObject*);
-using OperationFlag = bool (CXllApp::*)(XlHostObject*, bool);
-
-template <auto Operation>
-bool Tell(CXllApp& application, const EventArguments& arguments) {
-    using Kind = decltype(Operation);
-    if constexpr (std::is_same_v<Kind, Reserved>) {
-        (application.*Operation)();
+// The types are tested in the order in which the host passes the arguments.
+bool AreOfTypes(const EventArguments& arguments, const XlHostEventRow& row) {
+    std::size_t index = arguments.count();
+    if (row.is_cancellable && arguments.Type(--index) != (VT_BYREF | VT_BOOL))
         return false;
-    } else if constexpr (std::is_same_v<Kind, Operation0>) {
-        return (application.*Operation)();
-    } else if constexpr (std::is_same_v<Kind, Operation1>) {
-        return (application.*Operation)(arguments.Object(0));
-    } else if constexpr (std::is_same_v<Kind, Operation2>) {
-        return (application.*Operation)(arguments.Object(0), arguments.Object(1));
-    } else {
-        static_assert(std::is_same_v<Kind, OperationFlag>);
-        return (application.*Operation)(arguments.Object(0), arguments.Flag(1));
-    }
-}
-
-constexpr EventRow kEvents[] = {
-    {1554, "DD", Tell<&CXllApp::OnReservedEvent17>},
-    {1556, "DD", Tell<&CXllApp::OnReservedEvent18>},
-    {1557, "DD", Tell<&CXllApp::OnReservedEvent19>},
-    {1558, "DD", Tell<&CXllApp::OnSelectionChange>},
-    {1559, "DDR", Tell<&CXllApp::OnBeforeDoubleClick>},
-    {1560, "DDR", Tell<&CXllApp::OnBeforeRightClick>},
-    {1561, "D", Tell<&CXllApp::OnSheetActivate>},
-    {1562, "D", Tell<&CXllApp::OnSheetDeactivate>},
-    {1563, "D", Tell<&CXllApp::OnCalculate>},
-    {1564, "DD", Tell<&CXllApp::OnSheetChange>},
-    {1565, "D", Tell<&CXllApp::OnNewWorkbook>},
-    {1567, "D", Tell<&CXllApp::OnWorkbookOpen>},
-    {1568, "D", Tell<&CXllApp::OnWorkbookActivate>},
-    {1569, "D", Tell<&CXllApp::OnWorkbookDeactivate>},
-    {1570, "DR", Tell<&CXllApp::OnWorkbookBeforeClose>},
-    {1571, "DBR", Tell<&CXllApp::OnWorkbookBeforeSave>},
-    {1572, "DR", Tell<&CXllApp::OnWorkbookEvent13>},
-    {1573, "DD", Tell<&CXllApp::OnWorkbookNewSheet>},
-    {1574, "D", Tell<&CXllApp::OnWorkbookEvent15>},
-    {1575, "D", Tell<&CXllApp::OnWorkbookEvent16>},
-    {2612, "", Tell<&CXllApp::OnAfterCalculate>},
-    {2911, "DB", Tell<&CXllApp::OnWorkbookAfterSave>},
-};
-
-VARTYPE TypeOf(char letter) {
-    switch (letter) {
-    case 'D':
-        return VT_DISPATCH;
-    case 'B':
-        return VT_BOOL;
-    default:
-        return VT_BYREF | VT_BOOL;
-    }
-}
-
-bool AreOfTypes(const EventArguments& arguments, std::string_view letters) {
-    for (std::size_t i = letters.size(); i-- > 0;)
-        if (V_VT(&arguments.At(i)) != TypeOf(letters[i]))
+    while (index-- > 0)
+        if (arguments.Type(index) != (row.signature[index] == 'F' ? VT_BOOL : VT_DISPATCH))
             return false;
     return true;
+}
+
+bool CallOperation(CXllApp& application, const XlHostEventRow& row, const EventArguments& arguments) {
+    std::vector<XlEventArgument> values;
+    for (std::size_t i = 0; i < row.signature.size(); ++i)
+        values.push_back(arguments.Value(i));
+    return row.call(application, values);
 }
 
 } // namespace
@@ -141,17 +89,17 @@ HRESULT CDispatchSink::Invoke(DISPID event, REFIID /*iid*/, LCID /*locale*/, WOR
                               UINT* /*wrong_argument*/) {
     if (!parameters)
         return DISP_E_PARAMNOTFOUND;
-    const auto* row = std::find_if(std::begin(kEvents), std::end(kEvents),
-                                   [event](const EventRow& one) { return one.id == event; });
-    if (row == std::end(kEvents))
+    const XlHostEventRow* const row = FindHostEventByDispatchId(event);
+    if (!row)
         return DISP_E_MEMBERNOTFOUND;
     const EventArguments arguments(*parameters);
-    if (arguments.count() != row->arguments.size())
+    if (arguments.count() != row->signature.size() + (row->is_cancellable ? 1 : 0))
         return DISP_E_BADPARAMCOUNT;
-    if (!AreOfTypes(arguments, row->arguments))
+    if (!AreOfTypes(arguments, *row))
         return DISP_E_TYPEMISMATCH;
-    const bool answer = application_ && Guarded([&] { return row->tell(*application_, arguments); });
-    if (row->arguments.ends_with('R'))
+    const bool answer =
+        application_ && Guarded([&] { return CallOperation(*application_, *row, arguments); });
+    if (row->is_cancellable)
         *V_BOOLREF(&arguments.At(arguments.count() - 1)) = answer ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
