@@ -1,5 +1,8 @@
-#include "integration/com/xll_com.h"
+#include "integration/application/xll_com.h"
 
+#include "integration/application/macro_run.h"
+#include "integration/application/object_text.h"
+#include "integration/application/window_search.h"
 #include "xllrt/gate/host_version.h"
 #include "xllrt/text/code_page.h"
 
@@ -9,8 +12,11 @@ namespace metrify {
 
 namespace {
 
-// From this version on the host's window leads to its objects.
+// From this version on the application object can be found by the host's window.
 constexpr double kFirstWindowVersion = 8.0;
+
+// Newer hosts have a connection point for their events.
+constexpr double kLastMacroVersion = 5.0;
 
 constinit CXllCom* current_instance = nullptr;
 
@@ -23,7 +29,7 @@ CXllCom* CXllCom::Instance() {
 CXllCom::~CXllCom() {
     ComFailure failure;
     if (!Shutdown(failure)) {
-        // There is no caller left to be told.
+        // There is no caller to report to.
         OutputDebugStringW(AsSystemText(failure.text));
     }
     if (current_instance == this)
@@ -52,8 +58,11 @@ bool CXllCom::Init(ComFailure& failure) {
         return false;
     }
     host_version_ = HostVersion();
-    is_apartment_entered_ = host_version_ >= kFirstWindowVersion; // the search leaves it by itself
-    is_started_ = is_apartment_entered_ ? FindByWindow(failure) : InitCheckInstance(failure);
+    is_apartment_entered_ = host_version_ >= kFirstWindowVersion; // the other search leaves it
+    is_started_ =
+        is_apartment_entered_
+            ? FindApplicationByWindow(application_, failure)
+            : instance_check_.InitCheckInstance(*application_object_, host_version_, application_, failure);
     if (is_started_)
         failure = {};
     return is_started_;
@@ -80,17 +89,43 @@ bool CXllCom::Shutdown(ComFailure& failure) {
 
 void CXllCom::Abandon() {
     application_.Release();
-    sink_.Release();
+    connection_.Abandon();
     is_started_ = false;
     is_apartment_entered_ = false;
     are_events_connected_ = false;
     current_instance = nullptr;
 }
 
-void CXllCom::NoteCallback() {
-    // A call that was not asked for proves nothing.
-    if (is_armed_)
-        is_found_ = true;
+bool CXllCom::SetEvents(bool enable, ComFailure& failure) {
+    failure = {};
+    if (enable == are_events_connected_)
+        return true;
+    const bool has_point = host_version_ > kLastMacroVersion;
+    if (enable) {
+        are_events_connected_ = has_point
+                                    ? connection_.Connect(application_.Get(), application_object_, failure)
+                                    : macro_events_.Connect(application_.Get(), application_object_, failure);
+        return are_events_connected_;
+    }
+    are_events_connected_ = false;
+    return has_point ? connection_.Disconnect(application_.Get(), failure)
+                     : macro_events_.Disconnect(application_.Get(), failure);
+}
+
+void CXllCom::HandleMacroEvent(XlMacroEvent event) {
+    macro_events_.Handle(event, application_, application_object_);
+}
+
+HRESULT CXllCom::RunMacroByText(std::u16string_view text, ComVariant& answer) {
+    return metrify::RunMacroByText(application_.Get(), text, answer);
+}
+
+HRESULT CXllCom::RunMacroByName(std::span<const ComVariant> arguments, ComVariant& answer) {
+    return metrify::RunMacroByName(application_.Get(), arguments, answer);
+}
+
+HRESULT CXllCom::ActiveWorksheet(ComPtr<IDispatch>& sheet) const {
+    return GetActiveWorksheet(application_.Get(), sheet);
 }
 
 } // namespace metrify

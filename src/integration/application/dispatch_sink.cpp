@@ -1,4 +1,4 @@
-#include "integration/com/dispatch_sink.h"
+#include "integration/application/dispatch_sink.h"
 
 #include "integration/com/guarded.h"
 #include "xllrt/app/host_event_table.h"
