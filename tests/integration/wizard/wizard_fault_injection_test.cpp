@@ -68,8 +68,7 @@ struct Session {
             UnregisterAll(application);
         }
         SetAddInOpened(false);
-        if (dialog)
-            EXPECT_EQ(ProceduresOf(WindowsOf(*dialog)), procedures);
+        EXPECT_EQ(dialog ? ProceduresOf(WindowsOf(*dialog)) : procedures, procedures);
     }
 
     WizardDialogOptions Options() {
