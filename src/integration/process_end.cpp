@@ -1,6 +1,6 @@
 #include "integration/process_end.h"
 
-#include "integration/com/xll_com.h"
+#include "integration/application/xll_com.h"
 #include "integration/wizard/wizard_hook.h"
 
 namespace metrify {

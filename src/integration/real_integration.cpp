@@ -1,6 +1,6 @@
 #include "integration/real_integration.h"
 
-#include "integration/com/com_holder.h"
+#include "integration/application/com_holder.h"
 #include "integration/wizard/wizard_detector.h"
 #include "integration/wizard/wizard_hook.h"
 #include "integration/wizard/wizard_registry.h"

@@ -4,8 +4,9 @@
 
 #include "host/automation/automation_host.h"
 #include "host/core/host_exports.h"
-#include "integration/com/integration_exports.h"
-#include "integration/com/xll_com.h"
+#include "integration/application/integration_exports.h"
+#include "integration/application/object_text.h"
+#include "integration/application/xll_com.h"
 #include "integration/real_integration.h"
 #include "tests/host/calling.h"
 #include "xllrt/app/app_registration.h"

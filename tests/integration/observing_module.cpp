@@ -1,6 +1,6 @@
 // An add-in that observes the host: it keeps workbooks named "Keep" open.
 
-#include "integration/com/integration_exports.h"
+#include "integration/application/integration_exports.h"
 #include "integration/real_integration.h"
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_exports.h"

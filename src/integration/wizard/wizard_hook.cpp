@@ -1,9 +1,8 @@
-// Installing the hook, and the messages it watches.
-
 #include "integration/wizard/wizard_hook.h"
 
 #include "integration/com/guarded.h"
 #include "xllrt/fault/exceptions.h"
+#include "xllrt/gate/host_version.h"
 #include "xllrt/platform/passed_pointer.h"
 #include "xllrt/text/format_printf.h"
 
@@ -16,19 +15,15 @@ namespace {
 
 constexpr std::string_view kDialogClass = "bosa_sdm_XL9";
 
+// Newer hosts draw in the user's theme.
+constexpr int kLastUnthemedVersion = 10;
+
 constinit std::unique_ptr<CWizardHook> installed;
 
 bool IsDialog(HWND window) {
     std::array<char, 50> class_name{};
     GetClassNameA(window, class_name.data(), static_cast<int>(class_name.size()));
     return kDialogClass == class_name.data();
-}
-
-unsigned SystemMajor() {
-    constexpr unsigned kUnknown = 5;
-    OSVERSIONINFOA version{};
-    version.dwOSVersionInfoSize = sizeof(version);
-    return GetVersionExA(&version) ? version.dwMajorVersion : kUnknown;
 }
 
 [[noreturn]] void ThrowFailure(const char* format) {
@@ -44,12 +39,6 @@ void InitialiseControls() {
     InitCommonControlsEx(&controls);
 }
 
-HFONT MakeFont() {
-    constexpr int kHeight = 12;
-    return CreateFontA(kHeight, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                       CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, "MS Shell Dlg");
-}
-
 } // namespace
 
 CWizardHook* CWizardHook::Instance() {
@@ -59,7 +48,7 @@ CWizardHook* CWizardHook::Instance() {
 void CWizardHook::Install(IXlWizExUIFunctionRegistry& registry) {
     if (installed)
         throw CXlRuntimeException(std::string("An instance of CWizardHook is already installed"));
-    // The constructor is for this alone.
+    // The constructor is private, so std::make_unique cannot be used.
     installed.reset(new CWizardHook(registry));
 }
 
@@ -73,7 +62,7 @@ void CWizardHook::Abandon() {
 }
 
 CWizardHook::CWizardHook(IXlWizExUIFunctionRegistry& registry)
-    : registry_(registry), system_major_(SystemMajor()) {
+    : registry_(registry), editor_(dialog_, overlays_) {
     InitialiseControls();
     const DWORD thread = GetCurrentThreadId();
     message_hook_ = SetWindowsHookExA(WH_CALLWNDPROCRET, MessageProcedure, nullptr, thread);
@@ -86,15 +75,12 @@ CWizardHook::CWizardHook(IXlWizExUIFunctionRegistry& registry)
         SetLastError(error);
         ThrowFailure("SetWindowsHookEx failed for WH_KEYBOARD. hr=%lx");
     }
-    cursor_ = LoadCursorA(nullptr, IDC_ARROW);
-    font_ = MakeFont();
 }
 
 CWizardHook::~CWizardHook() {
     UnhookWindowsHookEx(keyboard_hook_);
     UnhookWindowsHookEx(message_hook_);
     TearDown();
-    DeleteObject(font_);
 }
 
 LRESULT CALLBACK CWizardHook::MessageProcedure(int code, WPARAM first, LPARAM second) {
@@ -103,6 +89,16 @@ LRESULT CALLBACK CWizardHook::MessageProcedure(int code, WPARAM first, LPARAM se
         Guarded([&message] { installed->HandleMessage(message); });
     }
     return CallNextHookEx(nullptr, code, first, second);
+}
+
+LRESULT CALLBACK CWizardHook::KeyboardProcedure(int code, WPARAM key, LPARAM flags) {
+    constexpr LPARAM kReleased = 0x80000000;
+    CWizardHook* const hook = Instance();
+    const bool is_pressed = code == HC_ACTION && (flags & kReleased) == 0;
+    if (hook && is_pressed &&
+        Guarded([hook, key] { return hook->editor_.HandleKey(static_cast<WORD>(key)); }))
+        return 1; // swallowed
+    return CallNextHookEx(nullptr, code, key, flags);
 }
 
 void CWizardHook::HandleMessage(const CWPRETSTRUCT& message) {
@@ -136,43 +132,43 @@ void CWizardHook::HandleCreation(const CWPRETSTRUCT& message) {
 void CWizardHook::HandleActivation(HWND window) {
     if (state_ == State::active || !IsDialog(window))
         return;
-    if (!FindWizardControls(window, controls_)) {
+    if (!FindWizardControls(window, dialog_.controls)) {
         TearDown();
         function_name_.clear();
         return;
     }
-    dialog_ = window;
+    dialog_.window = window;
     state_ = State::active;
     FindFunction();
     Rebuild();
 }
 
 void CWizardHook::HandleActiveMessage(const CWPRETSTRUCT& message) {
-    const bool is_to_dialog = message.hwnd == dialog_;
+    const bool is_to_dialog = message.hwnd == dialog_.window;
     switch (message.message) {
     case WM_DESTROY:
         if (is_to_dialog) {
             TearDown();
-            controls_ = {};
-            function_ = nullptr;
+            dialog_.controls = {};
+            dialog_.function = nullptr;
             function_name_.clear();
             state_ = State::idle;
         }
         break;
     case WM_SIZE:
-        if (are_controls_made_ && rebuilds_on_size_ && message.hwnd == controls_.boxes.back())
+        if (overlays_.AreMade() && rebuilds_on_size_ && message.hwnd == dialog_.controls.boxes.back())
             Rebuild();
         break;
     case WM_SETFOCUS:
-        if (const int box = controls_.IndexOf(message.hwnd); box >= 0)
-            focused_index_ = box;
+        if (const int box = dialog_.controls.IndexOf(message.hwnd); box >= 0)
+            editor_.SetFocusedBox(box);
         break;
     case WM_DRAWITEM:
-        if (are_controls_made_ && is_to_dialog)
+        if (overlays_.AreMade() && is_to_dialog)
             HandleDrawing(*PassedPointer<const DRAWITEMSTRUCT*>(message.lParam));
         break;
     case SBM_SETSCROLLINFO:
-        if (message.hwnd == controls_.scroll_bar)
+        if (message.hwnd == dialog_.controls.scroll_bar)
             HandleScroll(*PassedPointer<const SCROLLINFO*>(message.lParam));
         break;
     case WM_COMMAND:
@@ -185,27 +181,49 @@ void CWizardHook::HandleActiveMessage(const CWPRETSTRUCT& message) {
 }
 
 void CWizardHook::HandleDrawing(const DRAWITEMSTRUCT& item) {
-    if (const int box = OverlayIndex(item.hwndItem); box >= 0)
-        theme_.Draw(KindOf(box), item, font_);
+    if (const int box = overlays_.IndexOf(item.hwndItem); box >= 0)
+        theme_.Draw(dialog_.KindOf(box), item, overlays_.Font());
 }
 
 void CWizardHook::HandleScroll(const SCROLLINFO& info) {
-    if ((info.fMask & SIF_POS) != 0 && info.nPos != first_visible_)
+    if ((info.fMask & SIF_POS) != 0 && info.nPos != dialog_.first_visible)
         Rebuild();
 }
 
 void CWizardHook::HandleCommand(int notification, HWND control) {
-    if (const int box = OverlayIndex(control); box >= 0) {
+    if (const int box = overlays_.IndexOf(control); box >= 0) {
         if (notification == BN_CLICKED)
-            OpenUi(box);
-    } else if (control && control == list_) {
+            editor_.Open(box);
+    } else if (control && control == overlays_.List()) {
         if (notification == CBN_CLOSEUP)
-            CloseList();
+            editor_.CloseList();
         else if (notification == CBN_SELENDOK)
-            TakeSelection();
-    } else if (open_index_ >= 0 && controls_.IndexOf(control) == open_index_ && notification == EN_CHANGE) {
-        PlaceList();
+            editor_.TakeSelection();
+    } else if (editor_.OpenIndex() >= 0 && dialog_.controls.IndexOf(control) == editor_.OpenIndex() &&
+               notification == EN_CHANGE) {
+        editor_.PlaceList();
     }
+}
+
+void CWizardHook::FindFunction() {
+    dialog_.function = function_name_.empty() ? nullptr : registry_.FindFunction(function_name_);
+    if (const auto shown = name_reader_.Read(dialog_.window); shown && *shown != function_name_)
+        dialog_.function = nullptr;
+}
+
+void CWizardHook::Rebuild() {
+    TearDown();
+    dialog_.first_visible = dialog_.controls.FirstVisible();
+    if (!dialog_.function || dialog_.function->KindCount() == 0)
+        return;
+    if (registry_.UsesThemes() && HostVersion() > kLastUnthemedVersion)
+        theme_.Open(dialog_.window);
+    overlays_.Create(dialog_, theme_.IsOpen());
+}
+
+void CWizardHook::TearDown() {
+    editor_.ForgetList();
+    overlays_.Destroy();
 }
 
 } // namespace metrify

@@ -1,8 +1,6 @@
-// What the wizard hook puts beside the boxes of the dialog.
+#include "integration/wizard/wizard_overlays.h"
 
-#include "integration/wizard/wizard_hook.h"
 #include "integration/wizard/wizard_layout.h"
-#include "xllrt/gate/host_version.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,8 +9,18 @@ namespace metrify {
 
 namespace {
 
-// Hosts above this version draw in the user's theme.
-constexpr int kLastUnthemedVersion = 10;
+unsigned SystemMajor() {
+    constexpr unsigned kUnknown = 5;
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof(version);
+    return GetVersionExA(&version) ? version.dwMajorVersion : kUnknown;
+}
+
+HFONT MakeFont() {
+    constexpr int kHeight = 12;
+    return CreateFontA(kHeight, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                       CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, "MS Shell Dlg");
+}
 
 RECT PlaceIn(HWND dialog, HWND control) {
     RECT place{};
@@ -31,66 +39,53 @@ LayoutMetrics MetricsOf(HWND window, unsigned system_major, bool is_themed) {
 
 } // namespace
 
-int CWizardHook::OverlayIndex(HWND window) const {
+WizardOverlays::WizardOverlays() : system_major_(SystemMajor()), font_(MakeFont()) {}
+
+WizardOverlays::~WizardOverlays() {
+    Destroy();
+    DeleteObject(font_);
+}
+
+int WizardOverlays::IndexOf(HWND window) const {
     const auto found = std::find(overlays_.begin(), overlays_.end(), window);
     return window && found != overlays_.end() ? static_cast<int>(found - overlays_.begin()) : -1;
 }
 
-ArgumentUi CWizardHook::KindOf(int box) const {
-    return function_ ? function_->KindOf(first_visible_ + box) : ArgumentUi::none;
-}
-
-void CWizardHook::FindFunction() {
-    function_ = function_name_.empty() ? nullptr : registry_.FindFunction(function_name_);
-    if (const auto shown = name_reader_.Read(dialog_); shown && *shown != function_name_)
-        function_ = nullptr;
-}
-
-void CWizardHook::TearDown() {
-    are_controls_made_ = false;
-    open_index_ = -1;
+void WizardOverlays::Destroy() {
+    are_made_ = false;
     for (HWND* const window :
          {&overlays_[0], &overlays_[1], &overlays_[2], &overlays_[3], &overlays_[4], &list_}) {
-        if (const HWND standing = std::exchange(*window, nullptr)) {
-            ShowWindow(standing, SW_HIDE);
-            DestroyWindow(standing);
+        if (const HWND created = std::exchange(*window, nullptr)) {
+            ShowWindow(created, SW_HIDE);
+            DestroyWindow(created);
         }
     }
 }
 
-void CWizardHook::Rebuild() {
-    TearDown();
-    first_visible_ = controls_.FirstVisible();
-    if (!function_ || function_->KindCount() == 0)
-        return;
-    if (registry_.UsesThemes() && HostVersion() > kLastUnthemedVersion)
-        theme_.Open(dialog_);
-    for (int box = 0; box < kWizardBoxes; ++box) {
-        const ArgumentUi kind = KindOf(box);
-        if (kind != ArgumentUi::none && IsBoxVisible(controls_.boxes[static_cast<std::size_t>(box)]))
-            MakeOverlay(box, kind);
-    }
-    if (are_controls_made_)
-        MakeList();
+void WizardOverlays::Create(const WizardDialog& dialog, bool is_themed) {
+    for (int box = 0; box < kWizardBoxes; ++box)
+        if (dialog.KindOf(box) != ArgumentUi::none && IsBoxVisible(dialog.Box(box)))
+            CreateOverlay(dialog, box, is_themed);
+    if (are_made_)
+        CreateList(dialog.window);
 }
 
-void CWizardHook::MakeOverlay(int box, ArgumentUi kind) {
-    const auto index = static_cast<std::size_t>(box);
-    const OverlayPlace place = PlaceOverlay(kind, PlaceIn(dialog_, controls_.boxes[index]),
-                                            MetricsOf(dialog_, system_major_, theme_.IsOpen()));
-    HWND& overlay = overlays_[index];
+void WizardOverlays::CreateOverlay(const WizardDialog& dialog, int box, bool is_themed) {
+    const OverlayPlace place = PlaceOverlay(dialog.KindOf(box), PlaceIn(dialog.window, dialog.Box(box)),
+                                            MetricsOf(dialog.window, system_major_, is_themed));
+    HWND& overlay = overlays_[static_cast<std::size_t>(box)];
     overlay = CreateWindowExA(0, "BUTTON", "", WS_CHILD | BS_OWNERDRAW, place.left, place.top, place.width,
-                              place.height, dialog_, nullptr, nullptr, nullptr);
+                              place.height, dialog.window, nullptr, nullptr, nullptr);
     if (!overlay)
         return;
-    are_controls_made_ = true;
+    are_made_ = true;
     SetWindowPos(overlay, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
-void CWizardHook::MakeList() {
+void WizardOverlays::CreateList(HWND dialog) {
     constexpr int kDropHeight = 120;
     list_ = CreateWindowExA(0, "ComboBox", "", WS_CHILD | WS_VSCROLL | CBS_DROPDOWNLIST, 0, 0, 0, kDropHeight,
-                            dialog_, nullptr, nullptr, nullptr);
+                            dialog, nullptr, nullptr, nullptr);
     SendMessageA(list_, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
 }
 

@@ -1,5 +1,6 @@
 #include "xllrt/app/observer_function.h"
 
+#include "xllrt/app/host_event_table.h"
 #include "xllrt/gate/host_paths.h"
 #include "xllrt/text/code_page.h"
 #include "xllrt/text/format_printf.h"
@@ -25,13 +26,6 @@ std::string ModuleWord() {
     return word;
 }
 
-// Tells the observers of an event, and gives the arguments back as they left them.
-template <class Event>
-typename Event::Args Tell(const Event& event, typename Event::Args args) {
-    event.Notify(args);
-    return args;
-}
-
 } // namespace
 
 void AddObserverFunction(CXllApp& application) {
@@ -55,60 +49,12 @@ void AddObserverFunction(CXllApp& application) {
 
 void DispatchEvent(CXllApp& application, CXlOper& result, int number, const CXlOper& first,
                    const CXlOper& second) {
-    const CXlAppEvents& events = application.events;
-    const auto answer = [&result](bool cancel) { result.SetBool(cancel ? 1 : 0); };
-    switch (number) {
-    case 0:
-        Tell(events.newWorkbook, {first.ToText()});
-        break;
-    case 1:
-        Tell(events.selectionChange, {first.ToText(), second.ToText()});
-        break;
-    case 2:
-        answer(Tell(events.beforeDoubleClick, {first.ToText(), second.ToText()}).cancel);
-        break;
-    case 3:
-        answer(Tell(events.beforeRightClick, {first.ToText(), second.ToText()}).cancel);
-        break;
-    case 4:
-        Tell(events.sheetActivate, {first.ToText()});
-        break;
-    case 5:
-        Tell(events.sheetDeactivate, {first.ToText()});
-        break;
-    case 6:
-        Tell(events.calculate, {first.ToText()});
-        break;
-    case 7:
-        Tell(events.sheetChange, {first.ToText(), second.ToText()});
-        break;
-    case 8:
-        Tell(events.workbookOpen, {first.ToText()});
-        break;
-    case 9:
-        Tell(events.workbookActivate, {first.ToText()});
-        break;
-    case 10:
-        Tell(events.workbookDeactivate, {first.ToText()});
-        break;
-    case 11:
-        answer(Tell(events.workbookBeforeClose, {first.ToText()}).cancel);
-        break;
-    case 12:
-        answer(Tell(events.workbookBeforeSave, {first.ToText(), second.ToBool()}).cancel);
-        break;
-    case 14:
-        Tell(events.workbookNewSheet, {first.ToText(), second.ToText()});
-        break;
-    case 20:
-        Tell(events.afterCalculate, {});
-        break;
-    case 21:
-        Tell(events.workbookAfterSave, {first.ToText(), second.ToBool()});
-        break;
-    default:
-        break;
-    }
+    const XlHostEventRow* const row = FindHostEvent(number);
+    if (!row || !row->notify)
+        return;
+    const bool is_cancelled = row->notify(application.events, first, second);
+    if (row->is_cancellable)
+        result.SetBool(is_cancelled ? 1 : 0);
 }
 
 } // namespace metrify

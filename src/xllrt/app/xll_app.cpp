@@ -1,8 +1,13 @@
 #include "xllrt/app/xll_app.h"
 
+#include "xllrt/app/host_event_table.h"
+#include "xllrt/event/event_call.h"
+#include "xllrt/gate/host_gate.h"
 #include "xllrt/gate/host_paths.h"
+#include "xllrt/gate/host_window.h"
 #include "xllrt/platform/module_path.h"
 #include "xllrt/registry/function_result.h"
+#include "xllrt/text/code_page.h"
 #include "xllrt/text/format_printf.h"
 #include "xllrt/text/message_catalogue.h"
 
@@ -12,7 +17,7 @@ namespace metrify {
 
 namespace {
 
-constinit CXllApp* instance_in_force = nullptr;
+constinit CXllApp* current_application = nullptr;
 
 } // namespace
 
@@ -29,16 +34,16 @@ CXllApp::CXllApp(const CXlIntegration& integration) : integration_(integration) 
 }
 
 CXllApp::~CXllApp() {
-    if (instance_in_force == this)
+    if (current_application == this)
         SetInstance(nullptr);
 }
 
 CXllApp* CXllApp::Instance() {
-    return instance_in_force;
+    return current_application;
 }
 
 void CXllApp::SetInstance(CXllApp* instance) {
-    instance_in_force = instance;
+    current_application = instance;
 }
 
 bool CXllApp::SetRibbonMode(int mode) {
@@ -102,6 +107,146 @@ int CXllApp::OnProcessDetach() {
     return 1;
 }
 
+// ---- Events of the host
+
+void EnableHostEvent(int number, bool on) {
+    if (CXllApp* application = CXllApp::Instance())
+        application->EnableEvent(number, on);
+}
+
+IXlComHolder& CXllApp::ComHolder() {
+    if (!com_holder_) {
+        std::unique_ptr<IXlComHolder> holder = integration_.MakeComHolder();
+        XlComFailure failure;
+        if (!holder->Start(failure))
+            throw CXlComException(failure.text, failure.code);
+        com_holder_ = std::move(holder);
+    }
+    return *com_holder_;
+}
+
+void CXllApp::EnableEvent(int number, bool on) {
+    XlComFailure failure;
+    if (on && !ComHolder().Connect(failure))
+        throw CXlComException(failure.text, failure.code);
+    // The connection stays when an event is switched off.
+    eventSwitches.at(static_cast<std::size_t>(number)) = on;
+}
+
+bool CXllApp::RaiseEvent(int number, bool is_cancellable, std::string_view signature,
+                         std::initializer_list<XlEventArgument> arguments) {
+    const auto index = static_cast<std::size_t>(number);
+    if (index >= kEventCount)
+        return false;
+    std::u16string target = ToWide(eventHandlers[index]);
+    // The observer function is told which event it is; a macro set for an event knows.
+    const bool is_observer_call = target.empty();
+    if (is_observer_call) {
+        if (observerFunctionName.empty() || !eventSwitches[index])
+            return false;
+        target = observerFunctionName;
+    }
+    CXlOper answer;
+    try {
+        IXlComHolder& holder = ComHolder();
+        XlEventCall call(holder, target);
+        if (is_observer_call)
+            call.AddNumber(number);
+        call.AddArguments(signature, {arguments});
+        return call.Run(answer) && is_cancellable && answer.ToBool();
+    } catch (const CXlComException&) {
+        // Whoever raises an event is not told why nobody answers.
+        return false;
+    }
+}
+
+bool CXllApp::Raise(XlHostEventNumber number, std::initializer_list<XlEventArgument> arguments) {
+    const XlHostEventRow& row = *FindHostEvent(number);
+    return RaiseEvent(number, row.is_cancellable, row.signature, arguments);
+}
+
+bool CXllApp::OnNewWorkbook(XlHostObject* workbook) {
+    return Raise(kEventNewWorkbook, {workbook});
+}
+
+bool CXllApp::OnSelectionChange(XlHostObject* sheet, XlHostObject* range) {
+    return Raise(kEventSelectionChange, {sheet, range});
+}
+
+bool CXllApp::OnBeforeDoubleClick(XlHostObject* sheet, XlHostObject* range) {
+    return Raise(kEventBeforeDoubleClick, {sheet, range});
+}
+
+bool CXllApp::OnBeforeRightClick(XlHostObject* sheet, XlHostObject* range) {
+    return Raise(kEventBeforeRightClick, {sheet, range});
+}
+
+bool CXllApp::OnSheetActivate(XlHostObject* sheet) {
+    return Raise(kEventSheetActivate, {sheet});
+}
+
+bool CXllApp::OnSheetDeactivate(XlHostObject* sheet) {
+    return Raise(kEventSheetDeactivate, {sheet});
+}
+
+bool CXllApp::OnCalculate(XlHostObject* sheet) {
+    return Raise(kEventCalculate, {sheet});
+}
+
+bool CXllApp::OnSheetChange(XlHostObject* sheet, XlHostObject* range) {
+    return Raise(kEventSheetChange, {sheet, range});
+}
+
+bool CXllApp::OnWorkbookOpen(XlHostObject* workbook) {
+    return Raise(kEventWorkbookOpen, {workbook});
+}
+
+bool CXllApp::OnWorkbookActivate(XlHostObject* workbook) {
+    return Raise(kEventWorkbookActivate, {workbook});
+}
+
+bool CXllApp::OnWorkbookDeactivate(XlHostObject* workbook) {
+    return Raise(kEventWorkbookDeactivate, {workbook});
+}
+
+bool CXllApp::OnWorkbookBeforeClose(XlHostObject* workbook) {
+    return Raise(kEventWorkbookBeforeClose, {workbook});
+}
+
+bool CXllApp::OnWorkbookBeforeSave(XlHostObject* workbook, bool save_as) {
+    return Raise(kEventWorkbookBeforeSave, {workbook, save_as});
+}
+
+bool CXllApp::OnWorkbookEvent13(XlHostObject* workbook) {
+    return Raise(kEventWorkbook13, {workbook});
+}
+
+bool CXllApp::OnWorkbookNewSheet(XlHostObject* workbook, XlHostObject* sheet) {
+    return Raise(kEventWorkbookNewSheet, {workbook, sheet});
+}
+
+bool CXllApp::OnWorkbookEvent15(XlHostObject* workbook) {
+    return Raise(kEventWorkbook15, {workbook});
+}
+
+bool CXllApp::OnWorkbookEvent16(XlHostObject* workbook) {
+    return Raise(kEventWorkbook16, {workbook});
+}
+
+void CXllApp::OnReservedEvent17() {}
+
+void CXllApp::OnReservedEvent18() {}
+
+void CXllApp::OnReservedEvent19() {}
+
+bool CXllApp::OnAfterCalculate() {
+    return Raise(kEventAfterCalculate, {});
+}
+
+bool CXllApp::OnWorkbookAfterSave(XlHostObject* workbook, bool success) {
+    return Raise(kEventWorkbookAfterSave, {workbook, success});
+}
+
 // ---- Names
 
 int CXllApp::GetHostName(CXlOper& name) {
@@ -120,6 +265,18 @@ std::string CXllApp::GetModuleText() {
 
 void CXllApp::ExceptionToValue(CXlOper& result, const CXlRuntimeException& exception) {
     PutException(result, exception);
+}
+
+bool CXllApp::ConfirmRegistrationFailure() {
+    std::u16string names;
+    for (const CXlFunctionDescriptor* descriptor : functions.All())
+        if (descriptor->registered == 0)
+            names += descriptor->functionName + u"\n";
+    if (names.empty())
+        return true;
+    std::u16string text;
+    FormatMessageText(text, kMessageRegistrationFailed, GetAddInName(), names);
+    return Windows().AskYesNo(GetHostWindow(), text, WideMessageText(kMessageLoadFailureTitle));
 }
 
 void CXllApp::GetRibbonDefault(CXlOper& result, const XlRibbonCallback& callback) {

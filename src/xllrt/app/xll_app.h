@@ -22,9 +22,6 @@ namespace metrify {
 
 class CXllApp {
   public:
-    /// Events of the host are numbered from 0 below this.
-    static constexpr std::size_t kEventCount = 22;
-
     /// Becomes the instance. Throws a `CXlIllegalArgumentException` if the integration makes no wizard
     /// detector. The integration must outlive the object.
     explicit CXllApp(const CXlIntegration& integration = NoIntegration());
@@ -130,6 +127,9 @@ class CXllApp {
     char columnLetter = 0;
 
   private:
+    /// Raises an event with the signature from the table.
+    bool Raise(XlHostEventNumber number, std::initializer_list<XlEventArgument> arguments);
+
     /// Made and started when first asked for. Throws a `CXlComException` if it doesn't start.
     IXlComHolder& ComHolder();
 

@@ -4,6 +4,7 @@
 
 #include "xllrt/event/event.h"
 #include "xllrt/event/event_args.h"
+#include "xllrt/event/host_event_number.h"
 
 namespace metrify {
 
@@ -32,29 +33,37 @@ using CXlHostEvent = CXlChainedEvent<Self, CXlComEvent<A, N>>;
 class CXllOpenEvent : public CXlAppEvent<CXllOpenEvent, CXllOpenEventArgs> {};
 class CXllCloseEvent : public CXlAppEvent<CXllCloseEvent, CXlEventArgs> {};
 class CXlRegisterFunctionsEvent : public CXlAppEvent<CXlRegisterFunctionsEvent, CXlEventArgs> {};
-class CXlNewWorkbookEvent : public CXlHostEvent<CXlNewWorkbookEvent, CXlWorkbookEventArgs, 0> {};
-class CXlSelectionChangeEvent : public CXlHostEvent<CXlSelectionChangeEvent, CXlRangeEventArgs, 1> {};
+class CXlNewWorkbookEvent
+    : public CXlHostEvent<CXlNewWorkbookEvent, CXlWorkbookEventArgs, kEventNewWorkbook> {};
+class CXlSelectionChangeEvent
+    : public CXlHostEvent<CXlSelectionChangeEvent, CXlRangeEventArgs, kEventSelectionChange> {};
 class CXlBeforeDoubleClickEvent
-    : public CXlHostEvent<CXlBeforeDoubleClickEvent, CXlCancellableRangeEventArgs, 2> {};
+    : public CXlHostEvent<CXlBeforeDoubleClickEvent, CXlCancellableRangeEventArgs, kEventBeforeDoubleClick> {
+};
 class CXlBeforeRightClickEvent
-    : public CXlHostEvent<CXlBeforeRightClickEvent, CXlCancellableRangeEventArgs, 3> {};
-class CXlSheetActivateEvent : public CXlHostEvent<CXlSheetActivateEvent, CXlWorksheetEventArgs, 4> {};
-class CXlSheetDeactivateEvent : public CXlHostEvent<CXlSheetDeactivateEvent, CXlWorksheetEventArgs, 5> {};
-class CXlCalculateEvent : public CXlHostEvent<CXlCalculateEvent, CXlWorksheetEventArgs, 6> {};
-class CXlSheetChangeEvent : public CXlHostEvent<CXlSheetChangeEvent, CXlRangeEventArgs, 7> {};
-class CXlWorkbookOpenEvent : public CXlHostEvent<CXlWorkbookOpenEvent, CXlWorkbookEventArgs, 8> {};
-class CXlWorkbookActivateEvent : public CXlHostEvent<CXlWorkbookActivateEvent, CXlWorkbookEventArgs, 9> {};
-class CXlWorkbookDeactivateEvent : public CXlHostEvent<CXlWorkbookDeactivateEvent, CXlWorkbookEventArgs, 10> {
-};
+    : public CXlHostEvent<CXlBeforeRightClickEvent, CXlCancellableRangeEventArgs, kEventBeforeRightClick> {};
+class CXlSheetActivateEvent
+    : public CXlHostEvent<CXlSheetActivateEvent, CXlWorksheetEventArgs, kEventSheetActivate> {};
+class CXlSheetDeactivateEvent
+    : public CXlHostEvent<CXlSheetDeactivateEvent, CXlWorksheetEventArgs, kEventSheetDeactivate> {};
+class CXlCalculateEvent : public CXlHostEvent<CXlCalculateEvent, CXlWorksheetEventArgs, kEventCalculate> {};
+class CXlSheetChangeEvent : public CXlHostEvent<CXlSheetChangeEvent, CXlRangeEventArgs, kEventSheetChange> {};
+class CXlWorkbookOpenEvent
+    : public CXlHostEvent<CXlWorkbookOpenEvent, CXlWorkbookEventArgs, kEventWorkbookOpen> {};
+class CXlWorkbookActivateEvent
+    : public CXlHostEvent<CXlWorkbookActivateEvent, CXlWorkbookEventArgs, kEventWorkbookActivate> {};
+class CXlWorkbookDeactivateEvent
+    : public CXlHostEvent<CXlWorkbookDeactivateEvent, CXlWorkbookEventArgs, kEventWorkbookDeactivate> {};
 class CXlWorkbookBeforeCloseEvent
-    : public CXlHostEvent<CXlWorkbookBeforeCloseEvent, CXlBeforeCloseEventArgs, 11> {};
+    : public CXlHostEvent<CXlWorkbookBeforeCloseEvent, CXlBeforeCloseEventArgs, kEventWorkbookBeforeClose> {};
 class CXlWorkbookBeforeSaveEvent
-    : public CXlHostEvent<CXlWorkbookBeforeSaveEvent, CXlBeforeSaveEventArgs, 12> {};
+    : public CXlHostEvent<CXlWorkbookBeforeSaveEvent, CXlBeforeSaveEventArgs, kEventWorkbookBeforeSave> {};
 class CXlWorkbookNewSheetEvent
-    : public CXlHostEvent<CXlWorkbookNewSheetEvent, CXlWorkbookNewSheetEventArgs, 14> {};
-class CXlAfterCalculateEvent : public CXlHostEvent<CXlAfterCalculateEvent, CXlAfterCalculateEventArgs, 20> {};
-class CXlWorkbookAfterSaveEvent : public CXlHostEvent<CXlWorkbookAfterSaveEvent, CXlAfterSaveEventArgs, 21> {
-};
+    : public CXlHostEvent<CXlWorkbookNewSheetEvent, CXlWorkbookNewSheetEventArgs, kEventWorkbookNewSheet> {};
+class CXlAfterCalculateEvent
+    : public CXlHostEvent<CXlAfterCalculateEvent, CXlAfterCalculateEventArgs, kEventAfterCalculate> {};
+class CXlWorkbookAfterSaveEvent
+    : public CXlHostEvent<CXlWorkbookAfterSaveEvent, CXlAfterSaveEventArgs, kEventWorkbookAfterSave> {};
 
 /// An observer of an event, from its construction to its destruction.
 template <class Event>

@@ -1,6 +1,6 @@
 // The road to an old host by the running object table, and the proof that a host is ours.
 
-#include "integration/com/command_descriptor.h"
+#include "integration/application/command_descriptor.h"
 #include "tests/integration/integration_host.h"
 #include "tests/integration/stranger.h"
 

@@ -1,6 +1,6 @@
 // Macros, properties and addresses by automation.
 
-#include "integration/com/com_holder.h"
+#include "integration/application/com_holder.h"
 #include "tests/integration/integration_host.h"
 
 namespace metrify::host {

@@ -68,7 +68,7 @@ struct Session {
             UnregisterAll(application);
         }
         SetAddInOpened(false);
-        EXPECT_TRUE(!dialog || ProceduresOf(WindowsOf(*dialog)) == procedures);
+        EXPECT_EQ(dialog ? ProceduresOf(WindowsOf(*dialog)) : procedures, procedures);
     }
 
     WizardDialogOptions Options() {

@@ -64,7 +64,7 @@ TEST_F(RaisingTest, the_first_observer_starts_the_automation_connects_and_switch
     SelectionObserver observer;
     app.events.selectionChange.AddObserver(&observer);
     EXPECT_THAT(integration.script.calls, ElementsAre("start", "connect"));
-    for (std::size_t number = 0; number < CXllApp::kEventCount; ++number)
+    for (std::size_t number = 0; number < kEventCount; ++number)
         EXPECT_EQ(app.eventSwitches[number], number == 1) << number;
 }
 

@@ -1,10 +1,9 @@
-// The proof that a running host is the one that loaded the add-in: asked to call a function of the add-in,
-// only that one can.
+#include "integration/application/instance_check.h"
 
-#include "integration/com/command_descriptor.h"
-#include "integration/com/dispatch_call.h"
-#include "integration/com/integration_exports.h"
-#include "integration/com/xll_com.h"
+#include "integration/application/command_descriptor.h"
+#include "integration/application/integration_exports.h"
+#include "integration/application/macro_run.h"
+#include "integration/application/running_hosts.h"
 #include "xllrt/app/app_registration.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/text/code_page.h"
@@ -18,7 +17,7 @@ namespace {
 
 constexpr const char16_t* kCallbackName = u"xlCheckInstance";
 
-// The kind of workbook that is asked for.
+// The type of the temporary workbook.
 constexpr std::int32_t kWorkbookKind = 6;
 
 std::u16string DecimalText(int number) {
@@ -36,7 +35,7 @@ CXlFunctionDescriptor CallbackDescriptor() {
     return descriptor;
 }
 
-// The callback in the host's list, as long as this lives. If the host refuses it, there is nothing to undo.
+// Registers the callback for the lifetime of this object.
 class CallbackRegistration {
   public:
     explicit CallbackRegistration(CXllApp& application) : application_(application) {
@@ -63,7 +62,7 @@ class CallbackRegistration {
     bool is_registered_ = false;
 };
 
-// Gives whether a command of the host worked; the reason says with which code it did not.
+// Runs a command of the host. On failure the reason is the text with the host's code.
 template <class... Arguments>
 bool Command(int command, const char16_t* text, ComFailure& failure, const Arguments&... arguments) {
     const int code = CallDiscard(command, arguments...);
@@ -75,14 +74,15 @@ bool Command(int command, const char16_t* text, ComFailure& failure, const Argum
 
 } // namespace
 
-bool CXllCom::InitCheckInstance(ComFailure& failure) {
+bool CInstanceCheck::InitCheckInstance(CXllApp& add_in, double host_version, ComPtr<IDispatch>& application,
+                                       ComFailure& failure) {
     is_armed_ = false;
     is_found_ = false;
     bool is_done = false;
     {
-        const CallbackRegistration callback(*application_object_);
+        const CallbackRegistration callback(add_in);
         if (callback.IsRegistered())
-            is_done = SearchWithWorkbook(failure);
+            is_done = Search(add_in, host_version, application, failure);
         else
             failure = ComFailure::Sentence(u"InitCheckInstance() failed to register callback");
     }
@@ -90,21 +90,24 @@ bool CXllCom::InitCheckInstance(ComFailure& failure) {
     return is_done;
 }
 
-bool CXllCom::SearchWithWorkbook(ComFailure& failure) {
+bool CInstanceCheck::Search(CXllApp& add_in, double host_version, ComPtr<IDispatch>& application,
+                            ComFailure& failure) {
     if (!InitExcelOleFix(failure))
         return false;
-    bool is_done = IterateRot(failure);
+    bool is_done = FindRunningApplication(
+        host_version, [this, &add_in](IDispatch* candidate) { return CallCheckInstance(add_in, candidate); },
+        application, failure);
     ComFailure closing;
     if (!TermExcelOleFix(closing)) {
         failure = closing;
         is_done = false;
     }
     if (!is_done)
-        application_ = ComPtr<IDispatch>();
+        application = ComPtr<IDispatch>();
     return is_done;
 }
 
-bool CXllCom::InitExcelOleFix(ComFailure& failure) {
+bool CInstanceCheck::InitExcelOleFix(ComFailure& failure) {
     if (!Command(xlcEcho, u"InitExcelOleFix() failed to switch off workbook echo with error {0}", failure,
                  CXlOper(false)))
         return false;
@@ -117,7 +120,7 @@ bool CXllCom::InitExcelOleFix(ComFailure& failure) {
     return true;
 }
 
-bool CXllCom::TermExcelOleFix(ComFailure& failure) {
+bool CInstanceCheck::TermExcelOleFix(ComFailure& failure) {
     bool is_done = true;
     if (has_temporary_workbook_) {
         has_temporary_workbook_ = false;
@@ -126,18 +129,17 @@ bool CXllCom::TermExcelOleFix(ComFailure& failure) {
     }
     if (is_echo_off_) {
         is_echo_off_ = false;
-        // The sign in this text is no placeholder, so the code isn't shown.
+        // Intentional: %d is no placeholder here, so the code isn't shown.
         is_done &= Command(xlcEcho, u"TermExcelOleFix() failed to restore echo with error %d", failure,
                            CXlOper(true));
     }
     return is_done;
 }
 
-bool CXllCom::CallCheckInstance(IDispatch* candidate) {
-    // The percent sign in front of the path is part of the text.
-    const std::u16string macro =
-        FilledText(u"CALL(\"%{0}\",\"{1}\",\"j\")", ToWide(application_object_->GetModuleText()),
-                   std::u16string_view(kCallbackName));
+bool CInstanceCheck::CallCheckInstance(CXllApp& add_in, IDispatch* candidate) {
+    // Intentional: the percent sign before the path is part of the text.
+    const std::u16string macro = FilledText(u"CALL(\"%{0}\",\"{1}\",\"j\")", ToWide(add_in.GetModuleText()),
+                                            std::u16string_view(kCallbackName));
     ComVariant dropped;
     is_armed_ = true;
     RunExcelMacroFromDisp(candidate, macro, dropped);
@@ -145,11 +147,10 @@ bool CXllCom::CallCheckInstance(IDispatch* candidate) {
     return is_found_;
 }
 
-HRESULT RunExcelMacroFromDisp(IDispatch* application, std::u16string_view text, ComVariant& answer) {
-    const ComVariant macro(text);
-    return CallMember(application, {.name = u"ExecuteExcel4Macro", .flags = DISPATCH_METHOD}, {&macro, 1},
-                      answer)
-        .code;
+void CInstanceCheck::NoteCallback() {
+    // A call that was not asked for proves nothing.
+    if (is_armed_)
+        is_found_ = true;
 }
 
 } // namespace metrify

@@ -1,8 +1,6 @@
-// From the running object table to the host's application object. The table lists all hosts alike, so each
-// candidate is asked for a proof.
+#include "integration/application/running_hosts.h"
 
 #include "integration/com/dispatch_call.h"
-#include "integration/com/xll_com.h"
 
 #include <objbase.h>
 
@@ -10,17 +8,17 @@ namespace metrify {
 
 namespace {
 
-// Hosts above this version have the plain name.
+// Newer hosts have a program identifier without a number.
 constexpr double kLastNumberedVersion = 7.0;
 
 const char16_t* ProgId(double version) {
     return version > kLastNumberedVersion ? u"Excel.Application" : u"Excel.Application.5";
 }
 
-// The objects of the running object table, one after the other.
+// Enumerates the objects of the running object table.
 class RunningCandidates {
   public:
-    // False, with the reason, if the table can't be read.
+    // Returns false, with the reason, if the table can't be read.
     bool Open(ComFailure& failure) {
         ComPtr<IRunningObjectTable> table;
         return Worked(CreateBindCtx(0, context_.Receive()), u"CreateBindCtx() failed with error {0}",
@@ -32,7 +30,7 @@ class RunningCandidates {
                Worked(monikers_->Reset(), u"Reset() failed with error {0}", failure);
     }
 
-    // The next one that can be called by name; none at the end.
+    // The next object that has an `IDispatch` interface; null at the end.
     ComPtr<IDispatch> Next() {
         ComPtr<IDispatch> object;
         ComPtr<IMoniker> moniker;
@@ -54,10 +52,8 @@ class RunningCandidates {
     ComPtr<IEnumMoniker> monikers_;
 };
 
-} // namespace
-
-ComPtr<IDispatch> CXllCom::ActiveCandidate(ComFailure& failure) const {
-    const std::u16string name = ProgId(host_version_);
+ComPtr<IDispatch> ActiveCandidate(double host_version, ComFailure& failure) {
+    const std::u16string name = ProgId(host_version);
     CLSID class_id{};
     HRESULT code = CLSIDFromProgID(AsSystemText(name), &class_id);
     if (FAILED(code)) {
@@ -82,22 +78,8 @@ ComPtr<IDispatch> CXllCom::ActiveCandidate(ComFailure& failure) const {
     return candidate;
 }
 
-bool CXllCom::IterateRot(ComFailure& failure) {
-    failure = {};
-    if (const auto active = ActiveCandidate(failure); active && IsOurs(active.Get()))
-        return true;
-    RunningCandidates candidates;
-    if (candidates.Open(failure)) {
-        while (const auto candidate = candidates.Next())
-            if (IsOurs(candidate.Get()))
-                return true;
-    }
-    if (failure.text.empty())
-        failure = ComFailure::Sentence(u"Failed to find running application");
-    return false;
-}
-
-bool CXllCom::IsOurs(IDispatch* candidate) {
+// True if the candidate's application passes the test, and then gives the application.
+bool IsWanted(IDispatch* candidate, const ApplicationTest& is_wanted, ComPtr<IDispatch>& application) {
     ComVariant any;
     const DispatchOutcome outcome = CallMember(candidate,
                                                {.name = u"Application",
@@ -106,11 +88,30 @@ bool CXllCom::IsOurs(IDispatch* candidate) {
                                                {}, any);
     if (FAILED(outcome.code))
         return false;
-    ComPtr<IDispatch> application = any.Object();
-    if (!application || !CallCheckInstance(application.Get()))
+    ComPtr<IDispatch> found = any.Object();
+    if (!found || !is_wanted(found.Get()))
         return false;
-    application_ = std::move(application);
+    application = std::move(found);
     return true;
+}
+
+} // namespace
+
+bool FindRunningApplication(double host_version, const ApplicationTest& is_wanted,
+                            ComPtr<IDispatch>& application, ComFailure& failure) {
+    failure = {};
+    if (const auto active = ActiveCandidate(host_version, failure);
+        active && IsWanted(active.Get(), is_wanted, application))
+        return true;
+    RunningCandidates candidates;
+    if (candidates.Open(failure)) {
+        while (const auto candidate = candidates.Next())
+            if (IsWanted(candidate.Get(), is_wanted, application))
+                return true;
+    }
+    if (failure.text.empty())
+        failure = ComFailure::Sentence(u"Failed to find running application");
+    return false;
 }
 
 } // namespace metrify

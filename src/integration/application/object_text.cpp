@@ -1,35 +1,14 @@
-// Macros and properties by automation.
+#include "integration/application/object_text.h"
 
+#include "integration/com/com_failure.h"
 #include "integration/com/dispatch_call.h"
-#include "integration/com/xll_com.h"
+
+#include <array>
+#include <span>
 
 namespace metrify {
 
 namespace {
-
-// The host's alerts stay off as long as this lives, and come back if they were on.
-class AlertsGuard {
-  public:
-    explicit AlertsGuard(IDispatch* application) : application_(application) {
-        ComVariant value;
-        were_on_ = SUCCEEDED(GetProperty(application, kAlerts, value)) && value.Become(VT_BOOL) &&
-                   V_BOOL(&value.Get()) != VARIANT_FALSE;
-        if (were_on_)
-            PutProperty(application, kAlerts, ComVariant(false));
-    }
-    AlertsGuard(const AlertsGuard&) = delete;
-    AlertsGuard& operator=(const AlertsGuard&) = delete;
-    ~AlertsGuard() {
-        if (were_on_)
-            PutProperty(application_, kAlerts, ComVariant(true));
-    }
-
-  private:
-    static constexpr const char16_t* kAlerts = u"DisplayAlerts";
-
-    IDispatch* application_;
-    bool were_on_ = false;
-};
 
 // "[", book, "]", sheet, "!" and the address.
 HRESULT AddPlace(IDispatch* range, std::u16string& address) {
@@ -51,26 +30,12 @@ HRESULT AddPlace(IDispatch* range, std::u16string& address) {
 
 } // namespace
 
-HRESULT CXllCom::RunMacroByText(std::u16string_view text, ComVariant& answer) {
-    if (!application_)
+HRESULT GetActiveWorksheet(IDispatch* application, ComPtr<IDispatch>& sheet) {
+    if (!application)
         return E_POINTER;
-    const AlertsGuard guard(application_.Get());
-    return RunExcelMacroFromDisp(application_.Get(), text, answer);
-}
-
-HRESULT CXllCom::RunMacroByName(std::span<const ComVariant> arguments, ComVariant& answer) {
-    if (!application_)
-        return E_POINTER;
-    const AlertsGuard guard(application_.Get());
-    return CallMember(application_.Get(), {.name = u"Run", .flags = DISPATCH_METHOD}, arguments, answer).code;
-}
-
-HRESULT CXllCom::ActiveWorksheet(ComPtr<IDispatch>& sheet) const {
-    if (!application_)
-        return E_POINTER;
-    const HRESULT code = GetObjectProperty(application_.Get(), u"ActiveWorksheet", sheet);
+    const HRESULT code = GetObjectProperty(application, u"ActiveWorksheet", sheet);
     // Not every host has the property under this name.
-    return code == DISP_E_UNKNOWNNAME ? GetObjectProperty(application_.Get(), u"ActiveSheet", sheet) : code;
+    return code == DISP_E_UNKNOWNNAME ? GetObjectProperty(application, u"ActiveSheet", sheet) : code;
 }
 
 HRESULT ObjectName(IDispatch* object, std::u16string& name) {

@@ -1,5 +1,6 @@
-#include "integration/com/com_holder.h"
+#include "integration/application/com_holder.h"
 
+#include "integration/application/object_text.h"
 #include "integration/com/dispatch_call.h"
 
 #include <algorithm>

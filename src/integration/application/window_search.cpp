@@ -1,7 +1,6 @@
-// From the host's window to its application object.
+#include "integration/application/window_search.h"
 
 #include "integration/com/dispatch_call.h"
-#include "integration/com/xll_com.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/gate/host_window.h"
 #include "xllrt/platform/passed_pointer.h"
@@ -23,7 +22,7 @@ BOOL CALLBACK LookAtChild(HWND child, LPARAM context) {
     return FALSE;
 }
 
-// A workbook window of the host, which for that gets a workbook if none is open, as long as this lives.
+// A workbook window of the host. If no workbook is open, one is, for the lifetime of this object.
 class WorkbookWindow {
   public:
     explicit WorkbookWindow(HWND main) : window_(Find(main)) {
@@ -53,9 +52,23 @@ class WorkbookWindow {
     bool is_created_ = false;
 };
 
+bool ReadApplication(IDispatch* window, ComPtr<IDispatch>& application, ComFailure& failure) {
+    ComVariant value;
+    const DispatchOutcome outcome = CallMember(
+        window, {.name = u"Application", .flags = DISPATCH_PROPERTYGET, .locale = LOCALE_SYSTEM_DEFAULT}, {},
+        value);
+    failure.code = outcome.code;
+    if (FAILED(outcome.code)) {
+        failure.text = SystemText(outcome.step, outcome.code);
+        return false;
+    }
+    application = value.Object();
+    return true;
+}
+
 } // namespace
 
-bool CXllCom::FindByWindow(ComFailure& failure) {
+bool FindApplicationByWindow(ComPtr<IDispatch>& application, ComFailure& failure) {
     failure.code = E_FAIL;
     const auto main = static_cast<HWND>(GetHostWindow());
     if (!main)
@@ -74,21 +87,7 @@ bool CXllCom::FindByWindow(ComFailure& failure) {
         failure.text = u"AccessibleObjectFromWindow";
         return false;
     }
-    return ReadApplication(window.Get(), failure);
-}
-
-bool CXllCom::ReadApplication(IDispatch* window, ComFailure& failure) {
-    ComVariant application;
-    const DispatchOutcome outcome = CallMember(
-        window, {.name = u"Application", .flags = DISPATCH_PROPERTYGET, .locale = LOCALE_SYSTEM_DEFAULT}, {},
-        application);
-    failure.code = outcome.code;
-    if (FAILED(outcome.code)) {
-        failure.text = SystemText(outcome.step, outcome.code);
-        return false;
-    }
-    application_ = application.Object();
-    return true;
+    return ReadApplication(window.Get(), application, failure);
 }
 
 } // namespace metrify

@@ -2,7 +2,7 @@
 
 // The host's automation as the application object uses it.
 
-#include "integration/com/xll_com.h"
+#include "integration/application/xll_com.h"
 #include "xllrt/event/integration.h"
 
 namespace metrify {

@@ -1,15 +1,15 @@
-#include "integration/com/integration_exports.h"
+#include "integration/application/integration_exports.h"
 
+#include "integration/application/xll_com.h"
 #include "integration/com/guarded.h"
-#include "integration/com/xll_com.h"
 
 namespace metrify {
 
 namespace {
 
-std::int32_t HandleEvent(std::size_t index) {
+std::int32_t HandleEvent(XlMacroEvent event) {
     if (CXllCom* const com = CXllCom::Instance())
-        Guarded([com, index] { com->HandleMacroEvent(index); });
+        Guarded([com, event] { com->HandleMacroEvent(event); });
     return 1;
 }
 
@@ -24,15 +24,15 @@ std::int32_t METRIFY_HOST_CALL xlCheckInstance() {
 }
 
 std::int32_t METRIFY_HOST_CALL CXllComImpl_OnSheetActivate() {
-    return HandleEvent(0);
+    return HandleEvent(kMacroSheetActivate);
 }
 
 std::int32_t METRIFY_HOST_CALL CXllComImpl_OnSheetDeactivate() {
-    return HandleEvent(1);
+    return HandleEvent(kMacroSheetDeactivate);
 }
 
 std::int32_t METRIFY_HOST_CALL CXllComImpl_OnCalculate() {
-    return HandleEvent(2);
+    return HandleEvent(kMacroCalculate);
 }
 }
 
