@@ -57,7 +57,7 @@ void CWizardHook::Remove() {
 }
 
 void CWizardHook::Abandon() {
-    // The system takes back what the process held.
+    // The system frees the resources of the process.
     static_cast<void>(installed.release());
 }
 

@@ -7,14 +7,14 @@ namespace metrify {
 
 namespace {
 
-// Places among the host's international settings.
+// Indices of the host's international settings.
 constexpr std::int32_t kListSeparatorItem = 4;
 constexpr std::int32_t kRowLetterItem = 5;
 constexpr std::int32_t kColumnLetterItem = 6;
 
 constinit HostLetters shared_letters;
 
-// False if the item is no text, or an empty one.
+// Returns false if the item is not a text or is empty.
 bool ReadLetter(std::int32_t index, XCHAR& wide, char& narrow) {
     CXlOper item;
     if (!GetWorkspaceItem(index, item) || !item.IsString())
@@ -27,7 +27,7 @@ bool ReadLetter(std::int32_t index, XCHAR& wide, char& narrow) {
     return true;
 }
 
-// The first byte of an item; 0 for one that is no text, or an empty one.
+// The first byte of an item; 0 if the item is not a text or is empty.
 char FirstByte(std::int32_t index) {
     CXlOper item;
     return GetWorkspaceItem(index, item) && item.IsString() ? item.ToText().c_str()[0] : '\0';

@@ -1,12 +1,12 @@
 #pragma once
 
-// The letters that the host writes references with, and its list separator.
+// The letters that the host uses in references, and its list separator.
 
 #include "xllrt/app/xll_app.h"
 
 namespace metrify {
 
-/// A row letter and a column letter.
+/// Row letter and column letter, wide and narrow.
 struct HostLetters {
     XCHAR wideRow = u'R';
     XCHAR wideColumn = u'C';
@@ -14,14 +14,14 @@ struct HostLetters {
     char narrowColumn = 'C';
 };
 
-/// The letters read last; `R` and `C` before that.
+/// The letters read last; initially `R` and `C`.
 const HostLetters& SharedLetters();
 
-/// Reads the shared letters. `R` and `C` stand for what the host doesn't tell.
+/// Reads the shared letters. Those that the host doesn't give become `R` and `C`.
 void ReadHostLetters();
 
-/// Reads list separator, row letter and column letter into the application. False, with nothing changed, if
-/// the host doesn't tell all three.
+/// Reads list separator, row letter and column letter into the application. Returns false, with
+/// nothing changed, unless the host gives all three.
 bool ReadHostSeparators(CXllApp& application);
 
 } // namespace metrify
