@@ -75,6 +75,8 @@ CWizardHook::CWizardHook(IXlWizExUIFunctionRegistry& registry)
         SetLastError(error);
         ThrowFailure("SetWindowsHookEx failed for WH_KEYBOARD. hr=%lx");
     }
+    editor_.LoadPointer();
+    overlays_.LoadFont();
 }
 
 CWizardHook::~CWizardHook() {
