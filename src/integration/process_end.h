@@ -1,12 +1,11 @@
 #pragma once
 
-// What the module does with the host's objects when the whole process ends.
+// Cleanup at the end of the process.
 
 namespace metrify {
 
-/// Forgets the host's objects and the hook on its windows without a call. At the end of a process other
-/// modules may be gone and other threads have been stopped anywhere, so that a call may fault or wait for
-/// ever.
+/// Forgets the host's objects and the window hooks without a call. When a process ends, other modules may be
+/// unloaded and other threads have been stopped at any point, so a call may fault or never return.
 void AbandonHost();
 
 } // namespace metrify

@@ -11,7 +11,7 @@ namespace metrify {
 
 namespace {
 
-// Watches the host's formula dialog while there is a registry.
+// Hooks the host's formula dialog while it holds a registry.
 class ComHelper final : public IXlComHelper {
   public:
     ComHelper() = default;

@@ -1,6 +1,6 @@
 #pragma once
 
-// The integration with a real host: windows, automation, events.
+// The integration with a real host: formula dialog, automation, events.
 
 #include "xllrt/event/integration.h"
 

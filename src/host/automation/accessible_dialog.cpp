@@ -74,7 +74,7 @@ HRESULT AccessibleDialog::get_accRole(VARIANT child, VARIANT* role) {
     }
 }
 
-// The rest is there for the interface's sake.
+// The interface requires the other operations.
 
 HRESULT AccessibleDialog::GetTypeInfoCount(UINT* count) {
     *count = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a screen reader learns of the formula dialog: a title, and the name of the function as a group.
+// The accessible objects of the formula dialog: a title, and a group with the name of the function.
 
 #include "host/automation/counted_object.h"
 
@@ -9,7 +9,7 @@
 
 namespace metrify::host {
 
-/// The group with the name, as an object of its own or as the second child of the dialog.
+/// The group with the name, either an object or a plain child of the dialog.
 class AccessibleDialog final : public CountedObject<IAccessible> {
   public:
     /// A dialog whose name has this role. `group` is an object for the name, or null if the name is a plain

@@ -1,6 +1,6 @@
 #pragma once
 
-// The host itself, as automation shows it.
+// The host's application object.
 
 #include "host/automation/dispatch_object.h"
 #include "host/automation/event_point.h"
@@ -10,14 +10,14 @@
 
 namespace metrify::host {
 
-/// What automation can set, and what is made so on purpose.
+/// Properties that automation can set, and variations for tests.
 struct ApplicationSettings {
     bool displayAlerts = true;
-    bool areAlertsANumber = false; ///< the setting goes out as a number
+    bool areAlertsANumber = false; ///< the property is read as a number
     /// The macros for activation, deactivation and calculation of a sheet.
     std::array<std::u16string, 3> eventMacros;
     ComPtr<IDispatch> activeWorksheet;
-    bool knowsActiveWorksheet = true; ///< otherwise the sheet has the name "ActiveSheet" alone
+    bool knowsActiveWorksheet = true; ///< otherwise only the property "ActiveSheet" exists
 };
 
 class ApplicationObject final : public DispatchObject<ApplicationObject, IConnectionPointContainer> {
@@ -33,7 +33,7 @@ class ApplicationObject final : public DispatchObject<ApplicationObject, IConnec
 
     EventPoint& events() { return *events_.Get(); }
 
-    /// The host goes; calls fail from now on.
+    /// Called when the host ends. Calls fail afterwards.
     void Disconnect();
 
     HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override;

@@ -6,7 +6,7 @@ namespace metrify::host {
 
 namespace {
 
-// Names in the table are those of the whole machine.
+// The table is shared by the whole machine.
 std::u16string RunningName(std::size_t book) {
     const std::string name =
         "C:\\Spreadsheet" + std::to_string(GetCurrentProcessId()) + "\\Book" + std::to_string(book) + ".xls";

@@ -12,7 +12,7 @@
 
 namespace metrify::host {
 
-/// Lives on the thread that it is made on, which takes part in the component system as long.
+/// Belongs to the thread that creates it, and initialises COM on that thread.
 class AutomationHost {
   public:
     /// The host must outlive it.
@@ -21,10 +21,10 @@ class AutomationHost {
     AutomationHost(const AutomationHost&) = delete;
     AutomationHost& operator=(const AutomationHost&) = delete;
 
-    /// Enters the host and its workbooks into the running object table.
+    /// Registers the host and its workbooks in the running object table.
     void ShowAsRunning();
 
-    /// Opens or closes nothing: brings windows and table up to the workbooks that are open.
+    /// Updates the windows and the table to the workbooks that are open.
     void FollowWorkbooks();
 
     HostWindows& windows() { return windows_; }
@@ -43,7 +43,7 @@ class AutomationHost {
     };
 
     Host& host_;
-    Apartment apartment_; // entered before anything else, left last
+    Apartment apartment_; // initialised first, destroyed last
     std::shared_ptr<ObjectSurroundings> surroundings_ = std::make_shared<ObjectSurroundings>();
     ComPtr<ApplicationObject> application_;
     HostWindows windows_;

@@ -1,6 +1,6 @@
 #pragma once
 
-// The host's values as automation passes them.
+// Conversion between the host's values and variants.
 
 #include "host/sheet/cell_value.h"
 #include "integration/com/com_value.h"
@@ -9,7 +9,7 @@ namespace metrify::host {
 
 ComVariant ToVariant(const CellValue& value);
 
-/// A value of no kind that cells hold is an argument left out.
+/// A value that no cell can hold becomes an omitted argument.
 CellValue FromVariant(const ComVariant& value);
 
 } // namespace metrify::host

@@ -1,6 +1,6 @@
 #pragma once
 
-// What every object of the host's does: it counts its references, and can be made to fail.
+// The base of the host's objects: reference counting and simulated failures.
 
 #include "host/automation/reference_ledger.h"
 #include "host/state/fault_switch.h"
@@ -11,16 +11,16 @@
 
 namespace metrify::host {
 
-/// What objects share. It outlives them, whoever still holds one.
+/// State shared by all objects, which it outlives.
 struct ObjectSurroundings {
     std::shared_ptr<ReferenceLedger> ledger = std::make_shared<ReferenceLedger>();
-    /// Null when the host has gone.
+    /// Null after the host has ended.
     FaultSwitch* faults = nullptr;
 
     bool IsCallFailing() const { return faults && faults->IsCallFailing(); }
 };
 
-/// An object with these interfaces, born with one reference. The first is its identity.
+/// An object with these interfaces, created with one reference. The first interface is its identity.
 template <class First, class... Others>
 class CountedObject : public First, public Others... {
   public:
@@ -78,7 +78,7 @@ class CountedObject : public First, public Others... {
     std::atomic<ULONG> references_ = 1;
 };
 
-/// Makes an object, and holds the reference it is born with.
+/// Creates an object and owns its first reference.
 template <class Object, class... Arguments>
 ComPtr<Object> MakeObject(Arguments&&... arguments) {
     return ComPtr<Object>::Take(new Object(std::forward<Arguments>(arguments)...));

@@ -1,6 +1,6 @@
 #pragma once
 
-// An object that is reached by the names of its members.
+// Automation objects whose members are called by name.
 
 #include "host/automation/counted_object.h"
 #include "integration/com/com_value.h"
@@ -12,14 +12,14 @@
 
 namespace metrify::host {
 
-/// A call of a member: its arguments in the order in which they are written.
+/// A call of a member, with arguments in source order.
 class MemberCall {
   public:
     MemberCall(WORD flags, const DISPPARAMS& given) : flags_(flags), given_(given) {}
 
     bool IsPut() const { return (flags_ & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0; }
     std::size_t count() const { return given_.cArgs; }
-    /// An argument; one that is left out if there are not so many.
+    /// The argument at the index, or an omitted argument.
     ComVariant At(std::size_t index) const {
         return index < count() ? ComVariant(given_.rgvarg[count() - 1 - index]) : ComVariant::Missing();
     }
@@ -41,7 +41,7 @@ class DispatchObject : public CountedObject<IDispatch, Others...> {
   public:
     using CountedObject<IDispatch, Others...>::CountedObject;
 
-    /// Whether this object has a member of its class.
+    /// True if the object supports a member of its class.
     bool Knows(std::wstring_view /*member*/) const { return true; }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) final {

@@ -37,11 +37,11 @@ HRESULT EventPoint::EnumConnections(IEnumConnections** /*connections*/) {
 }
 
 HRESULT EventPoint::Fire(DISPID event, std::span<const VARIANT> arguments) {
-    // Arguments go out last first.
+    // The interface takes the arguments in reverse order.
     std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
     DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
     HRESULT code = S_OK;
-    const auto sinks = sinks_; // a sink may disconnect while it is told
+    const auto sinks = sinks_; // a sink may disconnect during its call
     for (const auto& [cookie, sink] : sinks)
         code = sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
                             nullptr, nullptr);

@@ -1,6 +1,6 @@
 #pragma once
 
-// The connection point through which a host tells of its events.
+// The connection point of the host's events.
 
 #include "host/automation/counted_object.h"
 #include "integration/com/com_value.h"
@@ -25,16 +25,16 @@ class EventPoint final : public CountedObject<IConnectionPoint> {
     HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
     HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
 
-    /// Sinks that are connected.
+    /// The number of connected sinks.
     std::size_t count() const { return sinks_.size(); }
-    /// The one that has been connected longest; none if there is none.
+    /// The sink connected first, or null.
     ComPtr<IDispatch> First() const { return sinks_.empty() ? ComPtr<IDispatch>() : sinks_.begin()->second; }
 
-    /// Tells every sink of an event, with the arguments in the order in which they are declared. Gives the
-    /// code of the last.
+    /// Fires an event at all sinks, with arguments in order of declaration. Returns the code of the last
+    /// sink.
     HRESULT Fire(DISPID event, std::span<const VARIANT> arguments);
 
-    /// Lets every sink go.
+    /// Releases all sinks.
     void Clear() { sinks_.clear(); }
 
   private:

@@ -14,7 +14,7 @@ void RegisterWindowClass(const char* name, WNDPROC procedure) {
     description.hInstance = GetModuleHandleA(nullptr);
     description.lpszClassName = name;
     description.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
-    RegisterClassA(&description); // of no effect from the second time on
+    RegisterClassA(&description); // no effect after the first call
 }
 
 HostWindows* OwnerOf(HWND window) {

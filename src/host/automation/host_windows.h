@@ -1,6 +1,6 @@
 #pragma once
 
-// The host's main window, with a window in it for each open workbook.
+// The host's main window and its workbook windows.
 
 #include "integration/com/com_ptr.h"
 
@@ -24,10 +24,10 @@ class HostWindows {
     HWND main() const { return main_; }
     const std::vector<HWND>& workbooks() const { return workbooks_; }
 
-    /// Makes windows, or closes the newest, until there are so many.
+    /// Opens windows, or closes the newest ones, until the count is reached.
     void SetWorkbookCount(std::size_t count);
 
-    /// What a workbook window gives out as its native object; none by default.
+    /// The native object of a workbook window; none by default.
     void SetNativeObject(ComPtr<IDispatch> object) { native_object_ = std::move(object); }
 
   private:

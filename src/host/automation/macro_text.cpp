@@ -12,7 +12,7 @@ struct MacroCall {
     std::vector<CellValue> arguments;
 };
 
-// text := '"' { any character but '"', or '""' } '"'. Called in front of the opening quote.
+// text := '"' { any character but '"', or '""' } '"'. Called before the opening quote.
 std::optional<std::u16string> ReadQuoted(std::u16string_view& text) {
     std::u16string quoted;
     for (std::size_t i = 1; i < text.size(); ++i) {
@@ -28,7 +28,7 @@ std::optional<std::u16string> ReadQuoted(std::u16string_view& text) {
     return std::nullopt;
 }
 
-// argument := text | word. TRUE, FALSE and numbers are values, an empty word an argument left out.
+// argument := text | word. TRUE, FALSE and numbers are values; an empty word is an omitted argument.
 std::optional<CellValue> ReadArgument(std::u16string_view& text) {
     if (text.starts_with(u'"')) {
         auto quoted = ReadQuoted(text);
@@ -65,8 +65,7 @@ std::optional<MacroCall> ReadCall(std::u16string_view text) {
     return text.size() == 1 ? std::optional(std::move(call)) : std::nullopt;
 }
 
-// Calls an entry of the module that gives an integer and takes nothing. The sign in front of a module's path
-// counts for nothing.
+// Calls an entry point without arguments that returns an integer. A sign before the module's path is ignored.
 std::optional<CellValue> CallEntry(HostState& state, const std::vector<CellValue>& arguments) {
     if (!state.module || arguments.size() != 3)
         return std::nullopt;

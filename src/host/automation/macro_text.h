@@ -1,7 +1,7 @@
 #pragma once
 
-// Macro texts, as the host runs them for other programs: `Name("text","text")` with a call of a module's
-// entry, `CALL("module","entry","types")`, among them.
+// Macro texts such as `Name("text","text")` and `CALL("module","entry","types")`, which calls an entry point
+// of a module.
 
 #include "host/state/host_state.h"
 
@@ -11,10 +11,10 @@
 
 namespace metrify::host {
 
-/// Runs a macro text. Nothing if it is none, or names what isn't there.
+/// Runs a macro text. Returns nothing if it is malformed or names nothing known.
 std::optional<CellValue> RunMacroText(HostState& state, std::u16string_view text);
 
-/// Runs a registered command or function by its name. Nothing without one of that name.
+/// Runs a registered command or function by name. Returns nothing if there is none.
 std::optional<CellValue> RunMacro(HostState& state, std::u16string_view name,
                                   const std::vector<CellValue>& arguments);
 

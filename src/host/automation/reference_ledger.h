@@ -1,6 +1,6 @@
 #pragma once
 
-// The account of the objects a host gives out, and of the references to them.
+// Counts the objects of a host and the references to them.
 
 #include <atomic>
 
@@ -12,7 +12,7 @@ class ReferenceLedger {
     void NoteReference(int change) { references_ += change; }
 
     int objects() const { return objects_; }
-    /// The references to all objects together, those of the host's own among them.
+    /// The total of references to all objects, including those of the host.
     int references() const { return references_; }
 
   private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// The host's place in the running object table: itself, and each open workbook.
+// The host's entries in the running object table: itself and each open workbook.
 
 #include "integration/com/com_ptr.h"
 
@@ -11,7 +11,7 @@
 
 namespace metrify::host {
 
-/// Makes the host's names known to the system, as its installation does, and forgets them again.
+/// Registers and unregisters the host's program identifiers, as its installation does.
 void RegisterProgramNames();
 void UnregisterProgramNames();
 
@@ -23,9 +23,9 @@ class RunningObjects {
     RunningObjects& operator=(const RunningObjects&) = delete;
 
     void ShowApplication(IUnknown* application);
-    /// Adds a workbook, to be found under its name.
+    /// Adds a workbook under its name.
     void AddWorkbook(const std::u16string& name, IUnknown* workbook);
-    /// Takes the newest workbook away.
+    /// Removes the newest workbook.
     void RemoveWorkbook();
     std::size_t workbooks() const { return workbooks_.size(); }
 

@@ -59,7 +59,7 @@ std::span<const MemberRow<RangeObject>> RangeObject::Members() {
     return members;
 }
 
-// Arguments: row absolute, column absolute, reference style, external, relative to. All may be left out.
+// Arguments: row absolute, column absolute, reference style, external, relative to. All are optional.
 HRESULT RangeObject::AddressLocal(const MemberCall& call, ComVariant& answer) {
     constexpr std::size_t kExternal = 3;
     const ComVariant external = call.At(kExternal);

@@ -1,6 +1,6 @@
 #pragma once
 
-// Workbooks, worksheets and ranges as automation shows them, and the window of a workbook.
+// The automation objects of workbooks, worksheets, ranges and workbook windows.
 
 #include "host/automation/dispatch_object.h"
 
@@ -38,10 +38,10 @@ class WorksheetObject final : public DispatchObject<WorksheetObject> {
     std::u16string name_;
 };
 
-/// Where a range says that it lies.
+/// The address of a range.
 struct RangeAddresses {
-    std::u16string plain;    ///< as "$A$1"
-    std::u16string external; ///< with workbook and sheet in front; a host may leave them away
+    std::u16string plain;    ///< for example "$A$1"
+    std::u16string external; ///< with workbook and sheet, which a host may omit
 };
 
 class RangeObject final : public DispatchObject<RangeObject> {
@@ -62,7 +62,7 @@ class RangeObject final : public DispatchObject<RangeObject> {
 /// The window of a workbook.
 class WindowObject final : public DispatchObject<WindowObject> {
   public:
-    /// `application` is what the window gives out as such: an object, or any other value.
+    /// `application` is the value of the property of that name: an object or any other value.
     WindowObject(std::shared_ptr<ObjectSurroundings> surroundings, ComVariant application);
 
     static std::span<const MemberRow<WindowObject>> Members();

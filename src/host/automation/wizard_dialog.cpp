@@ -19,10 +19,10 @@ void RegisterDialogClass(const char* name, WNDPROC procedure) {
     description.hInstance = Program();
     description.lpszClassName = name;
     description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    RegisterClassA(&description); // of no effect from the second time on
+    RegisterClassA(&description); // no effect after the first call
 }
 
-// Boxes are the system's, under the host's name.
+// Boxes are edit controls of the system, under the host's class name.
 void RegisterBoxClass() {
     WNDCLASSA description{};
     GetClassInfoA(nullptr, "EDIT", &description);

@@ -1,6 +1,6 @@
 #pragma once
 
-// The host's formula dialog: five boxes, a scroll bar, and the name of the function for screen readers.
+// The host's formula dialog: five boxes, a scroll bar, and the accessible name of the function.
 
 #include "host/automation/counted_object.h"
 
@@ -20,9 +20,9 @@ struct WizardDialogOptions {
     std::string class_name = "bosa_sdm_XL9";
     std::u16string function{}; ///< the name shown
     int arguments = kDialogBoxes;
-    bool is_name_nested = false; ///< the name is in an object of its own
+    bool is_name_nested = false; ///< the name is in a separate object
     LONG name_role = ROLE_SYSTEM_GROUPING;
-    int misplaced_box = -1; ///< a box that stands out of the line
+    int misplaced_box = -1; ///< a box with another left edge
     int foreign_box = -1;   ///< a box of another class
     bool has_scroll_bar = true;
 };
@@ -34,16 +34,16 @@ class WizardDialog {
     WizardDialog(const WizardDialog&) = delete;
     WizardDialog& operator=(const WizardDialog&) = delete;
 
-    /// Shows and activates it.
+    /// Shows and activates the dialog.
     void Show();
-    /// Closes it.
+    /// Closes the dialog.
     void Close();
 
     HWND window() const { return window_; }
     HWND box(int index) const { return boxes_.at(static_cast<std::size_t>(index)); }
     HWND scroll_bar() const { return scroll_bar_; }
 
-    /// Scrolls the arguments, so that this one is in the first box.
+    /// Scrolls until this argument is in the first box.
     void ScrollTo(int argument);
 
     void SetText(int box, const std::string& text);

@@ -11,9 +11,9 @@ namespace metrify {
 
 namespace {
 
-bool Report(bool is_done, const ComFailure& failure, XlComFailure& told) {
+bool Report(bool is_done, const ComFailure& failure, XlComFailure& failure_out) {
     if (!is_done)
-        told = {failure.text, static_cast<std::uint32_t>(failure.code)};
+        failure_out = {failure.text, static_cast<std::uint32_t>(failure.code)};
     return is_done;
 }
 
@@ -26,7 +26,7 @@ ComVariant VariantOf(const XlComValue& value) {
     return text ? ComVariant(*text) : ComVariant();
 }
 
-// False for what is no value of a cell.
+// Returns false if the value can't be the value of a cell.
 bool TakeAnswer(const ComVariant& given, CXlOper& answer) {
     ComVariant number = given;
     switch (given.Type()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// The host's automation as the application object uses it.
+// Adapts CXllCom to the interface used by the application object.
 
 #include "integration/application/xll_com.h"
 #include "xllrt/event/integration.h"

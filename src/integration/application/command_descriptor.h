@@ -1,6 +1,6 @@
 #pragma once
 
-// Commands that the integration itself gives to the host.
+// Commands that the integration registers with the host.
 
 #include "xllrt/registry/function_descriptor.h"
 
@@ -8,7 +8,7 @@
 
 namespace metrify {
 
-/// A command without arguments that gives an integer, by its name in the host and its entry.
+/// A command without arguments that returns an integer.
 inline CXlFunctionDescriptor CommandDescriptor(const std::u16string& name, const std::string& entry) {
     static const std::string integer_type(1, 'J');
     CXlFunctionDescriptor descriptor;

@@ -10,7 +10,7 @@ namespace metrify {
 
 namespace {
 
-// The arguments of an event in the order in which they are declared; the host passes them last first.
+// The arguments of an event in the order of their declaration; the host passes them in reverse order.
 class EventArguments {
   public:
     explicit EventArguments(const DISPPARAMS& given) : given_(given) {}

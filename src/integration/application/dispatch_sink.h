@@ -1,6 +1,6 @@
 #pragma once
 
-// What the host tells its events to.
+// The object that receives the host's events.
 
 #include "integration/com/com_ptr.h"
 #include "xllrt/app/xll_app.h"
@@ -10,11 +10,11 @@
 
 namespace metrify {
 
-/// The host's application events.
+/// The interface of the host's application events.
 inline constexpr IID kHostApplicationEvents = {
     0x00024413, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 
-/// What an object of the host's is to the application, and back.
+/// Conversion between the host's objects and the type used by the application.
 inline XlHostObject* AsHostObject(IDispatch* object) {
     return reinterpret_cast<XlHostObject*>(object);
 }
@@ -24,13 +24,13 @@ inline IDispatch* AsDispatch(XlHostObject* object) {
 
 class CDispatchSink final : public IDispatch {
   public:
-    /// A sink that tells this application; none if there is no memory for it.
+    /// Creates a sink for an application. Returns null if memory is exhausted.
     static ComPtr<CDispatchSink> Create(CXllApp* application);
 
     CDispatchSink(const CDispatchSink&) = delete;
     CDispatchSink& operator=(const CDispatchSink&) = delete;
 
-    /// The application that is told; null leaves events without effect.
+    /// Sets the application that handles the events; without one they have no effect.
     void SetApplication(CXllApp* application) { application_ = application; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;

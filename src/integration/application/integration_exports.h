@@ -1,6 +1,6 @@
 #pragma once
 
-// What the module shows to the host for its integration.
+// The entry points of the integration.
 
 #include "xllrt/platform/export.h"
 
@@ -10,10 +10,10 @@ namespace metrify {
 
 extern "C" {
 
-/// The proof that a host has this add-in: it calls this. Gives 1.
+/// Called by a host to prove that it has loaded this add-in. Returns 1.
 METRIFY_EXPORT std::int32_t METRIFY_HOST_CALL xlCheckInstance();
 
-// The macros for the events of old hosts. Each gives 1.
+// Handlers of the events of old hosts. Each returns 1.
 
 METRIFY_EXPORT std::int32_t METRIFY_HOST_CALL CXllComImpl_OnSheetActivate();
 METRIFY_EXPORT std::int32_t METRIFY_HOST_CALL CXllComImpl_OnSheetDeactivate();

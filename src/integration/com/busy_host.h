@@ -1,6 +1,6 @@
 #pragma once
 
-// Calls of a host that is busy: with a dialog, or with a cell that the user edits.
+// Retries calls of a host that is busy with a dialog or with editing a cell.
 
 #include <array>
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace metrify {
 
-/// Whether a call was rejected because the host is busy, so that it may succeed a moment later.
+/// True if a call was rejected because the host is busy; a retry may succeed.
 inline bool IsHostBusy(HRESULT code) {
     constexpr std::array<std::uint32_t, 3> kBusyCodes = {0x80010001, 0x8001010A, 0x800AC472};
     for (const std::uint32_t busy : kBusyCodes)
@@ -17,7 +17,7 @@ inline bool IsHostBusy(HRESULT code) {
     return false;
 }
 
-/// Calls until the host is no longer busy, or for half a second. Gives the code of the last call.
+/// Retries while the host is busy, for half a second at most. Returns the code of the last call.
 template <class Call>
 HRESULT CallBusyHost(Call call) {
     constexpr int kAttempts = 11;

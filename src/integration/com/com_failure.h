@@ -1,6 +1,6 @@
 #pragma once
 
-// What the COM helper says when it fails.
+// The error report of the COM code.
 
 #include "integration/com/com_value.h"
 #include "xllrt/text/string_formatter.h"
@@ -10,8 +10,8 @@
 
 namespace metrify {
 
-/// A text that names the call that failed comes with the code of that call. A text that is a sentence of its
-/// own comes with `S_FALSE`, which is no failure code, so that whoever shows it adds no code to it.
+/// A text that names a failed call has the code of that call. A complete sentence has `S_FALSE`, which is not
+/// a failure code, so that no code is shown with it.
 struct ComFailure {
     std::u16string text; ///< without a line end
     HRESULT code = S_OK;
@@ -19,13 +19,13 @@ struct ComFailure {
     static ComFailure Sentence(std::u16string text) { return {std::move(text), S_FALSE}; }
 };
 
-/// The system's text for a result code, after the name of what failed.
+/// The name of the failed call followed by the system's text for the code.
 std::u16string SystemText(std::u16string_view name, HRESULT code);
 
-/// A code as "0x80004005".
+/// Formats a code as "0x80004005".
 std::u16string CodeText(HRESULT code);
 
-/// A text with its placeholders filled in.
+/// Formats a text with placeholders.
 template <class... Arguments>
 std::u16string FilledText(const char16_t* format, const Arguments&... arguments) {
     std::u16string text;

@@ -1,6 +1,6 @@
 #pragma once
 
-// A reference to an object, given back by the destructor.
+// An owning reference to a COM object.
 
 #include <unknwn.h>
 #include <utility>
@@ -11,12 +11,12 @@ template <class Interface>
 class ComPtr {
   public:
     ComPtr() = default;
-    /// Adds a reference of its own; null is no object.
+    /// Adds a reference. The object may be null.
     explicit ComPtr(Interface* object) : object_(object) {
         if (object_)
             object_->AddRef();
     }
-    // The checks lose count of the references here and below.
+    // The static analyser miscounts the references here and below.
     ComPtr(const ComPtr& other) : ComPtr(other.object_) {} // NOLINT(clang-analyzer-cplusplus.NewDelete)
     ComPtr(ComPtr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
     ComPtr& operator=(ComPtr other) noexcept {
@@ -28,7 +28,7 @@ class ComPtr {
             object_->Release();
     }
 
-    /// Takes over a reference that somebody else added.
+    /// Takes ownership of an existing reference.
     static ComPtr Take(Interface* object) {
         ComPtr taken;
         taken.object_ = object;
@@ -39,14 +39,14 @@ class ComPtr {
     Interface* operator->() const { return object_; }
     explicit operator bool() const { return object_ != nullptr; }
 
-    /// Where a call puts an object with a reference. What was there is let go.
+    /// Output parameter of a call that adds a reference. Releases the present object.
     Interface** Receive() {
         *this = ComPtr();
         return &object_;
     }
     void** ReceiveAny() { return reinterpret_cast<void**>(Receive()); }
 
-    /// Hands the reference over to the caller.
+    /// Transfers the reference to the caller.
     Interface* Release() { return std::exchange(object_, nullptr); }
 
   private:

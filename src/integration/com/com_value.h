@@ -1,6 +1,6 @@
 #pragma once
 
-// Texts and values of automation, given back by their destructors.
+// Owning texts and values of automation.
 
 #include "integration/com/com_ptr.h"
 
@@ -11,20 +11,20 @@
 
 namespace metrify {
 
-/// UTF-16 is what the system calls wide.
+/// The system's wide characters are UTF-16.
 inline const wchar_t* AsSystemText(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 inline const wchar_t* AsSystemText(std::u16string&&) = delete;
 
-/// The text of the system's own kind; null is the empty text.
+/// Converts a text of the system; null becomes the empty text.
 std::u16string TextOf(const wchar_t* text);
 
 class ComVariant {
   public:
     ComVariant() { VariantInit(&value_); }
     explicit ComVariant(std::u16string_view text);
-    /// Of a bool alone: pointers would become one.
+    /// Restricted to bool, because pointers convert to it.
     template <std::same_as<bool> Bool>
     explicit ComVariant(Bool logical) : ComVariant() {
         V_VT(&value_) = VT_BOOL;
@@ -34,7 +34,7 @@ class ComVariant {
     /// Adds a reference.
     explicit ComVariant(IDispatch* object);
     ComVariant(const ComVariant& other) : ComVariant(other.value_) {}
-    /// A copy, with a reference of its own.
+    /// Copies; an object gets another reference.
     explicit ComVariant(const VARIANT& other);
     ComVariant(ComVariant&& other) noexcept : ComVariant() { std::swap(value_, other.value_); }
     ComVariant& operator=(ComVariant other) noexcept {
@@ -43,24 +43,24 @@ class ComVariant {
     }
     ~ComVariant() { VariantClear(&value_); }
 
-    /// The argument that is left out.
+    /// The value of an omitted argument.
     static ComVariant Missing();
 
     const VARIANT& Get() const { return value_; }
     VARTYPE Type() const { return V_VT(&value_); }
 
-    /// Where a call puts a value. What was there is let go.
+    /// Output parameter of a call. Releases the present value.
     VARIANT* Receive();
 
-    /// Turns the value into one of another type. False if that can't be.
+    /// Converts the value to another type. Returns false on failure.
     bool Become(VARTYPE type);
 
-    /// The text; the empty text if it is none.
+    /// The text; empty for another type.
     std::u16string Text() const;
-    /// The object with a reference; none if it is no object.
+    /// The object with a reference; null for another type.
     ComPtr<IDispatch> Object() const;
 
-    /// Hands the value over.
+    /// Transfers ownership of the value.
     void MoveTo(VARIANT& target);
 
   private:

@@ -13,7 +13,7 @@ DispatchOutcome CallMember(IDispatch* object, const DispatchCall& call, std::spa
     const HRESULT found = object->GetIDsOfNames(IID_NULL, names, 1, call.locale, &id);
     if (FAILED(found))
         return {found, u"GetIDsOfNames"};
-    // Arguments go out last first. They stay the caller's.
+    // The interface takes the arguments in reverse order. The caller keeps ownership.
     std::vector<VARIANT> reversed;
     std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed),
                    [](const ComVariant& argument) { return argument.Get(); });

@@ -1,6 +1,6 @@
 #pragma once
 
-// Calls of automation objects by the names of their members.
+// Calls members of automation objects by name.
 
 #include "integration/com/com_value.h"
 
@@ -9,7 +9,7 @@
 
 namespace metrify {
 
-/// English, which the host's object model understands in every language.
+/// English, which the host's object model accepts in every language.
 inline constexpr LCID kHostLocale = 1033;
 
 struct DispatchCall {
@@ -24,7 +24,7 @@ struct DispatchOutcome {
     std::u16string_view step;
 };
 
-/// Looks the name up and calls it, with the arguments in the order in which they are written.
+/// Looks up the name and calls the member, with arguments in source order.
 DispatchOutcome CallMember(IDispatch* object, const DispatchCall& call, std::span<const ComVariant> arguments,
                            ComVariant& answer);
 
@@ -33,10 +33,10 @@ HRESULT GetProperty(IDispatch* object, const char16_t* name, std::span<const Com
                     ComVariant& value);
 HRESULT PutProperty(IDispatch* object, const char16_t* name, const ComVariant& value);
 
-/// Reads a property that is a text, or can be turned into one.
+/// Reads a property as text, converting it if necessary.
 HRESULT GetTextProperty(IDispatch* object, const char16_t* name, std::u16string& text);
 
-/// Reads a property that is an object; `E_FAIL` if it is none.
+/// Reads a property that is an object. Returns `E_FAIL` for another type.
 HRESULT GetObjectProperty(IDispatch* object, const char16_t* name, ComPtr<IDispatch>& value);
 
 } // namespace metrify

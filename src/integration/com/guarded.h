@@ -1,10 +1,10 @@
 #pragma once
 
-// What is called by the host or by the system, which know nothing of exceptions.
+// Callbacks from the host or from the system, which must not throw.
 
 namespace metrify {
 
-/// Calls something. What it throws ends here; the value is then an empty one.
+/// Calls and catches all exceptions. After an exception the result is value-initialised.
 template <class Call>
 auto Guarded(Call call) noexcept {
     try {

@@ -14,16 +14,16 @@ struct WizardControls {
     HWND scroll_bar = nullptr;
     int count = 0; ///< the number of the last visible box
 
-    /// The number of a box, counted from 0; -1 for another window.
+    /// The zero-based index of a box; -1 for another window.
     int IndexOf(HWND window) const;
-    /// The number of the argument in the first box.
+    /// The index of the argument in the first box.
     int FirstVisible() const;
 };
 
-/// Whether a box is one of those that the dialog shows, or will show when it is shown itself.
+/// True if a box is visible, or will be when the dialog is shown.
 bool IsBoxVisible(HWND box);
 
-/// Finds the controls. False if the window's children aren't those of the dialog.
+/// Finds the controls. Returns false if the window is not the dialog.
 bool FindWizardControls(HWND dialog, WizardControls& controls);
 
 } // namespace metrify

@@ -27,7 +27,7 @@ struct DialogSearch {
     bool is_found = false;
 };
 
-// Ends the enumeration with the dialog.
+// Stops the enumeration at the dialog.
 BOOL CALLBACK LookAtWindow(HWND window, LPARAM context) {
     auto& search = *PassedPointer<DialogSearch*>(context);
     search.is_found = search.detector.IsFormulaDialog(window, search.host_window);

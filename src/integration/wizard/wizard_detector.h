@@ -1,6 +1,6 @@
 #pragma once
 
-// Whether the host's formula dialog is open.
+// Detects whether the host's formula dialog is open.
 
 #include "xllrt/event/integration.h"
 
@@ -12,15 +12,15 @@ namespace metrify {
 
 class CXlFormulaWizardDetector final : public IXlFormulaWizardDetector {
   public:
-    /// Whether some window of the host's is the formula dialog.
+    /// True if a window of the host is the formula dialog.
     bool IsOpen() const override;
 
-    /// Whether this window is the formula dialog of the host whose main window has these low 16 bits.
+    /// True if the window is the formula dialog of the host whose main window has these low 16 bits.
     bool IsFormulaDialog(HWND window, std::uint16_t host_window) const;
 
-    /// What titles of the dialog begin with, and titles of the host's other dialogs. A title that begins
-    /// with none of both belongs to the dialog, in the language of another host; without the second list,
-    /// every title does.
+    /// Prefixes of the dialog's title, and of the titles of the host's other dialogs. A title that matches
+    /// neither list is taken as the dialog's in another language. Without the second list, every title is
+    /// taken as the dialog's.
     std::vector<std::string> dialogTitles{"Function Arguments"};
     std::vector<std::string> otherTitles{"Find"};
     bool emptyTitleCounts = true;

@@ -53,7 +53,11 @@ bool IsModifierDown(std::uint16_t modifier) {
 } // namespace
 
 WizardEditor::WizardEditor(const WizardDialog& dialog, const WizardOverlays& overlays)
-    : dialog_(dialog), overlays_(overlays), cursor_(LoadCursorA(nullptr, IDC_ARROW)) {}
+    : dialog_(dialog), overlays_(overlays) {}
+
+void WizardEditor::LoadPointer() {
+    cursor_ = LoadCursorA(nullptr, IDC_ARROW);
+}
 
 void WizardEditor::Open(int box) {
     switch (dialog_.KindOf(box)) {

@@ -11,6 +11,9 @@ class WizardEditor {
     /// Dialog and overlays must outlive the editor.
     WizardEditor(const WizardDialog& dialog, const WizardOverlays& overlays);
 
+    /// Loads the cursor; called once, after the hooks are installed.
+    void LoadPointer();
+
     /// Opens the list or runs the dialog of a box.
     void Open(int box);
 
@@ -36,7 +39,7 @@ class WizardEditor {
 
     const WizardDialog& dialog_;
     const WizardOverlays& overlays_;
-    HCURSOR cursor_;
+    HCURSOR cursor_ = nullptr;
     int focused_index_ = -1;
     int open_index_ = -1;
 };

@@ -57,7 +57,7 @@ void CWizardHook::Remove() {
 }
 
 void CWizardHook::Abandon() {
-    // The system takes back what the process held.
+    // The system frees the resources of the process.
     static_cast<void>(installed.release());
 }
 
@@ -75,6 +75,8 @@ CWizardHook::CWizardHook(IXlWizExUIFunctionRegistry& registry)
         SetLastError(error);
         ThrowFailure("SetWindowsHookEx failed for WH_KEYBOARD. hr=%lx");
     }
+    editor_.LoadPointer();
+    overlays_.LoadFont();
 }
 
 CWizardHook::~CWizardHook() {

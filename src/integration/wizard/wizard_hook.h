@@ -33,7 +33,7 @@ class CWizardHook {
     /// Sets the function that the created dialog will show, until the next dialog is created.
     void SetFunctionName(std::string name) { function_name_ = std::move(name); }
 
-    /// Whether there is a dialog: made, or in use with its controls found.
+    /// The state of the dialog: none, created, or active with its controls found.
     enum class State { idle, created, active };
     State Now() const { return state_; }
     /// The overlay of a box, or null.

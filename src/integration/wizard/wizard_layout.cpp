@@ -12,7 +12,7 @@ struct LayoutRow {
     ArgumentUi kind;
     bool is_new_system;
     int height;    // scaled
-    int above_top; // not scaled, as the rest
+    int above_top; // this and the others are not scaled
     int beyond_right;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Where a list's arrow or a button stands beside a box.
+// The position of the overlay on a box.
 
 #include "integration/wizard/wizard_registry.h"
 
@@ -23,7 +23,7 @@ struct OverlayPlace {
     friend bool operator==(const OverlayPlace&, const OverlayPlace&) = default;
 };
 
-/// The place in the co-ordinates of the box.
+/// The position, in the coordinates of the box rectangle.
 OverlayPlace PlaceOverlay(ArgumentUi kind, const RECT& box, const LayoutMetrics& metrics);
 
 } // namespace metrify

@@ -48,7 +48,7 @@ std::vector<ComVariant> ChildrenOf(IAccessible* object) {
     return children;
 }
 
-// The first item with the role, in the object or below. Remembers a plain child of the outermost object.
+// Finds the first item with the role in the object or its descendants. Remembers a plain child of the root.
 std::optional<std::string> Search(IAccessible* object, LONG* remembered) {
     for (const ComVariant& child : ChildrenOf(object)) {
         ComPtr<IAccessible> below;

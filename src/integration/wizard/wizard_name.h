@@ -10,11 +10,11 @@ namespace metrify {
 
 class WizardNameReader {
   public:
-    /// The name; nothing if the dialog doesn't tell.
+    /// The name, if the dialog has one.
     std::optional<std::string> Read(HWND dialog);
 
   private:
-    LONG child_ = 0; // where it was found the last time; 0 for nowhere
+    LONG child_ = 0; // the child found last; 0 for none
 };
 
 } // namespace metrify

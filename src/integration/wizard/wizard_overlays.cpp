@@ -39,11 +39,16 @@ LayoutMetrics MetricsOf(HWND window, unsigned system_major, bool is_themed) {
 
 } // namespace
 
-WizardOverlays::WizardOverlays() : system_major_(SystemMajor()), font_(MakeFont()) {}
+WizardOverlays::WizardOverlays() : system_major_(SystemMajor()) {}
+
+void WizardOverlays::LoadFont() {
+    font_ = MakeFont();
+}
 
 WizardOverlays::~WizardOverlays() {
     Destroy();
-    DeleteObject(font_);
+    if (font_)
+        DeleteObject(font_);
 }
 
 int WizardOverlays::IndexOf(HWND window) const {

@@ -16,6 +16,9 @@ class WizardOverlays {
     WizardOverlays(const WizardOverlays&) = delete;
     WizardOverlays& operator=(const WizardOverlays&) = delete;
 
+    /// Creates the font; called once, after the hooks are installed.
+    void LoadFont();
+
     void Create(const WizardDialog& dialog, bool is_themed);
     void Destroy();
 
@@ -33,7 +36,7 @@ class WizardOverlays {
     void CreateList(HWND dialog);
 
     unsigned system_major_;
-    HFONT font_;
+    HFONT font_ = nullptr;
     bool are_made_ = false;
     std::array<HWND, kWizardBoxes> overlays_{};
     HWND list_ = nullptr;

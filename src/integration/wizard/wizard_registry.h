@@ -1,7 +1,7 @@
 #pragma once
 
-// The functions that want a list or a button beside boxes of the host's formula dialog. How they come here is
-// the add-in's affair.
+// The functions that add lists or buttons to the boxes of the host's formula dialog. The add-in registers
+// them.
 
 #include "xllrt/event/integration.h"
 
@@ -12,15 +12,15 @@
 
 namespace metrify {
 
-/// What stands beside an argument's box.
+/// The kind of overlay on an argument's box.
 enum class ArgumentUi { none, list, button };
 
-/// A choice of values for an argument.
+/// A list of values for an argument.
 class IXlWizExList {
   public:
     virtual int ItemCount() const = 0;
     virtual std::string ItemText(int item) const = 0;
-    /// What goes into the box for an item.
+    /// The text that an item puts into the box.
     virtual std::string ValueText(int item) const = 0;
     virtual ~IXlWizExList() = default;
 };
@@ -28,29 +28,29 @@ class IXlWizExList {
 /// A dialog for an argument.
 class IXlWizExButton {
   public:
-    /// Runs the dialog with the box's text. True if it changed the text.
+    /// Runs the dialog with the box's text. Returns true if the text was changed.
     virtual bool Run(std::string& text, void* parent_window) = 0;
     virtual ~IXlWizExButton() = default;
 };
 
-/// The key that opens what stands beside a box.
+/// The key that opens the list or the dialog of a box.
 struct XlWizExKey {
     std::uint16_t key = 0;      ///< a virtual key
     std::uint16_t modifier = 0; ///< 16 Shift, 17 Control, 18 Alt; anything else for none
     int content_mode = 0;       ///< 0 never; 1 in an empty box; 2 also over a constant; 3 always
 };
 
-/// What a function adds to its dialog. Arguments are counted from 0.
+/// What a function adds to the dialog. Argument indices are zero-based.
 class IXlWizExFunction {
   public:
     virtual int KindCount() const = 0;
     virtual ArgumentUi KindOf(int argument) const = 0;
-    /// The list of an argument with one, otherwise null.
+    /// The list of an argument, or null.
     virtual IXlWizExList* ListOf(int argument) = 0;
     virtual XlWizExKey KeyOf(int argument) const = 0;
     virtual ~IXlWizExFunction() = default;
 
-    /// The dialog of an argument with a button, otherwise null.
+    /// The dialog of an argument, or null.
     virtual IXlWizExButton* ButtonOf(int argument) = 0;
 };
 
@@ -63,7 +63,7 @@ class CXlWizExUIFunctionRegistry final : public IXlWizExUIFunctionRegistry {
     bool MakeReady() override;
     void Close() override { functions_.clear(); }
 
-    /// Adds a function, which must stay as long as it is here.
+    /// Adds a function, which must outlive the registry.
     void Add(std::string name, IXlWizExFunction& function);
 
     bool usesThemes = true;

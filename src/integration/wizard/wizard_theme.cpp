@@ -12,12 +12,12 @@ namespace {
 constexpr UINT kCentred = 37;
 static_assert(kCentred == (DT_CENTER | DT_VCENTER | DT_SINGLELINE));
 
-// A drop-down's arrow and a push button are both part 1 of their class, with the same states.
+// The arrow and the push button are both part 1 of their theme class, with the same states.
 constexpr int kPart = 1;
 constexpr int kStateNormal = 1;
 constexpr int kStatePressed = 3;
 
-// All or none: a system that lacks one has another kind of themes.
+// All functions are needed: a system without one of them has no such themes.
 constexpr std::array<const char*, 6> kFunctionNames = {
     "OpenThemeData", "DrawThemeBackground", "GetThemeBackgroundContentRect",
     "DrawThemeText", "CloseThemeData",      "GetThemePartSize"};

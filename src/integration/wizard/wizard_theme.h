@@ -1,6 +1,6 @@
 #pragma once
 
-// The user's theme, and how arrows and buttons look in it and without it.
+// Draws arrows and buttons in the user's theme or in the classic style.
 
 #include "integration/wizard/wizard_registry.h"
 
@@ -15,9 +15,9 @@ class WizardTheme {
     WizardTheme(const WizardTheme&) = delete;
     WizardTheme& operator=(const WizardTheme&) = delete;
 
-    /// Opens the theme for a window, once until it is closed. Without a theme, things look classic.
+    /// Opens the theme for a window, unless it is open. Without a theme, the style is classic.
     void Open(HWND window);
-    /// Lets the theme go, which may have become another one.
+    /// Closes the theme, for example after the user has changed it.
     void Close();
     bool IsOpen() const { return combo_box_ && button_; }
 
@@ -30,7 +30,7 @@ class WizardTheme {
     HMODULE library_;
     HANDLE combo_box_ = nullptr;
     HANDLE button_ = nullptr;
-    bool is_asked_for_ = false; // whether there was one or not
+    bool is_asked_for_ = false; // even if there was none
 };
 
 } // namespace metrify

@@ -1,6 +1,6 @@
 #pragma once
 
-// The call of an entry's body with the application's way of answering exceptions.
+// Calls the body of an entry point; the application converts exceptions.
 
 #include "xllrt/registry/function_result.h"
 
@@ -8,10 +8,10 @@
 
 namespace metrify {
 
-/// Makes the result what the application makes of an exception; without application, what the runtime does.
+/// Converts an exception to a result by the application or, without one, by the runtime's default.
 void PutAppException(CXlOper& xloResult, const CXlRuntimeException& exception);
 
-/// As `CallCommonFunction`, with the application's answer to exceptions.
+/// As `CallCommonFunction`, but the application converts exceptions.
 template <class Body>
 void CallAppFunction(CXlOper& xloResult, Body&& body) {
     CallCommonFunction(xloResult, std::forward<Body>(body), PutAppException);

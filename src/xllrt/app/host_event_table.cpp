@@ -17,7 +17,7 @@ auto ReadArgument(const CXlOper& value) {
         return value.ToText();
 }
 
-// The parameters of an operation say how its arguments are passed on.
+// Converts arguments by the operation's parameter types.
 template <auto Operation>
 struct Signature;
 

@@ -1,7 +1,6 @@
 #pragma once
 
-// The function that the host calls for its events: registered with the others, so that observers are reached
-// from outside.
+// The registered function that the host runs for its events. It notifies the observers.
 
 #include "xllrt/app/xll_app.h"
 
@@ -10,8 +9,8 @@ namespace metrify {
 /// Names the observer function after the add-in's file and adds its descriptor.
 void AddObserverFunction(CXllApp& application);
 
-/// Tells the observers of one of the host's events. The result becomes the answer of an event that can be
-/// cancelled. Other numbers do nothing.
+/// Notifies the observers of an event of the host. Sets the result for a cancellable event. Does nothing for
+/// an event without observers.
 void DispatchEvent(CXllApp& application, CXlOper& result, int number, const CXlOper& first,
                    const CXlOper& second);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Whether an add-in has a ribbon is decided at run time. Load and close only ever call through this.
+// The ribbon of an add-in, an interface with several implementations.
 
 #include "xllrt/value/xl_oper.h"
 
@@ -13,7 +13,7 @@ class IXlpRibbonImpl {
   public:
     virtual ~IXlpRibbonImpl() = default;
     virtual bool IsEnabled() const = 0;
-    /// Gives the earlier state.
+    /// Returns the previous state.
     virtual bool SetEnabled(bool enabled) = 0;
     /// True if the host can have a ribbon.
     virtual bool IsAvailable() const = 0;
@@ -24,7 +24,7 @@ class IXlpRibbonImpl {
     virtual void Invalidate(const CXlOper& item) = 0;
 };
 
-/// No ribbon.
+/// The implementation without a ribbon.
 class CXlpRibbonImplNull final : public IXlpRibbonImpl {
   public:
     bool IsEnabled() const override { return false; }
@@ -37,7 +37,7 @@ class CXlpRibbonImplNull final : public IXlpRibbonImpl {
     void Invalidate(const CXlOper& /*item*/) override {}
 };
 
-/// A ribbon that add-ins share: a server outside of them, which is told by `SendRibbonCommand`.
+/// A ribbon that add-ins share: a separate server, controlled by `SendRibbonCommand`.
 class CXlpRibbonImplShared final : public IXlpRibbonImpl {
   public:
     bool IsEnabled() const override { return enabled_; }
@@ -53,22 +53,22 @@ class CXlpRibbonImplShared final : public IXlpRibbonImpl {
     bool enabled_ = false;
 };
 
-// The modes of an application.
+// Ribbon modes of an application.
 inline constexpr int kRibbonModeNone = -1;
 inline constexpr int kRibbonModeShared = 0;
 
-/// A callback that the ribbon asks an add-in to answer.
+/// A callback from the ribbon to an add-in.
 struct XlRibbonCallback {
     std::int32_t type = 0;
     std::string id;  ///< of the control
     std::string tag; ///< of the control
     std::int32_t index = 0;
-    std::string text; ///< as changed
+    std::string text; ///< the changed text
     std::string selectedId;
     bool pressed = false;
 };
 
-/// Makes the result what a callback of that type gets when the add-in has no answer.
+/// Sets the result to the default for the type of the callback.
 void PutRibbonDefault(CXlOper& result, const XlRibbonCallback& callback);
 
 } // namespace metrify

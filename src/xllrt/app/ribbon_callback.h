@@ -1,7 +1,7 @@
 #pragma once
 
-// The road from the server of the shared ribbon to the add-in: a macro, which every add-in registers under a
-// name of its own.
+// Callbacks from the server of the shared ribbon to the add-in: a macro, whose name contains the name of the
+// add-in.
 
 #include "xllrt/event/app_events.h"
 #include "xllrt/platform/export.h"
@@ -9,7 +9,7 @@
 
 namespace metrify {
 
-/// Puts the add-in's name in front of that of the macro before it is registered.
+/// Prefixes the macro's name with the add-in's name before the macro is registered.
 class CRibbonEventRegistrar final : public CXlRegisterFunctionsEventStaticObserver {
   public:
     void Notify(CXlEventArgs& args) override;

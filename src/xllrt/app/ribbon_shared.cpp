@@ -8,7 +8,7 @@
 namespace metrify {
 
 bool CXlpRibbonImplShared::IsAvailable() const {
-    // Hosts before that version have none.
+    // Older hosts have no ribbon.
     return HostFlag();
 }
 

@@ -94,7 +94,7 @@ void CXllApp::OnOpened() {}
 
 int CXllApp::OnProcessAttach() {
     modulePath = ModulePath();
-    // The others wait for the end of the load.
+    // The others are attached at the end of the load.
     events.AttachEarly();
     return 1;
 }
@@ -129,7 +129,7 @@ void CXllApp::EnableEvent(int number, bool on) {
     XlComFailure failure;
     if (on && !ComHolder().Connect(failure))
         throw CXlComException(failure.text, failure.code);
-    // The connection stays when an event is switched off.
+    // Intentional: switching an event off keeps the connection.
     eventSwitches.at(static_cast<std::size_t>(number)) = on;
 }
 
@@ -139,7 +139,7 @@ bool CXllApp::RaiseEvent(int number, bool is_cancellable, std::string_view signa
     if (index >= kEventCount)
         return false;
     std::u16string target = ToWide(eventHandlers[index]);
-    // The observer function is told which event it is; a macro set for an event knows.
+    // Only the observer function gets the number: a macro is set for a single event.
     const bool is_observer_call = target.empty();
     if (is_observer_call) {
         if (observerFunctionName.empty() || !eventSwitches[index])
@@ -155,7 +155,7 @@ bool CXllApp::RaiseEvent(int number, bool is_cancellable, std::string_view signa
         call.AddArguments(signature, {arguments});
         return call.Run(answer) && is_cancellable && answer.ToBool();
     } catch (const CXlComException&) {
-        // Whoever raises an event is not told why nobody answers.
+        // Intentional: failures of the automation are not reported here.
         return false;
     }
 }
@@ -261,7 +261,7 @@ std::string CXllApp::GetModuleText() {
     return PathText([this](CXlOper& name) { return GetHostName(name); });
 }
 
-// ---- Answers
+// ---- Results
 
 void CXllApp::ExceptionToValue(CXlOper& result, const CXlRuntimeException& exception) {
     PutException(result, exception);

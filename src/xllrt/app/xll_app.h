@@ -1,7 +1,7 @@
 #pragma once
 
-// The application object: the one instance that the host's add-in entries talk to. What differs between
-// add-ins stands in the virtual operations.
+// The application object: the single instance called by the add-in's entry points. Each add-in overrides the
+// virtual operations.
 
 #include "xllrt/app/ribbon.h"
 #include "xllrt/event/app_events.h"
@@ -22,31 +22,31 @@ namespace metrify {
 
 class CXllApp {
   public:
-    /// Becomes the instance. Throws a `CXlIllegalArgumentException` if the integration makes no wizard
+    /// Becomes the current instance. Throws a `CXlIllegalArgumentException` if the integration has no wizard
     /// detector. The integration must outlive the object.
     explicit CXllApp(const CXlIntegration& integration = NoIntegration());
     CXllApp(const CXllApp&) = delete;
     CXllApp& operator=(const CXllApp&) = delete;
 
-    /// The application constructed last; null without one.
+    /// The current instance: the application constructed last, or null.
     static CXllApp* Instance();
-    /// Makes another application, or none, the instance.
+    /// Sets the current instance, which may be null.
     static void SetInstance(CXllApp* instance);
 
-    // What an add-in may have its own way of, in a fixed order.
+    // Operations that an add-in may override, in a fixed order.
 
     virtual void OnAutoAdd();
-    /// Whether the host is to be told that adding succeeded.
+    /// The result reported to the host after adding; 0 is failure.
     virtual int AutoAddResult();
     virtual void OnAutoRemove();
     virtual int Reserved3();
     virtual int Reserved4();
     virtual void OnBeforeOpen();
-    /// 0 stops the load without a word.
+    /// Return 0 to stop the load without a message.
     virtual int OnOpen();
     virtual void OnClose();
     virtual void OnOpened();
-    // Events of the host. Each gives the answer of whoever handles it; false if nobody does.
+    // Events of the host. Each returns the answer of the handler; false without a handler.
     virtual bool OnNewWorkbook(XlHostObject* workbook);
     virtual bool OnSelectionChange(XlHostObject* sheet, XlHostObject* range);
     virtual bool OnBeforeDoubleClick(XlHostObject* sheet, XlHostObject* range);
@@ -69,36 +69,36 @@ class CXllApp {
     virtual void OnReservedEvent19();
     virtual bool OnAfterCalculate();
     virtual bool OnWorkbookAfterSave(XlHostObject* workbook, bool success);
-    /// The module has been loaded. 0 makes the loader refuse it.
+    /// Called when the module is loaded. Return 0 to make the loader reject it.
     virtual int OnProcessAttach();
-    /// The module goes.
+    /// Called when the module is unloaded.
     virtual int OnProcessDetach();
-    /// Asks the host for the path of the add-in. Gives the host's code.
+    /// Gets the path of the add-in from the host. Returns the host's code.
     virtual int GetHostName(CXlOper& name);
     virtual std::u16string GetAddInName();
-    /// The host's path of the add-in; the empty text if it doesn't tell.
+    /// The path of the add-in as text; empty on failure.
     virtual std::string GetModuleText();
-    /// Makes the result of an entry what the exception says.
+    /// Converts an exception to the result of an entry point.
     virtual void ExceptionToValue(CXlOper& result, const CXlRuntimeException& exception);
     virtual ~CXllApp();
-    /// Some functions could not be registered: true to load the add-in without them.
+    /// Called if functions could not be registered. Returns true to load the add-in without them.
     virtual bool ConfirmRegistrationFailure();
-    /// The answer to a ribbon callback that nobody answers.
+    /// The default answer to a ribbon callback.
     virtual void GetRibbonDefault(CXlOper& result, const XlRibbonCallback& callback);
 
     /// Switches an event of the host on or off. Switching on connects to the host and throws a
     /// `CXlComException` if that fails.
     void EnableEvent(int number, bool on);
 
-    /// Has an event of the host handled: by the macro set for it, else by the observer function if the event
-    /// is switched on. Gives the handler's answer; false for an event that has none.
+    /// Calls the handler of an event: the macro set for it, or else the observer function if the event is
+    /// switched on. Returns the answer of a cancellable event, otherwise false.
     bool RaiseEvent(int number, bool is_cancellable, std::string_view signature,
                     std::initializer_list<XlEventArgument> arguments);
 
-    /// Gives the application the ribbon of a mode: none or the shared one. False, with nothing changed, for
-    /// any other mode.
+    /// Sets the ribbon by its mode: none or shared. Returns false, with nothing changed, for any other
+    /// mode.
     bool SetRibbonMode(int mode);
-    /// Gives the application a ribbon of its own, of some mode.
+    /// Sets another ribbon implementation and the mode to report for it.
     void SetRibbonImpl(std::unique_ptr<IXlpRibbonImpl> ribbon, int mode);
     IXlpRibbonImpl& Ribbon() { return *ribbon_; }
     int RibbonMode() const { return ribbon_mode_; }
@@ -107,17 +107,17 @@ class CXllApp {
     IXlWizExUIFunctionRegistry* WizardRegistry() { return wizard_registry_.get(); }
     IXlFormulaWizardDetector& WizardDetector() { return *wizard_detector_; }
 
-    // What load and registration fill and read.
+    // Data filled and read by load and registration.
 
-    CXlDualString addInName;   ///< for display
+    CXlDualString addInName;   ///< shown to the user
     std::string modulePath;    ///< as the operating system gives it
     std::string hostPath;      ///< as the host gives it
     std::string helpFile;      ///< may be preset
     CXlHelpIds helpIds;        ///< by function name
-    bool isOpenedMark = false; ///< from the end of an open sequence, also of one that failed quietly
+    bool isOpenedMark = false; ///< set at the end of an open sequence, even if it failed without a message
     CXlFunctionList functions; ///< in the order of registration
     std::array<std::string, kEventCount> eventHandlers; ///< a macro for each event of the host
-    bool shortRegistration = false; ///< functions without arguments are registered without their helps
+    bool shortRegistration = false; ///< functions without arguments are registered without help texts
     std::u16string observerFunctionName;
     std::array<bool, kEventCount> eventSwitches{};
     std::string addInDirectory;
@@ -130,12 +130,12 @@ class CXllApp {
     /// Raises an event with the signature from the table.
     bool Raise(XlHostEventNumber number, std::initializer_list<XlEventArgument> arguments);
 
-    /// Made and started when first asked for. Throws a `CXlComException` if it doesn't start.
+    /// Created and started on first use. Throws a `CXlComException` if the start fails.
     IXlComHolder& ComHolder();
 
     const CXlIntegration& integration_;
     std::unique_ptr<IXlComHolder> com_holder_;
-    // Destroyed in the reverse order.
+    // Destroyed in reverse order.
     std::unique_ptr<IXlFormulaWizardDetector> wizard_detector_;
     std::unique_ptr<IXlWizExUIFunctionRegistry> wizard_registry_;
     std::unique_ptr<IXlComHelper> com_helper_;

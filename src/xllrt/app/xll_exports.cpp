@@ -8,7 +8,7 @@ namespace metrify {
 
 namespace {
 
-// What observers throw is the host's affair.
+// Intentional: exceptions of observers propagate to the host.
 CXlOper ObserverAnswer(std::int32_t number, const CXlOper& first, const CXlOper& second) {
     CXlOper result(false);
     if (CXllApp* const application = CXllApp::Instance())

@@ -1,6 +1,6 @@
 #pragma once
 
-// The entries that every add-in shows to its host. Each is one call.
+// The entry points that every add-in exports to its host. Each is one call.
 
 #include "xllrt/platform/export.h"
 #include "xllrt/value/host_records.h"
@@ -18,7 +18,7 @@ METRIFY_EXPORT XLOPER* METRIFY_HOST_CALL xlAddInManagerInfo(XLOPER* action);
 METRIFY_EXPORT void METRIFY_HOST_CALL xlAutoFree12(XLOPER12* record);
 METRIFY_EXPORT void METRIFY_HOST_CALL xlAutoFree(XLOPER* record);
 
-/// The host's events; the last argument is not used.
+/// Entry points of the observer function; the last argument is unused.
 METRIFY_EXPORT XLOPER12* METRIFY_HOST_CALL CXlApp_ObserverEventHandler12(std::int32_t number, XLOPER12* first,
                                                                          XLOPER12* second, XLOPER12* third);
 METRIFY_EXPORT XLOPER* METRIFY_HOST_CALL CXlApp_ObserverEventHandler4(std::int32_t number, XLOPER* first,

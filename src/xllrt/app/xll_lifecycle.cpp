@@ -20,8 +20,8 @@ namespace {
 
 constinit bool is_opened = false;
 
-// The ending of a help file in place of that of the module.
-constexpr std::string_view kHelpEnding = "chm";
+// The extension of the help file.
+constexpr std::string_view kHelpExtension = "chm";
 
 bool HasRibbon(CXllApp& application) {
     return application.Ribbon().IsEnabled() && application.Ribbon().IsAvailable();
@@ -34,8 +34,8 @@ void TakePaths(CXllApp& application) {
     application.addInDirectory = GetAddInDirectory(application.hostPath);
 }
 
-// False if the add-in itself, or somebody who observes it, doesn't want it opened.
-bool IsOpeningWanted(CXllApp& application) {
+// Returns false if the add-in or an observer stops the load.
+bool AllowsOpening(CXllApp& application) {
     application.OnBeforeOpen();
     if (application.OnOpen() == 0)
         return false;
@@ -52,11 +52,11 @@ void OfferWizardRegistry(CXllApp& application) {
 
 void ChooseHelpFile(CXllApp& application) {
     const std::string& path = application.hostPath;
-    if (application.helpFile.empty() && path.size() > kHelpEnding.size())
-        application.helpFile = path.substr(0, path.size() - kHelpEnding.size()).append(kHelpEnding);
+    if (application.helpFile.empty() && path.size() > kHelpExtension.size())
+        application.helpFile = path.substr(0, path.size() - kHelpExtension.size()).append(kHelpExtension);
 }
 
-// False if functions are missing and the user doesn't want the add-in without them.
+// Returns false if registrations failed and the user declines to load the add-in without them.
 bool RegisterFunctions(CXllApp& application) {
     AddObserverFunction(application);
     if (RegisterAll(application) || application.ConfirmRegistrationFailure())
@@ -68,7 +68,7 @@ bool RegisterFunctions(CXllApp& application) {
 bool Load(CXllApp& application) {
     ReadHostLetters();
     TakePaths(application);
-    bool is_loaded = IsOpeningWanted(application);
+    bool is_loaded = AllowsOpening(application);
     if (is_loaded) {
         OfferWizardRegistry(application);
         ChooseHelpFile(application);
@@ -90,11 +90,11 @@ void ReleaseWizardRegistry(CXllApp& application) {
         application.ComHelper().ReleaseRegistry();
 }
 
-// ---- Loads that fail
+// ---- Undoing a failed load
 
-// Lets go of what the load took, so that another one may follow. The observers of the opening stay, and so
-// does what the application itself has built.
-void TakeLoadBack(CXllApp& application, std::span<CXlFunctionDescriptor* const> functions_before) {
+// Undoes a load, so that another one may follow. Observers attached before the load stay, and so does what
+// the application itself has built.
+void UndoLoad(CXllApp& application, std::span<CXlFunctionDescriptor* const> functions_before) {
     application.events.DetachRest();
     for (CXlFunctionDescriptor* descriptor : application.functions.All())
         if (descriptor->registered != 0)
@@ -103,21 +103,21 @@ void TakeLoadBack(CXllApp& application, std::span<CXlFunctionDescriptor* const> 
     ReleaseWizardRegistry(application);
 }
 
-bool LoadOrTakeBack(CXllApp& application) {
+bool LoadOrUndo(CXllApp& application) {
     const std::span<CXlFunctionDescriptor* const> listed = application.functions.All();
     const std::vector<CXlFunctionDescriptor*> functions(listed.begin(), listed.end());
     try {
         if (Load(application))
             return true;
     } catch (...) {
-        TakeLoadBack(application, functions);
+        UndoLoad(application, functions);
         throw;
     }
-    TakeLoadBack(application, functions);
+    UndoLoad(application, functions);
     return false;
 }
 
-// ---- What went wrong
+// ---- Reporting a failure
 
 std::string LabelOf(CXllApp& application) {
     const std::array<std::string, 3> candidates = {application.addInName.Narrow(), application.hostPath,
@@ -128,7 +128,7 @@ std::string LabelOf(CXllApp& application) {
     return "Add-in";
 }
 
-void TellOfFailure(const CXlRuntimeException& exception) {
+void ReportFailure(const CXlRuntimeException& exception) {
     std::string text;
     if (CXllApp* const application = CXllApp::Instance()) {
         FormatPrintf(text, "Unexpected error during initialization:\n%s\n%s will not be opened",
@@ -140,14 +140,14 @@ void TellOfFailure(const CXlRuntimeException& exception) {
     Alert(text, kAlertFailure);
 }
 
-bool LoadOrTell() {
+bool LoadOrReport() {
     try {
         DetectHostVersion();
         if (!CXllApp::Instance())
             throw CXlRuntimeException(std::string("No instance of CXllApp has been instantiated."));
-        return LoadOrTakeBack(*CXllApp::Instance());
+        return LoadOrUndo(*CXllApp::Instance());
     } catch (const CXlRuntimeException& exception) {
-        TellOfFailure(exception);
+        ReportFailure(exception);
         is_opened = false;
         return false;
     }
@@ -164,7 +164,7 @@ void SetAddInOpened(bool opened) {
 }
 
 int OpenAddIn() {
-    if (is_opened || !LoadOrTell())
+    if (is_opened || !LoadOrReport())
         return 0;
     InstallFaultHandlers();
     CXllApp::Instance()->OnOpened();
@@ -180,7 +180,7 @@ int CloseAddIn() {
     if (is_opened) {
         CXlEventArgs args;
         application->events.close.Notify(args);
-        // An observer may have put an end to it.
+        // An observer may have cleared the flag.
         if (is_opened)
             application->OnClose();
     }

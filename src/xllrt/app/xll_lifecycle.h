@@ -1,6 +1,6 @@
 #pragma once
 
-// The life of an add-in in its host: the module's load and end, and what the host's add-in entries do.
+// The lifecycle of an add-in: the module's load and unload, and the implementations of the entry points.
 
 #include "xllrt/value/host_records.h"
 
@@ -8,33 +8,32 @@
 
 namespace metrify {
 
-/// What the loader tells the module, in the system's own numbers.
+/// Why the loader calls the module; the numbers are the system's.
 enum class ProcessReason : std::uint32_t { detach = 0, attach = 1, thread_attach = 2, thread_detach = 3 };
 
-/// The module's entry. Gives 0 if the loader is to refuse the module.
+/// The module's entry point. Returns 0 to make the loader reject the module.
 int ProcessEntry(void* module, ProcessReason reason);
 
-/// True from a successful open on; closing doesn't change it.
+/// True after a successful open; closing doesn't clear it.
 bool IsAddInOpened();
 
-/// For a process that has one add-in after the other.
+/// For a process that loads several add-ins one after the other.
 void SetAddInOpened(bool opened);
 
-/// Opens the add-in: 1, or 0 if it was opened before or cannot be.
+/// Opens the add-in. Returns 1; 0 on failure or if it is open already.
 int OpenAddIn();
 
-/// Closes it: always 1. Its functions stay registered.
+/// Closes the add-in. Its functions stay registered. Always returns 1.
 int CloseAddIn();
 
-/// The user has added it to the host's add-ins: 1, or 0 if the application objects.
+/// Called when the user adds the add-in. Returns 1, or 0 if the application refuses.
 int AddAddIn();
 
-/// The user has taken it from the host's add-ins: always 1. An add-in that was opened takes its functions
-/// back.
+/// Called when the user removes the add-in. Unregisters its functions if it was opened. Always returns 1.
 int RemoveAddIn();
 
-/// The add-in's name if the action reads as 1, error 15 otherwise. The record is the host's to free, and this
-/// routine's again with the next call.
+/// Returns the add-in's name for action 1, otherwise error 15. The host frees the record's contents; the next
+/// call reuses the record.
 XLOPER12* DescribeAddIn12(XLOPER12* action);
 XLOPER* DescribeAddIn4(XLOPER* action);
 

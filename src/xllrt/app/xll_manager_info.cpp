@@ -1,4 +1,4 @@
-// What the host's list of add-ins shows of this one.
+// The name shown in the host's list of add-ins.
 
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_lifecycle.h"
@@ -9,8 +9,8 @@ namespace metrify {
 
 namespace {
 
-// The one action there is: tell the add-in's long name.
-constexpr int kTellName = 1;
+// The only action: get the add-in's long name.
+constexpr int kGetName = 1;
 
 int CallHost(int function, XLOPER& result, XLOPER& first, XLOPER& second) {
     return Excel4(function, &result, &first, &second);
@@ -21,20 +21,20 @@ int CallHost(int function, XLOPER12& result, XLOPER12& first, XLOPER12& second) 
 }
 
 template <class Record>
-bool IsTellName(Record& action) {
+bool IsGetName(Record& action) {
     Record type{};
     type.xltype = xltypeInt;
     type.val.w = xltypeInt;
     Record value{};
-    return CallHost(xlCoerce, value, action, type) == xlretSuccess && value.val.w == kTellName;
+    return CallHost(xlCoerce, value, action, type) == xlretSuccess && value.val.w == kGetName;
 }
 
-// What the host was given last it has freed by now, or never will.
+// The contents of the previous record are not released: the host may have freed them.
 template <class Record>
 Record* Describe(Record& kept, Record* action) {
     kept = Record();
     CXllApp* const application = CXllApp::Instance();
-    if (application && action && IsTellName(*action)) {
+    if (application && action && IsGetName(*action)) {
         MakeText(kept, application->GetAddInName());
         kept.xltype |= xlbitDLLFree;
     } else {

@@ -1,4 +1,4 @@
-// The module's load and end.
+// Load and unload of the module.
 
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_lifecycle.h"
@@ -10,7 +10,7 @@ namespace metrify {
 
 namespace {
 
-// Above 0 while the entry is at work: what it calls may lead back into it. The loader lets one thread in.
+// Above 0 during a call: the entry point may be called recursively. The loader serialises threads.
 constinit int entry_depth = 0;
 
 bool ChangeThreadStates(ProcessReason reason) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// The events of an application, its own and the host's.
+// The events of an application: its own and those of the host.
 
 #include "xllrt/event/event.h"
 #include "xllrt/event/event_args.h"
@@ -8,7 +8,7 @@
 
 namespace metrify {
 
-/// Adds to an event the chain of its static observers; every event class has one of its own.
+/// An event with a chain of static observers; there is one chain per event class.
 template <class Self, class Event>
 class CXlChainedEvent : public Event {
   public:
@@ -65,7 +65,7 @@ class CXlAfterCalculateEvent
 class CXlWorkbookAfterSaveEvent
     : public CXlHostEvent<CXlWorkbookAfterSaveEvent, CXlAfterSaveEventArgs, kEventWorkbookAfterSave> {};
 
-/// An observer of an event, from its construction to its destruction.
+/// A static observer of an event.
 template <class Event>
 class CXlEventStaticObserver : public Event::StaticObserver {
   protected:
@@ -97,19 +97,19 @@ struct CXlAppEvents {
     CXlAfterCalculateEvent afterCalculate;
     CXlWorkbookAfterSaveEvent workbookAfterSave;
 
-    /// Takes over the static observers that must be there before the add-in is opened.
+    /// Attaches the static observers that are needed before the add-in is opened.
     void AttachEarly() {
         ForEachEarly([](auto& event) { event.AttachStaticObservers(); });
     }
-    /// Takes over all others, at the end of a load.
+    /// Attaches all others, at the end of a load.
     void AttachRest() {
         ForEachOther([](auto& event) { event.AttachStaticObservers(); });
     }
-    /// Lets those go that `AttachRest` took over, all or some of them.
+    /// Detaches what `AttachRest` has attached, completely or partly.
     void DetachRest() {
         ForEachOther([](auto& event) { event.DetachStaticObservers(); });
     }
-    /// Lets all static observers go.
+    /// Detaches all static observers.
     void DetachAll() {
         ForEachEarly([](auto& event) { event.DetachStaticObservers(); });
         DetachRest();

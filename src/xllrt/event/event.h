@@ -1,14 +1,14 @@
 #pragma once
 
-// Events and their observers. An observer that is a static object subscribes by its existence: it links
-// itself into a chain, and the application takes the chain over when the time has come.
+// Events and their observers. A static observer links itself into a chain when it is constructed; the
+// application attaches the chain to the event later.
 
 #include <algorithm>
 #include <vector>
 
 namespace metrify {
 
-/// Who wants to be told of an event with arguments `A`.
+/// An observer of an event with arguments `A`.
 template <class A>
 class CXlEventObserver {
   public:
@@ -21,11 +21,11 @@ class CXlEventObserver {
     ~CXlEventObserver() = default;
 };
 
-/// An observer in a chain, from its construction to its destruction.
+/// An observer that is in a chain during its lifetime.
 template <class A>
 class CXlStaticEventObserver : public CXlEventObserver<A> {
   public:
-    /// Goes to the head of the chain.
+    /// Inserts itself at the head of the chain.
     explicit CXlStaticEventObserver(CXlStaticEventObserver*& head) : next_(head), head_(head) {
         if (next_)
             next_->previous_ = this;
@@ -49,7 +49,7 @@ class CXlStaticEventObserver : public CXlEventObserver<A> {
     CXlStaticEventObserver*& head_;
 };
 
-/// An event with its observers, which it doesn't own.
+/// An event and its observers, which it doesn't own.
 template <class A>
 class CXlEvent {
   public:
@@ -73,7 +73,7 @@ class CXlEvent {
         observers_.push_back(observer);
     }
 
-    /// Takes the first such observer away. Nothing happens if there is none.
+    /// Removes the first occurrence of the observer; does nothing if there is none.
     void RemoveObserver(Observer* observer) {
         const auto found = std::find(observers_.begin(), observers_.end(), observer);
         if (found == observers_.end())
@@ -93,7 +93,7 @@ class CXlEvent {
             RemoveObserver(head);
     }
 
-    /// Tells all observers in their order. What one of them throws ends the walk.
+    /// Notifies the observers in order. An exception from one of them ends the loop.
     void Notify(A& args) const {
         for (Observer* observer : observers_)
             observer->Notify(args);
@@ -103,10 +103,10 @@ class CXlEvent {
     std::vector<Observer*> observers_;
 };
 
-/// Switches an event of the host on or off for the application in force.
+/// Switches an event of the host on or off for the current application.
 void EnableHostEvent(int number, bool on);
 
-/// An event of the host's, which costs nothing while nobody listens.
+/// An event of the host, which is switched on only while it has observers.
 template <class A, int N>
 class CXlComEvent : public CXlEvent<A> {
   protected:

@@ -1,6 +1,6 @@
 #pragma once
 
-// What observers of events are told, and what they can answer.
+// The arguments of events. Observers set `cancel` to cancel what the event announces.
 
 #include <string>
 

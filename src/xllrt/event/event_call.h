@@ -1,6 +1,6 @@
 #pragma once
 
-// The call of a macro that an event of the host leads to.
+// The macro call that handles an event of the host.
 
 #include "xllrt/event/integration.h"
 
@@ -11,7 +11,7 @@
 
 namespace metrify {
 
-/// The call in both its forms: a list of values, the target's name first, and a text such as
+/// The call in two forms: a list of values that starts with the target's name, and a text such as
 /// `target(4,"[Book1]Sheet1")`.
 class XlEventCall {
   public:
@@ -20,11 +20,11 @@ class XlEventCall {
 
     void AddNumber(int number);
 
-    /// Adds an argument for each letter: B workbook, S sheet, R range, F flag. What cannot be described stays
-    /// empty.
+    /// Adds an argument for each letter: B workbook, S sheet, R range, F flag. An object that cannot
+    /// be described becomes an empty argument.
     void AddArguments(std::string_view signature, std::span<const XlEventArgument> arguments);
 
-    /// False if it could not be run, with the answer as it was.
+    /// Returns false, with the answer unchanged, if the call fails.
     bool Run(CXlOper& answer) const;
 
     const std::vector<XlComValue>& values() const { return values_; }
@@ -40,7 +40,7 @@ class XlEventCall {
     std::u16string arguments_text_;
 };
 
-/// Has the process run such calls in the form of texts from now on, or not any more. It starts with lists.
+/// Selects for the whole process whether calls are run as texts. By default they are run as lists.
 void RunEventCallsAsText(bool as_text);
 
 } // namespace metrify

@@ -6,8 +6,8 @@
 
 namespace metrify {
 
-/// By these numbers the add-in's macros, its event switches and its observer function know an event. 13, 15
-/// and 16 have no observers, and 17 to 19 are never raised.
+/// Used for handler macros, event switches and the observer function. 13, 15 and 16 have no observers; 17 to
+/// 19 are never raised.
 enum XlHostEventNumber : int {
     kEventNewWorkbook = 0,
     kEventSelectionChange = 1,

@@ -1,4 +1,4 @@
-#include "xllrt/gate/host_letters.h"
+#include "xllrt/app/host_letters.h"
 
 #include "xllrt/gate/workspace_items.h"
 #include "xllrt/text/code_page.h"
@@ -14,7 +14,7 @@ constexpr std::int32_t kColumnLetterItem = 6;
 
 constinit HostLetters shared_letters;
 
-// False if the item is not a text, or empty.
+// Returns false if the item is not a text or is empty.
 bool ReadLetter(std::int32_t index, XCHAR& wide, char& narrow) {
     CXlOper item;
     if (!GetWorkspaceItem(index, item) || !item.IsString())
@@ -27,7 +27,7 @@ bool ReadLetter(std::int32_t index, XCHAR& wide, char& narrow) {
     return true;
 }
 
-// The first byte of an item; 0 if it is not a text, or empty.
+// The first byte of an item; 0 if the item is not a text or is empty.
 char FirstByte(std::int32_t index) {
     CXlOper item;
     return GetWorkspaceItem(index, item) && item.IsString() ? item.ToText().c_str()[0] : '\0';
@@ -45,15 +45,15 @@ void ReadHostLetters() {
         ReadLetter(kColumnLetterItem, shared_letters.wideColumn, shared_letters.narrowColumn);
 }
 
-bool ReadHostSeparators(char& list_separator, char& row_letter, char& column_letter) {
+bool ReadHostSeparators(CXllApp& application) {
     const char separator = FirstByte(kListSeparatorItem);
     const char row = separator != 0 ? FirstByte(kRowLetterItem) : '\0';
     const char column = row != 0 ? FirstByte(kColumnLetterItem) : '\0';
     if (column == 0)
         return false;
-    list_separator = separator;
-    row_letter = row;
-    column_letter = column;
+    application.listSeparator = separator;
+    application.rowLetter = row;
+    application.columnLetter = column;
     return true;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// An application in a scripted host. What its virtual operations do stands in the host's list of calls.
+// An application in a scripted host. Its virtual operations record their calls in the host's call list.
 
 #include "tests/xllrt/gate/scripted_host.h"
 #include "xllrt/app/xll_app.h"
@@ -13,7 +13,7 @@
 
 namespace metrify {
 
-/// Tests leave the process as they found it.
+/// Restores the state of the process after a test.
 class AddInTest : public testing::Test {
   protected:
     AddInTest() : earlier_(CXllApp::Instance()) {
@@ -25,7 +25,7 @@ class AddInTest : public testing::Test {
         SetAddInOpened(false);
         RestoreFaultHandlers();
         CXllApp::SetInstance(earlier_);
-        // Made in the family of this test's host.
+        // Created in the record family of this test's host.
         DestroyThreadState();
     }
 
@@ -69,7 +69,7 @@ class NotingApp : public CXllApp {
     ScriptedHost& host_;
 };
 
-/// A worksheet function with one number for argument, known in both families.
+/// A worksheet function of one number, for both record families.
 inline CXlFunctionDescriptor SimpleFunction(const std::u16string& name) {
     CXlFunctionDescriptor descriptor;
     descriptor.functionName = name;

@@ -1,4 +1,4 @@
-// The question at load as the user sees it: the real message box is found, looked at and answered.
+// The question at load: the test finds the real message box, inspects it and answers it.
 
 #include "add_in_fixture.h"
 #include "tests/xllrt/text/fake_resources.h"
@@ -34,7 +34,7 @@ std::wstring ClassName(HWND window) {
     return name;
 }
 
-/// Answers the message boxes of this thread while it lives.
+/// Answers the message boxes of this thread during its lifetime.
 class BoxAnswerer {
   public:
     explicit BoxAnswerer(int button) : button_(button) {
@@ -81,7 +81,7 @@ class BoxAnswerer {
     HHOOK hook_;
 };
 
-/// A top-level window of a class, which is made for it.
+/// A top-level window of a window class registered for it.
 class ClassWindow {
   public:
     explicit ClassWindow(const wchar_t* class_name) : class_name_(class_name) {
@@ -138,7 +138,7 @@ TEST_F(LoadQuestion, is_a_message_box_of_the_hosts_window_with_a_warning_sign) {
     EXPECT_EQ(box.owner, host_window.handle);
 }
 
-TEST_F(LoadQuestion, goes_on_with_yes_alone) {
+TEST_F(LoadQuestion, continues_the_load_only_after_yes) {
     {
         BoxAnswerer user(IDYES);
         EXPECT_TRUE(app.ConfirmRegistrationFailure());

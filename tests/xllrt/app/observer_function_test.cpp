@@ -12,7 +12,7 @@ using testing::IsEmpty;
 
 class ObserverFunction : public AddInTest {
   protected:
-    // Tells an observer of an event, and answers with the cancel mark where there is one.
+    // Notifies an observer of an event and returns the cancel mark, if there is one.
     template <class Event, class Describe>
     CXlOper Dispatch(Event& event, int number, Describe describe) {
         struct Observer final : CXlEventObserver<typename Event::Args> {
@@ -35,7 +35,7 @@ class ObserverFunction : public AddInTest {
     NotingApp app{host};
 };
 
-TEST_F(ObserverFunction, is_named_after_the_file_with_what_is_no_letter_or_digit_replaced) {
+TEST_F(ObserverFunction, is_named_after_the_file_with_underscores_for_all_but_letters_and_digits) {
     host.path = u"C:\\My Add-ins\\My add-in 2.xll";
     AddObserverFunction(app);
     EXPECT_EQ(app.observerFunctionName, u"xll_My_add_in_2_observer");
@@ -125,7 +125,7 @@ TEST_F(ObserverFunction, the_cancel_mark_of_a_save_becomes_the_result) {
                     .ToBool());
 }
 
-TEST_F(ObserverFunction, the_other_events_get_what_belongs_to_them) {
+TEST_F(ObserverFunction, the_other_events_get_their_arguments) {
     int count = 0;
     Dispatch(
         app.events.workbookNewSheet, 14,

@@ -1,4 +1,4 @@
-// The ribbon of an application, what is told to its server and what the server is answered.
+// The ribbon of an application: the commands sent to its server and the answers to its callbacks.
 
 #include "add_in_fixture.h"
 #include "xllrt/app/ribbon.h"
@@ -50,7 +50,7 @@ TEST_F(RibbonTest, no_ribbon_cannot_be_enabled) {
     EXPECT_FALSE(app.Ribbon().IsEnabled());
 }
 
-TEST_F(RibbonTest, no_ribbon_tells_nothing) {
+TEST_F(RibbonTest, the_null_ribbon_sends_nothing) {
     IXlpRibbonImpl& ribbon = app.Ribbon();
     ribbon.Activate();
     ribbon.Deactivate();
@@ -60,7 +60,7 @@ TEST_F(RibbonTest, no_ribbon_tells_nothing) {
     EXPECT_THAT(host.TakeCalls(), IsEmpty());
 }
 
-TEST_F(RibbonTest, without_ribbon_opening_and_closing_tell_no_server) {
+TEST_F(RibbonTest, without_ribbon_opening_and_closing_send_nothing_to_a_server) {
     OpenAddIn();
     CloseAddIn();
     EXPECT_THAT(host.TakeCalls(), Each(Not(HasSubstr("379"))));
@@ -76,7 +76,7 @@ TEST_F(RibbonTest, mode_0_is_the_shared_ribbon_which_starts_disabled) {
     EXPECT_TRUE(app.Ribbon().IsAvailable());
 }
 
-TEST_F(RibbonTest, mode_minus_1_takes_the_ribbon_away) {
+TEST_F(RibbonTest, mode_minus_1_removes_the_ribbon) {
     app.SetRibbonMode(0);
     app.Ribbon().SetEnabled(true);
     EXPECT_TRUE(app.SetRibbonMode(-1));
@@ -142,7 +142,7 @@ TEST_F(RibbonTest, a_ribbon_that_is_not_enabled_is_not_switched_on) {
     app.events.DetachAll();
 }
 
-TEST_F(RibbonTest, an_enabled_ribbon_tells_nothing_on_a_host_below_version_12) {
+TEST_F(RibbonTest, an_enabled_ribbon_sends_nothing_on_a_host_below_version_12) {
     host.version = u"11.0";
     SetHostVersion(0);
     app.SetRibbonMode(0);
@@ -172,7 +172,7 @@ class RibbonDefaultTest : public RibbonTest {
     }
 };
 
-TEST_F(RibbonDefaultTest, callbacks_that_want_a_text_get_the_empty_one) {
+TEST_F(RibbonDefaultTest, callbacks_for_a_text_get_the_empty_text) {
     for (int type : {2, 4, 5, 6, 7, 9, 10, 17, 18, 19, 20, 21, 23, 27, 29, 30}) {
         const CXlOper result = Default(type);
         EXPECT_TRUE(result.IsString()) << type;
@@ -180,7 +180,7 @@ TEST_F(RibbonDefaultTest, callbacks_that_want_a_text_get_the_empty_one) {
     }
 }
 
-TEST_F(RibbonDefaultTest, callbacks_that_want_a_boolean_get_false) {
+TEST_F(RibbonDefaultTest, callbacks_for_a_boolean_get_false) {
     for (int type : {3, 11, 12, 13, 14}) {
         const CXlOper result = Default(type);
         EXPECT_TRUE(result.IsType(xltypeBool)) << type;
@@ -188,7 +188,7 @@ TEST_F(RibbonDefaultTest, callbacks_that_want_a_boolean_get_false) {
     }
 }
 
-TEST_F(RibbonDefaultTest, callbacks_that_want_a_number_get_minus_1) {
+TEST_F(RibbonDefaultTest, callbacks_for_a_number_get_minus_1) {
     for (int type : {8, 15, 16, 22, 28}) {
         const CXlOper result = Default(type);
         EXPECT_TRUE(result.IsType(xltypeNum)) << type;
@@ -292,7 +292,7 @@ class RegistrarTest : public RibbonTest {
     CRibbonEventRegistrar registrar;
 };
 
-TEST_F(RegistrarTest, the_add_ins_name_goes_in_front_of_the_macros) {
+TEST_F(RegistrarTest, the_add_ins_name_is_a_prefix_of_the_macros_name) {
     EXPECT_EQ(NameFor("Metrify"), u"Metrify.RibbonCallback");
 }
 

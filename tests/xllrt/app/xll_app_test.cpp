@@ -27,7 +27,7 @@ TEST_F(AppTest, the_last_one_constructed_is_the_instance) {
     EXPECT_EQ(CXllApp::Instance(), &second);
 }
 
-TEST_F(AppTest, one_that_cannot_have_a_wizard_detector_throws_message_31) {
+TEST_F(AppTest, an_application_without_wizard_detector_throws_message_31) {
     class NoDetector final : public CXlIntegration {
       public:
         std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const override { return nullptr; }
@@ -42,7 +42,7 @@ TEST_F(AppTest, one_that_cannot_have_a_wizard_detector_throws_message_31) {
     EXPECT_EQ(CXllApp::Instance(), nullptr);
 }
 
-TEST_F(AppTest, of_itself_an_application_does_this) {
+TEST_F(AppTest, an_application_has_these_defaults) {
     CXllApp app;
     app.OnAutoAdd();
     EXPECT_EQ(app.AutoAddResult(), 1);
@@ -105,7 +105,7 @@ TEST_F(AppTest, ribbon_callbacks_without_answer_get_a_default_by_their_type) {
 
 // ---- The process entry
 
-TEST_F(AppTest, attach_keeps_the_module_and_tells_the_application) {
+TEST_F(AppTest, attach_keeps_the_module_and_notifies_the_application) {
     NotingApp app(host);
     EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 1);
     EXPECT_EQ(ModuleHandle(), &app);
@@ -126,7 +126,7 @@ TEST_F(AppTest, without_an_application_attach_works) {
     EXPECT_EQ(ProcessEntry(nullptr, ProcessReason::attach), 1);
 }
 
-TEST_F(AppTest, a_thread_that_comes_changes_nothing_and_one_that_goes_takes_its_state) {
+TEST_F(AppTest, a_thread_start_changes_nothing_and_a_thread_end_destroys_its_state) {
     NotingApp app(host);
     ThisThreadState().staticResult.SetNumber(5.0);
     EXPECT_EQ(ProcessEntry(nullptr, ProcessReason::thread_attach), 1);
@@ -154,19 +154,19 @@ TEST_F(AppTest, a_call_back_into_the_entry_gives_1_and_does_nothing) {
     EXPECT_EQ(ModuleHandle(), &app);
 }
 
-TEST_F(AppTest, detach_lets_observers_functions_and_marks_go) {
+TEST_F(AppTest, detach_clears_observers_functions_and_marks) {
     class Observer final : public CXlStaticEventObserver<CXllOpenEventArgs> {
       public:
         Observer() : CXlStaticEventObserver(CXllOpenEvent::Chain()) {}
-        void Notify(CXllOpenEventArgs& /*args*/) override { ++told; }
-        int told = 0;
+        void Notify(CXllOpenEventArgs& /*args*/) override { ++notified; }
+        int notified = 0;
     };
     Observer observer;
     CXllApp app;
     app.OnProcessAttach();
     CXlFunctionDescriptor& descriptor = app.functions.Add(SimpleFunction(u"Func"));
     EXPECT_EQ(OpenAddIn(), 1);
-    EXPECT_EQ(observer.told, 1);
+    EXPECT_EQ(observer.notified, 1);
     EXPECT_TRUE(app.isOpenedMark);
     app.OnProcessDetach();
     EXPECT_FALSE(app.isOpenedMark);
@@ -175,7 +175,7 @@ TEST_F(AppTest, detach_lets_observers_functions_and_marks_go) {
     EXPECT_EQ(descriptor.registerId, 0.0);
     CXllOpenEventArgs args;
     app.events.open.Notify(args);
-    EXPECT_EQ(observer.told, 1);
+    EXPECT_EQ(observer.notified, 1);
 }
 
 // ---- The wizard registry

@@ -89,7 +89,7 @@ TEST_F(OpenTest, a_load_leaves_paths_letters_and_marks) {
     EXPECT_TRUE(IsAddInOpened());
 }
 
-TEST_F(OpenTest, a_second_open_is_refused_without_a_word) {
+TEST_F(OpenTest, a_second_open_is_refused_without_a_message) {
     Open(1);
     EXPECT_THAT(Open(0), IsEmpty());
     CloseAddIn();
@@ -124,7 +124,7 @@ TEST_F(OpenTest, a_path_of_four_characters_gives_one) {
     EXPECT_EQ(app.helpFile, ".chm");
 }
 
-TEST_F(OpenTest, a_host_that_does_not_tell_the_path_leaves_it_empty) {
+TEST_F(OpenTest, a_host_that_does_not_give_the_path_leaves_it_empty) {
     host.On(xlGetName, Reply::Refused());
     Open(1);
     EXPECT_EQ(app.hostPath, "");
@@ -151,7 +151,7 @@ TEST_F(OpenTest, on_open_with_0_stops_the_load_quietly) {
     EXPECT_THAT(host.TakeCalls(), Not(Contains("close")));
 }
 
-TEST_F(OpenTest, a_set_cancel_mark_stops_the_load_quietly_when_all_observers_were_told) {
+TEST_F(OpenTest, a_set_cancel_mark_stops_the_load_quietly_after_all_observers_were_notified) {
     CXllOpenEvent::StaticObserver*& chain = CXllOpenEvent::Chain();
     ASSERT_EQ(chain, nullptr);
     const CancellingObserver first(host);
@@ -169,7 +169,7 @@ TEST_F(OpenTest, a_set_cancel_mark_stops_the_load_quietly_when_all_observers_wer
 
 // ---- Registrations that fail
 
-TEST_F(OpenTest, a_user_who_declines_gets_everything_unregistered_and_no_add_in) {
+TEST_F(OpenTest, if_the_user_declines_everything_is_unregistered_and_the_load_fails) {
     app.functions.Add(SimpleFunction(u"Good"));
     host.On(xlfRegister, [](const std::vector<std::string>& arguments) {
         return arguments.at(3) == "\"Good\"" ? Reply{0, 5.0} : Reply{0, Reply::Error{xlerrValue}};
@@ -184,7 +184,7 @@ TEST_F(OpenTest, a_user_who_declines_gets_everything_unregistered_and_no_add_in)
     EXPECT_FALSE(IsAddInOpened());
 }
 
-TEST_F(OpenTest, a_user_who_accepts_gets_the_add_in_without_the_functions) {
+TEST_F(OpenTest, if_the_user_accepts_the_add_in_is_loaded_without_the_functions) {
     host.says_yes = true;
     host.On(xlfRegister, Reply{0, Reply::Error{xlerrValue}});
     const std::vector<std::string> calls = Open(1);
@@ -260,7 +260,7 @@ TEST_F(OpenTest, other_exceptions_pass_through) {
 
 // ---- Closing
 
-TEST_F(OpenTest, closing_tells_the_observers_and_then_the_application) {
+TEST_F(OpenTest, closing_notifies_the_observers_and_then_the_application) {
     const NotingObserver observer(host, CXllCloseEvent::Chain(), "close");
     app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
     Open(1);
@@ -299,7 +299,7 @@ TEST_F(OpenTest, closing_without_an_instance_gives_1) {
 
 // ---- Adding and removing
 
-TEST_F(OpenTest, adding_tells_the_application_and_gives_its_answer) {
+TEST_F(OpenTest, adding_notifies_the_application_and_returns_its_answer) {
     EXPECT_EQ(AddAddIn(), 1);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("OnAutoAdd"));
     app.add_result = -5;

@@ -9,7 +9,7 @@ namespace {
 
 using namespace metrify;
 
-// All slots that are left, given back in the end.
+// Allocates all remaining slots and frees them in the destructor.
 class AllSlots {
   public:
     AllSlots() {
@@ -35,7 +35,7 @@ class ProcessSlotTest : public AddInTest {
     ~ProcessSlotTest() override { AllocateThreadStates(); }
 };
 
-TEST_F(ProcessSlotTest, a_module_without_a_slot_is_refused_and_the_application_not_told) {
+TEST_F(ProcessSlotTest, a_module_without_a_slot_is_refused_and_the_application_is_not_notified) {
     NotingApp app(host);
     ProcessEntry(&app, ProcessReason::detach);
     host.TakeCalls();

@@ -1,4 +1,4 @@
-// What the module's entry does before and after it tells the application.
+// What the module's entry point does before and after it notifies the application.
 
 #include "add_in_fixture.h"
 #include "tests/xllrt/event/noting_integration.h"
@@ -11,7 +11,7 @@ namespace {
 using namespace metrify;
 using testing::ElementsAre;
 
-// Notes what the module has when it is told.
+// Records the state of the module at each notification.
 class ProcessApp final : public CXllApp {
   public:
     int OnProcessAttach() override {
@@ -23,14 +23,14 @@ class ProcessApp final : public CXllApp {
         return 1;
     }
 
-    std::vector<std::string> told;
+    std::vector<std::string> notified;
 
   private:
     void Note(const char* what) {
-        // Throws where there is no slot for it.
+        // Throws if there is no slot for it.
         ThisThreadState().staticResult.SetNumber(1.0);
         DestroyThreadState();
-        told.emplace_back(what).append(ModuleHandle() == this ? " with the handle" : " without the handle");
+        notified.emplace_back(what).append(ModuleHandle() == this ? " with the handle" : " without the handle");
     }
 };
 
@@ -48,22 +48,22 @@ class ProcessTest : public AddInTest {
 TEST_F(ProcessTest, the_application_has_handle_and_thread_states_from_attach_to_the_end_of_detach) {
     EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 1);
     EXPECT_EQ(ProcessEntry(&app, ProcessReason::detach), 1);
-    EXPECT_THAT(app.told, ElementsAre("attach with the handle", "detach with the handle"));
+    EXPECT_THAT(app.notified, ElementsAre("attach with the handle", "detach with the handle"));
     EXPECT_EQ(ModuleHandle(), nullptr);
 }
 
-TEST_F(ProcessTest, a_detach_takes_the_slot_of_the_thread_states) {
+TEST_F(ProcessTest, a_detach_frees_the_slot_of_the_thread_states) {
     ProcessEntry(&app, ProcessReason::attach);
     ProcessEntry(&app, ProcessReason::detach);
     EXPECT_THROW(ThisThreadState(), std::bad_alloc);
 }
 
-TEST_F(ProcessTest, threads_that_come_and_go_are_not_told_to_the_application_and_keep_the_handle) {
+TEST_F(ProcessTest, thread_starts_and_ends_do_not_notify_the_application_and_keep_the_handle) {
     ProcessEntry(&app, ProcessReason::attach);
-    app.told.clear();
+    app.notified.clear();
     EXPECT_EQ(ProcessEntry(nullptr, ProcessReason::thread_attach), 1);
     EXPECT_EQ(ProcessEntry(nullptr, ProcessReason::thread_detach), 1);
-    EXPECT_TRUE(app.told.empty());
+    EXPECT_TRUE(app.notified.empty());
     EXPECT_EQ(ModuleHandle(), &app);
 }
 

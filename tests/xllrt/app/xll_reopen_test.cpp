@@ -1,4 +1,4 @@
-// An open after one that failed: nothing of the first is left.
+// An open after a failed one, of which nothing must remain.
 
 #include "add_in_fixture.h"
 #include "tests/xllrt/event/noting_integration.h"
@@ -17,8 +17,8 @@ using testing::Not;
 
 class BookObserver final : public CXlEventStaticObserver<CXlWorkbookOpenEvent> {
   public:
-    void Notify(CXlWorkbookEventArgs& /*args*/) override { ++told; }
-    int told = 0;
+    void Notify(CXlWorkbookEventArgs& /*args*/) override { ++notified; }
+    int notified = 0;
 };
 
 class AddingObserver final : public CXlRegisterFunctionsEventStaticObserver {
@@ -36,7 +36,7 @@ class ReopenTest : public AddInTest {
     }
     ~ReopenTest() override { app.events.DetachAll(); }
 
-    // The events of the host cannot be had, which the end of a load is the first to find out.
+    // Connecting to the events of the host fails, which happens at the end of a load.
     std::vector<std::string> FailToConnect() {
         integration.script.connects = false;
         integration.script.failure = {u"no events", 0};
@@ -63,7 +63,7 @@ class ReopenTest : public AddInTest {
     const NotingObserver close_observer{host, CXllCloseEvent::Chain(), "close observer"};
 };
 
-TEST_F(ReopenTest, an_open_without_events_takes_back_what_it_registered_and_then_tells) {
+TEST_F(ReopenTest, an_open_that_fails_to_connect_to_events_unregisters_and_then_shows_the_alert) {
     const std::vector<std::string> calls = FailToConnect();
     EXPECT_THAT(calls, Contains("12 xlfUnregister(1)"));
     EXPECT_THAT(calls, Contains("12 xlfUnregister(2)"));
@@ -84,12 +84,12 @@ TEST_F(ReopenTest, observers_are_attached_once) {
     EXPECT_THAT(host.TakeCalls(), ElementsAre("close observer", "OnClose"));
     CXlWorkbookEventArgs book;
     app.events.workbookOpen.Notify(book);
-    EXPECT_EQ(book_observer.told, 1);
+    EXPECT_EQ(book_observer.notified, 1);
     app.events.DetachAll();
     app.events.close.Notify(args);
     app.events.workbookOpen.Notify(book);
     EXPECT_THAT(host.TakeCalls(), testing::IsEmpty()) << "nothing is left of them";
-    EXPECT_EQ(book_observer.told, 1);
+    EXPECT_EQ(book_observer.notified, 1);
 }
 
 TEST_F(ReopenTest, functions_are_registered_once) {
@@ -134,7 +134,7 @@ TEST_F(ReopenTest, an_exception_that_passes_leaves_nothing_either) {
     app.events.registerFunctions.RemoveObserver(&throwing);
 }
 
-TEST_F(ReopenTest, the_hook_of_the_formula_dialog_goes_with_an_open_that_fails) {
+TEST_F(ReopenTest, a_failed_open_removes_the_hook_of_the_formula_dialog) {
     const WizardIntegration wizards(host, true, true);
     NotingApp wizard_app(host, wizards);
     host.On(xlfRegister, Reply{0, Reply::Error{xlerrValue}});

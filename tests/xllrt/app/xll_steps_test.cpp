@@ -1,4 +1,4 @@
-// The steps of an open and of a close in their order, with what is there at each of them.
+// The order of the steps of an open and of a close, and the state at each step.
 
 #include "add_in_fixture.h"
 #include "tests/xllrt/event/noting_parts.h"
@@ -56,7 +56,7 @@ class StepsTest : public AddInTest {
         app.events.DetachAll();
     }
 
-    // What the application has by now.
+    // The state of the application at this point.
     std::string Present() const {
         std::string words;
         const auto add = [&words](bool is_there, const char* word) { words += is_there ? word : ""; };
@@ -71,7 +71,7 @@ class StepsTest : public AddInTest {
         return words;
     }
 
-    // Without the calls of the host as such.
+    // Excludes the individual calls of the host.
     std::vector<std::string> TakeSteps() {
         std::vector<std::string> steps = host.TakeCalls();
         std::erase_if(steps, [](const std::string& step) {
@@ -148,7 +148,7 @@ TEST_F(StepsTest, a_close_takes_all_steps_in_this_order) {
                                          "registry closed"));
 }
 
-TEST_F(StepsTest, an_observer_that_takes_the_opened_flag_away_keeps_the_application_from_closing) {
+TEST_F(StepsTest, if_an_observer_clears_the_opened_flag_the_application_is_not_closed) {
     const ClosingObserver closing_observer;
     OpenAddIn();
     host.TakeCalls();
@@ -170,7 +170,7 @@ TEST_F(StepsTest, a_close_after_a_failed_open_leaves_observers_and_application_o
 
 // ---- Adding
 
-TEST_F(StepsTest, adding_tells_the_application_before_it_asks_for_the_result) {
+TEST_F(StepsTest, adding_notifies_the_application_before_it_gets_the_result) {
     class Refusing final : public CXllApp {
       public:
         void OnAutoAdd() override { result_ = 0; }
@@ -194,7 +194,7 @@ TEST_F(StepsTest, the_parts_are_destroyed_in_this_order) {
     EXPECT_THAT(TakeSteps(), ElementsAre("ribbon gone", "helper gone", "registry gone", "detector gone"));
 }
 
-TEST_F(StepsTest, a_destroyed_application_is_no_instance_any_more) {
+TEST_F(StepsTest, a_destroyed_application_is_not_the_instance) {
     {
         const CXllApp other;
         EXPECT_EQ(CXllApp::Instance(), &other);

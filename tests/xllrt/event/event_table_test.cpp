@@ -1,4 +1,4 @@
-// The events of the host, every one with its number, and the static observers of all events.
+// The numbers of the events of the host, and the static observers of all events.
 
 #include "noting_integration.h"
 #include "tests/xllrt/app/add_in_fixture.h"
@@ -93,7 +93,7 @@ TEST_F(EventTable, the_number_of_an_event_is_dispatched_to_its_observers_and_no_
         });
 }
 
-TEST_F(EventTable, events_that_are_not_the_hosts_switch_nothing_on) {
+TEST_F(EventTable, events_of_the_application_switch_nothing_on) {
     CountingObserver<CXllOpenEvent> opening;
     CountingObserver<CXllCloseEvent> closing;
     app.events.open.AddObserver(&opening);
@@ -191,7 +191,7 @@ TEST_F(EventTable, each_operation_asks_its_own_switch_and_its_own_handler) {
 
 // ---- The chains
 
-/// A static observer that is linked to its event as long as it lives.
+/// A static observer that is in the chain of its event during its lifetime.
 template <class Event>
 class ChainedObserver final : public CXlEventStaticObserver<Event> {
   public:
@@ -206,7 +206,7 @@ class ChainedObserver final : public CXlEventStaticObserver<Event> {
 class AllChains {
   public:
     template <class Event>
-    int Told(Event& event) {
+    int Notified(Event& event) {
         count_ = 0;
         typename Event::Args args{};
         event.Notify(args);
@@ -239,11 +239,11 @@ class AllChains {
 TEST_F(EventTable, opening_and_registering_are_attached_at_process_attach_and_no_other) {
     AllChains chains;
     app.OnProcessAttach();
-    EXPECT_EQ(chains.Told(app.events.open), 1);
-    EXPECT_EQ(chains.Told(app.events.registerFunctions), 1);
-    EXPECT_EQ(chains.Told(app.events.close), 0);
+    EXPECT_EQ(chains.Notified(app.events.open), 1);
+    EXPECT_EQ(chains.Notified(app.events.registerFunctions), 1);
+    EXPECT_EQ(chains.Notified(app.events.close), 0);
     ForEachHostEvent(app.events,
-                     [&](auto& event, int number) { EXPECT_EQ(chains.Told(event), 0) << number; });
+                     [&](auto& event, int number) { EXPECT_EQ(chains.Notified(event), 0) << number; });
     app.OnProcessDetach();
 }
 
@@ -251,18 +251,18 @@ TEST_F(EventTable, the_other_17_are_attached_at_the_end_of_a_load) {
     AllChains chains;
     app.OnProcessAttach();
     bool is_late = false;
-    // The functions of the add-in are registered by then, and nothing is asked of the automation before.
+    // The functions are registered at that point, and the automation has not been used before.
     host.On(xlfRegister, [&](const std::vector<std::string>&) {
-        is_late = chains.Told(app.events.close) != 0 || !SwitchedOn().empty();
+        is_late = chains.Notified(app.events.close) != 0 || !SwitchedOn().empty();
         return Reply{0, 1.0};
     });
     EXPECT_EQ(OpenAddIn(), 1);
     EXPECT_FALSE(is_late);
-    EXPECT_EQ(chains.Told(app.events.open), 1);
-    EXPECT_EQ(chains.Told(app.events.registerFunctions), 1);
-    EXPECT_EQ(chains.Told(app.events.close), 1);
+    EXPECT_EQ(chains.Notified(app.events.open), 1);
+    EXPECT_EQ(chains.Notified(app.events.registerFunctions), 1);
+    EXPECT_EQ(chains.Notified(app.events.close), 1);
     ForEachHostEvent(app.events,
-                     [&](auto& event, int number) { EXPECT_EQ(chains.Told(event), 1) << number; });
+                     [&](auto& event, int number) { EXPECT_EQ(chains.Notified(event), 1) << number; });
     EXPECT_THAT(SwitchedOn(), ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 20, 21));
     app.OnProcessDetach();
 }
@@ -276,7 +276,7 @@ TEST_F(EventTable, a_load_that_is_cancelled_attaches_none_of_the_17) {
     const Cancelling cancelling;
     app.OnProcessAttach();
     OpenAddIn();
-    EXPECT_EQ(chains.Told(app.events.close), 0);
+    EXPECT_EQ(chains.Notified(app.events.close), 0);
     EXPECT_THAT(SwitchedOn(), IsEmpty());
     app.OnProcessDetach();
 }
@@ -284,10 +284,10 @@ TEST_F(EventTable, a_load_that_is_cancelled_attaches_none_of_the_17) {
 TEST_F(EventTable, they_are_attached_in_the_order_of_the_table_closing_first) {
     AllChains chains;
     std::vector<std::vector<int>> before_connect;
-    std::vector<int> closing_told;
+    std::vector<int> closing_notified;
     integration.script.connecting = [&] {
         before_connect.push_back(SwitchedOn());
-        closing_told.push_back(chains.Told(app.events.close));
+        closing_notified.push_back(chains.Notified(app.events.close));
     };
     app.events.AttachRest();
     const std::vector<int> order{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 20, 21};
@@ -296,20 +296,20 @@ TEST_F(EventTable, they_are_attached_in_the_order_of_the_table_closing_first) {
         EXPECT_EQ(before_connect[i],
                   std::vector<int>(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(i)));
     }
-    EXPECT_EQ(closing_told.front(), 1) << "attached before the first event of the host";
+    EXPECT_EQ(closing_notified.front(), 1) << "attached before the first event of the host";
     app.events.DetachAll();
 }
 
-TEST_F(EventTable, process_detach_lets_all_19_go) {
+TEST_F(EventTable, process_detach_detaches_all_19) {
     AllChains chains;
     app.OnProcessAttach();
     app.events.AttachRest();
     app.OnProcessDetach();
-    EXPECT_EQ(chains.Told(app.events.open), 0);
-    EXPECT_EQ(chains.Told(app.events.registerFunctions), 0);
-    EXPECT_EQ(chains.Told(app.events.close), 0);
+    EXPECT_EQ(chains.Notified(app.events.open), 0);
+    EXPECT_EQ(chains.Notified(app.events.registerFunctions), 0);
+    EXPECT_EQ(chains.Notified(app.events.close), 0);
     ForEachHostEvent(app.events,
-                     [&](auto& event, int number) { EXPECT_EQ(chains.Told(event), 0) << number; });
+                     [&](auto& event, int number) { EXPECT_EQ(chains.Notified(event), 0) << number; });
     EXPECT_THAT(SwitchedOn(), IsEmpty());
 }
 

@@ -15,7 +15,7 @@ using testing::IsEmpty;
 
 using Notes = std::vector<std::string>;
 
-// An event that tells when it has observers and when it has none.
+// An event that records the addition of its first and the removal of its last observer.
 class NotingEvent final : public CXlEvent<CXlEventArgs> {
   public:
     Notes notes;
@@ -51,7 +51,7 @@ class ThrowingObserver final : public CXlEventObserver<CXlEventArgs> {
     void Notify(CXlEventArgs& /*args*/) override { throw CXlRuntimeException(std::string("no")); }
 };
 
-Notes Told(const CXlEvent<CXlEventArgs>& event, Notes& notes) {
+Notes Notified(const CXlEvent<CXlEventArgs>& event, Notes& notes) {
     notes.clear();
     CXlEventArgs args;
     event.Notify(args);
@@ -60,14 +60,14 @@ Notes Told(const CXlEvent<CXlEventArgs>& event, Notes& notes) {
 
 // ---- Observers of one event
 
-TEST(CXlEvent, observers_are_told_in_the_order_in_which_they_were_added) {
+TEST(CXlEvent, observers_are_notified_in_the_order_in_which_they_were_added) {
     NotingEvent event;
     Notes notes;
     NotingObserver a(notes, "a");
     NotingObserver b(notes, "b");
     event.AddObserver(&b);
     event.AddObserver(&a);
-    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+    EXPECT_THAT(Notified(event, notes), ElementsAre("b", "a"));
 }
 
 TEST(CXlEvent, the_first_observer_is_announced_and_a_second_is_not) {
@@ -80,7 +80,7 @@ TEST(CXlEvent, the_first_observer_is_announced_and_a_second_is_not) {
     EXPECT_THAT(event.notes, ElementsAre("first"));
 }
 
-TEST(CXlEvent, the_last_observer_that_goes_is_announced_and_the_first_of_two_is_not) {
+TEST(CXlEvent, removing_the_last_observer_is_announced_and_removing_the_first_of_two_is_not) {
     NotingEvent event;
     Notes notes;
     NotingObserver a(notes, "a");
@@ -95,7 +95,7 @@ TEST(CXlEvent, the_last_observer_that_goes_is_announced_and_the_first_of_two_is_
 }
 
 TEST(CXlEvent, the_first_observer_is_announced_before_it_is_in_the_list) {
-    // What is thrown at that point leaves the list empty.
+    // An exception at that point leaves the list empty.
     class Refusing final : public CXlEvent<CXlEventArgs> {
       protected:
         void OnFirstObserver() override { throw CXlRuntimeException(std::string("no")); }
@@ -104,10 +104,10 @@ TEST(CXlEvent, the_first_observer_is_announced_before_it_is_in_the_list) {
     Notes notes;
     NotingObserver a(notes, "a");
     EXPECT_THROW(event.AddObserver(&a), CXlRuntimeException);
-    EXPECT_THAT(Told(event, notes), IsEmpty());
+    EXPECT_THAT(Notified(event, notes), IsEmpty());
 }
 
-TEST(CXlEvent, removing_who_is_no_observer_changes_nothing_and_announces_nothing) {
+TEST(CXlEvent, removing_an_object_that_is_not_an_observer_changes_nothing_and_announces_nothing) {
     NotingEvent event;
     Notes notes;
     NotingObserver a(notes, "a");
@@ -116,7 +116,7 @@ TEST(CXlEvent, removing_who_is_no_observer_changes_nothing_and_announces_nothing
     event.notes.clear();
     event.RemoveObserver(&stranger);
     EXPECT_THAT(event.notes, IsEmpty());
-    EXPECT_THAT(Told(event, notes), ElementsAre("a"));
+    EXPECT_THAT(Notified(event, notes), ElementsAre("a"));
 }
 
 TEST(CXlEvent, removing_from_an_event_without_observers_announces_nothing) {
@@ -127,7 +127,7 @@ TEST(CXlEvent, removing_from_an_event_without_observers_announces_nothing) {
     EXPECT_THAT(event.notes, IsEmpty());
 }
 
-TEST(CXlEvent, an_observer_added_twice_is_told_twice_and_removed_once) {
+TEST(CXlEvent, an_observer_added_twice_is_notified_twice_and_removed_once) {
     NotingEvent event;
     Notes notes;
     NotingObserver a(notes, "a");
@@ -135,12 +135,12 @@ TEST(CXlEvent, an_observer_added_twice_is_told_twice_and_removed_once) {
     event.AddObserver(&a);
     event.AddObserver(&b);
     event.AddObserver(&a);
-    EXPECT_THAT(Told(event, notes), ElementsAre("a", "b", "a"));
+    EXPECT_THAT(Notified(event, notes), ElementsAre("a", "b", "a"));
     event.RemoveObserver(&a);
-    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+    EXPECT_THAT(Notified(event, notes), ElementsAre("b", "a"));
 }
 
-TEST(CXlEvent, what_an_observer_throws_ends_the_walk) {
+TEST(CXlEvent, an_exception_from_an_observer_ends_the_notification) {
     NotingEvent event;
     Notes notes;
     NotingObserver a(notes, "a");
@@ -156,18 +156,18 @@ TEST(CXlEvent, what_an_observer_throws_ends_the_walk) {
 
 // ---- Chains of static observers
 
-TEST(CXlStaticEventObserver, observers_of_a_chain_are_told_in_the_reverse_order_of_their_construction) {
+TEST(CXlStaticEventObserver, observers_of_a_chain_are_notified_in_the_reverse_order_of_their_construction) {
     CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
     Notes notes;
     const NotingStaticObserver a(head, notes, "a");
     const NotingStaticObserver b(head, notes, "b");
     NotingEvent event;
     event.AttachChain(head);
-    EXPECT_THAT(Told(event, notes), ElementsAre("b", "a"));
+    EXPECT_THAT(Notified(event, notes), ElementsAre("b", "a"));
     EXPECT_THAT(event.notes, ElementsAre("first"));
 }
 
-TEST(CXlStaticEventObserver, a_detached_chain_is_not_told) {
+TEST(CXlStaticEventObserver, a_detached_chain_is_not_notified) {
     CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
     Notes notes;
     const NotingStaticObserver a(head, notes, "a");
@@ -175,11 +175,11 @@ TEST(CXlStaticEventObserver, a_detached_chain_is_not_told) {
     NotingEvent event;
     event.AttachChain(head);
     event.DetachChain(head);
-    EXPECT_THAT(Told(event, notes), IsEmpty());
+    EXPECT_THAT(Notified(event, notes), IsEmpty());
     EXPECT_THAT(event.notes, ElementsAre("first", "none"));
 }
 
-TEST(CXlStaticEventObserver, an_observer_that_ends_leaves_its_chain_from_wherever_it_stands) {
+TEST(CXlStaticEventObserver, a_destroyed_observer_leaves_its_chain_at_any_position) {
     for (int which = 0; which < 3; ++which) {
         CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
         Notes notes;
@@ -190,7 +190,7 @@ TEST(CXlStaticEventObserver, an_observer_that_ends_leaves_its_chain_from_whereve
         NotingEvent event;
         event.AttachChain(head);
         const std::vector<Notes> expected{{"c", "b"}, {"c", "a"}, {"b", "a"}};
-        EXPECT_EQ(Told(event, notes), expected[static_cast<std::size_t>(which)]);
+        EXPECT_EQ(Notified(event, notes), expected[static_cast<std::size_t>(which)]);
     }
 }
 
@@ -204,19 +204,19 @@ TEST(CXlStaticEventObserver, the_last_observer_leaves_an_empty_chain) {
     EXPECT_EQ(head, nullptr);
 }
 
-TEST(CXlStaticEventObserver, every_event_has_a_chain_of_its_own) {
+TEST(CXlStaticEventObserver, every_event_has_a_separate_chain) {
     Notes notes;
     const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
     CXlAppEvents events;
     events.AttachEarly();
     events.AttachRest();
-    EXPECT_THAT(Told(events.registerFunctions, notes), IsEmpty());
-    EXPECT_THAT(Told(events.close, notes), ElementsAre("close"));
+    EXPECT_THAT(Notified(events.registerFunctions, notes), IsEmpty());
+    EXPECT_THAT(Notified(events.close, notes), ElementsAre("close"));
     events.DetachAll();
-    EXPECT_THAT(Told(events.close, notes), IsEmpty());
+    EXPECT_THAT(Notified(events.close, notes), IsEmpty());
 }
 
-// ---- When the chains are taken over
+// ---- Attaching the chains
 
 TEST(CXlAppEvents, opening_and_registering_are_attached_early_and_the_others_are_not) {
     Notes notes;
@@ -224,11 +224,11 @@ TEST(CXlAppEvents, opening_and_registering_are_attached_early_and_the_others_are
     const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
     CXlAppEvents events;
     events.AttachEarly();
-    EXPECT_THAT(Told(events.registerFunctions, notes), ElementsAre("register"));
-    EXPECT_THAT(Told(events.close, notes), IsEmpty());
+    EXPECT_THAT(Notified(events.registerFunctions, notes), ElementsAre("register"));
+    EXPECT_THAT(Notified(events.close, notes), IsEmpty());
     events.AttachRest();
-    EXPECT_THAT(Told(events.registerFunctions, notes), ElementsAre("register"));
-    EXPECT_THAT(Told(events.close, notes), ElementsAre("close"));
+    EXPECT_THAT(Notified(events.registerFunctions, notes), ElementsAre("register"));
+    EXPECT_THAT(Notified(events.close, notes), ElementsAre("close"));
     events.DetachAll();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// An integration whose host's automation is a list of what was asked of it. Objects of the host are texts:
-// "Book1" is a workbook, "Book1!Sheet1" a sheet, "$A$1" a range. One that is empty cannot be described.
+// An integration that records the calls of the host's automation. Objects of the host are texts:
+// "Book1" is a workbook, "Book1!Sheet1" a sheet, "$A$1" a range. An empty one cannot be described.
 
 #include "xllrt/event/integration.h"
 
@@ -20,10 +20,10 @@ struct AutomationScript {
     bool starts = true;
     bool connects = true;
     XlComFailure failure;
-    /// Runs a macro; false if that fails.
+    /// Runs a macro. Returns false on failure.
     std::function<bool(std::span<const XlComValue> values, CXlOper& answer)> run =
         [](std::span<const XlComValue>, CXlOper&) { return true; };
-    /// Called at each connection.
+    /// Called on each connection.
     std::function<void()> connecting = [] {};
     std::vector<std::string> calls;           ///< "start", "connect", "run", "end"
     std::vector<std::vector<XlComValue>> ran; ///< the lists

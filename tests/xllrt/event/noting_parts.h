@@ -1,7 +1,7 @@
 #pragma once
 
-// Parts of an add-in that note in the host's list of calls what is asked of them: observers, a ribbon, a
-// registry of wizard functions and who holds it.
+// Parts of an add-in that record calls in the host's call list: observers, a ribbon, a registry of wizard
+// functions and its holder.
 
 #include "tests/xllrt/gate/scripted_host.h"
 #include "xllrt/app/ribbon.h"

@@ -1,4 +1,4 @@
-// Events of the host: switched on, raised, described for the call that leads to their handler.
+// Events of the host: switching on, raising, and the call of the handler.
 
 #include "noting_integration.h"
 #include "xllrt/app/xll_app.h"
@@ -19,7 +19,7 @@ class RaisingTest : public testing::Test {
     RaisingTest() { app.observerFunctionName = u"xll_Test_observer"; }
     ~RaisingTest() override { RunEventCallsAsText(false); }
 
-    // The one call that was run, and the list is emptied.
+    // Removes and returns the only recorded call.
     Values TakeRan() {
         EXPECT_EQ(integration.script.ran.size(), 1U);
         Values values;
@@ -53,7 +53,7 @@ class SelectionObserver final : public CXlEventObserver<CXlRangeEventArgs> {
 
 // ---- Switching events on and off
 
-TEST_F(RaisingTest, without_observers_of_host_events_the_automation_is_never_looked_for) {
+TEST_F(RaisingTest, without_observers_of_host_events_the_automation_is_not_started) {
     app.events.AttachEarly();
     app.events.AttachRest();
     app.events.DetachAll();
@@ -77,7 +77,7 @@ TEST_F(RaisingTest, a_second_observer_does_not_enable_the_event_again) {
     EXPECT_THAT(integration.script.calls, IsEmpty());
 }
 
-TEST_F(RaisingTest, the_event_stays_on_until_the_last_observer_goes_and_the_connection_stays) {
+TEST_F(RaisingTest, the_event_stays_on_until_the_last_observer_is_removed_and_the_connection_stays) {
     SelectionObserver first;
     SelectionObserver second;
     app.events.selectionChange.AddObserver(&first);
@@ -101,13 +101,13 @@ TEST_F(RaisingTest, switching_off_an_event_that_never_was_on_needs_no_automation
     EXPECT_THAT(integration.script.calls, IsEmpty());
 }
 
-TEST_F(RaisingTest, process_detach_lets_the_automation_go) {
+TEST_F(RaisingTest, process_detach_releases_the_automation) {
     app.EnableEvent(4, true);
     app.OnProcessDetach();
     EXPECT_THAT(integration.script.calls, ElementsAre("start", "connect", "end"));
 }
 
-TEST_F(RaisingTest, an_automation_that_does_not_start_is_let_go_and_its_words_and_code_are_thrown) {
+TEST_F(RaisingTest, an_automation_that_does_not_start_is_released_and_its_text_and_code_are_thrown) {
     integration.script.starts = false;
     integration.script.failure = {u"CoInitialize", 0x80010106};
     try {
@@ -121,7 +121,7 @@ TEST_F(RaisingTest, an_automation_that_does_not_start_is_let_go_and_its_words_an
     EXPECT_FALSE(app.eventSwitches[4]);
 }
 
-TEST_F(RaisingTest, an_automation_that_does_not_start_without_a_failure_code_throws_its_bare_words) {
+TEST_F(RaisingTest, an_automation_that_does_not_start_without_a_failure_code_throws_its_text_alone) {
     integration.script.starts = false;
     integration.script.failure = {u"No CXllApp instance found", 0};
     try {
@@ -154,7 +154,7 @@ TEST_F(RaisingTest, a_connection_that_is_not_confirmed_throws_and_leaves_the_eve
     EXPECT_FALSE(app.eventSwitches[4]);
 }
 
-// ---- Who is called
+// ---- Choice of the handler
 
 TEST_F(RaisingTest, an_event_that_is_off_and_has_no_macro_is_answered_without_a_call) {
     EXPECT_FALSE(app.OnSheetActivate(&sheet));
@@ -167,7 +167,7 @@ TEST_F(RaisingTest, an_event_that_is_on_reaches_the_observer_function_with_its_n
     EXPECT_EQ(TakeRan(), (Values{u"xll_Test_observer", 4, u"[Book1]Sheet1"}));
 }
 
-TEST_F(RaisingTest, an_event_that_is_on_has_nobody_to_reach_without_an_observer_function) {
+TEST_F(RaisingTest, an_event_that_is_on_calls_nothing_without_an_observer_function) {
     app.EnableEvent(4, true);
     app.observerFunctionName.clear();
     EXPECT_FALSE(app.OnSheetActivate(&sheet));
@@ -180,7 +180,7 @@ TEST_F(RaisingTest, a_macro_set_for_an_event_is_called_without_the_number_though
     EXPECT_EQ(TakeRan(), (Values{u"MyMacro", u"[Book1]Sheet1"}));
 }
 
-TEST_F(RaisingTest, a_macro_set_for_an_event_goes_before_the_observer_function) {
+TEST_F(RaisingTest, a_macro_set_for_an_event_takes_precedence_over_the_observer_function) {
     app.EnableEvent(4, true);
     app.eventHandlers[4] = "MyMacro";
     app.OnSheetActivate(&sheet);
@@ -194,7 +194,7 @@ TEST_F(RaisingTest, event_13_reaches_the_macro_set_for_it_though_it_has_no_event
     EXPECT_EQ(TakeRan(), (Values{u"BeforePrint", u"Book1"}));
 }
 
-TEST_F(RaisingTest, numbers_beyond_the_table_reach_nobody) {
+TEST_F(RaisingTest, numbers_outside_the_table_call_nothing) {
     SwitchOnAll();
     EXPECT_FALSE(app.RaiseEvent(22, true, "B", {&book}));
     EXPECT_FALSE(app.RaiseEvent(-1, true, "B", {&book}));
@@ -356,9 +356,9 @@ TEST_F(RaisingTest, an_answer_that_cannot_be_turned_into_a_boolean_is_false) {
     EXPECT_FALSE(app.OnWorkbookBeforeClose(&book));
 }
 
-// ---- The road by text
+// ---- Calls as text
 
-TEST_F(RaisingTest, by_text_names_stand_in_quotes_and_the_number_and_flags_without) {
+TEST_F(RaisingTest, in_a_text_call_names_are_quoted_and_the_number_and_flags_are_not) {
     RunEventCallsAsText(true);
     SwitchOnAll();
     Answer([](CXlOper& answer) { answer.SetBool(1); });
