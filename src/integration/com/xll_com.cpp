@@ -81,6 +81,7 @@ bool CXllCom::Shutdown(ComFailure& failure) {
 void CXllCom::Abandon() {
     application_.Release();
     sink_.Release();
+    is_started_ = false;
     is_apartment_entered_ = false;
     are_events_connected_ = false;
     current_instance = nullptr;
