@@ -1,4 +1,4 @@
-#include "xllrt/app/host_letters.h"
+#include "xllrt/gate/host_letters.h"
 
 #include "xllrt/gate/workspace_items.h"
 #include "xllrt/text/code_page.h"
@@ -45,15 +45,15 @@ void ReadHostLetters() {
         ReadLetter(kColumnLetterItem, shared_letters.wideColumn, shared_letters.narrowColumn);
 }
 
-bool ReadHostSeparators(CXllApp& application) {
+bool ReadHostSeparators(char& list_separator, char& row_letter, char& column_letter) {
     const char separator = FirstByte(kListSeparatorItem);
     const char row = separator != 0 ? FirstByte(kRowLetterItem) : '\0';
     const char column = row != 0 ? FirstByte(kColumnLetterItem) : '\0';
     if (column == 0)
         return false;
-    application.listSeparator = separator;
-    application.rowLetter = row;
-    application.columnLetter = column;
+    list_separator = separator;
+    row_letter = row;
+    column_letter = column;
     return true;
 }
 
