@@ -30,7 +30,8 @@ class ProcessApp final : public CXllApp {
         // Throws if there is no slot for it.
         ThisThreadState().staticResult.SetNumber(1.0);
         DestroyThreadState();
-        notified.emplace_back(what).append(ModuleHandle() == this ? " with the handle" : " without the handle");
+        notified.emplace_back(what).append(ModuleHandle() == this ? " with the handle"
+                                                                  : " without the handle");
     }
 };
 
