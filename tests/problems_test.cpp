@@ -41,7 +41,7 @@ struct problem {
     std::vector<known_number> solution, end;
 };
 
-std::string behind(const std::string& line, const std::string& mark) {
+std::string text_after(const std::string& line, const std::string& mark) {
     return line.starts_with(mark) ? line.substr(mark.size()) : std::string();
 }
 
@@ -56,14 +56,14 @@ problem read_problem(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
     for (std::string line; std::getline(in, line);) {
         if (read.title.empty())
-            read.title = behind(line, "# ");
-        if (const std::string solution = behind(line, "# solution: "); !solution.empty())
+            read.title = text_after(line, "# ");
+        if (const std::string solution = text_after(line, "# solution: "); !solution.empty())
             read.solution.push_back(read_solution(solution));
-        if (const std::string outcome = behind(line, "# outcome: "); !outcome.empty())
+        if (const std::string outcome = text_after(line, "# outcome: "); !outcome.empty())
             read.outcome = outcome;
-        if (const std::string end = behind(line, "# end: "); !end.empty())
+        if (const std::string end = text_after(line, "# end: "); !end.empty())
             read.end.push_back(read_solution(end));
-        if (const std::string message = behind(line, "# message: "); !message.empty())
+        if (const std::string message = text_after(line, "# message: "); !message.empty())
             read.message = message;
         read.text += line + "\n";
     }

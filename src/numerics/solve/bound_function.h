@@ -1,7 +1,7 @@
 #pragma once
 
 // The interface through which the methods see the function block: numbers in, numbers out, and an error text.
-// Units, variables and instructions are hidden behind it.
+// Units, variables and instructions are internal to it.
 
 #include "base/text_str.h"
 
