@@ -25,6 +25,7 @@ void typed_text::take(char byte, std::wstring& characters) {
     while (!pending_.empty()) {
         std::mbstate_t start = {};
         wchar_t character = L'\0';
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the state is not the shared one
         const std::size_t length = std::mbrtowc(&character, pending_.data(), pending_.size(), &start);
         if (length == incomplete)
             return;
@@ -44,6 +45,7 @@ std::string typed_text::bytes_of(std::wstring_view characters) {
             continue;
         }
         std::mbstate_t start = {};
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the state is not the shared one
         const std::size_t length = std::wcrtomb(encoded.data(), character, &start);
         if (length <= encoded.size())
             bytes.append(encoded.data(), length);
