@@ -71,7 +71,9 @@ class BoxAnswerer {
     }
 
     void Answer(HWND window) {
-        boxes.push_back({WindowText(window), L"", {}, nullptr, GetWindow(window, GW_OWNER)});
+        SeenBox& box = boxes.emplace_back();
+        box.title = WindowText(window);
+        box.owner = GetWindow(window, GW_OWNER);
         EnumChildWindows(window, LookAtChild, 0);
         PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button_), 0);
     }
