@@ -11,20 +11,14 @@ payload_kind kind_of(std::uint32_t code) {
 } // namespace
 
 void code_list::emit(opcode code, const payload& of) {
-    switch (kind_of(code)) {
-    case payload_kind::none:
-        emit(code);
-        break;
-    case payload_kind::value:
+    if (of.value != nullptr)
         emit(code, *of.value);
-        break;
-    case payload_kind::scale:
+    else if (of.scale != nullptr)
         emit(code, *of.scale);
-        break;
-    case payload_kind::variable:
+    else if (of.variable != nullptr)
         emit(code, of.variable);
-        break;
-    }
+    else
+        emit(code);
 }
 
 payload code_list::payload_of(const stck_node& node) const {
