@@ -1,6 +1,7 @@
 #include "functions/function_help.h"
 
 #include "base/cursor.h"
+#include "functions/function_rows.h"
 
 #include <iterator>
 
@@ -43,6 +44,18 @@ void append_example(std::string& entry, const function_facts& function) {
 }
 
 } // namespace
+
+std::span<const function_row> all_functions() {
+    return functions;
+}
+
+std::vector<const function_row*> functions_in(family chapter) {
+    std::vector<const function_row*> rows;
+    for (const function_row& row : functions_by_table)
+        if (row.chapter == chapter)
+            rows.push_back(&row);
+    return rows;
+}
 
 std::vector<help_chapter> function_help() {
     std::vector<help_chapter> chapters;

@@ -1,66 +1,23 @@
 #include "functions/function_table.h"
 
 #include "base/perfect_hash.h"
-#include "functions/constants.h"
-#include "functions/scalar_functions.h"
-#include "functions/solving_functions.h"
-#include "functions/special_functions.h"
-#include "functions/vector_functions.h"
+#include "functions/function_rows.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
-#include <utility>
 
 namespace metrify {
 
 namespace {
 
-constexpr std::size_t function_count = 89;
-
-template <const auto& table>
-using rows_of = std::make_index_sequence<std::size(table)>;
-
-/// Calls the routine of a table's row without a search.
-template <const auto& table, std::size_t row>
-constexpr builtin routine_of() {
-    if constexpr (requires { table[row].run; })
-        return table[row].run;
-    else
-        return [](std::int32_t, compile_ctx& ctx, text_str*& err) { run_function(table[row], ctx, err); };
+constexpr function_list make_called_functions() {
+    function_list called = functions;
+    for (function_row& row : called)
+        static_cast<function_facts&>(row) = without_help(row);
+    return called;
 }
 
-template <const auto& table, std::size_t... row>
-constexpr function_row* append_rows(function_row* next, std::index_sequence<row...>) {
-    ((*next++ = {table[row].about, routine_of<table, row>()}), ...);
-    return next;
-}
-
-using function_list = std::array<function_row, function_count>;
-
-/// All rows, table after table.
-template <const auto&... tables>
-constexpr function_list joined() {
-    static_assert((std::size(tables) + ...) == function_count);
-    function_list rows = {};
-    function_row* next = rows.data();
-    ((next = append_rows<tables>(next, rows_of<tables>())), ...);
-    return rows;
-}
-
-constexpr function_list functions_by_table =
-    joined<formulas, scalar_functions, vector_functions, constants, solving_functions, special_functions>();
-
-/// The numbers run in alphabetical order without regard to case; the six inverse hyperbolic functions come
-/// last.
-constexpr function_list make_functions() {
-    function_list functions = {};
-    for (const function_row& row : functions_by_table)
-        functions.at(static_cast<std::size_t>(row.number - 1)) = row;
-    return functions;
-}
-
-constexpr function_list functions = make_functions();
+constexpr function_list called_functions = make_called_functions();
 
 constexpr std::uint64_t folded_hash(std::string_view name) {
     std::uint64_t hash = name_hash_seed;
@@ -92,18 +49,6 @@ static_assert(functions[function_component - 1].name == "component");
 
 } // namespace
 
-std::span<const function_row> all_functions() {
-    return functions;
-}
-
-std::vector<const function_row*> functions_in(family chapter) {
-    std::vector<const function_row*> rows;
-    for (const function_row& row : functions_by_table)
-        if (row.chapter == chapter)
-            rows.push_back(&row);
-    return rows;
-}
-
 bool lookup_function(cursor& expptr, function_ref& function) {
     cursor p = expptr;
     if (!is_mnemonic(false, p))
@@ -116,9 +61,10 @@ bool lookup_function(cursor& expptr, function_ref& function) {
             return false;
     }
     const std::uint16_t place = function_hash.find(hash);
-    if (place == function_hash.none || text_compare_nocase(functions[place].name, text_span(expptr, p)) != 0)
+    if (place == function_hash.none ||
+        text_compare_nocase(called_functions[place].name, text_span(expptr, p)) != 0)
         return false;
-    function = {functions[place].number, functions[place].except.mode};
+    function = {called_functions[place].number, called_functions[place].except.mode};
     expptr = p;
     return true;
 }
@@ -139,7 +85,7 @@ void call_func_by_number(std::int32_t number, std::int32_t, std::int32_t count, 
         append(err, "ERROR:  Bad function number in call_func_by_number.\n");
         return;
     }
-    const function_row& row = functions[static_cast<std::size_t>(number - 1)];
+    const function_row& row = called_functions[static_cast<std::size_t>(number - 1)];
     const std::string_view name = row.name_in_count();
     if (row.takes_variables() && !can_run_block(name, count, ctx, err))
         return;
