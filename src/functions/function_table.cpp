@@ -42,7 +42,7 @@ constexpr std::size_t longest_name =
         ->name.size();
 
 static_assert(std::none_of(functions.begin(), functions.end(),
-                           [](const function_row& row) { return row.run == nullptr; }),
+                           [](const function_row& row) { return row.number == 0; }),
               "each number from 1 on has a row");
 static_assert(functions[function_Number - 1].name == "Number");
 static_assert(functions[function_component - 1].name == "component");
