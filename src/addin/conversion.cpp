@@ -1,9 +1,11 @@
 #include "addin/conversion.h"
 
+#include "addin/known_conversions.h"
 #include "base/number_text.h"
 #include "base/text_str.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace metrify {
@@ -68,7 +70,7 @@ std::string_view failed_request(std::string_view answer, std::size_t mark, std::
 }
 
 void pick_answer(conversion& cells) {
-    const std::string_view answer = cells.answer.view();
+    const std::string_view answer = cells.answer->view();
     const std::size_t equals = answer.find('=');
     if (const std::size_t mark = find_after_blank(answer, "ERROR"); mark != std::string_view::npos) {
         const std::size_t message = find_after_blank(answer, "ERROR:", mark);
@@ -78,19 +80,38 @@ void pick_answer(conversion& cells) {
     } else if (equals != std::string_view::npos) {
         cells.outcome = conversion_outcome::converted;
         cells.number = leading_number(answer.data() + equals + 1);
-        cells.text = mark_unit_text(cells.answer, equals + 1);
+        cells.text = mark_unit_text(*cells.answer, equals + 1);
     }
+}
+
+// A number with six digits, as a listing has it.
+double as_listed(double x) {
+    number_buffer digits;
+    const std::string_view text = format_double(x, digits);
+    digits.text[text.size()] = '\0';
+    return leading_number(text.data());
 }
 
 } // namespace
 
-conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units) {
     number_buffer number;
     work_text line;
     append(line.str, format_double(val, number), " ", in_units, "; ", out_units);
-    conversion cells = {interpret_dimensional_input_lines(line.str->text)};
+    conversion cells;
+    cells.answer.emplace(interpret_dimensional_input_lines(line.str->text));
     pick_answer(cells);
     return cells;
+}
+
+conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+    // Infinity and not-a-number are names in a line.
+    const known_conversion* const known =
+        std::isfinite(val) ? find_known_conversion(in_units, out_units) : nullptr;
+    if (known == nullptr)
+        return convert_units_by_line(val, in_units, out_units);
+    const double number = as_listed(known->convert(as_listed(val)));
+    return {{}, conversion_outcome::converted, number, known->unit_cell()};
 }
 
 } // namespace metrify

@@ -1,10 +1,12 @@
 #pragma once
 
-// The conversion of the worksheet function. It builds and runs a line of the language and extracts the answer
-// from the listing. The two unit texts are not inspected: the language handles whatever they contain.
+// The conversion of the worksheet function. It is what a line of the language with the number and the two
+// unit texts gives: the language handles whatever they contain. A conversion between plain units is computed
+// without the line.
 
 #include "language/driver.h"
 
+#include <optional>
 #include <string_view>
 
 namespace metrify {
@@ -15,15 +17,17 @@ enum class conversion_outcome {
     unmarked,  // the listing has neither a result nor a message, as the units contain a line break
 };
 
-/// The texts point into the listing.
 struct conversion {
-    listing answer;
+    std::optional<listing> answer = {}; // none if no line was run
     conversion_outcome outcome = conversion_outcome::unmarked;
     double number = 0.0;
-    std::string_view text = {};
+    std::string_view text = {}; // in the listing or, without one, valid until the thread's next conversion
 };
 
 /// Converts val, rounded to six significant digits, from one unit expression to another.
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units);
+
+/// The same, always by running the line.
+conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units);
 
 } // namespace metrify

@@ -69,7 +69,7 @@ void write_error_cell(const conversion& cells, std::ostream& err) {
         err << message << '\n';
     else
         err << "metrify: the error cell is empty, since a \"=\" stands ahead of the message:\n"
-            << cells.answer.view();
+            << cells.answer->view();
 }
 
 } // namespace
