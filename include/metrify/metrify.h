@@ -93,8 +93,8 @@ METRIFY_API void metrify_cells_free(metrify_cells* cells);
 typedef struct metrify_calculator metrify_calculator;
 
 METRIFY_API metrify_status metrify_calculator_new(metrify_calculator** calculator);
-/* Runs one line or several. The listing has what these lines add to it. A call that runs out of memory may
- * have run some of the lines; the calculator can be used on. */
+/* Runs one line or several. The listing has what these lines add to it. A call that runs out of memory also
+ * resets the calculator. */
 METRIFY_API metrify_status metrify_calculator_enter(metrify_calculator* calculator, const char* lines,
                                                     size_t size, metrify_text** listing);
 /* Makes the calculator as good as new. */

@@ -1,4 +1,4 @@
-#include "addin/conversion.h"
+#include "language/conversion.h"
 
 #include "base/number_text.h"
 #include "base/text_str.h"
