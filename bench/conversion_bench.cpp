@@ -1,9 +1,9 @@
 // One conversion through the function of the worksheet, compared with the floor, the least work that the task
 // needs, and, if installed, with a units library that parses both unit texts on every call.
 
-#include "addin/conversion.h"
 #include "base/number_text.h"
 #include "bench/unit_pairs.h"
+#include "language/conversion.h"
 
 #include <benchmark/benchmark.h>
 #include <cstring>

@@ -1,19 +1,19 @@
 #include "addin/worksheet_function.h"
 
-#include "addin/conversion.h"
+#include "base/build_settings.h"
+#include "language/conversion.h"
 #include "xllrt/app/app_call.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/value/xl_cell_view.h"
 
+#include <string>
 #include <string_view>
 
 namespace metrify {
 
 namespace {
 
-constexpr const char* kRefusal = "This version of Excel is not supported.  Check "
-                                 // The page about supported versions.
-                                 "https://www.metrify.example";
+constexpr std::string_view kRefusal = "This version of Excel is not supported.  Check ";
 
 void fill_cells(CXlOper& result, const conversion& answer) {
     result.MakeArray(1, 2);
@@ -36,8 +36,8 @@ double host_release_number() {
 }
 
 CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits, CXlDualString& OutUnits) {
-    if (host_release_number() > kLastSupportedRelease) {
-        result.SetText(kRefusal);
+    if (host_release_number() > last_supported_release) {
+        result.SetText(std::string(kRefusal).append(web_address));
         return nullptr;
     }
     const conversion answer = convert_units(Val, InUnits.Narrow(), OutUnits.Narrow());

@@ -8,9 +8,6 @@
 
 namespace metrify {
 
-/// Later releases of the host are rejected.
-inline constexpr double kLastSupportedRelease = 15.0;
-
 /// The release number reported by the host; 0 if it reports none.
 double host_release_number();
 

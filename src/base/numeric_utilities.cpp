@@ -6,7 +6,23 @@
 
 namespace metrify {
 
+namespace {
+
+thread_local int memory_failure_scopes = 0;
+
+} // namespace
+
+memory_failure_scope::memory_failure_scope() {
+    ++memory_failure_scopes;
+}
+
+memory_failure_scope::~memory_failure_scope() {
+    --memory_failure_scopes;
+}
+
 void nrerror(const char* text) {
+    if (memory_failure_scopes != 0)
+        throw std::bad_alloc();
     std::fputs("Numerical Recipes run-time error ...\n", stderr);
     std::fprintf(stderr, "%s\n", text);
     std::fputs("... now exiting to system ...\n\n", stderr);

@@ -1,7 +1,7 @@
 #pragma once
 
-// Vectors and matrices with a free index base, the out-of-memory exit, and a test for finite numbers. A
-// failure of a numerical method is a message in `err` and does not end the process.
+// Vectors and matrices with a free index base, what happens when memory is exhausted, and a test for finite
+// numbers. A failure of a numerical method is a message in `err` and does not end the process.
 
 #include <algorithm>
 #include <cstddef>
@@ -11,8 +11,19 @@
 
 namespace metrify {
 
-/// Writes the three lines of a fatal failure to standard error and ends the process with status 1.
+/// Writes the three lines of a fatal failure to standard error and ends the process with status 1. Inside a
+/// memory_failure_scope throws std::bad_alloc instead.
 [[noreturn]] void nrerror(const char* text);
+
+/// While it lives, exhausted memory on this thread is reported to its owner as std::bad_alloc. For programs
+/// that must survive it; state that a routine was changing is then incomplete and may only be released.
+class memory_failure_scope {
+  public:
+    memory_failure_scope();
+    ~memory_failure_scope();
+    memory_failure_scope(const memory_failure_scope&) = delete;
+    memory_failure_scope& operator=(const memory_failure_scope&) = delete;
+};
 
 /// 1 if v is not-a-number or of magnitude 1e39 or more, else 0.
 constexpr int is_not_finite(double v) {

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <memory>
 
 namespace metrify {
 
@@ -14,6 +15,12 @@ namespace {
 
 constexpr const char* allocation_failure = "Allocation failure in allocate_and_init_str_kelb().";
 
+struct release_record {
+    void operator()(text_str* record) const { std::free(record); }
+};
+using record_owner = std::unique_ptr<text_str, release_record>;
+
+// On failure the old block is unchanged.
 char* grow_block(char* block, std::size_t size) {
     char* grown = static_cast<char*>(std::realloc(block, size));
     if (grown == nullptr)
@@ -21,8 +28,8 @@ char* grow_block(char* block, std::size_t size) {
     return grown;
 }
 
-text_str* new_record() {
-    auto* record = static_cast<text_str*>(std::malloc(sizeof(text_str)));
+record_owner new_record() {
+    record_owner record(static_cast<text_str*>(std::malloc(sizeof(text_str))));
     if (record == nullptr)
         nrerror(allocation_failure);
     return record;
@@ -31,7 +38,7 @@ text_str* new_record() {
 // Moves the text to a record of the new capacity. The characters are copied only if their block is too small
 // as well.
 text_str* moved_to_capacity(text_str* old, std::size_t capacity) {
-    text_str* grown = new_record();
+    record_owner grown = new_record();
     *grown = *old;
     grown->in_place = false;
     grown->owns_block = true;
@@ -46,17 +53,17 @@ text_str* moved_to_capacity(text_str* old, std::size_t capacity) {
     }
     if (!old->in_place)
         std::free(old);
-    return grown;
+    return grown.release();
 }
 
 } // namespace
 
 text_str* allocate_and_init_str_kelb(std::size_t size, std::size_t grow_by) {
-    text_str* s = new_record();
+    record_owner s = new_record();
     const std::size_t block = std::max<std::size_t>(size, 1);
     *s = {grow_block(nullptr, block), 0, size, std::max<std::size_t>(grow_by, 1), block, false, true};
     s->text[0] = '\0';
-    return s;
+    return s.release();
 }
 
 void str_free(text_str* s) {

@@ -1,9 +1,9 @@
 #include "cli/commands.h"
 
-#include "addin/conversion.h"
 #include "base/cursor.h"
 #include "base/number_text.h"
 #include "functions/function_help.h"
+#include "language/conversion.h"
 #include "units/unit_rendering.h"
 #include "units/unit_table.h"
 

@@ -1,5 +1,6 @@
 // The metrify command.
 
+#include "base/build_settings.h"
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/console.h"
@@ -14,6 +15,12 @@ namespace {
 
 constexpr int wrong_usage = 2;
 
+std::string version_text() {
+    std::string text = "metrify ";
+    text.append(version).append("\nadd-in: Excel up to release ").append(last_supported_release_text);
+    return text.append(", see ").append(web_address);
+}
+
 // VAL must be a number as in the language.
 std::string check_number(const std::string& text) {
     double value = 0.0;
@@ -26,7 +33,7 @@ int run(int argc, const char* const* argv) {
         "A calculator with units.\n"
         "Without a command: an interactive session at a terminal, otherwise the same as `metrify run -`.",
         "metrify");
-    app.set_version_flag("--version", "metrify " METRIFY_VERSION);
+    app.set_version_flag("--version", version_text());
     app.require_subcommand(0, 1);
 
     std::string val;

@@ -1,4 +1,4 @@
-#include "addin/conversion.h"
+#include "language/conversion.h"
 
 #include "addin/known_conversions.h"
 #include "base/number_text.h"

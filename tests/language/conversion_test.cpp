@@ -1,4 +1,4 @@
-#include "addin/conversion.h"
+#include "language/conversion.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
