@@ -1,0 +1,31 @@
+#pragma once
+
+// The menu item that shows the page of the units.
+
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/task/XJobExecutor.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/implbase2.hxx>
+
+namespace metrify::calc {
+
+/// Opens the page, a file of the extension, in the program that the desktop has for such files.
+class UnitsPage
+    : public cppu::WeakImplHelper2<com::sun::star::task::XJobExecutor, com::sun::star::lang::XServiceInfo> {
+  public:
+    explicit UnitsPage(com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> context);
+
+    static rtl::OUString ImplementationName();
+    static com::sun::star::uno::Sequence<rtl::OUString> ServiceNames();
+
+    void SAL_CALL trigger(const rtl::OUString& event) override;
+
+    rtl::OUString SAL_CALL getImplementationName() override;
+    sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
+    com::sun::star::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
+
+  private:
+    com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> context_;
+};
+
+} // namespace metrify::calc
