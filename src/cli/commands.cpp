@@ -1,20 +1,18 @@
 #include "cli/commands.h"
 
 #include "base/cursor.h"
+#include "base/interruption.h"
 #include "base/number_text.h"
+#include "cli/interrupt_key.h"
+#include "cli/program_text.h"
 #include "functions/function_help.h"
 #include "language/conversion.h"
 #include "units/unit_rendering.h"
 #include "units/unit_table.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <fstream>
 #include <iomanip>
-#include <istream>
 #include <ostream>
-#include <system_error>
 
 namespace metrify {
 
@@ -24,35 +22,6 @@ std::string_view without_trailing_newlines(std::string_view text) {
     while (!text.empty() && text.back() == '\n')
         text.remove_suffix(1);
     return text;
-}
-
-// Reads a whole stream. On failure sets the reason.
-bool read_program(std::istream& in, std::string& program, std::string& reason) {
-    std::array<char, 16384> block;
-    program.clear();
-    errno = 0;
-    do {
-        in.read(block.data(), block.size());
-        program.append(block.data(), static_cast<std::size_t>(in.gcount()));
-    } while (in);
-    if (in.bad()) {
-        reason = errno != 0 ? std::generic_category().message(errno) : "cannot be read to its end";
-        return false;
-    }
-    if (const std::size_t zero = program.find('\0'); zero != std::string::npos) {
-        reason = "holds a zero byte at offset " + std::to_string(zero) + ", where a program text would end";
-        return false;
-    }
-    return true;
-}
-
-bool read_program_file(const std::string& file, std::string& program, std::string& reason) {
-    errno = 0;
-    std::ifstream in(file, std::ios::binary);
-    if (in)
-        return read_program(in, program, reason);
-    reason = std::generic_category().message(errno);
-    return false;
 }
 
 bool contains_nocase(std::string_view text, std::string_view part) {
@@ -94,21 +63,31 @@ int convert_command(double val, std::string_view in_units, std::string_view out_
     return 1;
 }
 
-int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out,
-                std::ostream& err) {
+int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err,
+                const run_options& options) {
     const std::vector<std::string> standard_input = {"-"};
     int status = 0;
     for (const std::string& file : files.empty() ? standard_input : files) {
-        std::string program;
-        std::string reason;
-        const bool is_read =
-            file == "-" ? read_program(in, program, reason) : read_program_file(file, program, reason);
-        if (is_read) {
-            out << interpret_dimensional_input_lines(program.c_str()).view();
-        } else {
-            err << "metrify: " << (file == "-" ? "standard input" : file) << ": " << reason << '\n';
-            status = 2;
+        program_text program;
+        const bool is_read = file == "-" ? program.read(in) : program.read_file(file);
+        const std::string& remark = is_read ? program.note : program.reason;
+        if (!remark.empty())
+            err << "metrify: " << (file == "-" ? "standard input" : file) << ": " << remark << '\n';
+        if (!is_read) {
+            status = status_unreadable;
+            continue;
         }
+        interruption stop;
+        const interruption_scope obeys(stop);
+        const interrupt_key ends(stop);
+        const listing shown = interpret_dimensional_input_lines(program.text.c_str());
+        out << shown.view();
+        if (stop.is_requested()) {
+            err << "metrify: interrupted\n";
+            return status_interrupted;
+        }
+        if (options.is_strict && shown.has_failures())
+            status = std::max(status, status_failed);
     }
     return status;
 }

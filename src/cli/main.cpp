@@ -4,16 +4,18 @@
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/short_form.h"
 #include "cli/standard_input.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 namespace metrify {
 namespace {
 
-constexpr int wrong_usage = 2;
+constexpr int wrong_usage = status_unreadable;
 
 std::string version_text() {
     std::string text = "metrify ";
@@ -23,16 +25,51 @@ std::string version_text() {
 
 // VAL must be a number as in the language.
 std::string check_number(const std::string& text) {
-    double value = 0.0;
-    const bool is_number = *read_double(text.c_str(), value) == '\0' && !text.empty();
-    return is_number ? std::string() : "'" + text + "' is not a number";
+    return is_number(text) ? std::string() : "'" + text + "' is not a number";
 }
 
-int run(int argc, const char* const* argv) {
-    CLI::App app(
-        "A calculator with units.\n"
-        "Without a command: an interactive session at a terminal, otherwise the same as `metrify run -`.",
-        "metrify");
+constexpr const char* about_forms =
+    "A calculator with units.\n"
+    "  metrify 3.5 ft m            convert a number, as `metrify convert 3.5 ft m` does\n"
+    "  metrify -e 'x = 3 ft; in'   run a line\n"
+    "  metrify                     an interactive session at a terminal, otherwise `metrify run -`";
+
+constexpr const char* about_statuses =
+    "Exit status:\n"
+    "  0    success; also a run with statements that failed, unless --strict is given\n"
+    "  1    an error cell, nothing found, or with --strict a statement that failed\n"
+    "  2    wrong usage, input that can't be read, output that can't be written\n"
+    "  130  interrupted by Ctrl-C\n";
+
+/// The arguments of a run, whose options can also be given without the word `run`.
+struct run_arguments {
+    std::vector<std::string> files;
+    std::vector<std::string> lines;
+    run_options options;
+
+    void add_options_to(CLI::App& app) {
+        // A vector as the target would split a line in brackets.
+        app.add_option_function<std::string>(
+               "-e,--execute", [this](const std::string& line) { lines.push_back(line); },
+               "run this line; several make one program")
+            ->type_name("LINE")
+            ->trigger_on_parse();
+        app.add_flag("--strict", options.is_strict, "exit with 1 if a statement fails");
+    }
+
+    int run(std::istream& standard_input) const {
+        if (lines.empty())
+            return run_command(files, standard_input, std::cout, std::cerr, options);
+        std::stringstream program;
+        for (const std::string& line : lines)
+            program << line << '\n';
+        return run_command({}, program, std::cout, std::cerr, options);
+    }
+};
+
+int run(const std::vector<std::string>& arguments) {
+    CLI::App app(about_forms, "metrify");
+    app.footer(about_statuses);
     app.set_version_flag("--version", version_text());
     app.require_subcommand(0, 1);
 
@@ -46,9 +83,12 @@ int run(int argc, const char* const* argv) {
     convert->add_option("IN", in_units, "the units it is in, e.g. \"kg m / s^2\"")->required();
     convert->add_option("OUT", out_units, "the units to convert it to; default units if omitted");
 
-    std::vector<std::string> files;
+    run_arguments program;
+    program.add_options_to(app);
     CLI::App* run_files = app.add_subcommand("run", "Run program texts, each independently");
-    run_files->add_option("FILE", files, "a file, or - for standard input, which is the default");
+    program.add_options_to(*run_files);
+    run_files->add_option("FILE", program.files, "a file, or - for standard input, which is the default")
+        ->excludes("--execute");
 
     std::string filter;
     CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
@@ -60,7 +100,7 @@ int run(int argc, const char* const* argv) {
     functions->add_flag("--markdown", as_markdown, "write the whole reference as Markdown");
 
     try {
-        app.parse(argc, argv);
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // the last one first
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : wrong_usage;
     }
@@ -73,11 +113,11 @@ int run(int argc, const char* const* argv) {
         return units_command(filter, std::cout);
     if (functions->parsed())
         return as_markdown ? functions_document_command(std::cout) : functions_command(filter, std::cout);
-    if (!run_files->parsed() && is_interactive())
+    if (!run_files->parsed() && program.lines.empty() && is_interactive())
         return interactive_command(std::cout);
     standard_input_buffer buffer;
     std::istream standard_input(&buffer);
-    return run_command(files, standard_input, std::cout, std::cerr);
+    return program.run(standard_input);
 }
 
 } // namespace
@@ -87,7 +127,7 @@ int main(int argc, char** argv) {
     metrify::use_binary_streams();
     int status = metrify::wrong_usage;
     try {
-        status = metrify::run(argc, argv);
+        status = metrify::run(metrify::with_convert_added({argv + 1, argv + argc}));
     } catch (const std::exception& error) {
         std::cerr << "metrify: " << error.what() << '\n';
     }
