@@ -37,7 +37,7 @@ void write_error_cell(const conversion& cells, std::ostream& err) {
     if (!message.empty())
         err << message << '\n';
     else
-        err << "metrify: the error cell is empty, since a \"=\" stands ahead of the message:\n"
+        err << "metrify: the error cell is empty, since a \"=\" precedes the message:\n"
             << cells.answer->view();
 }
 

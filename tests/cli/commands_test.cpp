@@ -87,7 +87,7 @@ TEST(convert_command, explains_an_empty_error_cell) {
     const outcome lines = convert(5, "m\n6 s", "m");
     EXPECT_EQ(lines.status, 1);
     EXPECT_EQ(lines.out, "");
-    EXPECT_EQ(lines.err, "metrify: the error cell is empty, since a \"=\" stands ahead of the message:\n"
+    EXPECT_EQ(lines.err, "metrify: the error cell is empty, since a \"=\" precedes the message:\n"
                          "[  1 ] 5 m\n        = 5 m\n\n"
                          "[  2 ] 6 s; m\n       ERROR IN REQUESTED OUTPUT: 'm' is incompatible.\n"
                          "        = 6 s\n\n");

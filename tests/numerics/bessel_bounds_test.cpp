@@ -1,5 +1,5 @@
 // Large orders and arguments end soon, and ending a recurrence early changes no result: the plain recurrences
-// are written out here, and every result must be theirs to the last bit.
+// are implemented here, and every result must equal theirs to the last bit.
 
 #include "numerics/special/bessel/bessel_fits.h"
 #include "numerics/special/bessel/bessel_integer.h"

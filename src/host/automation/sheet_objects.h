@@ -10,7 +10,7 @@ namespace metrify::host {
 
 class WorkbookObject final : public DispatchObject<WorkbookObject> {
   public:
-    WorkbookObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> application,
+    WorkbookObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> application,
                    std::u16string name);
 
     static std::span<const MemberRow<WorkbookObject>> Members();
@@ -25,8 +25,7 @@ class WorkbookObject final : public DispatchObject<WorkbookObject> {
 
 class WorksheetObject final : public DispatchObject<WorksheetObject> {
   public:
-    WorksheetObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> workbook,
-                    std::u16string name);
+    WorksheetObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> workbook, std::u16string name);
 
     static std::span<const MemberRow<WorksheetObject>> Members();
 
@@ -46,7 +45,7 @@ struct RangeAddresses {
 
 class RangeObject final : public DispatchObject<RangeObject> {
   public:
-    RangeObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> worksheet,
+    RangeObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> worksheet,
                 RangeAddresses addresses);
 
     static std::span<const MemberRow<RangeObject>> Members();
@@ -63,7 +62,7 @@ class RangeObject final : public DispatchObject<RangeObject> {
 class WindowObject final : public DispatchObject<WindowObject> {
   public:
     /// `application` is the value of the property of that name: an object or any other value.
-    WindowObject(std::shared_ptr<ObjectSurroundings> surroundings, ComVariant application);
+    WindowObject(std::shared_ptr<ObjectContext> context, ComVariant application);
 
     static std::span<const MemberRow<WindowObject>> Members();
 

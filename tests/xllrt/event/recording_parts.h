@@ -10,9 +10,9 @@
 
 namespace metrify {
 
-class NotingObserver final : public CXlStaticEventObserver<CXlEventArgs> {
+class RecordingObserver final : public CXlStaticEventObserver<CXlEventArgs> {
   public:
-    NotingObserver(ScriptedHost& host, CXlStaticEventObserver<CXlEventArgs>*& chain, std::string line)
+    RecordingObserver(ScriptedHost& host, CXlStaticEventObserver<CXlEventArgs>*& chain, std::string line)
         : CXlStaticEventObserver(chain), host_(host), line_(std::move(line)) {}
     void Notify(CXlEventArgs& /*args*/) override { host_.Note(line_); }
 
@@ -21,13 +21,13 @@ class NotingObserver final : public CXlStaticEventObserver<CXlEventArgs> {
     std::string line_;
 };
 
-class NotingRibbon final : public IXlpRibbonImpl {
+class RecordingRibbon final : public IXlpRibbonImpl {
   public:
-    explicit NotingRibbon(ScriptedHost& host, bool enabled = true, bool available = true)
+    explicit RecordingRibbon(ScriptedHost& host, bool enabled = true, bool available = true)
         : host_(host), enabled_(enabled), available_(available) {}
-    NotingRibbon(const NotingRibbon&) = delete;
-    NotingRibbon& operator=(const NotingRibbon&) = delete;
-    ~NotingRibbon() override { host_.Note("ribbon gone"); }
+    RecordingRibbon(const RecordingRibbon&) = delete;
+    RecordingRibbon& operator=(const RecordingRibbon&) = delete;
+    ~RecordingRibbon() override { host_.Note("ribbon gone"); }
     bool IsEnabled() const override { return enabled_; }
     bool SetEnabled(bool /*enabled*/) override { return enabled_; }
     bool IsAvailable() const override { return available_; }
@@ -43,13 +43,13 @@ class NotingRibbon final : public IXlpRibbonImpl {
     bool available_;
 };
 
-class NotingRegistry final : public IXlWizExUIFunctionRegistry {
+class RecordingRegistry final : public IXlWizExUIFunctionRegistry {
   public:
-    NotingRegistry(ScriptedHost& host, bool has_entries, bool ready)
+    RecordingRegistry(ScriptedHost& host, bool has_entries, bool ready)
         : host_(host), has_entries_(has_entries), ready_(ready) {}
-    NotingRegistry(const NotingRegistry&) = delete;
-    NotingRegistry& operator=(const NotingRegistry&) = delete;
-    ~NotingRegistry() override { host_.Note("registry gone"); }
+    RecordingRegistry(const RecordingRegistry&) = delete;
+    RecordingRegistry& operator=(const RecordingRegistry&) = delete;
+    ~RecordingRegistry() override { host_.Note("registry gone"); }
     bool HasEntries() const override { return has_entries_; }
     bool UsesThemes() const override { return false; }
     IXlWizExFunction* FindFunction(std::string_view /*name*/) const override { return nullptr; }
@@ -66,12 +66,12 @@ class NotingRegistry final : public IXlWizExUIFunctionRegistry {
     bool ready_;
 };
 
-class NotingComHelper final : public IXlComHelper {
+class RecordingComHelper final : public IXlComHelper {
   public:
-    explicit NotingComHelper(ScriptedHost& host) : host_(host) {}
-    NotingComHelper(const NotingComHelper&) = delete;
-    NotingComHelper& operator=(const NotingComHelper&) = delete;
-    ~NotingComHelper() override { host_.Note("helper gone"); }
+    explicit RecordingComHelper(ScriptedHost& host) : host_(host) {}
+    RecordingComHelper(const RecordingComHelper&) = delete;
+    RecordingComHelper& operator=(const RecordingComHelper&) = delete;
+    ~RecordingComHelper() override { host_.Note("helper gone"); }
     void HoldRegistry(IXlWizExUIFunctionRegistry& /*registry*/) override {
         host_.Note("registry held");
         holds_ = true;
@@ -87,12 +87,12 @@ class NotingComHelper final : public IXlComHelper {
     bool holds_ = false;
 };
 
-class NotingDetector final : public IXlFormulaWizardDetector {
+class RecordingDetector final : public IXlFormulaWizardDetector {
   public:
-    explicit NotingDetector(ScriptedHost& host) : host_(host) {}
-    NotingDetector(const NotingDetector&) = delete;
-    NotingDetector& operator=(const NotingDetector&) = delete;
-    ~NotingDetector() override { host_.Note("detector gone"); }
+    explicit RecordingDetector(ScriptedHost& host) : host_(host) {}
+    RecordingDetector(const RecordingDetector&) = delete;
+    RecordingDetector& operator=(const RecordingDetector&) = delete;
+    ~RecordingDetector() override { host_.Note("detector gone"); }
     bool IsOpen() const override { return false; }
 
   private:
@@ -104,13 +104,13 @@ class WizardIntegration final : public CXlIntegration {
     WizardIntegration(ScriptedHost& host, bool has_entries, bool ready)
         : host_(host), has_entries_(has_entries), ready_(ready) {}
     std::unique_ptr<IXlWizExUIFunctionRegistry> MakeWizardRegistry() const override {
-        return std::make_unique<NotingRegistry>(host_, has_entries_, ready_);
+        return std::make_unique<RecordingRegistry>(host_, has_entries_, ready_);
     }
     std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const override {
-        return std::make_unique<NotingDetector>(host_);
+        return std::make_unique<RecordingDetector>(host_);
     }
     std::unique_ptr<IXlComHelper> MakeComHelper() const override {
-        return std::make_unique<NotingComHelper>(host_);
+        return std::make_unique<RecordingComHelper>(host_);
     }
 
   private:

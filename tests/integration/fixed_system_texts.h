@@ -1,6 +1,6 @@
 #pragma once
 
-// The system's texts for result codes differ with its language and version; as long as this lives they don't.
+// Fixed texts for result codes in place of the system's, which depend on its language and version.
 
 #include "tests/integration/replaced_call.h"
 
@@ -9,21 +9,22 @@
 
 namespace metrify::host {
 
-/// The text for a code is "words for" and its eight digits, with a line end as the system's texts have.
-class SystemWords {
+/// During its lifetime the text of a code is "text of" and its eight digits, with a line end like the
+/// system's texts.
+class FixedSystemTexts {
   public:
-    SystemWords() = default;
+    FixedSystemTexts() = default;
 
   private:
     static DWORD WINAPI Format(DWORD /*flags*/, const void* /*source*/, DWORD code, DWORD /*language*/,
                                wchar_t* text, DWORD size, va_list* /*arguments*/) {
         static constexpr char kDigits[] = "0123456789ABCDEF";
-        std::wstring words = L"words for ";
+        std::wstring content = L"text of ";
         for (int shift = 28; shift >= 0; shift -= 4)
-            words += static_cast<wchar_t>(kDigits[code >> shift & 15U]);
-        words += L"\r\n";
-        lstrcpynW(text, words.c_str(), static_cast<int>(size));
-        return static_cast<DWORD>(words.size());
+            content += static_cast<wchar_t>(kDigits[code >> shift & 15U]);
+        content += L"\r\n";
+        lstrcpynW(text, content.c_str(), static_cast<int>(size));
+        return static_cast<DWORD>(content.size());
     }
 
     ReplacedPointer format_{ImportedFunction("FormatMessageW"), AddressOf(Format)};

@@ -1,6 +1,6 @@
 #pragma once
 
-// What other programs have in the running object table.
+// Entries of other programs in the running object table.
 
 #include "integration/com/com_ptr.h"
 
@@ -8,18 +8,18 @@
 
 namespace metrify::host {
 
-/// An object in the running object table under a name.
-class Stranger {
+/// Registers an object under a name during its lifetime.
+class ForeignTableEntry {
   public:
-    Stranger(const wchar_t* name, IUnknown* object) {
+    ForeignTableEntry(const wchar_t* name, IUnknown* object) {
         ComPtr<IMoniker> moniker;
         CreateFileMoniker(name, moniker.Receive());
         GetRunningObjectTable(0, table_.Receive());
         table_->Register(ROTFLAGS_REGISTRATIONKEEPSALIVE, object, moniker.Get(), &cookie_);
     }
-    ~Stranger() { table_->Revoke(cookie_); }
-    Stranger(const Stranger&) = delete;
-    Stranger& operator=(const Stranger&) = delete;
+    ~ForeignTableEntry() { table_->Revoke(cookie_); }
+    ForeignTableEntry(const ForeignTableEntry&) = delete;
+    ForeignTableEntry& operator=(const ForeignTableEntry&) = delete;
 
   private:
     ComPtr<IRunningObjectTable> table_;

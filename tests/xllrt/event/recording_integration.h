@@ -30,12 +30,12 @@ struct AutomationScript {
     std::vector<std::u16string> ran_as_text;
 };
 
-class NotingHolder final : public IXlComHolder {
+class RecordingHolder final : public IXlComHolder {
   public:
-    explicit NotingHolder(AutomationScript& script) : script_(script) {}
-    NotingHolder(const NotingHolder&) = delete;
-    NotingHolder& operator=(const NotingHolder&) = delete;
-    ~NotingHolder() override { script_.calls.emplace_back("end"); }
+    explicit RecordingHolder(AutomationScript& script) : script_(script) {}
+    RecordingHolder(const RecordingHolder&) = delete;
+    RecordingHolder& operator=(const RecordingHolder&) = delete;
+    ~RecordingHolder() override { script_.calls.emplace_back("end"); }
 
     bool Start(XlComFailure& failure) override { return Do("start", script_.starts, failure); }
     bool Connect(XlComFailure& failure) override {
@@ -83,10 +83,10 @@ class NotingHolder final : public IXlComHolder {
     AutomationScript& script_;
 };
 
-class NotingIntegration final : public CXlIntegration {
+class RecordingIntegration final : public CXlIntegration {
   public:
     std::unique_ptr<IXlComHolder> MakeComHolder() const override {
-        return std::make_unique<NotingHolder>(script);
+        return std::make_unique<RecordingHolder>(script);
     }
 
     mutable AutomationScript script;
