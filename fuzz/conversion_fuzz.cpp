@@ -3,7 +3,7 @@
 //
 // Input: eight bytes of the number, then the two texts, separated by a zero byte.
 
-#include "addin/conversion.h"
+#include "conversion/conversion.h"
 #include "machine/solver_binding.h"
 
 #include <algorithm>

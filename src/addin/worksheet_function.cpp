@@ -1,7 +1,7 @@
 #include "addin/worksheet_function.h"
 
 #include "base/build_settings.h"
-#include "language/conversion.h"
+#include "conversion/conversion.h"
 #include "xllrt/app/app_call.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/value/xl_cell_view.h"

@@ -5,8 +5,8 @@
 #include "base/number_text.h"
 #include "cli/interrupt_key.h"
 #include "cli/program_text.h"
+#include "conversion/conversion.h"
 #include "functions/function_help.h"
-#include "language/conversion.h"
 #include "units/unit_rendering.h"
 #include "units/unit_table.h"
 

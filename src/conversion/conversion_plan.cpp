@@ -1,4 +1,4 @@
-#include "language/conversion_plan.h"
+#include "conversion/conversion_plan.h"
 
 #include "base/cursor.h"
 #include "base/text_str.h"

@@ -1,4 +1,4 @@
-#include "language/conversion.h"
+#include "conversion/conversion.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

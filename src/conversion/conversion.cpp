@@ -1,8 +1,8 @@
-#include "language/conversion.h"
+#include "conversion/conversion.h"
 
-#include "addin/known_conversions.h"
 #include "base/number_text.h"
 #include "base/text_str.h"
+#include "conversion/known_conversions.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "language/conversion_plan.h"
+#include "conversion/conversion_plan.h"
 #include "language/driver.h"
 #include "machine/calculator.h"
 

@@ -1,4 +1,4 @@
-#include "addin/conversion.h"
+#include "conversion/conversion.h"
 #include "machine/calculator.h"
 #include "tests/allocations.h"
 #include "tests/testing.h"

@@ -1,4 +1,4 @@
-#include "addin/known_conversions.h"
+#include "conversion/known_conversions.h"
 
 #include "base/perfect_hash.h"
 #include "base/thread_object.h"
