@@ -10,6 +10,7 @@ import re
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import zipfile
 from pathlib import Path
@@ -19,8 +20,10 @@ HERE = Path(__file__).resolve().parent
 SOURCES = HERE.parents[2]
 sys.path[:0] = [str(HERE), str(HERE.parent)]
 
+import uno  # noqa: E402, F401: makes the names of the office known to Python
 import workbook  # noqa: E402
-from calc import CSV, Calc  # noqa: E402
+from calc import CSV, Calc, Office  # noqa: E402
+from com.sun.star.beans import PropertyValue  # noqa: E402
 from openpyxl import Workbook  # noqa: E402
 
 METRIFY = "ORG.METRIFY.SHEET.METRIFY"
@@ -150,6 +153,51 @@ class InCalc(unittest.TestCase):
             with self.subTest(sheet=cell.sheet, row=cell.row, column=cell.column):
                 shown = [value(cell.sheet, cell.row, cell.column + i) for i in range(cell.columns)]
                 self.assertEqual(shown, (result * 2)[:cell.columns])
+
+
+class InOffice(unittest.TestCase):
+    """What the office knows of the extension."""
+
+    @classmethod
+    def setUpClass(cls):
+        calc = Calc(EXTENSION)
+        cls.addClassCleanup(calc.close)
+        # The browser writes down what it is to show.
+        programs = calc.folder / "programs"
+        programs.mkdir()
+        cls.shown = calc.folder / "shown"
+        browser = programs / "xdg-open"
+        browser.write_text(f'#!/bin/sh\nprintf %s "$1" >{cls.shown}.new && mv {cls.shown}.new {cls.shown}\n')
+        browser.chmod(0o755)
+        cls.office = Office(calc, programs)
+        cls.addClassCleanup(cls.office.close)
+
+    def test_the_function_wizard_describes_the_functions_and_their_arguments(self):
+        functions = self.office.new("com.sun.star.sheet.FunctionDescriptions")
+        described = [{item.Name: item.Value for item in functions.getByIndex(i)} for i in range(functions.Count)]
+        ours = {function["Name"]: function for function in described if function["Name"].startswith("METRIFY")}
+        self.assertEqual(sorted(ours), ["METRIFY", "METRIFYLISTING"])
+        self.assertTrue(ours["METRIFY"]["Description"].startswith("Converts Val from InUnits to OutUnits."))
+        self.assertTrue(ours["METRIFYLISTING"]["Description"].startswith("Runs a program of the calculator"))
+        self.assertEqual(
+            [(argument.Name, argument.Description, argument.IsOptional) for argument in ours["METRIFY"]["Arguments"]],
+            [("Val", "Input value expressed in InUnits to be converted to OutUnits (number)", False),
+             ("InUnits", "Units of the input value (text)", True),
+             ("OutUnits", "Units to convert input value to (text)", True)])
+        self.assertEqual([argument.Name for argument in ours["METRIFYLISTING"]["Arguments"]], ["Program"])
+
+    def test_the_help_menu_shows_the_page_of_the_units(self):
+        path = PropertyValue(Name="nodepath", Value="/org.openoffice.Office.Addons/AddonUI/OfficeHelp")
+        menu = self.office.new("com.sun.star.configuration.ConfigurationProvider").createInstanceWithArguments(
+            "com.sun.star.configuration.ConfigurationAccess", (path,))
+        item = menu.getByName("org.metrify.UnitsPage")
+        self.assertEqual((item.Title, item.URL), ("Units of Metrify", "service:org.metrify.UnitsPage?show"))
+        self.office.new("org.metrify.UnitsPage").trigger("show")
+        for _ in range(240):
+            if self.shown.exists():
+                break
+            time.sleep(0.25)
+        self.assertTrue(self.shown.read_text().endswith("/metrify.oxt/units.html"))
 
 
 class Package(unittest.TestCase):
