@@ -160,7 +160,7 @@ class InOffice(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
-        calc = Calc(EXTENSION)
+        cls.calc = calc = Calc(EXTENSION)
         cls.addClassCleanup(calc.close)
         # The browser writes down what it is to show.
         programs = calc.folder / "programs"
@@ -171,6 +171,11 @@ class InOffice(unittest.TestCase):
         browser.chmod(0o755)
         cls.office = Office(calc, programs)
         cls.addClassCleanup(cls.office.close)
+
+    def menu(self, name):
+        path = PropertyValue(Name="nodepath", Value="/org.openoffice.Office.Addons/AddonUI/" + name)
+        return self.office.new("com.sun.star.configuration.ConfigurationProvider").createInstanceWithArguments(
+            "com.sun.star.configuration.ConfigurationAccess", (path,))
 
     def test_the_function_wizard_describes_the_functions_and_their_arguments(self):
         functions = self.office.new("com.sun.star.sheet.FunctionDescriptions")
@@ -187,17 +192,27 @@ class InOffice(unittest.TestCase):
         self.assertEqual([argument.Name for argument in ours["METRIFYLISTING"]["Arguments"]], ["Program"])
 
     def test_the_help_menu_shows_the_page_of_the_units(self):
-        path = PropertyValue(Name="nodepath", Value="/org.openoffice.Office.Addons/AddonUI/OfficeHelp")
-        menu = self.office.new("com.sun.star.configuration.ConfigurationProvider").createInstanceWithArguments(
-            "com.sun.star.configuration.ConfigurationAccess", (path,))
-        item = menu.getByName("org.metrify.UnitsPage")
-        self.assertEqual((item.Title, item.URL), ("Units of Metrify", "service:org.metrify.UnitsPage?show"))
-        self.office.new("org.metrify.UnitsPage").trigger("show")
+        menu = self.menu("OfficeHelp")
+        self.assertEqual(menu.getByName("org.metrify.Units").URL, "service:org.metrify.MenuItems?units")
+        self.office.new("org.metrify.MenuItems").trigger("units")
         for _ in range(240):
             if self.shown.exists():
                 break
             time.sleep(0.25)
         self.assertTrue(self.shown.read_text().endswith("/metrify.oxt/units.html"))
+
+    def test_formulas_of_a_workbook_from_excel_are_recognised_by_a_menu_item(self):
+        book = self.calc.folder / "excel.xlsx"
+        subprocess.run([SOURCES / "examples/workbook/make_workbook", book], check=True)
+        document = self.office.new("com.sun.star.frame.Desktop").loadComponentFromURL(book.as_uri(), "_blank", 0, ())
+        cells = [document.Sheets.getByName(sheet).getCellRangeByName(cell)
+                 for sheet, cell in (("Converter", "E5"), ("Converter", "F5"), ("Pump", "D5"), ("Errors", "B14"))]
+        self.assertEqual([cell.String for cell in cells], ["#NAME?", "#NAME?", "#NAME?", "#DIV/0!"])
+        self.assertEqual(self.menu("AddonMenu").getByName("org.metrify.Formulas").URL,
+                         "service:org.metrify.MenuItems?formulas")
+        self.office.new("org.metrify.MenuItems").trigger("formulas")
+        self.assertEqual([cell.String for cell in cells], ["179.832", "cm\n\n", "5.68", "#DIV/0!"])
+        document.close(True)
 
 
 class Package(unittest.TestCase):
