@@ -7,10 +7,13 @@ namespace {
 
 thread_local std::size_t count = 0;
 thread_local std::ptrdiff_t live = 0;
+thread_local std::ptrdiff_t until_failure = -1;
 
 void* counted(std::size_t bytes) {
-    void* block = std::malloc(bytes != 0 ? bytes : 1);
     ++count;
+    if (until_failure >= 0 && until_failure-- == 0)
+        return nullptr;
+    void* block = std::malloc(bytes != 0 ? bytes : 1);
     live += block != nullptr ? 1 : 0;
     return block;
 }
@@ -33,6 +36,10 @@ namespace metrify::test {
 
 std::size_t allocations() {
     return count;
+}
+
+void fail_allocation_after(std::ptrdiff_t others) {
+    until_failure = others;
 }
 
 std::ptrdiff_t live_blocks() {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Counts allocations. The tests replace the global operator new by one that counts.
+// Counts allocations and lets one of them fail. The tests replace the global operator new.
 
 #include <cstddef>
 
@@ -8,6 +8,9 @@ namespace metrify::test {
 
 /// The allocations of this thread so far.
 std::size_t allocations();
+
+/// Lets the allocation after so many others of this thread fail, once. Negative: none fails.
+void fail_allocation_after(std::ptrdiff_t others);
 
 /// The number of blocks allocated minus the number of blocks released by this thread.
 std::ptrdiff_t live_blocks();

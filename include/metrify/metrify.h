@@ -107,17 +107,20 @@ METRIFY_API void metrify_calculator_free(metrify_calculator* calculator);
  * in full double precision. */
 typedef struct metrify_plan metrify_plan;
 
-/* METRIFY_REFUSED if a text is no unit expression, or if the units are incompatible. */
+/* Without out_units, the results are in default units. METRIFY_REFUSED if a text is no unit expression, or if
+ * the units are incompatible. */
 METRIFY_API metrify_status metrify_plan_new(const char* in_units, size_t in_size, const char* out_units,
                                             size_t out_size, metrify_plan** plan);
 /* Converts count numbers. A stride is the distance in bytes from one number to the next, and may be negative
- * or 0; the numbers must be aligned. `to` may be `from` with the same stride, otherwise they must not
- * overlap. */
+ * or 0; it is a multiple of sizeof(double), and the numbers are aligned. `to` may be `from` with the same
+ * stride, otherwise they must not overlap. */
 METRIFY_API metrify_status metrify_plan_apply(const metrify_plan* plan, const double* from,
                                               ptrdiff_t from_stride, double* to, ptrdiff_t to_stride,
                                               size_t count);
 /* Converts one number. Not-a-number for a null plan. */
 METRIFY_API double metrify_plan_convert(const metrify_plan* plan, double value);
+/* The units of the results, as a listing shows them. "" for a null plan. */
+METRIFY_API const char* metrify_plan_units(const metrify_plan* plan);
 METRIFY_API void metrify_plan_free(metrify_plan* plan);
 
 /* --- Tables ------------------------------------------------------------------------------------------ */

@@ -8,8 +8,8 @@
 
 namespace metrify {
 
-/// Releases the object when the calling thread ends, or when the module is unloaded. The object registered
-/// last is released first.
+/// Releases the object when the calling thread ends, or when the module is unloaded by this thread. The
+/// object registered last is released first. Throws std::bad_alloc if memory is exhausted.
 void at_thread_end(void* object, void (*release)(void*));
 
 /// The calling thread's object of the type, created on first use.
@@ -17,8 +17,9 @@ template <class T>
 T& thread_object() {
     static thread_local T* object = nullptr;
     if (object == nullptr) {
-        object = std::make_unique<T>().release();
-        at_thread_end(object, [](void* it) { std::unique_ptr<T>(static_cast<T*>(it)).reset(); });
+        auto made = std::make_unique<T>();
+        at_thread_end(made.get(), [](void* it) { std::unique_ptr<T>(static_cast<T*>(it)).reset(); });
+        object = made.release();
     }
     return *object;
 }

@@ -1,6 +1,8 @@
 #include "base/thread_object.h"
 
-#include <vector>
+#include <cstdlib>
+#include <new>
+#include <pthread.h>
 
 namespace metrify {
 
@@ -9,26 +11,54 @@ namespace {
 struct release_entry {
     void* object;
     void (*release)(void*);
+    release_entry* next;
 };
 
-struct release_list {
-    std::vector<release_entry> entries;
-
-    release_list() = default;
-    release_list(const release_list&) = delete;
-    release_list& operator=(const release_list&) = delete;
-    ~release_list() {
-        for (; !entries.empty(); entries.pop_back())
-            entries.back().release(entries.back().object);
+// The key's value is the list of the thread. The system passes it when the thread ends.
+void release_all(void* first) {
+    std::unique_ptr<release_entry> entry(static_cast<release_entry*>(first));
+    while (entry != nullptr) {
+        entry->release(entry->object);
+        entry.reset(entry->next);
     }
+}
+
+// A thread-local variable with a destructor would end the process if memory is exhausted when it is first
+// used.
+class release_key {
+  public:
+    release_key() {
+        if (pthread_key_create(&key_, release_all) != 0)
+            std::abort();
+    }
+    // The lists of other threads are left to the end of the process.
+    ~release_key() {
+        void* const first = pthread_getspecific(key_);
+        pthread_setspecific(key_, nullptr);
+        release_all(first);
+        pthread_key_delete(key_);
+    }
+    release_key(const release_key&) = delete;
+    release_key& operator=(const release_key&) = delete;
+
+    void add(void* object, void (*release)(void*)) {
+        auto* const next = static_cast<release_entry*>(pthread_getspecific(key_));
+        auto entry = std::make_unique<release_entry>(release_entry{object, release, next});
+        if (pthread_setspecific(key_, entry.get()) != 0)
+            throw std::bad_alloc();
+        entry.release(); // NOLINT(bugprone-unused-return-value): it belongs to the list now
+    }
+
+  private:
+    pthread_key_t key_ = {};
 };
 
-thread_local release_list list;
+release_key key;
 
 } // namespace
 
 void at_thread_end(void* object, void (*release)(void*)) {
-    list.entries.push_back({object, release});
+    key.add(object, release);
 }
 
 } // namespace metrify

@@ -62,7 +62,7 @@ metrify_status metrify_calculator_enter(metrify_calculator* calculator, const ch
         return succeed();
     });
     // What was being changed when memory ran out is incomplete.
-    if (status == METRIFY_OUT_OF_MEMORY)
+    if (status == METRIFY_OUT_OF_MEMORY && calculator != nullptr)
         calculator->lines.reset();
     return status;
 }

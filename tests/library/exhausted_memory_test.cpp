@@ -1,0 +1,109 @@
+// Exhausted memory is a status of the library's functions: every allocation of a call fails once.
+
+#include "base/numeric_utilities.h"
+#include "tests/allocations.h"
+#include "tests/library/calls.h"
+
+#include <cstddef>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+using namespace metrify::test;
+
+constexpr std::string_view program = "DefUnit(ell, 18 in)\n"
+                                     "v = [1, 2, 3] ell\n"
+                                     "cgs\n"
+                                     "x = 2\n"
+                                     "begin\n"
+                                     "y = x^2 - 9\n"
+                                     "end\n"
+                                     "solve(y, x)\n"
+                                     "x\n"
+                                     "fmin(y, x)\n"
+                                     "PrintFunc\n"
+                                     "1 foo\n";
+
+// Repeats the call, letting one allocation after another fail, until it succeeds. Returns how often it
+// failed.
+template <class Call>
+int failures(Call call) {
+    for (int others = 0;; ++others) {
+        const std::ptrdiff_t before = live_blocks();
+        fail_allocation_after(others);
+        const metrify_status status = call();
+        fail_allocation_after(-1);
+        if (status == METRIFY_OK)
+            return others;
+        EXPECT_EQ(status, METRIFY_OUT_OF_MEMORY) << others;
+        EXPECT_STREQ(metrify_message(), "out of memory") << others;
+        EXPECT_EQ(live_blocks(), before) << others;
+        if (testing::Test::HasFailure())
+            return others;
+    }
+}
+
+TEST(exhausted_memory, is_a_status_of_a_run) {
+    const std::string expected = listing_of(program); // also makes what the thread keeps
+    metrify_text* listing = nullptr;
+    EXPECT_GT(failures([&] { return metrify_run(program.data(), program.size(), &listing); }), 5);
+    EXPECT_EQ(taken(listing), expected);
+}
+TEST(exhausted_memory, is_a_status_of_a_conversion) {
+    const std::string in(400, ' ');
+    const std::string units = "ft" + in; // too long for a text without an allocation
+    converted(1, units, "m");
+    metrify_cells* answer = nullptr;
+    EXPECT_GT(failures([&] { return metrify_convert(1, units.data(), units.size(), "m", 1, &answer); }), 0);
+    EXPECT_EQ(metrify_cells_number(answer), 0.3048);
+    metrify_cells_free(answer);
+}
+TEST(exhausted_memory, is_a_status_of_a_plan) {
+    const std::string units = "m" + std::string(400, ' ');
+    metrify_plan* plan = nullptr;
+    EXPECT_GT(failures([&] { return metrify_plan_new("ft", 2, units.data(), units.size(), &plan); }), 0);
+    EXPECT_NEAR(metrify_plan_convert(plan, 1), 0.3048, 1e-14);
+    metrify_plan_free(plan);
+}
+TEST(exhausted_memory, is_a_status_of_a_new_calculator) {
+    metrify_calculator* calculator = nullptr;
+    EXPECT_EQ(failures([&] { return metrify_calculator_new(&calculator); }), 1);
+    metrify_calculator_free(calculator);
+}
+TEST(exhausted_memory, resets_a_calculator) {
+    const std::string expected = listing_of("1 m");
+    listing_of(program);
+    for (int others = 0;; ++others) {
+        calculator_handle used;
+        used.enter("x = 7 ft\ncgs");
+        metrify_text* listing = nullptr;
+        fail_allocation_after(others);
+        const metrify_status status =
+            metrify_calculator_enter(used.get(), program.data(), program.size(), &listing);
+        fail_allocation_after(-1);
+        if (status == METRIFY_OK) {
+            EXPECT_GT(others, 5);
+            metrify_text_free(listing);
+            break;
+        }
+        ASSERT_EQ(listing, nullptr);
+        ASSERT_EQ(used.enter("1 m"), expected) << others;
+        ASSERT_NE(used.enter("x").find("'x' undefined"), std::string::npos) << others;
+    }
+}
+TEST(exhausted_memory, can_leave_a_fault_without_its_message) {
+    metrify_unit unit = {};
+    const std::string name(400, 'x');
+    fail_allocation_after(0);
+    EXPECT_EQ(metrify_unit_find(name.data(), name.size(), &unit), METRIFY_OUT_OF_MEMORY);
+    fail_allocation_after(-1);
+    EXPECT_EQ(metrify_unit_find(name.data(), name.size(), &unit), METRIFY_BAD_ARGUMENT);
+}
+TEST(exhausted_memory, still_ends_the_process_outside_the_library) {
+    EXPECT_EXIT(metrify::nrerror("text"), testing::ExitedWithCode(1), "text");
+    listing_of("1 m");
+    EXPECT_EXIT(metrify::nrerror("text"), testing::ExitedWithCode(1), "text");
+}
+
+} // namespace

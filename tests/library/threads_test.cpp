@@ -1,0 +1,87 @@
+// The library from several threads at the same time.
+
+#include "tests/library/calls.h"
+#include "tests/testing.h"
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace metrify::test;
+
+constexpr int rounds = metrify::is_sanitized ? 50 : 500;
+
+// Runs the body on four threads and counts the calls that return false.
+template <class Body>
+int failures(Body body) {
+    std::atomic<int> failed = 0;
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number)
+        threads.emplace_back([&failed, &body, number] {
+            for (int round = 0; round < rounds; ++round)
+                failed += body(number) ? 0 : 1;
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    return failed;
+}
+
+TEST(library_threads, share_a_plan) {
+    const plan_handle plan("kPa", "Pa");
+    EXPECT_EQ(failures([&plan](int number) {
+                  double x = number;
+                  return metrify_plan_apply(plan.get(), &x, 8, &x, 8, 1) == METRIFY_OK &&
+                         x == 1000.0 * number;
+              }),
+              0);
+}
+TEST(library_threads, have_calculators_of_their_own) {
+    std::vector<calculator_handle> calculators(4);
+    for (std::size_t i = 0; i < calculators.size(); ++i)
+        calculators[i].enter("x = " + std::to_string(i) + " m");
+    EXPECT_EQ(failures([&calculators](int number) {
+                  const std::string expected = " = " + std::to_string(number) + " m\n";
+                  return calculators[static_cast<std::size_t>(number)].enter("x").find(expected) !=
+                         std::string::npos;
+              }),
+              0);
+}
+TEST(library_threads, use_a_calculator_in_turn) {
+    calculator_handle shared;
+    shared.enter("x = 0 m");
+    for (int number = 1; number <= 4; ++number)
+        std::thread([&shared] { shared.enter("x = x + 1 m"); }).join();
+    EXPECT_EQ(shared.enter("x"), "[  6 ] x\n        = 4 m\n\n");
+}
+TEST(library_threads, run_and_convert) {
+    EXPECT_EQ(failures([](int number) {
+                  const std::string n = std::to_string(number);
+                  return listing_of("x = " + n + " m\nx").find(" = " + n + " m\n") != std::string::npos &&
+                         converted(number, "kPa", "Pa").number == 1000.0 * number;
+              }),
+              0);
+}
+TEST(library_threads, read_the_tables_from_their_first_use) {
+    EXPECT_EQ(failures([](int number) {
+                  metrify_unit unit = {};
+                  metrify_function function = {};
+                  const auto index = static_cast<std::size_t>(number);
+                  return metrify_unit_at(index, &unit) == METRIFY_OK && unit.name != nullptr &&
+                         metrify_function_at(index, &function) == METRIFY_OK && function.name != nullptr;
+              }),
+              0);
+}
+TEST(library_threads, have_messages_of_their_own) {
+    EXPECT_EQ(failures([](int number) {
+                  metrify_unit unit = {};
+                  const std::string name = "none" + std::to_string(number);
+                  return metrify_unit_find(name.data(), name.size(), &unit) == METRIFY_BAD_ARGUMENT &&
+                         "there is no unit '" + name + "'" == metrify_message();
+              }),
+              0);
+}
+
+} // namespace
