@@ -1,7 +1,7 @@
 // The entry of the component: the service manager asks it for the factories of the services.
 
+#include "menu_items.h"
 #include "sheet_functions.h"
-#include "units_page.h"
 
 #include <cppuhelper/factory.hxx>
 #include <cppuhelper/implementationentry.hxx>
@@ -17,14 +17,14 @@ Reference<XInterface> SAL_CALL NewSheetFunctions(const Reference<XComponentConte
     return static_cast<cppu::OWeakObject*>(new SheetFunctions);
 }
 
-Reference<XInterface> SAL_CALL NewUnitsPage(const Reference<XComponentContext>& context) {
-    return static_cast<cppu::OWeakObject*>(new UnitsPage(context));
+Reference<XInterface> SAL_CALL NewMenuItems(const Reference<XComponentContext>& context) {
+    return static_cast<cppu::OWeakObject*>(new MenuItems(context));
 }
 
 const cppu::ImplementationEntry kServices[] = {
     {NewSheetFunctions, SheetFunctions::ImplementationName, SheetFunctions::ServiceNames,
      cppu::createSingleComponentFactory, nullptr, 0},
-    {NewUnitsPage, UnitsPage::ImplementationName, UnitsPage::ServiceNames, cppu::createSingleComponentFactory,
+    {NewMenuItems, MenuItems::ImplementationName, MenuItems::ServiceNames, cppu::createSingleComponentFactory,
      nullptr, 0},
     {nullptr, nullptr, nullptr, nullptr, nullptr, 0},
 };

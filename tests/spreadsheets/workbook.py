@@ -4,9 +4,11 @@ import ast
 import re
 import subprocess
 from dataclasses import dataclass
+from pathlib import Path
 
 from openpyxl import load_workbook
 
+EXAMPLE = Path(__file__).resolve().parents[2] / "examples/workbook/make_workbook"
 FUNCTION = re.compile(r"\b(org\.metrify\.sheet\.)?metrify\(", re.IGNORECASE)
 
 
@@ -20,7 +22,7 @@ def read_formulas(*files):
 
 
 def host_values(sheet_program, formulas):
-    """For each formula the cells of its result: numbers, texts, and errors as `#NAME?`."""
+    """For each formula the cells of its result: numbers, texts, truth values as numbers, and errors as `#NAME?`."""
     run = subprocess.run([sheet_program, "-"], input="\n".join(formulas) + "\n", text=True, capture_output=True,
                          check=False)
     rows = [[cell_value(cell) for cell in line.split("\t")] for line in run.stdout.splitlines()]
@@ -34,7 +36,7 @@ def cell_value(text):
         return ast.literal_eval(text)
     if text.startswith("#"):
         return text
-    return float(text)
+    return 1.0 if text == "TRUE" else 0.0 if text == "FALSE" else float(text)
 
 
 def add_formula(sheet, row, column, formula, rows=1, columns=1):
@@ -106,3 +108,22 @@ def with_values(formula, sheet):
         return '"' + value.replace('"', '""') + '"' if isinstance(value, str) else repr(value)
 
     return REFERENCE.sub(literal, formula)
+
+
+def make_example(file, *options):
+    """Writes the example workbook."""
+    subprocess.run([EXAMPLE, *options, file], check=True)
+
+
+def example_values(file, sheet_program):
+    """The cells of the example workbook with the function, and the values that the test host gives for them."""
+    cells = formulas_of(file)
+    if len(cells) < 80:
+        raise AssertionError(f"{len(cells)} cells with the function")
+    results = host_values(sheet_program, [cell.formula for cell in cells])
+    return [(cell, (result * 2)[:cell.columns]) for cell, result in zip(cells, results)]
+
+
+def shown_values(value, cell):
+    """The values of a formula's cells in a calculated workbook."""
+    return [value(cell.sheet, cell.row, cell.column + i) for i in range(cell.columns)]

@@ -10,6 +10,7 @@ import re
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import zipfile
 from pathlib import Path
@@ -19,19 +20,39 @@ HERE = Path(__file__).resolve().parent
 SOURCES = HERE.parents[2]
 sys.path[:0] = [str(HERE), str(HERE.parent)]
 
+import uno  # noqa: E402, F401: makes the names of the office known to Python
 import workbook  # noqa: E402
-from calc import CSV, Calc  # noqa: E402
+from calc import CSV, Calc, Office  # noqa: E402
+from com.sun.star.beans import PropertyValue  # noqa: E402
 from openpyxl import Workbook  # noqa: E402
 
 METRIFY = "ORG.METRIFY.SHEET.METRIFY"
 LISTING = "ORG.METRIFY.SHEET.METRIFYLISTING"
 
-FORMULA_FILES = (SOURCES / "tests/sheet/formulas.txt", HERE / "formulas.txt")
+FORMULA_FILES = (SOURCES / "tests/sheet/formulas.txt", HERE.parent / "gnumeric/formulas.txt", HERE / "formulas.txt")
 
-# Formulas with another value than in the host: Calc does not accept that the number is left out.
+# Formulas that Calc calculates differently, with the value in one cell and the values of the array.
 OTHER_IN_CALC = {
-    '=Metrify(,"ft","m")': ["#VALUE!", "#VALUE!"],
-    "=Metrify(,,)": ["#VALUE!", "#VALUE!"],
+    # It does not accept that the number is left out.
+    '=Metrify(,"ft","m")': ("#VALUE!", ["#VALUE!", "#VALUE!"]),
+    '=Metrify(,"","")': ("#VALUE!", ["#VALUE!", "#VALUE!"]),
+    "=Metrify(,,)": ("#VALUE!", ["#VALUE!", "#VALUE!"]),
+    "=Metrify()": ("#VALUE!", ["#VALUE!", "#VALUE!"]),
+    # In an array formula it takes the first number of a range.
+    '=Metrify(AB1:AB2,"ft","m")': ("#VALUE!", [0.0, "m\n\n"]),
+    # It passes numbers and truth values, and an empty cell as 0.
+    "=Metrify(1,2,3)": ("ERROR: InUnits is not a text.\n", ["ERROR: InUnits is not a text.\n", ""]),
+    '=Metrify(1,TRUE,"m")': ("ERROR: InUnits is not a text.\n", ["ERROR: InUnits is not a text.\n", ""]),
+    '=Metrify(1,"m",FALSE)': (1.0, [1.0, "m\n\n"]),
+    # Texts have no code page.
+    '=Metrify(1,"\u03a9","ohm")': (
+        "ERROR: Syntax error or undefined variable near or in '\u03a9'.\n\n",
+        ["ERROR: Syntax error or undefined variable near or in '\u03a9'.\n\n", ""]),
+    '=Metrify(1,"\u65e5\u672c","m")': (
+        "ERROR: Syntax error or undefined variable near or in '\u65e5\u672c'.\n\n",
+        ["ERROR: Syntax error or undefined variable near or in '\u65e5\u672c'.\n\n", ""]),
+    # Its sums have another last digit.
+    '=SUM(Metrify(3.5,"ft","m"),1)': (2.0668, [2.0668, 2.0668]),
 }
 
 # Unit arguments that are no texts of one cell. D1 is empty, D2 and D3 hold texts.
@@ -96,19 +117,17 @@ class InCalc(unittest.TestCase):
         write_cases(cls.cases, cls.formulas)
         cls.value = staticmethod(workbook.read_values(cls.calc.convert(cls.cases, "xlsx")))
 
-    def expected(self):
-        return [OTHER_IN_CALC.get(formula, cells)
-                for formula, cells in zip(self.formulas, workbook.host_values(SHEET_PROGRAM, self.formulas))]
-
     def assert_expected(self, value):
-        for row, (formula, cells) in enumerate(zip(self.formulas, self.expected()), 1):
+        host_values = workbook.host_values(SHEET_PROGRAM, self.formulas)
+        for row, (formula, cells) in enumerate(zip(self.formulas, host_values), 1):
+            # A single value fills both cells of an array.
+            single, array = OTHER_IN_CALC.get(formula, (cells[0], (cells * 2)[:2]))
             with self.subTest(formula):
-                self.assertEqual(value("single", row, 1), cells[0])
-                # A single value fills both cells.
-                self.assertEqual([value("array", row, 1), value("array", row, 2)], (cells * 2)[:2])
+                self.assertEqual(value("single", row, 1), single)
+                self.assertEqual([value("array", row, 1), value("array", row, 2)], array)
 
     def test_formulas_have_the_values_of_the_test_host(self):
-        self.assertGreater(len(self.formulas), 115)
+        self.assertGreater(len(self.formulas), 240)
         self.assert_expected(self.value)
 
     def test_a_unit_is_a_text_or_an_empty_cell(self):
@@ -141,15 +160,71 @@ class InCalc(unittest.TestCase):
 
     def test_the_example_workbook_has_the_values_of_the_test_host(self):
         book = self.calc.folder / "example.xlsx"
-        subprocess.run([SOURCES / "examples/workbook/make_workbook", "--calc", book], check=True)
-        cells = workbook.formulas_of(book)
-        self.assertGreater(len(cells), 80)
-        expected = workbook.host_values(SHEET_PROGRAM, [cell.formula for cell in cells])
+        workbook.make_example(book, "--calc")
         value = workbook.read_values(self.calc.convert(book, "xlsx"))
-        for cell, result in zip(cells, expected):
+        for cell, expected in workbook.example_values(book, SHEET_PROGRAM):
             with self.subTest(sheet=cell.sheet, row=cell.row, column=cell.column):
-                shown = [value(cell.sheet, cell.row, cell.column + i) for i in range(cell.columns)]
-                self.assertEqual(shown, (result * 2)[:cell.columns])
+                self.assertEqual(workbook.shown_values(value, cell), expected)
+
+
+class InOffice(unittest.TestCase):
+    """What the office knows of the extension."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.calc = calc = Calc(EXTENSION)
+        cls.addClassCleanup(calc.close)
+        # The browser writes down what it is to show.
+        programs = calc.folder / "programs"
+        programs.mkdir()
+        cls.shown = calc.folder / "shown"
+        browser = programs / "xdg-open"
+        browser.write_text(f'#!/bin/sh\nprintf %s "$1" >{cls.shown}.new && mv {cls.shown}.new {cls.shown}\n')
+        browser.chmod(0o755)
+        cls.office = Office(calc, programs)
+        cls.addClassCleanup(cls.office.close)
+
+    def menu(self, name):
+        path = PropertyValue(Name="nodepath", Value="/org.openoffice.Office.Addons/AddonUI/" + name)
+        return self.office.new("com.sun.star.configuration.ConfigurationProvider").createInstanceWithArguments(
+            "com.sun.star.configuration.ConfigurationAccess", (path,))
+
+    def test_the_function_wizard_describes_the_functions_and_their_arguments(self):
+        functions = self.office.new("com.sun.star.sheet.FunctionDescriptions")
+        described = [{item.Name: item.Value for item in functions.getByIndex(i)} for i in range(functions.Count)]
+        ours = {function["Name"]: function for function in described if function["Name"].startswith("METRIFY")}
+        self.assertEqual(sorted(ours), ["METRIFY", "METRIFYLISTING"])
+        self.assertTrue(ours["METRIFY"]["Description"].startswith("Converts Val from InUnits to OutUnits."))
+        self.assertTrue(ours["METRIFYLISTING"]["Description"].startswith("Runs a program of the calculator"))
+        self.assertEqual(
+            [(argument.Name, argument.Description, argument.IsOptional) for argument in ours["METRIFY"]["Arguments"]],
+            [("Val", "Input value expressed in InUnits to be converted to OutUnits (number)", False),
+             ("InUnits", "Units of the input value (text)", True),
+             ("OutUnits", "Units to convert input value to (text)", True)])
+        self.assertEqual([argument.Name for argument in ours["METRIFYLISTING"]["Arguments"]], ["Program"])
+
+    def test_the_help_menu_shows_the_page_of_the_units(self):
+        menu = self.menu("OfficeHelp")
+        self.assertEqual(menu.getByName("org.metrify.Units").URL, "service:org.metrify.MenuItems?units")
+        self.office.new("org.metrify.MenuItems").trigger("units")
+        for _ in range(240):
+            if self.shown.exists():
+                break
+            time.sleep(0.25)
+        self.assertTrue(self.shown.read_text().endswith("/metrify.oxt/units.html"))
+
+    def test_formulas_of_a_workbook_from_excel_are_recognised_by_a_menu_item(self):
+        book = self.calc.folder / "excel.xlsx"
+        workbook.make_example(book)
+        document = self.office.new("com.sun.star.frame.Desktop").loadComponentFromURL(book.as_uri(), "_blank", 0, ())
+        cells = [document.Sheets.getByName(sheet).getCellRangeByName(cell)
+                 for sheet, cell in (("Converter", "E5"), ("Converter", "F5"), ("Pump", "D5"), ("Errors", "B14"))]
+        self.assertEqual([cell.String for cell in cells], ["#NAME?", "#NAME?", "#NAME?", "#DIV/0!"])
+        self.assertEqual(self.menu("AddonMenu").getByName("org.metrify.Formulas").URL,
+                         "service:org.metrify.MenuItems?formulas")
+        self.office.new("org.metrify.MenuItems").trigger("formulas")
+        self.assertEqual([cell.String for cell in cells], ["179.832", "cm\n\n", "5.68", "#DIV/0!"])
+        document.close(True)
 
 
 class Package(unittest.TestCase):

@@ -1,6 +1,6 @@
 #pragma once
 
-// The menu item that shows the page of the units.
+// The menu items of the extension.
 
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/task/XJobExecutor.hpp>
@@ -9,11 +9,13 @@
 
 namespace metrify::calc {
 
-/// Opens the page, a file of the extension, in the program that the desktop has for such files.
-class UnitsPage
+/// The event `units` opens the page of the units. The event `formulas` enters the formulas of the document in
+/// front again whose functions are unknown: a workbook of Excel has the function under its short name, which
+/// Calc recognises in entered formulas only.
+class MenuItems
     : public cppu::WeakImplHelper2<com::sun::star::task::XJobExecutor, com::sun::star::lang::XServiceInfo> {
   public:
-    explicit UnitsPage(com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> context);
+    explicit MenuItems(com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> context);
 
     static rtl::OUString ImplementationName();
     static com::sun::star::uno::Sequence<rtl::OUString> ServiceNames();
