@@ -5,6 +5,7 @@ import os
 import pathlib
 import re
 import subprocess
+import sys
 
 import metrify
 import metrify.tables
@@ -29,31 +30,43 @@ def test_examples_in_docstrings_of_the_extension_give_what_they_show(name):
     assert result.attempted > 0 and result.failed == 0
 
 
-def test_examples_in_the_document_give_what_they_show():
-    result = doctest.testfile(str(SOURCES / "docs" / "python.md"), module_relative=False)
-    assert result.attempted > 10 and result.failed == 0
+@pytest.mark.parametrize("document", ["python.md", "scaling.md"])
+def test_examples_in_the_documents_give_what_they_show(document):
+    result = doctest.testfile(str(SOURCES / "docs" / document), module_relative=False)
+    assert result.attempted > 5 and result.failed == 0
 
 
-# Blocks of commands with their output, which run in a folder of their own, one after the other.
-def console_examples(document):
+def console_blocks(document):
+    """Blocks of commands, each as a list of pairs of a command and its output."""
     text = (SOURCES / "docs" / document).read_text(encoding="utf-8")
     for block in re.findall(r"^```console\n(.*?)^```", text, re.M | re.S):
-        for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
-            lines = re.split(r"(?<!\\)\n", part, maxsplit=1)
-            yield lines[0], lines[1]
+        examples = re.split(r"^\$ ", block, flags=re.M)[1:]
+        yield [re.split(r"(?<!\\)\n", example, maxsplit=1) for example in examples]
 
 
-@pytest.mark.parametrize("document", ["python.md"])
+def run_block(commands, folder):
+    """Run the commands in one shell. Their outputs are separated by a zero byte."""
+    script = "\nprintf '\\0'\n".join(commands)
+    path = os.path.dirname(sys.executable) + os.pathsep + os.environ["PATH"]
+    result = subprocess.run(
+        ["bash", "-c", script],
+        cwd=folder,
+        env={**os.environ, "PATH": path},
+        stdout=subprocess.PIPE,
+        stderr=subprocess.STDOUT,
+        text=True,
+    )
+    return result.stdout.split("\0")
+
+
+@pytest.mark.parametrize("document", ["python.md", "scaling.md"])
 def test_commands_in_the_documents_give_what_they_show(document, tmp_path):
-    build = pathlib.Path(os.environ["METRIFY_BUILD"])
     for name in ("docs", "examples", "python"):
         (tmp_path / name).symlink_to(SOURCES / name)
     (tmp_path / "build").mkdir()
-    (tmp_path / "build" / "release").symlink_to(build)
-    examples = list(console_examples(document))
-    assert examples
-    for command, shown in examples:
-        result = subprocess.run(
-            command, shell=True, cwd=tmp_path, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True
-        )
-        assert result.stdout == shown, command
+    (tmp_path / "build" / "release").symlink_to(os.environ["METRIFY_BUILD"])
+    blocks = list(console_blocks(document))
+    assert blocks
+    for block in blocks:
+        outputs = run_block([command for command, _ in block], tmp_path)
+        assert list(zip([command for command, _ in block], outputs)) == [tuple(example) for example in block]
