@@ -1,0 +1,36 @@
+# `cmake --install` and find_package(metrify): the library with its headers, and, if they are built, the command with
+# its manual page and completion, and the documents.
+
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/metrify)
+
+set(libraries metrify_static)
+if(TARGET metrify_shared)
+  list(APPEND libraries metrify_shared)
+endif()
+install(TARGETS ${libraries} EXPORT metrify-targets COMPONENT metrify
+  LIBRARY NAMELINK_COMPONENT metrify)
+install(DIRECTORY include/metrify DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT metrify)
+install(EXPORT metrify-targets NAMESPACE metrify:: DESTINATION ${package_folder} COMPONENT metrify)
+
+configure_package_config_file(cmake/package/metrify-config.cmake.in package/metrify-config.cmake
+  INSTALL_DESTINATION ${package_folder} NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(package/metrify-config-version.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/package/metrify-config.cmake
+  ${PROJECT_BINARY_DIR}/package/metrify-config-version.cmake
+  DESTINATION ${package_folder} COMPONENT metrify)
+
+# Relative paths, so that the installed folders can be moved.
+file(RELATIVE_PATH METRIFY_PREFIX_FROM_PKGCONFIG /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+configure_file(cmake/package/metrify.pc.in package/metrify.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/package/metrify.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT metrify)
+
+if(METRIFY_PROGRAMS AND NOT WIN32)
+  file(GLOB manual_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/*.1)
+  file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
+  install(FILES ${manual_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT metrify)
+  install(FILES ${PROJECT_SOURCE_DIR}/README.md ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT metrify)
+  install(FILES ${PROJECT_SOURCE_DIR}/completions/metrify.bash OPTIONAL
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME metrify COMPONENT metrify)
+endif()
