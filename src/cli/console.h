@@ -2,6 +2,9 @@
 
 // The terminal and the standard streams.
 
+#include "cli/session/completion.h"
+
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,6 +24,10 @@ class line_reader {
     ~line_reader();
 
     enum class outcome { line, interrupted, end };
+
+    /// Gives the completion of a text that ends at the cursor.
+    using completer = std::function<completion(std::string_view)>;
+    void complete_with(completer complete);
 
     /// Reads one line, without its newline. If it is interrupted, line contains the text typed so far, which
     /// is also added to the history.

@@ -23,6 +23,8 @@ struct line_reader::terminal {};
 line_reader::line_reader() = default;
 line_reader::~line_reader() = default;
 
+void line_reader::complete_with(completer) {}
+
 line_reader::outcome line_reader::read(std::string_view prompt, std::string& line) {
     std::cout << prompt << std::flush;
     if (!std::getline(std::cin, line))

@@ -2,6 +2,7 @@
 
 #include "base/build_settings.h"
 #include "base/number_text.h"
+#include "cli/columns/columns_command.h"
 #include "cli/commands.h"
 #include "cli/console.h"
 #include "cli/short_form.h"
@@ -37,7 +38,8 @@ constexpr const char* about_forms =
 constexpr const char* about_statuses =
     "Exit status:\n"
     "  0    success; also a run with statements that failed, unless --strict is given\n"
-    "  1    an error cell, nothing found, or with --strict a statement that failed\n"
+    "  1    an error cell, nothing found, cells of `columns` that are no numbers,\n"
+    "       or with --strict a statement that failed\n"
     "  2    wrong usage, input that can't be read, output that can't be written\n"
     "  130  interrupted by Ctrl-C\n";
 
@@ -67,6 +69,25 @@ struct run_arguments {
     }
 };
 
+void add_columns_options(CLI::App& app, columns_arguments& columns) {
+    app.add_option("--from", columns.from, "the units of the numbers")->required();
+    app.add_option("--to", columns.to, "the units to convert them to; default units if omitted");
+    app.add_option("-c,--columns", columns.options.columns,
+                   "names or numbers of the columns, separated by commas; not needed for a single column");
+    app.add_option("-d,--delimiter", columns.delimiter, "the character between cells; a comma if omitted");
+    app.add_flag_callback(
+        "--tsv", [&columns] { columns.delimiter = "\t"; }, "a tab is the delimiter");
+    app.add_flag_callback(
+        "--header", [&columns] { columns.options.header = true; },
+        "the first row holds names; found out if omitted");
+    app.add_flag_callback(
+        "--no-header", [&columns] { columns.options.header = false; }, "it holds no names");
+    app.add_flag("--json", columns.options.as_json, "write each row as one line of JSON");
+    app.add_flag("--line-buffered", columns.options.is_line_buffered,
+                 "write each row as soon as it has been read");
+    app.add_option("FILE", columns.file, "a file, or - for standard input, which is the default");
+}
+
 int run(const std::vector<std::string>& arguments) {
     CLI::App app(about_forms, "metrify");
     app.footer(about_statuses);
@@ -90,6 +111,11 @@ int run(const std::vector<std::string>& arguments) {
     run_files->add_option("FILE", program.files, "a file, or - for standard input, which is the default")
         ->excludes("--execute");
 
+    columns_arguments columns;
+    CLI::App* of_columns =
+        app.add_subcommand("columns", "Convert columns of a CSV file, or one number a line");
+    add_columns_options(*of_columns, columns);
+
     std::string filter;
     CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
     units->add_option("TEXT", filter, "list only units whose name contains it");
@@ -109,6 +135,8 @@ int run(const std::vector<std::string>& arguments) {
         read_double(val.c_str(), number);
         return convert_command(number, in_units, out_units, std::cout, std::cerr);
     }
+    if (of_columns->parsed())
+        return columns_command(columns);
     if (units->parsed())
         return units_command(filter, std::cout);
     if (functions->parsed())

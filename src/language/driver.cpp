@@ -98,6 +98,7 @@ listing run_further_lines(const char* text) {
     work_text out(capacity, capacity);
     work_text err;
     current_calculator().has_failed = false;
+    current_calculator().has_result = false;
     run_numbered_lines("", current_calculator().statements, cursor(text), out.str, err.str);
     return listing(out.view(), current_calculator().has_failed);
 }

@@ -5,6 +5,14 @@
 
 namespace metrify {
 
+namespace {
+
+bool is_same_value(const dim_value& a, const dim_value& b) {
+    return a.kind == b.kind && a.comp == b.comp && a.dim == b.dim;
+}
+
+} // namespace
+
 // The block refers to the text by address, so the old text is released after the move. A vector keeps its
 // address when it is assigned by move.
 void session::append_text(std::string_view entry) {
@@ -37,6 +45,18 @@ std::string session::enter(std::string_view entry) {
     return std::string(shown.view());
 }
 
+void session::keep_result_as(std::string_view name) {
+    const calculator_scope scope(*calculator_);
+    const var_entry* const known = find_var(name);
+    const bool is_ours = known != nullptr && kept_ && is_same_value(known->value, *kept_);
+    cursor at(name.data(), name.data() + name.size());
+    dim_value unit;
+    if (!calculator_->has_result || (known != nullptr && !is_ours) || find_user_unit(at, unit))
+        return;
+    kept_ = calculator_->result;
+    find_or_add_var(name).value = *kept_;
+}
+
 std::vector<std::string> session::defined_names() const {
     std::vector<std::string> names = calculator_->variables.names();
     for (std::string& unit : calculator_->units.user_units.units.names())
@@ -54,6 +74,7 @@ bool session::is_continued(std::string_view entry) {
 
 void session::start_over() {
     calculator_ = std::make_unique<calculator>();
+    kept_.reset();
     text_.clear();
 }
 

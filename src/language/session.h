@@ -8,6 +8,7 @@
 #include "machine/calculator.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,12 +22,16 @@ class session {
     /// Runs the entry, one line or several, and gives its listing.
     std::string enter(std::string_view entry);
 
-    /// Ends the entry that is being run; its statement fails, and the variables are those before the entry.
-    /// Any thread and a signal handler may call this. Without an entry it has no effect.
-    void interrupt() { interruption_->request(); }
+    /// A request ends the entry that is being run: its statement fails, and the variables are those before
+    /// the entry. Without an entry it has no effect.
+    interruption& stop() { return *interruption_; }
 
-    /// True if the latest entry has shown a message.
-    bool has_failed() const { return calculator_->has_failed; }
+    /// Makes the result of the latest entry, if there is one, the value of a variable that only this function
+    /// assigns. Does nothing if the user has made the name a variable or a unit.
+    void keep_result_as(std::string_view name);
+
+    /// True if a function block has been begun and not ended.
+    bool is_block_open() const { return calculator_->block.state == block_state::open; }
 
     /// The names of the variables and of the user's units.
     std::vector<std::string> defined_names() const;
@@ -42,7 +47,8 @@ class session {
 
     std::unique_ptr<interruption> interruption_ = std::make_unique<interruption>();
     std::unique_ptr<calculator> calculator_ = std::make_unique<calculator>();
-    std::vector<char> text_; // the entries that the function block is in
+    std::optional<dim_value> kept_; // the value that keep_result_as has assigned
+    std::vector<char> text_;        // the entries that the function block is in
 };
 
 } // namespace metrify

@@ -124,6 +124,11 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         return line_result::compiled;
     }
     normalize_dimensions(result);
+    if (prefix.empty()) {
+        calculator& current = current_calculator();
+        current.result = result;
+        current.has_result = true;
+    }
     if (!serve_requests(result, expptr, answer.str, out, err)) {
         print_value_in_default_units(answer.str, result, err, true);
         if (!str_is_empty(err)) {

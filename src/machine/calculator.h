@@ -23,7 +23,9 @@ struct calculator {
     solver_binding solver;
     progress_guard progress;
     int statements = 0;      // number of the latest statement
-    bool has_failed = false; // a statement has shown a message
+    dim_value result;        // of the latest statement that has succeeded
+    bool has_result = false; // a statement of the latest run has succeeded
+    bool has_failed = false; // a statement of the latest run has shown a message
 };
 
 /// The current calculator of the calling thread.

@@ -24,7 +24,7 @@ std::string interrupted_listing(session& s, const std::string& line) {
     std::thread entering([&] { shown = s.enter(line); });
     std::this_thread::sleep_for(milliseconds(100));
     const steady_clock::time_point begin = steady_clock::now();
-    s.interrupt();
+    s.stop().request();
     entering.join();
     EXPECT_LT(steady_clock::now() - begin, milliseconds(1000)) << line;
     return shown;
@@ -68,7 +68,7 @@ TEST(interruption, ends_a_search_in_a_block_and_frees_its_variables) {
 
 TEST(interruption, does_not_reach_the_next_entry) {
     session s;
-    s.interrupt();
+    s.stop().request();
     EXPECT_EQ(s.enter("1 m"), "[  1 ] 1 m\n        = 1 m\n\n");
 }
 

@@ -51,6 +51,52 @@ TEST(session, accepts_an_empty_entry) {
     EXPECT_EQ(s.enter(""), "");
     EXPECT_NE(s.enter("x").find(" = 1 m"), std::string::npos);
 }
+TEST(session, keeps_a_result_as_a_variable) {
+    session s;
+    s.enter("3 ft");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans; in").find(" = 36 in"), std::string::npos);
+    s.enter("2 kg");
+    s.keep_result_as("ans");
+    s.enter("nothing");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans").find(" = 2 kg"), std::string::npos);
+}
+TEST(session, does_not_assign_a_variable_of_the_user_or_a_unit) {
+    session s;
+    s.enter("ans = 3 ft");
+    s.enter("7 kg");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans; ft").find(" = 3 ft"), std::string::npos);
+    s.start_over();
+    s.enter("1 m");
+    s.keep_result_as("ans");
+    s.enter("ans = 5 m");
+    s.enter("7 kg");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans").find(" = 5 m"), std::string::npos);
+    s.start_over();
+    s.enter("DefUnit(ans, 2 m)");
+    s.enter("1 kg");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("1 ans").find(" = 2 m"), std::string::npos);
+}
+TEST(session, knows_whether_a_block_is_open) {
+    session s;
+    EXPECT_FALSE(s.is_block_open());
+    s.enter("begin");
+    s.enter("y = 1");
+    EXPECT_TRUE(s.is_block_open());
+    s.enter("end");
+    EXPECT_FALSE(s.is_block_open());
+}
+TEST(session, tells_the_names_that_are_defined) {
+    session s;
+    s.enter("x = 1");
+    s.enter("DefUnit(ell, 18 in)");
+    s.enter("a = 2");
+    EXPECT_EQ(s.defined_names(), (std::vector<std::string>{"x", "a", "ell"}));
+}
 TEST(session, resets_everything_when_it_starts_over) {
     session s;
     s.enter("x = 1 m");
