@@ -1,6 +1,7 @@
 #include "language/driver.h"
 #include "language/session.h"
 #include "machine/solver_binding.h"
+#include "tests/allocations.h"
 #include "units/unit_system.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <string>
 #include <vector>
 
 namespace {
@@ -102,6 +104,26 @@ TEST(session, resets_everything_when_it_starts_over) {
     s.enter("x = 1 m");
     s.start_over();
     EXPECT_EQ(s.enter("x"), "[  1 ] x\n       ERROR: 'x' undefined.\n\n");
+}
+TEST(session, evaluates_an_entry_once) {
+    session s;
+    s.enter("x = 1 m");
+    s.enter("x = x + x");
+    s.enter("x = x + x");
+    EXPECT_EQ(s.enter("x"), "[  4 ] x\n        = 4 m\n\n");
+}
+TEST(session, does_not_run_earlier_entries_again) {
+    session s;
+    s.enter("1 m");
+    const auto allocations_of = [&s](const char* entry) {
+        const std::size_t before = metrify::test::allocations();
+        s.enter(entry);
+        return metrify::test::allocations() - before;
+    };
+    const std::size_t at_first = allocations_of("1 m");
+    for (int i = 0; i < 200; ++i)
+        s.enter("v" + std::to_string(i) + " = " + std::to_string(i) + " m");
+    EXPECT_EQ(allocations_of("1 m"), at_first);
 }
 TEST(session, recognises_an_entry_that_is_continued) {
     EXPECT_TRUE(session::is_continued("1 + \\"));

@@ -2,31 +2,13 @@
 
 namespace metrify::host {
 
-WorkbookObject::WorkbookObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> application,
-                               std::u16string name)
-    : DispatchObject(std::move(context)), application_(std::move(application)), name_(std::move(name)) {}
-
 std::span<const MemberRow<WorkbookObject>> WorkbookObject::Members() {
     static constexpr MemberRow<WorkbookObject> members[] = {
-        {L"Application", &WorkbookObject::Application},
+        {L"Application", &WorkbookObject::Parent},
         {L"Name", &WorkbookObject::Name},
     };
     return members;
 }
-
-HRESULT WorkbookObject::Application(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(application_.Get());
-    return S_OK;
-}
-
-HRESULT WorkbookObject::Name(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(name_);
-    return S_OK;
-}
-
-WorksheetObject::WorksheetObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> workbook,
-                                 std::u16string name)
-    : DispatchObject(std::move(context)), workbook_(std::move(workbook)), name_(std::move(name)) {}
 
 std::span<const MemberRow<WorksheetObject>> WorksheetObject::Members() {
     static constexpr MemberRow<WorksheetObject> members[] = {
@@ -34,16 +16,6 @@ std::span<const MemberRow<WorksheetObject>> WorksheetObject::Members() {
         {L"Name", &WorksheetObject::Name},
     };
     return members;
-}
-
-HRESULT WorksheetObject::Parent(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(workbook_.Get());
-    return S_OK;
-}
-
-HRESULT WorksheetObject::Name(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(name_);
-    return S_OK;
 }
 
 RangeObject::RangeObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> worksheet,
