@@ -2,8 +2,15 @@
 
 #include "language/driver.h"
 #include "language/expression.h"
+#include "language/unit_definitions.h"
+
+#include <utility>
 
 namespace metrify {
+
+session::session(std::string unit_definitions) : unit_definitions_(std::move(unit_definitions)) {
+    start_over();
+}
 
 // The block refers to the text by address, so the old text is released after the move. A vector keeps its
 // address when it is assigned by move.
@@ -43,6 +50,8 @@ bool session::is_continued(std::string_view entry) {
 void session::start_over() {
     calculator_ = std::make_unique<calculator>();
     text_.clear();
+    const calculator_scope scope(*calculator_);
+    define_units(unit_definitions_);
 }
 
 } // namespace metrify
