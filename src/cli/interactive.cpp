@@ -1,7 +1,9 @@
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/hints/hint_writer.h"
 #include "language/session.h"
 
+#include <memory>
 #include <ostream>
 
 namespace metrify {
@@ -41,11 +43,17 @@ bool read_entry(line_reader& reader, std::string& entry) {
     }
 }
 
+std::unique_ptr<hint_writer> make_hint_writer(const call_extras& extras, std::ostream& err) {
+    return extras.hints ? std::make_unique<hint_writer>(extras.unit_definitions, extras.everyday, err)
+                        : nullptr;
+}
+
 } // namespace
 
-int interactive_command(std::ostream& out) {
+int interactive_command(std::ostream& out, std::ostream& err, const call_extras& extras) {
     line_reader reader;
-    session calculator;
+    session calculator(extras.unit_definitions);
+    std::unique_ptr<hint_writer> hints = make_hint_writer(extras, err);
     std::string entry;
     out << "Metrify. Type :help for help.\n" << std::flush;
     while (read_entry(reader, entry)) {
@@ -55,9 +63,13 @@ int interactive_command(std::ostream& out) {
             out << help_text;
         } else if (entry == ":restart") {
             calculator.start_over();
+            hints = make_hint_writer(extras, err);
             out << "Everything is forgotten.\n";
         } else {
-            out << calculator.enter(entry);
+            const std::string listing = calculator.enter(entry);
+            out << listing << std::flush;
+            if (hints)
+                hints->explain_listing(listing);
         }
         out << std::flush;
     }
