@@ -1,22 +1,21 @@
 #include "cli/commands.h"
 
 #include "addin/conversion.h"
+#include "base/interruption.h"
 #include "base/number_text.h"
 #include "cli/hints/hint_writer.h"
+#include "cli/interrupt_key.h"
 #include "cli/lookup/also.h"
 #include "cli/lookup/function_list.h"
 #include "cli/lookup/unit_document.h"
 #include "cli/lookup/unit_list.h"
+#include "cli/program_text.h"
 #include "functions/function_help.h"
 #include "language/unit_definitions.h"
 #include "machine/calculator.h"
 
-#include <array>
-#include <cerrno>
-#include <fstream>
-#include <istream>
+#include <algorithm>
 #include <ostream>
-#include <system_error>
 
 namespace metrify {
 
@@ -26,26 +25,6 @@ std::string_view without_trailing_newlines(std::string_view text) {
     while (!text.empty() && text.back() == '\n')
         text.remove_suffix(1);
     return text;
-}
-
-// Reads a whole stream. On failure sets the reason.
-bool read_program(std::istream& in, std::string& program, std::string& reason) {
-    std::array<char, 16384> block;
-    program.clear();
-    errno = 0;
-    do {
-        in.read(block.data(), block.size());
-        program.append(block.data(), static_cast<std::size_t>(in.gcount()));
-    } while (in);
-    if (in.bad()) {
-        reason = errno != 0 ? std::generic_category().message(errno) : "cannot be read to its end";
-        return false;
-    }
-    if (const std::size_t zero = program.find('\0'); zero != std::string::npos) {
-        reason = "holds a zero byte at offset " + std::to_string(zero) + ", where a program text would end";
-        return false;
-    }
-    return true;
 }
 
 // The error cell is empty if an "=" precedes the message, in the units or in a result on an earlier line: the
@@ -59,16 +38,14 @@ void write_error_cell(const conversion& cells, std::ostream& err) {
             << cells.answer.view();
 }
 
-} // namespace
-
-bool read_program_file(const std::string& file, std::string& program, std::string& reason) {
-    errno = 0;
-    std::ifstream in(file, std::ios::binary);
-    if (in)
-        return read_program(in, program, reason);
-    reason = std::generic_category().message(errno);
-    return false;
+// The hints follow the listing on a terminal.
+void explain_listing(std::string_view shown, const call_extras& extras, std::ostream& out,
+                     std::ostream& err) {
+    out.flush();
+    hint_writer(extras.unit_definitions, extras.everyday, err).explain_listing(shown);
 }
+
+} // namespace
 
 int convert_command(double val, std::string_view in_units, std::string_view out_units, std::ostream& out,
                     std::ostream& err, const call_extras& extras) {
@@ -95,7 +72,7 @@ int convert_command(double val, std::string_view in_units, std::string_view out_
             .explain_conversion(format_double(val, buffer), in_units, out_units,
                                 is_converted ? conversion_state::converted : conversion_state::failed);
     }
-    return is_converted ? 0 : 1;
+    return is_converted ? 0 : status_failed;
 }
 
 int refuse_number(const std::string& val, std::string_view in_units, std::string_view out_units,
@@ -104,29 +81,37 @@ int refuse_number(const std::string& val, std::string_view in_units, std::string
     if (extras.hints)
         hint_writer(extras.unit_definitions, extras.everyday, err)
             .explain_conversion(val, in_units, out_units, conversion_state::not_a_number);
-    return 2;
+    return status_unreadable;
 }
 
 int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err,
-                const call_extras& extras) {
+                const run_options& options, const call_extras& extras) {
     const std::vector<std::string> standard_input = {"-"};
     int status = 0;
     for (const std::string& file : files.empty() ? standard_input : files) {
-        std::string program;
-        std::string reason;
-        const bool is_read =
-            file == "-" ? read_program(in, program, reason) : read_program_file(file, program, reason);
-        if (is_read) {
-            const listing shown = interpret_dimensional_input_lines(program.c_str(), extras.unit_definitions);
-            out << shown.view();
-            if (extras.hints) {
-                out.flush();
-                hint_writer(extras.unit_definitions, extras.everyday, err).explain_listing(shown.view());
-            }
-        } else {
-            err << "metrify: " << (file == "-" ? "standard input" : file) << ": " << reason << '\n';
-            status = 2;
+        program_text program;
+        const bool is_read = file == "-" ? program.read(in) : program.read_file(file);
+        const std::string& remark = is_read ? program.note : program.reason;
+        if (!remark.empty())
+            err << "metrify: " << (file == "-" ? "standard input" : file) << ": " << remark << '\n';
+        if (!is_read) {
+            status = status_unreadable;
+            continue;
         }
+        interruption stop;
+        const interruption_scope obeys(stop);
+        const interrupt_key ends(stop);
+        const listing shown =
+            interpret_dimensional_input_lines(program.text.c_str(), extras.unit_definitions);
+        out << shown.view();
+        if (stop.is_requested()) {
+            err << "metrify: interrupted\n";
+            return status_interrupted;
+        }
+        if (extras.hints)
+            explain_listing(shown.view(), extras, out, err);
+        if (options.is_strict && shown.has_failures())
+            status = std::max(status, status_failed);
     }
     return status;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-// The subcommands of metrify. Each writes to the given streams and returns the exit status: 0 for success, 1
-// for an error cell or an empty list, 2 for input that could not be read.
+// The subcommands of metrify. Each writes to the given streams and returns the exit status.
 
 #include <iosfwd>
 #include <string>
@@ -9,6 +8,14 @@
 #include <vector>
 
 namespace metrify {
+
+constexpr int status_failed = 1;     ///< an error cell, an empty list, a failed statement in a strict run
+constexpr int status_unreadable = 2; ///< input that can't be read, output that is lost, wrong usage
+constexpr int status_interrupted = 130;
+
+struct run_options {
+    bool is_strict = false; ///< a statement that fails makes the exit status 1
+};
 
 /// What a call has besides its program or its conversion.
 struct call_extras {
@@ -18,9 +25,6 @@ struct call_extras {
     bool also = false;            // show a conversion in further units
 };
 
-/// Reads a program text from a file. On failure sets the reason.
-bool read_program_file(const std::string& file, std::string& program, std::string& reason);
-
 /// Converts one number. Writes the two cells separated by a blank, or the error cell to err.
 int convert_command(double val, std::string_view in_units, std::string_view out_units, std::ostream& out,
                     std::ostream& err, const call_extras& extras = {});
@@ -28,7 +32,7 @@ int convert_command(double val, std::string_view in_units, std::string_view out_
 /// Runs each file as a separate program; `-`, or no file at all, is standard input. Writes the listings
 /// unchanged. A file that can't be read is reported with the reason, and the others are still run.
 int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err,
-                const call_extras& extras = {});
+                const run_options& options = {}, const call_extras& extras = {});
 
 /// Reports a VAL that is not a number; always 2.
 int refuse_number(const std::string& val, std::string_view in_units, std::string_view out_units,

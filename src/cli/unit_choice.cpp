@@ -1,6 +1,6 @@
 #include "cli/unit_choice.h"
 
-#include "cli/commands.h"
+#include "cli/program_text.h"
 #include "cli/units/everyday_units.h"
 #include "language/unit_definitions.h"
 #include "machine/calculator.h"
@@ -39,13 +39,12 @@ bool read_definitions(const unit_choice& choice, std::string& definitions, std::
         define_units(definitions);
     }
     for (const std::string& file : choice.files) {
-        std::string text;
-        std::string reason;
-        if (read_program_file(file, text, reason)) {
-            is_faultless = check_definitions(file, text, err) && is_faultless;
-            definitions += text + '\n';
+        program_text program;
+        if (program.read_file(file)) {
+            is_faultless = check_definitions(file, program.text, err) && is_faultless;
+            definitions += program.text + '\n';
         } else {
-            err << "metrify: " << file << ": " << reason << '\n';
+            err << "metrify: " << file << ": " << program.reason << '\n';
             is_faultless = false;
         }
     }

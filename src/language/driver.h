@@ -14,14 +14,17 @@ namespace metrify {
 /// A listing, terminated.
 class listing {
   public:
-    explicit listing(std::string_view text);
+    explicit listing(std::string_view text, bool has_failures = false);
 
     std::string_view view() const { return {text_.data(), length_}; }
     const char* c_str() const { return text_.data(); }
+    /// True if a statement has shown a message.
+    bool has_failures() const { return has_failures_; }
     char& operator[](std::size_t place) { return text_[static_cast<long>(place)]; }
 
   private:
     std::size_t length_;
+    bool has_failures_;
     offset_vector<char> text_;
 };
 

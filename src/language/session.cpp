@@ -27,16 +27,28 @@ void session::append_text(std::string_view entry) {
 
 std::string session::enter(std::string_view entry) {
     const calculator_scope scope(*calculator_);
+    interruption_->clear();
+    const interruption_scope obeys(*interruption_);
+    const std::vector<dim_value> values = variable_values();
     // The parser's guard stops a program for good; here it stops one entry.
     reset_expression_state();
     const std::size_t begin = text_.size();
     append_text(entry);
     const listing shown = run_further_lines(text_.data() + begin);
+    if (calculator_->has_failed && interruption_->is_requested())
+        restore_variables(values);
     if (block_needs_text_from(text_.data() + begin))
         text_.pop_back(); // the terminator
     else
         text_.resize(begin);
     return std::string(shown.view());
+}
+
+std::vector<std::string> session::defined_names() const {
+    std::vector<std::string> names = calculator_->variables.names();
+    for (std::string& unit : calculator_->units.user_units.units.names())
+        names.push_back(std::move(unit));
+    return names;
 }
 
 bool session::is_continued(std::string_view entry) {

@@ -4,6 +4,7 @@
 // from entry to entry. The listings of its entries, one after another, are the listing of one program in
 // which an empty line follows each entry.
 
+#include "base/interruption.h"
 #include "machine/calculator.h"
 
 #include <memory>
@@ -24,6 +25,16 @@ class session {
     /// Runs the entry, one line or several, and gives its listing.
     std::string enter(std::string_view entry);
 
+    /// Ends the entry that is being run; its statement fails, and the variables are those before the entry.
+    /// Any thread and a signal handler may call this. Without an entry it has no effect.
+    void interrupt() { interruption_->request(); }
+
+    /// True if the latest entry has shown a message.
+    bool has_failed() const { return calculator_->has_failed; }
+
+    /// The names of the variables and of the user's units.
+    std::vector<std::string> defined_names() const;
+
     /// True if the entry's last line ends in a continuation.
     static bool is_continued(std::string_view entry);
 
@@ -34,6 +45,7 @@ class session {
     void append_text(std::string_view entry);
 
     std::string unit_definitions_;
+    std::unique_ptr<interruption> interruption_ = std::make_unique<interruption>();
     std::unique_ptr<calculator> calculator_ = std::make_unique<calculator>();
     std::vector<char> text_; // the entries that the function block is in
 };

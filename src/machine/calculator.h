@@ -22,7 +22,8 @@ struct calculator {
     func_block block;
     solver_binding solver;
     progress_guard progress;
-    int statements = 0; // number of the latest statement
+    int statements = 0;      // number of the latest statement
+    bool has_failed = false; // a statement has shown a message
 };
 
 /// The current calculator of the calling thread.

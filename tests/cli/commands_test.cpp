@@ -26,11 +26,12 @@ outcome convert(double val, std::string_view in_units, std::string_view out_unit
     return {status, out.str(), err.str()};
 }
 
-outcome run(const std::vector<std::string>& files, const std::string& standard_input = {}) {
+outcome run(const std::vector<std::string>& files, const std::string& standard_input = {},
+            const run_options& options = {}) {
     std::istringstream in(standard_input);
     std::ostringstream out;
     std::ostringstream err;
-    const int status = run_command(files, in, out, err);
+    const int status = run_command(files, in, out, err, options);
     return {status, out.str(), err.str()};
 }
 
@@ -127,7 +128,7 @@ TEST(run_command, writes_the_same_listing_with_hints_which_go_to_the_error_strea
     std::istringstream in("x = 180 lb\nx; N\n5 ft to m\n");
     std::ostringstream out;
     std::ostringstream err;
-    EXPECT_EQ(run_command({}, in, out, err, {{}, false, true}), 0);
+    EXPECT_EQ(run_command({}, in, out, err, {}, {{}, false, true}), 0);
     EXPECT_EQ(out.str(), run({}, "x = 180 lb\nx; N\n5 ft to m\n").out);
     EXPECT_EQ(err.str(),
               "metrify: hint for `5 ft to m`: a conversion is written `3 ft; m`, without `to`: `5 ft; m` "
@@ -192,6 +193,39 @@ TEST(run_command, accepts_an_empty_file) {
     const outcome it = run({empty.path()});
     EXPECT_EQ(it.status, 0);
     EXPECT_EQ(it.err, "");
+}
+
+TEST(run_command, notes_the_carriage_returns_that_it_ignores_on_the_error_stream) {
+    const outcome it = run({}, "x = 3 ft\r\n");
+    EXPECT_EQ(it.status, 0);
+    EXPECT_EQ(it.out, "[  1 ] x = 3 ft\n       x = 0.9144 m\n\n");
+    EXPECT_EQ(it.err, "metrify: standard input: carriage returns at line ends are ignored\n");
+}
+TEST(run_command, fails_for_a_failed_statement_only_if_it_is_strict) {
+    run_options strict;
+    strict.is_strict = true;
+    for (const char* program : {"1 m + 1 s\n", "1 m; kg\n", "1 m; kg; cm\n", "nothing\n2 m\n", "end\n",
+                                "DefUnit(ell, 0 m)\n", "begin\ny = x\nend\n"}) {
+        EXPECT_EQ(run({}, program).status, 0) << program;
+        EXPECT_EQ(run({}, program, strict).status, 1) << program;
+        EXPECT_EQ(run({}, program, strict).out, run({}, program).out);
+    }
+}
+TEST(run_command, succeeds_if_no_statement_fails_also_if_it_is_strict) {
+    run_options strict;
+    strict.is_strict = true;
+    for (const char* program : {"", "# ERROR\n", "1 m\n", "x = 1 m # ERROR:\nx; cm; MKS\n", "cgs\n",
+                                "x = 1\nbegin\ny = x^2 - 4\nend\nsolve(y, x)\n"})
+        EXPECT_EQ(run({}, program, strict).status, 0) << program;
+}
+TEST(run_command, is_strict_for_each_of_several_files) {
+    run_options strict;
+    strict.is_strict = true;
+    const program_file bad("nothing\n");
+    const program_file good("1 m\n");
+    EXPECT_EQ(run({bad.path(), good.path()}, {}, strict).status, 1);
+    EXPECT_EQ(run({bad.path(), "no such file"}, {}, strict).status, 2);
+    EXPECT_EQ(run({"no such file", bad.path()}, {}, strict).status, 2);
 }
 
 // output

@@ -37,6 +37,35 @@ TEST(metrify_program, converts) {
     EXPECT_EQ(run_metrify("convert 1 nothing m").status, 1);
 }
 
+TEST(metrify_program, converts_without_the_name_of_the_command) {
+    EXPECT_EQ(run_metrify("3.5 ft m").output, "1.0668 m\n");
+    EXPECT_EQ(run_metrify("3.5 ft m").status, 0);
+    EXPECT_EQ(run_metrify("-2 m m").output, "-2 m\n");
+    EXPECT_EQ(run_metrify("1 nothing m").status, 1);
+}
+
+TEST(metrify_program, runs_a_line_and_several_lines) {
+    EXPECT_EQ(run_metrify("-e 'x = 3 ft; in'").output, "[  1 ] x = 3 ft; in\n       x = 36 in\n\n");
+    EXPECT_EQ(run_metrify("-e 'x = 3 ft' -e 'x; in'").output,
+              "[  1 ] x = 3 ft\n       x = 0.9144 m\n\n[  2 ] x; in\n        = 36 in\n\n");
+    EXPECT_EQ(run_metrify("run -e '3'").output, "[  1 ] 3\n        = 3 \n\n");
+    EXPECT_EQ(run_metrify("-e 3").output, "[  1 ] 3\n        = 3 \n\n");
+    EXPECT_EQ(run_metrify("run -e 3 file").status, 2);
+}
+
+TEST(metrify_program, is_strict_with_an_option) {
+    EXPECT_EQ(run_metrify("-e nothing").status, 0);
+    EXPECT_EQ(run_metrify("-e nothing --strict").status, 1);
+    EXPECT_EQ(run_metrify("run --strict -e nothing").status, 1);
+    EXPECT_EQ(run_metrify("run --strict -e '1 m'").status, 0);
+}
+
+TEST(metrify_program, shows_its_exit_statuses_in_its_help) {
+    const std::string help = run_metrify("--help").output;
+    for (const char* status : {"\n  0    ", "\n  1    ", "\n  2    ", "\n  130  "})
+        EXPECT_NE(help.find(status), std::string::npos) << status;
+}
+
 TEST(metrify_program, accepts_a_number_to_convert) {
     for (const char* number : {"abc", "1x", "''"}) {
         const program_run run = run_metrify(std::string("convert ") + number + " ft m");
