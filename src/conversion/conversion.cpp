@@ -94,12 +94,13 @@ double as_listed(double x) {
 
 } // namespace
 
-conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units) {
+conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units,
+                                 const std::string& unit_definitions) {
     number_buffer number;
     work_text line;
     append(line.str, format_double(val, number), " ", in_units, "; ", out_units);
     conversion cells;
-    cells.answer.emplace(interpret_dimensional_input_lines(line.str->text));
+    cells.answer.emplace(interpret_dimensional_input_lines(line.str->text, unit_definitions));
     pick_answer(cells);
     return cells;
 }
