@@ -14,13 +14,13 @@ std::string about(bad_cells::kind what, std::string_view cell) {
     case bad_cells::kind::missing:
         return "missing";
     case bad_cells::kind::too_large:
-        return std::string(cell) + " is too large for the result";
+        return std::string(cell).append(" is too large for the result");
     case bad_cells::kind::no_number:
         break;
     }
     if (cell.size() > longest)
-        return std::string(cell.substr(0, longest)) + "... is no number";
-    return std::string(cell) + " is no number";
+        return std::string(cell.substr(0, longest)).append("... is no number");
+    return std::string(cell).append(" is no number");
 }
 
 } // namespace
