@@ -3,7 +3,7 @@
 
 #include "base/number_text.h"
 #include "bench/unit_pairs.h"
-#include "language/conversion.h"
+#include "conversion/conversion.h"
 
 #include <benchmark/benchmark.h>
 #include <cstring>

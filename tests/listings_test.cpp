@@ -41,7 +41,7 @@ class golden_program : public testing::TestWithParam<fs::path> {};
 
 TEST_P(golden_program, gives_the_expected_listing) {
     const std::string text = read_file(GetParam());
-    // A report of another program must not be pending.
+    // No report of another program may be pending.
     metrify::teardown_solver_binding();
     EXPECT_EQ(metrify::interpret_dimensional_input_lines(text.c_str()).view(),
               read_file(expected_of(GetParam())))

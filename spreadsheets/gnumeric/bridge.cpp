@@ -30,7 +30,7 @@ constexpr const char16_t* kProcedureName = u"MetrifyProcedure";
 
 // The version of the family that the user chose.
 int ChosenVersion() {
-    const char* family = std::getenv("METRIFY_GNUMERIC");
+    const char* family = std::getenv("METRIFY_GNUMERIC"); // NOLINT(concurrency-mt-unsafe): read only
     const std::string_view name = family ? family : "wide";
     if (name != "wide" && name != "narrow")
         std::cerr << "Metrify: METRIFY_GNUMERIC is \"" << name << "\" instead of \"wide\" or \"narrow\"\n";
@@ -39,6 +39,7 @@ int ChosenVersion() {
 
 // Writes a call to standard error if the user wants a log.
 void Log(const std::string& call) {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): read only
     static const bool is_on = std::getenv("METRIFY_GNUMERIC_LOG") != nullptr;
     if (is_on)
         std::cerr << "Metrify: " << call << '\n';

@@ -1,7 +1,7 @@
 #include "addin/worksheet_function.h"
 
 #include "base/build_settings.h"
-#include "language/conversion.h"
+#include "conversion/conversion.h"
 #include "xllrt/app/app_call.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/value/xl_cell_view.h"
@@ -48,21 +48,25 @@ CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits,
     return nullptr;
 }
 
+// Both entries, each with the texts of its family.
+template <class Char>
+void ConvertForHost(CXlOper& result, double Val, const Char* InUnits, const Char* OutUnits) {
+    CXlDualString in_units(InUnits);
+    CXlDualString out_units(OutUnits);
+    CallAppFunction(result, [&] { return convert_units_cell(result, Val, in_units, out_units); });
+}
+
 extern "C" {
 
 XLOPER12* METRIFY_HOST_CALL Metrify_12(double Val, const XCHAR* InUnits, const XCHAR* OutUnits) {
     CXlOper xloResult;
-    CXlDualString in_units(InUnits);
-    CXlDualString out_units(OutUnits);
-    CallAppFunction(xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); });
+    ConvertForHost(xloResult, Val, InUnits, OutUnits);
     return xloResult.ReturnValue12();
 }
 
 XLOPER* METRIFY_HOST_CALL Metrify_4(double Val, const char* InUnits, const char* OutUnits) {
     CXlOper xloResult;
-    CXlDualString in_units(InUnits);
-    CXlDualString out_units(OutUnits);
-    CallAppFunction(xloResult, [&] { return convert_units_cell(xloResult, Val, in_units, out_units); });
+    ConvertForHost(xloResult, Val, InUnits, OutUnits);
     return xloResult.ReturnValue4();
 }
 }

@@ -5,9 +5,11 @@
 
 #include <cstddef>
 #include <deque>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace metrify {
 
@@ -32,6 +34,23 @@ class named_list {
         Entry& added = entries_.emplace_back(std::move(entry));
         by_name_.emplace(added.name, &added);
         return added;
+    }
+
+    /// The names, in the order in which the entries were added.
+    std::vector<std::string> names() const {
+        std::vector<std::string> all;
+        all.reserve(entries_.size());
+        for (const Entry& entry : entries_)
+            all.emplace_back(entry.name);
+        return all;
+    }
+
+    /// Removes the entries from this index on.
+    void shrink_to(std::size_t size) {
+        while (entries_.size() > size) {
+            by_name_.erase(entries_.back().name);
+            entries_.pop_back();
+        }
     }
 
     /// Releases all memory, so that a large run does not slow down the small ones after it.

@@ -51,6 +51,10 @@ bool is_interactive() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
 
+bool is_error_shown_to_person() {
+    return isatty(STDERR_FILENO) != 0;
+}
+
 struct line_reader::terminal {
     std::unique_ptr<EditLine, edit_line_end> editor;
     std::unique_ptr<HistoryW, history_end_> history;
@@ -58,6 +62,7 @@ struct line_reader::terminal {
     std::string prompt;
     bool interrupted = false;
     typed_text typed;
+    completer complete;
     std::wstring characters; // decoded and not yet read by the editor
 
     static terminal& of(EditLine* el) {
@@ -72,6 +77,23 @@ struct line_reader::terminal {
     static unsigned char interrupt(EditLine* el, int) {
         of(el).interrupted = true;
         return CC_NEWLINE;
+    }
+
+    // Tab inserts what the completion is sure of, or else shows the candidates.
+    static unsigned char complete_at_cursor(EditLine* el, int) {
+        terminal& t = of(el);
+        const LineInfoW* const line = el_wline(el);
+        const std::wstring_view before(line->buffer, static_cast<std::size_t>(line->cursor - line->buffer));
+        const completion found = t.complete ? t.complete(typed_text::bytes_of(before)) : completion();
+        if (!found.inserted.empty()) {
+            const std::wstring inserted(found.inserted.begin(), found.inserted.end()); // names are ASCII
+            return el_winsertstr(el, inserted.c_str()) == 0 ? CC_REFRESH : CC_ERROR;
+        }
+        if (found.candidates.size() < 2)
+            return CC_ERROR;
+        constexpr std::size_t width = 80;
+        std::fputs(("\n" + candidate_table(found.candidates, width)).c_str(), stdout);
+        return CC_REDISPLAY;
     }
 
     // The editor's default function drops bytes that are no character.
@@ -117,17 +139,21 @@ line_reader::line_reader() : terminal_(std::make_unique<terminal>()) {
     el_wset(editor, EL_GETCFN, &terminal::read_character);
     el_wset(editor, EL_HIST, ::history_w, t.history.get());
     bind_characters_above_ascii(editor);
-    // While a line is edited Ctrl-C is a key. At other times it is ignored, so that it doesn't end the
-    // session.
+    // While a line is edited Ctrl-C is a key. While an entry is run it is a signal, which ends the run. At
+    // other times the signal is ignored, so that it doesn't end the session.
     el_set(editor, EL_SETTY, "-d", "-isig", nullptr);
-    // Also while no line is edited: keys typed then, Ctrl-C included, are kept for the next line.
-    el_set(editor, EL_SETTY, "-x", "-isig", nullptr);
     el_set(editor, EL_ADDFN, "interrupt", "Discard the line", &terminal::interrupt);
     el_set(editor, EL_BIND, "^C", "interrupt", nullptr);
+    el_set(editor, EL_ADDFN, "complete", "Complete a name", &terminal::complete_at_cursor);
+    el_set(editor, EL_BIND, "^I", "complete", nullptr);
     (void)std::signal(SIGINT, SIG_IGN);
 }
 
 line_reader::~line_reader() = default;
+
+void line_reader::complete_with(completer complete) {
+    terminal_->complete = std::move(complete);
+}
 
 line_reader::outcome line_reader::read(std::string_view prompt, std::string& line) {
     terminal& t = *terminal_;

@@ -17,11 +17,17 @@ bool is_interactive() {
     return _isatty(_fileno(stdin)) != 0 && _isatty(_fileno(stdout)) != 0;
 }
 
+bool is_error_shown_to_person() {
+    return _isatty(_fileno(stderr)) != 0;
+}
+
 // The Windows console provides line editing and a history.
 struct line_reader::terminal {};
 
 line_reader::line_reader() = default;
 line_reader::~line_reader() = default;
+
+void line_reader::complete_with(completer) {}
 
 line_reader::outcome line_reader::read(std::string_view prompt, std::string& line) {
     std::cout << prompt << std::flush;

@@ -2,18 +2,22 @@
 
 #include "base/build_settings.h"
 #include "base/number_text.h"
+#include "cli/columns/columns_command.h"
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/short_form.h"
 #include "cli/standard_input.h"
+#include "cli/unit_choice.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <sstream>
 
 namespace metrify {
 namespace {
 
-constexpr int wrong_usage = 2;
+constexpr int wrong_usage = status_unreadable;
 
 std::string version_text() {
     std::string text = "metrify ";
@@ -21,18 +25,88 @@ std::string version_text() {
     return text.append(", see ").append(web_address);
 }
 
-// VAL must be a number as in the language.
-std::string check_number(const std::string& text) {
-    double value = 0.0;
-    const bool is_number = *read_double(text.c_str(), value) == '\0' && !text.empty();
-    return is_number ? std::string() : "'" + text + "' is not a number";
+// The options for units are the same for all commands that compute.
+void add_unit_options(CLI::App& command, unit_choice& units) {
+    command.add_flag("--everyday", units.everyday, "add units of everyday use, such as kWh, km/h or mpg");
+    command.add_option("--units", units.files, "add the units of a file with DefUnit lines")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
 }
 
-int run(int argc, const char* const* argv) {
-    CLI::App app(
-        "A calculator with units.\n"
-        "Without a command: an interactive session at a terminal, otherwise the same as `metrify run -`.",
-        "metrify");
+struct hint_choice {
+    bool on = false;
+    bool off = false;
+
+    bool is_on() const { return !off && (on || is_error_shown_to_person()); }
+};
+
+void add_hint_options(CLI::App& command, hint_choice& hints) {
+    command.add_flag("--hints", hints.on, "explain errors, even if standard error is no terminal");
+    command.add_flag("--no-hints", hints.off, "do not explain errors");
+}
+
+constexpr const char* about_forms =
+    "A calculator with units.\n"
+    "  metrify 3.5 ft m            convert a number, as `metrify convert 3.5 ft m` does\n"
+    "  metrify -e 'x = 3 ft; in'   run a line\n"
+    "  metrify                     an interactive session at a terminal, otherwise `metrify run -`";
+
+constexpr const char* about_statuses =
+    "Exit status:\n"
+    "  0    success; also a run with statements that failed, unless --strict is given\n"
+    "  1    an error cell, nothing found, cells of `columns` that are no numbers,\n"
+    "       or with --strict a statement that failed\n"
+    "  2    wrong usage, input that can't be read, output that can't be written\n"
+    "  130  interrupted by Ctrl-C\n";
+
+/// The arguments of a run, whose options can also be given without the word `run`.
+struct run_arguments {
+    std::vector<std::string> files;
+    std::vector<std::string> lines;
+    run_options options;
+
+    void add_options_to(CLI::App& app) {
+        // A vector as the target would split a line in brackets.
+        app.add_option_function<std::string>(
+               "-e,--execute", [this](const std::string& line) { lines.push_back(line); },
+               "run this line; several make one program")
+            ->type_name("LINE")
+            ->trigger_on_parse();
+        app.add_flag("--strict", options.is_strict, "exit with 1 if a statement fails");
+    }
+
+    int run(std::istream& standard_input, const call_extras& extras) const {
+        if (lines.empty())
+            return run_command(files, standard_input, std::cout, std::cerr, options, extras);
+        std::stringstream program;
+        for (const std::string& line : lines)
+            program << line << '\n';
+        return run_command({}, program, std::cout, std::cerr, options, extras);
+    }
+};
+
+void add_columns_options(CLI::App& app, columns_arguments& columns) {
+    app.add_option("--from", columns.from, "the units of the numbers")->required();
+    app.add_option("--to", columns.to, "the units to convert them to; default units if omitted");
+    app.add_option("-c,--columns", columns.options.columns,
+                   "names or numbers of the columns, separated by commas; not needed for a single column");
+    app.add_option("-d,--delimiter", columns.delimiter, "the character between cells; a comma if omitted");
+    app.add_flag_callback(
+        "--tsv", [&columns] { columns.delimiter = "\t"; }, "a tab is the delimiter");
+    app.add_flag_callback(
+        "--header", [&columns] { columns.options.header = true; },
+        "the first row holds names; found out if omitted");
+    app.add_flag_callback(
+        "--no-header", [&columns] { columns.options.header = false; }, "it holds no names");
+    app.add_flag("--json", columns.options.as_json, "write each row as one line of JSON");
+    app.add_flag("--line-buffered", columns.options.is_line_buffered,
+                 "write each row as soon as it has been read");
+    app.add_option("FILE", columns.file, "a file, or - for standard input, which is the default");
+}
+
+int run(const std::vector<std::string>& arguments) {
+    CLI::App app(about_forms, "metrify");
+    app.footer(about_statuses);
     app.set_version_flag("--version", version_text());
     app.require_subcommand(0, 1);
 
@@ -42,42 +116,76 @@ int run(int argc, const char* const* argv) {
     // A negative number is not an option.
     CLI::App* convert = app.add_subcommand("convert", "Convert a number from one unit expression to another");
     convert->prefix_command(false);
-    convert->add_option("VAL", val, "the number")->required()->check(CLI::Validator(check_number, "NUMBER"));
+    convert->add_option("VAL", val, "the number")->required()->type_name("NUMBER");
     convert->add_option("IN", in_units, "the units it is in, e.g. \"kg m / s^2\"")->required();
     convert->add_option("OUT", out_units, "the units to convert it to; default units if omitted");
 
-    std::vector<std::string> files;
+    run_arguments program;
+    program.add_options_to(app);
     CLI::App* run_files = app.add_subcommand("run", "Run program texts, each independently");
-    run_files->add_option("FILE", files, "a file, or - for standard input, which is the default");
+    program.add_options_to(*run_files);
+    run_files->add_option("FILE", program.files, "a file, or - for standard input, which is the default")
+        ->excludes("--execute");
+
+    columns_arguments columns;
+    CLI::App* of_columns =
+        app.add_subcommand("columns", "Convert columns of a CSV file, or one number a line");
+    add_columns_options(*of_columns, columns);
+
+    unit_search search;
+    CLI::App* units =
+        app.add_subcommand("units", "List the units: name, value of one, base units and quantity");
+    units->add_option("TEXT", search.text,
+                      "a part of a name in any case, a quantity such as pressure, or a unit");
+    units->add_option("--like", search.like, "list the units of the same dimension")->type_name("UNIT");
+    units->add_flag("--markdown", search.as_markdown, "write the whole page on units as Markdown");
 
     std::string filter;
-    CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
-    units->add_option("TEXT", filter, "list only units whose name contains it");
-
     bool as_markdown = false;
     CLI::App* functions = app.add_subcommand("functions", "List the built-in functions, or show one of them");
     functions->add_option("TEXT", filter, "a name, or a text that the listed lines contain");
     functions->add_flag("--markdown", as_markdown, "write the whole reference as Markdown");
 
+    unit_choice chosen;
+    call_extras extras;
+    hint_choice hints;
+    convert->add_flag("--also", extras.also, "show the same quantity in further units");
+    for (CLI::App* command : {&app, convert, run_files, units})
+        add_unit_options(*command, chosen);
+    for (CLI::App* command : {&app, convert, run_files})
+        add_hint_options(*command, hints);
+
     try {
-        app.parse(argc, argv);
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // the last one first
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : wrong_usage;
     }
+    const bool is_session = app.get_subcommands().empty() && program.lines.empty() && is_interactive();
+    if (is_session)
+        add_own_units(chosen);
+    if (!read_definitions(chosen, extras.unit_definitions, std::cerr) && !is_session)
+        return wrong_usage;
+    extras.everyday = chosen.everyday;
+    extras.hints = hints.is_on();
     if (convert->parsed()) {
+        if (!is_number(val))
+            return refuse_number(val, in_units, out_units, std::cerr, extras);
         double number = 0.0;
         read_double(val.c_str(), number);
-        return convert_command(number, in_units, out_units, std::cout, std::cerr);
+        return convert_command(number, in_units, out_units, std::cout, std::cerr, extras);
     }
+    if (of_columns->parsed())
+        return columns_command(columns);
     if (units->parsed())
-        return units_command(filter, std::cout);
+        return units_command(search, std::cout, std::cerr, extras);
     if (functions->parsed())
-        return as_markdown ? functions_document_command(std::cout) : functions_command(filter, std::cout);
-    if (!run_files->parsed() && is_interactive())
-        return interactive_command(std::cout);
+        return as_markdown ? functions_document_command(std::cout)
+                           : functions_command(filter, std::cout, std::cerr);
+    if (is_session)
+        return interactive_command(std::cout, std::cerr, extras);
     standard_input_buffer buffer;
     std::istream standard_input(&buffer);
-    return run_command(files, standard_input, std::cout, std::cerr);
+    return program.run(standard_input, extras);
 }
 
 } // namespace
@@ -87,7 +195,7 @@ int main(int argc, char** argv) {
     metrify::use_binary_streams();
     int status = metrify::wrong_usage;
     try {
-        status = metrify::run(argc, argv);
+        status = metrify::run(metrify::with_convert_added({argv + 1, argv + argc}));
     } catch (const std::exception& error) {
         std::cerr << "metrify: " << error.what() << '\n';
     }

@@ -1,5 +1,6 @@
 #include "functions/solving_functions.h"
 
+#include "base/failure.h"
 #include "machine/func_block.h"
 #include "machine/solver_binding.h"
 #include "machine/variables.h"

@@ -1,6 +1,8 @@
 #include "language/driver.h"
 
+#include "base/interruption.h"
 #include "language/statement.h"
+#include "language/unit_definitions.h"
 #include "machine/calculator.h"
 
 #include <algorithm>
@@ -44,6 +46,8 @@ void run_statement(std::string_view prefix, int& counter, const cursor& line_sta
     code_list* const code = is_block_recording() ? &recorded : nullptr;
     const line_result result =
         compile_one_full_line(prefix, counter, line_start, expptr, run_lines, out, code, err);
+    if (!str_is_empty(err))
+        current_calculator().has_failed = true;
     if (result != line_result::compiled || !str_is_empty(err))
         --counter; // a line that fails has no number, and special lines have added one themselves
     else if (code != nullptr)
@@ -68,7 +72,7 @@ void process_an_expression(std::string_view prefix, int& counter, cursor& expptr
 // The counter is the number of the latest statement.
 void run_numbered_lines(std::string_view prefix, int& counter, cursor expptr, text_str*& out,
                         text_str*& err) {
-    while (!at_text_end(expptr)) {
+    while (!at_text_end(expptr) && !is_interrupted()) {
         process_an_expression(prefix, counter, expptr, out, err);
         skip_blanks_and_comments(expptr);
         if (!at_text_end(expptr))
@@ -78,8 +82,8 @@ void run_numbered_lines(std::string_view prefix, int& counter, cursor expptr, te
 
 } // namespace
 
-listing::listing(std::string_view text)
-    : length_(text.size()), text_(cvector(0, static_cast<long>(text.size()))) {
+listing::listing(std::string_view text, bool has_failures)
+    : length_(text.size()), has_failures_(has_failures), text_(cvector(0, static_cast<long>(text.size()))) {
     text.copy(text_.data(), length_);
     text_[static_cast<long>(length_)] = '\0';
 }
@@ -94,12 +98,20 @@ listing run_further_lines(const char* text) {
     const std::size_t capacity = std::max(2 * std::strlen(text), least_capacity);
     work_text out(capacity, capacity);
     work_text err;
+    current_calculator().has_failed = false;
+    current_calculator().has_result = false;
     run_numbered_lines("", current_calculator().statements, cursor(text), out.str, err.str);
-    return listing(out.view());
+    return listing(out.view(), current_calculator().has_failed);
 }
 
 listing interpret_dimensional_input_lines(const char* text) {
+    return interpret_dimensional_input_lines(text, {});
+}
+
+listing interpret_dimensional_input_lines(const char* text, const std::string& unit_definitions) {
     reset_calculator();
+    if (!unit_definitions.empty())
+        define_units(unit_definitions);
     listing shown = run_further_lines(text);
     release_calculator_memory();
     return shown;

@@ -6,6 +6,7 @@
 #include "base/numeric_utilities.h"
 #include "base/text_str.h"
 
+#include <string>
 #include <string_view>
 
 namespace metrify {
@@ -13,14 +14,17 @@ namespace metrify {
 /// A listing, terminated.
 class listing {
   public:
-    explicit listing(std::string_view text);
+    explicit listing(std::string_view text, bool has_failures = false);
 
     std::string_view view() const { return {text_.data(), length_}; }
     const char* c_str() const { return text_.data(); }
+    /// True if a statement has shown a message.
+    bool has_failures() const { return has_failures_; }
     char& operator[](std::size_t place) { return text_[static_cast<long>(place)]; }
 
   private:
     std::size_t length_;
+    bool has_failures_;
     offset_vector<char> text_;
 };
 
@@ -30,6 +34,10 @@ class listing {
 /// statement that succeeds writes it, even in the next run of the thread. Threads may run programs at the
 /// same time.
 listing interpret_dimensional_input_lines(const char* text);
+
+/// The same with user units that exist from the start; see language/unit_definitions.h. The listing does not
+/// show them.
+listing interpret_dimensional_input_lines(const char* text, const std::string& unit_definitions);
 
 /// Runs the lines of a terminated text on the calculator in use without resetting it: statement
 /// numbers continue, and variables, units and the block are those of the lines before.

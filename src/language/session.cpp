@@ -2,8 +2,23 @@
 
 #include "language/driver.h"
 #include "language/expression.h"
+#include "language/unit_definitions.h"
+
+#include <utility>
 
 namespace metrify {
+
+namespace {
+
+bool is_same_value(const dim_value& a, const dim_value& b) {
+    return a.kind == b.kind && a.comp == b.comp && a.dim == b.dim;
+}
+
+} // namespace
+
+session::session(std::string unit_definitions) : unit_definitions_(std::move(unit_definitions)) {
+    start_over();
+}
 
 // The block refers to the text by address, so the old text is released after the move. A vector keeps its
 // address when it is assigned by move.
@@ -20,16 +35,40 @@ void session::append_text(std::string_view entry) {
 
 std::string session::enter(std::string_view entry) {
     const calculator_scope scope(*calculator_);
+    interruption_->clear();
+    const interruption_scope obeys(*interruption_);
+    const std::vector<dim_value> values = variable_values();
     // The parser's guard stops a program for good; here it stops one entry.
     reset_expression_state();
     const std::size_t begin = text_.size();
     append_text(entry);
     const listing shown = run_further_lines(text_.data() + begin);
+    if (calculator_->has_failed && interruption_->is_requested())
+        restore_variables(values);
     if (block_needs_text_from(text_.data() + begin))
         text_.pop_back(); // the terminator
     else
         text_.resize(begin);
     return std::string(shown.view());
+}
+
+void session::keep_result_as(std::string_view name) {
+    const calculator_scope scope(*calculator_);
+    const var_entry* const known = find_var(name);
+    const bool is_ours = known != nullptr && kept_ && is_same_value(known->value, *kept_);
+    cursor at(name.data(), name.data() + name.size());
+    dim_value unit;
+    if (!calculator_->has_result || (known != nullptr && !is_ours) || find_user_unit(at, unit))
+        return;
+    kept_ = calculator_->result;
+    find_or_add_var(name).value = *kept_;
+}
+
+std::vector<std::string> session::defined_names() const {
+    std::vector<std::string> names = calculator_->variables.names();
+    for (std::string& unit : calculator_->units.user_units.units.names())
+        names.push_back(std::move(unit));
+    return names;
 }
 
 bool session::is_continued(std::string_view entry) {
@@ -42,7 +81,10 @@ bool session::is_continued(std::string_view entry) {
 
 void session::start_over() {
     calculator_ = std::make_unique<calculator>();
+    kept_.reset();
     text_.clear();
+    const calculator_scope scope(*calculator_);
+    define_units(unit_definitions_);
 }
 
 } // namespace metrify

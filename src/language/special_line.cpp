@@ -1,6 +1,7 @@
 #include "language/special_line.h"
 
 #include "language/def_unit.h"
+#include "machine/calculator.h"
 #include "units/default_system.h"
 
 #include <algorithm>
@@ -47,8 +48,10 @@ void begin_block(special_line& line) {
 
 void end_block(special_line& line) {
     end_func_block(line.expptr);
-    if (!is_block_defined())
+    if (!is_block_defined()) {
         append(line.out, "ERROR: Missing BEGIN.\n");
+        current_calculator().has_failed = true;
+    }
     ++line.counter;
     end_answer(line);
 }

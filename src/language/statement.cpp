@@ -1,8 +1,10 @@
 #include "language/statement.h"
 
+#include "base/interruption.h"
 #include "base/number_text.h"
 #include "language/assignment.h"
 #include "language/special_line.h"
+#include "machine/calculator.h"
 #include "machine/operators.h"
 #include "machine/solver_binding.h"
 #include "machine/variables.h"
@@ -36,6 +38,18 @@ void write_heading_and_echo(std::string_view prefix, int counter, std::string_vi
 
 void write_message(text_str*& out, text_str*& err) {
     append(out, indent, str_view(err));
+    current_calculator().has_failed = true;
+}
+
+// What an interrupted statement has computed is of no use, and so is its report.
+bool is_compiled(cursor& expptr, dim_value& result, code_list* code, text_str*& err) {
+    const bool compiled = compile_input_line(expptr, result, code, err);
+    if (!is_interrupted())
+        return compiled;
+    teardown_solver_binding();
+    str_clear(&err);
+    append(err, interruption_message);
+    return false;
 }
 
 // { ";" [ request ] }
@@ -97,7 +111,7 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         return line_result::special;
     }
     dim_value result;
-    if (!compile_input_line(expptr, result, code, err)) {
+    if (!is_compiled(expptr, result, code, err)) {
         skip_to_line_end(expptr);
         write_message(out, err);
         append(out, "\n");
@@ -110,6 +124,11 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         return line_result::compiled;
     }
     normalize_dimensions(result);
+    if (prefix.empty()) {
+        calculator& current = current_calculator();
+        current.result = result;
+        current.has_result = true;
+    }
     if (!serve_requests(result, expptr, answer.str, out, err)) {
         print_value_in_default_units(answer.str, result, err, true);
         if (!str_is_empty(err)) {

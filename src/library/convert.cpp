@@ -1,6 +1,6 @@
 // The two cells of the worksheet function.
 
-#include "language/conversion.h"
+#include "conversion/conversion.h"
 #include "library/call.h"
 #include "machine/calculator.h"
 

@@ -1,6 +1,6 @@
 // Conversions of many numbers.
 
-#include "language/conversion_plan.h"
+#include "conversion/conversion_plan.h"
 #include "library/call.h"
 #include "machine/calculator.h"
 

@@ -1,5 +1,6 @@
 #include "machine/solver_binding.h"
 
+#include "base/interruption.h"
 #include "machine/calculator.h"
 #include "machine/evaluator.h"
 
@@ -87,6 +88,10 @@ void block_function::read_solver_vector(double* x, text_str*& err) const {
 
 void block_function::evaluate_function(const double* x, double* y, text_str*& err) {
     std::fill_n(y, outputs.size(), 0.0);
+    if (is_interrupted()) {
+        append(err, interruption_message);
+        return;
+    }
     for (const independent_variable& input : inputs) {
         if (!str_is_empty(err))
             return;

@@ -124,6 +124,23 @@ var_entry& add_var(std::string_view name, const dim_value& value) {
     return list.add({std::string(name), number, value, false});
 }
 
+std::vector<dim_value> variable_values() {
+    variable_store& list = var_list();
+    std::vector<dim_value> values(list.size());
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i] = list[i].value;
+    return values;
+}
+
+void restore_variables(const std::vector<dim_value>& values) {
+    variable_store& list = var_list();
+    list.shrink_to(values.size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        list[i].value = values[i];
+        list[i].held = false;
+    }
+}
+
 bool is_varname_okay(std::string_view name, text_str*& err) {
     if (!str_is_empty(err))
         return false;

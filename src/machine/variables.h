@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace metrify {
 
@@ -58,6 +59,11 @@ var_entry& find_or_add_var(std::string_view name);
 
 /// Creates a variable; its name must be new.
 var_entry& add_var(std::string_view name, const dim_value& value);
+
+/// The values of all variables.
+std::vector<dim_value> variable_values();
+/// Sets all variables to these values and removes those added since; assignments change them all.
+void restore_variables(const std::vector<dim_value>& values);
 
 /// True if a variable may have this name, which must not be that of a unit or a function.
 bool is_varname_okay(std::string_view name, text_str*& err);

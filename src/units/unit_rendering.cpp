@@ -1,5 +1,6 @@
 #include "units/unit_rendering.h"
 
+#include "base/failure.h"
 #include "base/number_text.h"
 #include "units/default_system.h"
 #include "units/unit_expression.h"
@@ -132,8 +133,8 @@ bool print_value_with_requested_units(text_str*& out, const dim_value& value, cu
     unit_scale scale;
     if (!parse_unit_expression(expptr, scale, err)) {
         skip_to_statement_end(expptr);
-        str_clear(&err); // the request's own message replaces that of its units
-        append(err, failure, text_span(start, expptr), "' not recognized.\n");
+        // The request's own message replaces that of its units.
+        replace_message(err, failure, text_span(start, expptr), "' not recognized.\n");
         return false;
     }
     const char* end = std::find(entry.at, expptr.at, '#');

@@ -1,5 +1,6 @@
 #include "units/unit_system.h"
 
+#include "base/failure.h"
 #include "units/default_system.h"
 #include "units/unit_expression.h"
 #include "units/unit_state.h"
@@ -28,12 +29,6 @@ void read_exponents(unit_system_state& state) {
         exception.is_unit = parse_unit_expression(p, scale, dropped.str);
         exception.dim = scale.dim;
     }
-}
-
-// Replaces the message of the parser about an item.
-void set_message(text_str*& err, std::string_view message) {
-    str_clear(&err);
-    append(err, message);
 }
 
 } // namespace
@@ -86,13 +81,13 @@ void read_exceptions(cursor& expptr, text_str*& err) {
             continue;
         }
         if (at_line_end(expptr)) {
-            set_message(err, " Argument list not terminated");
+            replace_message(err, " Argument list not terminated");
             return;
         }
         const cursor item = expptr;
         unit_scale scale;
         if (!parse_unit_expression(expptr, scale, err) || expptr == item) {
-            set_message(err, " Argument not a proper unit");
+            replace_message(err, " Argument not a proper unit");
             return;
         }
         read.push_back({std::string(text_span(start, expptr)), {}, false});

@@ -7,7 +7,7 @@
 #include "host/entry/registered_call.h"
 #include "host/state/add_in_module.h"
 #include "stand_in_fixture.h"
-#include "tests/xllrt/event/noting_integration.h"
+#include "tests/xllrt/event/recording_integration.h"
 #include "xllrt/app/ribbon_callback.h"
 #include "xllrt/app/xll_exports.h"
 #include "xllrt/gate/host_window.h"
@@ -140,7 +140,7 @@ class CMetrifyAppTest : public StandInTest, public testing::WithParamInterface<i
         return found && found->procedure != u"xlAutoRemove";
     }
 
-    NotingIntegration integration;
+    RecordingIntegration integration;
     std::unique_ptr<CMetrifyApp> app;
     OwnEntries* module = nullptr;
 };
@@ -388,7 +388,7 @@ TEST_P(CMetrifyAppTest, an_opening_after_one_without_events_registers_each_funct
     EXPECT_EQ(OwnMenus().size(), 1U);
     XlHostObject book{u"Other.xls"};
     app->OnWorkbookBeforeClose(&book);
-    EXPECT_THAT(observer.closing, ElementsAre("Other.xls")) << "told once";
+    EXPECT_THAT(observer.closing, ElementsAre("Other.xls")) << "notified once";
     app->events.DetachAll();
 }
 

@@ -215,7 +215,7 @@ TEST_F(WorksheetFunction, the_common_body_returns_null_and_fills_the_result) {
 
 // ---- Exceptions
 
-TEST_F(WorksheetFunction, an_exception_goes_through_the_application) {
+TEST_F(WorksheetFunction, an_exception_is_handled_by_the_application) {
     class Answering final : public CXllApp {
       public:
         void ExceptionToValue(CXlOper& result, const CXlRuntimeException& exception) override {

@@ -160,7 +160,7 @@ TEST(skip_blanks_and_comments, ends_a_backslash_without_a_newline_at_the_end_mar
     EXPECT_EQ(distance(skip_blanks_and_comments, " \\ text"), 7u);
 }
 
-TEST(skip_blanks_and_comments, goes_no_further_than_the_stop_pointer) {
+TEST(skip_blanks_and_comments, stops_at_the_stop_pointer) {
     EXPECT_EQ(distance(skip_blanks_and_comments, "    x", 2), 2u);
     EXPECT_EQ(distance(skip_blanks_and_comments, "    x", 0), 0u);
     EXPECT_EQ(distance(skip_blanks_and_comments, "# note\n", 3), 3u);
@@ -197,7 +197,7 @@ TEST(skip_to_line_end, follows_a_continuation_outside_a_comment) {
     EXPECT_EQ(distance(skip_to_line_end, "x # \\\n z"), 5u);
 }
 
-TEST(skip_to_line_end, goes_no_further_than_the_stop_pointer) {
+TEST(skip_to_line_end, stops_at_the_stop_pointer) {
     EXPECT_EQ(distance(skip_to_line_end, "x = 3 + y\n", 5), 5u);
 }
 
@@ -216,7 +216,7 @@ TEST(skip_to_statement_end, passes_a_comment_it_begins_in_front_of_up_to_its_new
     EXPECT_EQ(distance(skip_to_statement_end, " # note; a\nx"), 10u);
 }
 
-TEST(skip_to_statement_end, goes_no_further_than_the_stop_pointer) {
+TEST(skip_to_statement_end, stops_at_the_stop_pointer) {
     EXPECT_EQ(distance(skip_to_statement_end, "x    ;", 3), 3u);
 }
 
@@ -236,7 +236,7 @@ TEST(move_to_comment_or_line_end, finds_a_hash_after_a_backslash_too) {
     EXPECT_EQ(distance(move_to_comment_or_line_end, "x \\\n y # a\n"), 7u);
 }
 
-TEST(move_to_comment_or_line_end, goes_no_further_than_the_stop_pointer) {
+TEST(move_to_comment_or_line_end, stops_at_the_stop_pointer) {
     EXPECT_EQ(distance(move_to_comment_or_line_end, "x  # a", 2), 2u);
 }
 
@@ -347,7 +347,7 @@ TEST(is_mnemonic, has_no_limit_of_length) {
     EXPECT_EQ(a.moved(), 100000u);
 }
 
-TEST(is_mnemonic, goes_no_further_than_the_stop_pointer) {
+TEST(is_mnemonic, stops_at_the_stop_pointer) {
     at a("name", 2);
     EXPECT_TRUE(is_mnemonic(true, a.p));
     EXPECT_EQ(a.moved(), 2u);

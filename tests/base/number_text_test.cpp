@@ -40,7 +40,7 @@ double double_of(std::uint64_t bits) {
     return x;
 }
 
-/// What was read and how much of the text it took.
+/// The number that was read and its length in the text.
 struct reading {
     double value;
     std::size_t length;
@@ -52,7 +52,7 @@ reading read(const std::string& text) {
     return {value, static_cast<std::size_t>(end - text.c_str())};
 }
 
-// The same as strtod reads it, which must not be one of the forms that are no numbers here.
+// What strtod reads, which must not be one of the forms that are not accepted here.
 reading read_by_strtod(const std::string& text) {
     char* end = nullptr;
     const double value =
@@ -100,7 +100,7 @@ TEST(format_double, has_two_digits_of_exponent_at_least) {
     EXPECT_EQ(formatted(std::numeric_limits<double>::max()), "1.79769e+308");
 }
 
-TEST(format_double, goes_over_to_an_exponent_by_the_rounded_value) {
+TEST(format_double, changes_to_an_exponent_by_the_rounded_value) {
     EXPECT_EQ(formatted(999999.4), "999999");
     EXPECT_EQ(formatted(999999.5), "1e+06");
     EXPECT_EQ(formatted(0.0000999999), "9.99999e-05");
@@ -211,12 +211,12 @@ TEST(read_double, knows_no_hexadecimal_numbers) {
     EXPECT_EQ(read("0X1F").length, 1u);
 }
 
-TEST(read_double, knows_no_words) {
+TEST(read_double, accepts_no_words) {
     for (const char* text : {"inf", "INF", "-inf", "+inf", "infinity", "nan", "NaN", "-nan", "nan(1)"})
         expect_no_number(text);
 }
 
-TEST(read_double, gives_an_infinity_for_what_is_too_large) {
+TEST(read_double, gives_infinity_for_a_number_that_is_too_large) {
     for (const char* text : {"1e400", "1e309", "1.8e308", "-1e400", "123456789e301", "1e99999", "17e308"})
         expect_read_as_strtod(text);
     EXPECT_EQ(read("1e400").value, infinity);
@@ -225,7 +225,7 @@ TEST(read_double, gives_an_infinity_for_what_is_too_large) {
     EXPECT_EQ(read("1.7976931348623159e308").value, infinity);
 }
 
-TEST(read_double, gives_zero_for_what_is_too_small) {
+TEST(read_double, gives_zero_for_a_number_that_is_too_small) {
     for (const char* text :
          {"1e-400", "-1e-400", "2e-324", "2.4703282292062327e-324", "0.001e-323", "1e-99999"})
         expect_read_as_strtod(text);

@@ -220,7 +220,7 @@ TEST(text_str, appends_numbers_in_six_significant_digits) {
     EXPECT_STREQ(s.str->text, "3 0.333333 1.23457e+06 -0.0001 1e-05 1e+300 ");
 }
 
-TEST(text_str, appends_what_is_no_finite_number) {
+TEST(text_str, appends_infinities_and_nans) {
     owned_text s;
     const double infinity = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();

@@ -1,6 +1,8 @@
 // The metrify command at a pseudo-terminal.
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
@@ -14,12 +16,15 @@ namespace {
 // A metrify process with its own terminal, and its own home folder for the history.
 class terminal_session {
   public:
-    explicit terminal_session(const std::string& home, const char* locale = "C") {
+    explicit terminal_session(const std::string& home, const char* locale = "C",
+                              const char* no_colour = "1") {
         child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
         if (child_ == 0) {
             setenv("HOME", home.c_str(), 1);
+            unsetenv("XDG_CONFIG_HOME");
             setenv("TERM", "xterm", 1);
             setenv("LC_ALL", locale, 1);
+            setenv("NO_COLOR", no_colour, 1);
             // An option of the leak sanitizer.
             setenv("LSAN_OPTIONS",
                    "suppressions=" METRIFY_SOURCE_DIR "/tests/cli/libedit.supp:fast_unwind_on_malloc=0", 1);
@@ -39,6 +44,15 @@ class terminal_session {
 
     void type(std::string_view keys) {
         ASSERT_TRUE(takes_keys()) << screen_;
+        ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    }
+
+    /// Presses a key while an entry is run.
+    void type_during_run(std::string_view keys) {
+        termios modes{};
+        while (tcgetattr(terminal_, &modes) == 0 && (modes.c_lflag & ICANON) == 0)
+            usleep(1000);
+        usleep(50000);
         ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
 
@@ -137,6 +151,30 @@ TEST_F(interactive, has_help_on_starting_over_and_starts_over) {
     EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
 }
 
+TEST_F(interactive, loads_the_units_of_the_user_and_keeps_them_when_it_starts_over) {
+    std::filesystem::create_directories(home_ + "/.config/metrify");
+    std::ofstream(home_ + "/.config/metrify/units") << "DefUnit(pace, 0.75 m)\n";
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("4 pace\r");
+    EXPECT_TRUE(it.shows("[  1 ] 4 pace\r\n        = 3 m")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type(":restart\r");
+    ASSERT_TRUE(it.shows("> "));
+    it.type("8 pace\r");
+    EXPECT_TRUE(it.shows("[  1 ] 8 pace\r\n        = 6 m")) << it.screen();
+}
+
+TEST_F(interactive, explains_an_error) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x = 180 lb\r");
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x + 5 metrs\r");
+    EXPECT_TRUE(it.shows("metrify: hint for `x + 5 metrs`: ")) << it.screen();
+    EXPECT_TRUE(it.shows("`meters`")) << it.screen();
+}
+
 TEST_F(interactive, recalls_an_interrupted_line) {
     terminal_session it(home_);
     ASSERT_TRUE(it.shows("> "));
@@ -202,6 +240,93 @@ TEST_F(interactive, recalls_characters_above_ascii) {
     ASSERT_TRUE(it.shows("\xE2\x82\xAC")) << it.screen();
     it.type("\r");
     EXPECT_TRUE(it.shows("\n# \xC2\xB5 \xE2\x82\xAC\r\n")) << it.screen();
+}
+
+TEST_F(interactive, completes_a_name_and_shows_the_candidates) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("besselj\t0, 0)\r");
+    EXPECT_TRUE(it.shows("[  1 ] besselj(0, 0)")) << it.screen();
+    EXPECT_TRUE(it.shows(" = 1 ")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("Bessel\t");
+    EXPECT_TRUE(it.shows("BesselI(  BesselJ(  BesselK(  BesselY(")) << it.screen();
+    EXPECT_TRUE(it.shows("> Bessel")) << it.screen();
+    it.type("\x03");
+    ASSERT_TRUE(it.shows("^C"));
+    it.type("speed_of_it = 3 m\r");
+    ASSERT_TRUE(it.shows("speed_of_it = 3 m")) << it.screen();
+    it.type("speed\t; cm\r");
+    EXPECT_TRUE(it.shows(" = 300 cm")) << it.screen();
+}
+
+TEST_F(interactive, has_help_on_a_name_and_quits) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("help cm\r");
+    EXPECT_TRUE(it.shows("1 cm = 0.01 m")) << it.screen();
+    it.type("help\r");
+    EXPECT_TRUE(it.shows("Type a line of the language")) << it.screen();
+    it.type("quit\r");
+    EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
+}
+
+TEST_F(interactive, takes_a_command_for_a_name_if_the_user_has_defined_it) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("quit = 3 m\r");
+    ASSERT_TRUE(it.shows("quit = 3 m")) << it.screen();
+    it.type("quit\r");
+    EXPECT_TRUE(it.shows("        = 3 m")) << it.screen();
+    it.type("help * 2\r");
+    EXPECT_TRUE(it.shows("ERROR")) << it.screen();
+    it.type(":quit\r");
+    EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
+}
+
+TEST_F(interactive, keeps_the_last_value) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("2 ft + 1 ft\r");
+    ASSERT_TRUE(it.shows(" = 0.9144 m")) << it.screen();
+    it.type("ans; in\r");
+    EXPECT_TRUE(it.shows(" = 36 in")) << it.screen();
+}
+
+TEST_F(interactive, shows_that_a_block_is_open) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("begin\r");
+    ASSERT_TRUE(it.shows("... ")) << it.screen();
+    it.type("y = 2 m\r");
+    ASSERT_TRUE(it.shows("... ")) << it.screen();
+    it.type("end\r");
+    EXPECT_TRUE(it.shows("> ")) << it.screen();
+}
+
+TEST_F(interactive, ends_a_long_calculation_and_goes_on) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x = 1 m\r");
+    ASSERT_TRUE(it.shows(" = 1 m")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x = BesselJ(2000000000, 2000000001)\r");
+    it.type_during_run("\x03");
+    EXPECT_TRUE(it.shows("ERROR: interrupted.")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x\r");
+    EXPECT_TRUE(it.shows(" = 1 m")) << it.screen();
+}
+
+TEST_F(interactive, shows_errors_in_red_unless_colours_are_declined) {
+    terminal_session coloured(home_, "C", "");
+    ASSERT_TRUE(coloured.shows("> "));
+    coloured.type("nothing\r");
+    EXPECT_TRUE(coloured.shows("\x1b[31m       ERROR")) << coloured.screen();
+    terminal_session plain(home_);
+    ASSERT_TRUE(plain.shows("> "));
+    plain.type("nothing\r");
+    EXPECT_TRUE(plain.shows("\r\n       ERROR")) << plain.screen();
 }
 
 TEST_F(interactive, remembers_lines_from_session_to_session) {

@@ -2,9 +2,13 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -31,6 +35,35 @@ TEST(metrify_program, converts) {
     EXPECT_EQ(run_metrify("convert 3.5 ft m").status, 0);
     EXPECT_EQ(run_metrify("convert -2 m m").output, "-2 m\n");
     EXPECT_EQ(run_metrify("convert 1 nothing m").status, 1);
+}
+
+TEST(metrify_program, converts_without_the_name_of_the_command) {
+    EXPECT_EQ(run_metrify("3.5 ft m").output, "1.0668 m\n");
+    EXPECT_EQ(run_metrify("3.5 ft m").status, 0);
+    EXPECT_EQ(run_metrify("-2 m m").output, "-2 m\n");
+    EXPECT_EQ(run_metrify("1 nothing m").status, 1);
+}
+
+TEST(metrify_program, runs_a_line_and_several_lines) {
+    EXPECT_EQ(run_metrify("-e 'x = 3 ft; in'").output, "[  1 ] x = 3 ft; in\n       x = 36 in\n\n");
+    EXPECT_EQ(run_metrify("-e 'x = 3 ft' -e 'x; in'").output,
+              "[  1 ] x = 3 ft\n       x = 0.9144 m\n\n[  2 ] x; in\n        = 36 in\n\n");
+    EXPECT_EQ(run_metrify("run -e '3'").output, "[  1 ] 3\n        = 3 \n\n");
+    EXPECT_EQ(run_metrify("-e 3").output, "[  1 ] 3\n        = 3 \n\n");
+    EXPECT_EQ(run_metrify("run -e 3 file").status, 2);
+}
+
+TEST(metrify_program, is_strict_with_an_option) {
+    EXPECT_EQ(run_metrify("-e nothing").status, 0);
+    EXPECT_EQ(run_metrify("-e nothing --strict").status, 1);
+    EXPECT_EQ(run_metrify("run --strict -e nothing").status, 1);
+    EXPECT_EQ(run_metrify("run --strict -e '1 m'").status, 0);
+}
+
+TEST(metrify_program, shows_its_exit_statuses_in_its_help) {
+    const std::string help = run_metrify("--help").output;
+    for (const char* status : {"\n  0    ", "\n  1    ", "\n  2    ", "\n  130  "})
+        EXPECT_NE(help.find(status), std::string::npos) << status;
 }
 
 TEST(metrify_program, accepts_a_number_to_convert) {
@@ -68,6 +101,48 @@ TEST(metrify_program, prints_its_version_and_its_options) {
     EXPECT_EQ(run_metrify("--version").status, 0);
     EXPECT_EQ(run_metrify("--help").status, 0);
     EXPECT_EQ(run_metrify("convert --help").status, 0);
+}
+
+class own_units : public testing::Test {
+  protected:
+    own_units() {
+        std::filesystem::create_directories(folder_ + "/metrify");
+        std::ofstream(folder_ + "/metrify/units") << "DefUnit(pace, 0.75 m)\n";
+        setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+    }
+    ~own_units() override {
+        unsetenv("XDG_CONFIG_HOME");
+        std::filesystem::remove_all(folder_);
+    }
+    std::string folder_ = "/tmp/metrify-own-units-" + std::to_string(getpid());
+};
+
+TEST_F(own_units, do_not_change_what_run_and_convert_print) {
+    EXPECT_EQ(run_metrify("convert 4 pace m").output, "ERROR: 'pace' undefined.\n");
+    EXPECT_EQ(run_metrify("run " + folder_ + "/metrify/units").output,
+              "[  1 ] DefUnit(pace, 0.75 m)\n        User defined unit 'pace'  = 0.75 m\n\n\n");
+}
+
+TEST_F(own_units, are_added_by_an_option) {
+    const std::string file = folder_ + "/metrify/units";
+    EXPECT_EQ(run_metrify("convert --units " + file + " 4 pace m").output, "3 m\n");
+    EXPECT_EQ(run_metrify("convert 4 pace m --units " + file).output, "3 m\n");
+}
+
+TEST(metrify_program, adds_everyday_units_by_an_option) {
+    EXPECT_EQ(run_metrify("convert --everyday 1 kWh MJ").output, "3.6 MJ\n");
+    EXPECT_EQ(run_metrify("convert 1 kWh MJ").status, 1);
+    EXPECT_EQ(run_metrify("units --everyday kWh").status, 0);
+}
+
+TEST(metrify_program, refuses_a_units_file_with_a_fault) {
+    EXPECT_EQ(run_metrify("convert --units /no/such/file 3 ft m").status, 2);
+}
+
+TEST(metrify_program, has_hints_only_on_request_if_standard_error_is_no_terminal) {
+    EXPECT_EQ(run_metrify("convert 180 lb kg").output.find("hint"), std::string::npos);
+    EXPECT_NE(run_metrify("convert --hints 180 lb kg").output.find("hint"), std::string::npos);
+    EXPECT_EQ(run_metrify("convert --hints --no-hints 180 lb kg").output.find("hint"), std::string::npos);
 }
 
 } // namespace

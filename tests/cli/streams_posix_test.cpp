@@ -55,6 +55,18 @@ TEST(standard_output, that_is_written_does_not_change_the_status) {
     EXPECT_EQ(shell("echo 1 m | $METRIFY run").status, 0);
 }
 
+TEST(interrupted_run, shows_what_it_has_computed_and_has_its_own_status) {
+    const outcome it = shell("l=$(mktemp); printf '1 m\\nBesselJ(2000000000, 2000000001)\\n2 m\\n' > $l; "
+                             "timeout --foreground -s INT 0.3 $METRIFY run $l >&2; rm $l");
+    EXPECT_EQ(it.err, "[  1 ] 1 m\n        = 1 m\n\n"
+                      "[  2 ] BesselJ(2000000000, 2000000001)\n       ERROR: interrupted.\n\n"
+                      "metrify: interrupted\n");
+    EXPECT_EQ(shell("printf 'BesselJ(2000000000, 2000000001)' | timeout --preserve-status --foreground -s "
+                    "INT 0.3 $METRIFY")
+                  .status,
+              130);
+}
+
 TEST(standard_input, that_cannot_be_read_is_reported) {
     for (const char* command : {"$METRIFY", "$METRIFY run", "$METRIFY run -"}) {
         const outcome folder = shell(std::string(command) + " < /tmp");

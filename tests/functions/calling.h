@@ -16,7 +16,7 @@ namespace metrify::test {
 
 constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 
-/// What the listing of a one-line program says under the echo of the line, without the blanks around it.
+/// The listing of a one-line program after the echo of the line, without leading and trailing blanks.
 std::string answer(std::string_view line);
 
 struct expectation {
@@ -29,7 +29,7 @@ void expect_answers(std::span<const expectation> expectations);
 struct outcome {
     dim_value value;
     std::string err;
-    std::size_t depth; // of the stack, on which one value stood below the arguments
+    std::size_t depth; // of the stack, which had one value below the arguments
 };
 /// Calls the function of that name.
 outcome call(std::string_view name, const std::vector<dim_value>& given);

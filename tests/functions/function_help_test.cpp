@@ -43,7 +43,7 @@ TEST(function_help, has_each_function_of_the_table_once) {
 
 TEST(function_help, shows_as_many_arguments_as_a_function_takes) {
     for (const function_row& function : all_functions()) {
-        if (function.takes_variables() || function.name == "Number") // which has a syntax of its own
+        if (function.takes_variables() || function.name == "Number") // which has a special syntax
             continue;
         EXPECT_EQ(count_of(find_function_help(function.name)->argument_names),
                   static_cast<std::size_t>(function.arguments))
@@ -67,7 +67,7 @@ bool reports(std::string_view program, std::string_view line) {
            all.substr(report).find(" " + std::string(line) + "\n") != std::string_view::npos;
 }
 
-TEST(function_help, has_an_example_of_each_function_which_shows_what_is_said) {
+TEST(function_help, has_an_example_of_each_function_with_the_stated_result) {
     for (const function_row& function : all_functions()) {
         const function_row& row = *find_function_help(function.name);
         EXPECT_NE(row.example.find(row.name), std::string_view::npos) << row.name;
@@ -77,7 +77,7 @@ TEST(function_help, has_an_example_of_each_function_which_shows_what_is_said) {
     }
 }
 
-TEST(function_help, tells_what_is_so_of_infinity_of_angles_and_of_Number) {
+TEST(function_help, describes_infinity_angles_and_Number) {
     const std::vector<std::pair<const char*, const char*>> shown = {
         {"sin(1e400)", "= 0"},
         {"exp(1e400)", "= 0"},
@@ -112,7 +112,7 @@ TEST(function_help, tells_what_is_so_of_infinity_of_angles_and_of_Number) {
         EXPECT_EQ(answer(call), expected) << call;
 }
 
-TEST(function_help, is_what_stands_in_the_documentation) {
+TEST(function_help, equals_the_documentation) {
     std::ifstream in(METRIFY_SOURCE_DIR "/docs/functions.md", std::ios::binary);
     ASSERT_TRUE(in.is_open());
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), help_document())

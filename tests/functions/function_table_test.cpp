@@ -1,4 +1,4 @@
-// The call of a built-in by its number: the count of its arguments, and what is left on the stack.
+// The call of a built-in by its number: the count of its arguments, and the stack afterwards.
 
 #include "functions/function_table.h"
 #include "tests/functions/calling.h"
@@ -60,7 +60,7 @@ TEST(function_table, says_another_name_in_the_count_message_of_some_functions) {
     expect_answers(lines);
 }
 
-TEST(function_table, tells_how_many_arguments_those_that_take_variables_need) {
+TEST(function_table, states_the_number_of_arguments_of_functions_of_variables) {
     const std::pair<std::string_view, std::int32_t> needed[] = {
         {"func", 0}, {"solve", 2}, {"fmin", 2}, {"fmax", 2}};
     std::size_t found = 0;
@@ -133,7 +133,7 @@ TEST(function_table, refuses_a_number_of_no_function) {
     for (const std::int32_t number : {-1, 0, 90, 1000}) {
         const outcome result = call_number(number, {scalar(1.0)});
         EXPECT_EQ(result.err, "ERROR:  Bad function number in call_func_by_number.\n");
-        EXPECT_EQ(result.depth, 2U); // the argument stands where it stood
+        EXPECT_EQ(result.depth, 2U); // the argument is unchanged
     }
 }
 

@@ -1,6 +1,5 @@
-// Messages of the methods that no listing shows, since the next attempt clears them or another text takes
-// their place. Each has a golden program whose solving line comes upon it; that attempt is made here by
-// itself.
+// Messages of the methods that no listing shows, since the next attempt clears or replaces them. Each has a
+// golden program whose solving line causes it; here only that attempt is made.
 
 #include "base/cursor.h"
 #include "language/driver.h"
@@ -23,7 +22,7 @@ namespace {
 
 using namespace metrify;
 
-/// What a solving line starts with all independents as they are.
+/// A solving line with all independents at their current values.
 enum class attempt { bracketing, with_broydn, with_newt };
 
 struct replaced_message {
@@ -87,7 +86,7 @@ class replaced_message_of : public testing::TestWithParam<replaced_message> {
     replaced_message_of() { forget(); }
     ~replaced_message_of() override { forget(); }
 
-    /// Runs the program up to its solving line, and binds what stands in that.
+    /// Runs the program up to its solving line and binds that line's variables.
     void run_up_to_the_attempt() {
         const std::size_t solving_line = program_.find("solve(");
         ASSERT_NE(solving_line, std::string::npos);

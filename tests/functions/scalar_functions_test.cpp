@@ -87,7 +87,7 @@ TEST(scalar_functions, accept_angle_and_amount_of_substance_and_drop_them) {
     expect_scalar(call("sin", {scalar(0.0, {1, 0, 0, 0, 0, 3})}), 0.0, {}, "sin");
 }
 
-// The digits of what is left near a zero are those of the platform's library.
+// Near a zero the remaining digits depend on the platform's library.
 TEST(scalar_functions, of_whole_and_quarter_turns_are_near_their_limits) {
     const outcome whole = call("sin", {scalar(2.0 * std::numbers::pi, radian)});
     EXPECT_NEAR(whole.value.comp[0], 0.0, 1e-15);
@@ -247,7 +247,7 @@ TEST(scalar_functions, of_logarithms) {
     expect_answers(lines);
 }
 
-TEST(scalar_functions, of_logarithms_give_the_sentinel_for_what_is_not_above_zero) {
+TEST(scalar_functions, of_logarithms_give_the_sentinel_for_numbers_up_to_zero) {
     for (const char* name : {"ln", "log", "log10"})
         for (const double x : {0.0, -0.0, -1.0, -infinity_sentinel, not_a_number})
             expect_scalar(call(name, {scalar(x)}), infinity_sentinel, {}, name);
@@ -336,7 +336,7 @@ TEST(functions_of_any_units, sqrt_of_the_sentinel_is_a_plain_zero) {
     expect_scalar(call("sqrt", {scalar(infinity_sentinel, meter)}), 0.0, {}, "sqrt");
 }
 
-TEST(functions_of_any_units, sqrt_refuses_what_is_not_at_or_above_zero_and_leaves_the_sentinel) {
+TEST(functions_of_any_units, sqrt_refuses_negative_numbers_and_nans_and_gives_the_sentinel) {
     for (const double x : {-4.0, -infinity_sentinel, not_a_number}) {
         const outcome result = call("sqrt", {scalar(x, meter)});
         EXPECT_EQ(result.err, "ERROR:  sqrt() of a negative value.\n");

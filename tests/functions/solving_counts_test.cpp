@@ -30,7 +30,7 @@ struct counted {
     double value(const std::string& name) const { return number_behind(shown, "       " + name + " = "); }
 };
 
-// The first pass through the block and its listing are no evaluations of the method.
+// The first run of the block and its listing are not evaluations of the method.
 counted run(const std::string& block, const std::string& call) {
     teardown_solver_binding();
     const std::string program = "n = 0\nbegin\nn = n + 1\n" + block + "end\n" + call + "\n";
@@ -134,7 +134,7 @@ TEST(counts, of_minima_of_several_variables) {
     });
 }
 
-// The plain method updates the Jacobian and not its factors, so that the two agree but for rounding.
+// The plain method updates the Jacobian and not its factors, so the two agree up to rounding.
 void expect_counts_of_system(const several_numbers& problem, const system_function& f) {
     const counted result = run(problem.block, problem.call);
     numbers x = problem.start;
@@ -176,7 +176,7 @@ TEST(counts, of_a_system_that_only_the_last_attempt_solves) {
 
 TEST(counts, of_a_second_attempt_at_a_start_of_zero_are_those_of_the_first) {
     teardown_solver_binding();
-    // No change of sign up to where the function overflows. Both walkers are retired there.
+    // No change of sign until the function overflows, where both directions are abandoned.
     const std::string block = "n = 0\nbegin\nn = n + 1\nx = 0\ny = x^2 + 1\nend\nsolve(y, x)\n";
     const std::string shown(interpret_dimensional_input_lines((block + "n").c_str()).view());
     int walked = 1; // the start

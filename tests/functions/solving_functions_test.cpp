@@ -1,4 +1,4 @@
-// The built-ins that work on the block: what a program can't show, and what goes from one run to the next.
+// The built-ins that use the block: effects that a program cannot show, and state that persists between runs.
 
 #include "language/driver.h"
 #include "machine/func_block.h"
@@ -26,7 +26,7 @@ std::string run(const std::string& program) {
     return std::string(interpret_dimensional_input_lines(program.c_str()).view());
 }
 
-/// No report is due from another test, and none is left to the next one.
+/// No report is pending before or after a test.
 class solving : public testing::Test {
   protected:
     solving() { teardown_solver_binding(); }
@@ -37,7 +37,7 @@ class solving : public testing::Test {
     }
 };
 
-/// A block without a statement, as the calls of a test need it.
+/// A block without a statement, for the calls of a test.
 void define_empty_block() {
     static const char text[] = "";
     begin_func_block(cursor(text));
@@ -57,7 +57,7 @@ TEST_F(solving, a_failed_solve_leaves_its_report_to_the_next_run) {
 
 TEST_F(solving, a_report_that_is_due_shows_the_next_runs_block_if_there_is_one) {
     run("begin\nx = 10\ny = x^2 + 1\nend\nsolve(y, x)\n");
-    // The first successful statement takes the report, which is empty: the block isn't closed yet.
+    // The first successful statement writes the report, which is empty: the block is not closed yet.
     EXPECT_EQ(run("begin\na = 1\nb = 2\nend\n"), "[  1 ] begin\n       \n[  1 ] a = 1\n       a\n[  2 ] b = "
                                                  "2\n       b = 2 \n\n[  3 ] end\n       \n\n");
 }
@@ -85,7 +85,7 @@ TEST_F(solving, func_refuses_an_odd_count) {
     EXPECT_EQ(pending_report(), report_kind::none);
 }
 
-TEST_F(solving, func_goes_on_behind_a_variable_that_cannot_be_set_and_leaves_its_report_due) {
+TEST_F(solving, func_continues_after_a_variable_that_cannot_be_set_and_leaves_its_report_pending) {
     define_empty_block();
     add_var("x", scalar(1.0));
     const outcome result =
@@ -219,20 +219,20 @@ TEST_F(solving, a_thousand_variables_in_a_block) {
     EXPECT_THAT(run(program), HasSubstr("x0\n        = 16 \n"));
 }
 
-TEST_F(solving, a_block_that_is_left_open_is_no_block) {
+TEST_F(solving, an_open_block_does_not_count_as_a_block) {
     EXPECT_THAT(run("begin\nx = 1\nsolve(x, x)\n"), HasSubstr("cannot be called within"));
     EXPECT_THAT(run("x = 1\nsolve(x, x)\n"), HasSubstr("ERROR:  Function not defined.\n"));
 }
 
-// Replay in the steady state asks for no memory, however deep its expressions are.
+// Repeated replay allocates no memory, whatever the depth of its expressions.
 TEST_F(solving, an_evaluation_allocates_nothing) {
-    run("x = 1"); // resets what an earlier run has left
+    run("x = 1"); // resets the state of earlier runs
     work_text err;
     const char* const text =
         "begin\nx = 3 m\nv = [x, 2*x, 3*x]\n"
         "y = (1 m + (1 m + (1 m + (1 m + (1 m + (1 m + (1 m + (1 m + (1 m + (1 m + x))))))))))\n"
         "z = sqrt(dot(v, v)) + atan(x/y)*(1 m) + Number(y, ft)*x\nend\n";
-    // The run's own end would drop the block.
+    // The end of a run would remove the block.
     work_text out;
     run_lines("", cursor(text), out.str, err.str);
     ASSERT_TRUE(is_block_closed()) << out.view();
@@ -260,7 +260,7 @@ struct search_cost {
 
 // A search on the block from a start value of a, counted by the block itself.
 search_cost cost_of(double start, void (*search)(bound_function&, text_str*&)) {
-    run("1"); // resets what an earlier run has left
+    run("1"); // resets the state of earlier runs
     work_text err;
     work_text out;
     run_lines("",

@@ -1,5 +1,5 @@
 // The special functions as the language sees them: the tests of their arguments and the order of these, the
-// sentinel, how orders and moduli reach the routines, and what stays as the result of a failure.
+// sentinel, how orders and moduli are passed to the routines, and the result of a failure.
 
 #include "functions/special_functions.h"
 #include "tests/functions/calling.h"

@@ -134,7 +134,7 @@ TEST(PolarVec, is_a_vector_with_the_units_of_the_radius) {
     expect_value(call("PolarVec", {scalar(3, meter), scalar(0, radian)}), vector(3, 0, 0, meter));
 }
 
-// What is left of the cosine has the digits of the platform's library.
+// The digits of the cosine near its zero depend on the platform's library.
 TEST(PolarVec, at_a_quarter_turn_has_next_to_nothing_in_its_first_component) {
     const outcome result = call("PolarVec", {scalar(2, meter), scalar(std::numbers::pi / 2.0, radian)});
     EXPECT_NEAR(result.value.comp[0], 1.2e-16, 0.05e-16);
@@ -152,7 +152,7 @@ TEST(PolarVec, refuses_what_is_no_plain_angle) {
     expect_refused(call("PolarVec", {scalar(2, meter), scalar(1)}), message);
     expect_refused(call("PolarVec", {scalar(2, meter), scalar(1, {2})}), message);
     expect_refused(call("PolarVec", {scalar(2, meter), scalar(1, {1, 0, 0, 0, 0, 1})}), message);
-    expect_refused(call("PolarVec", {scalar(2, meter), scalar(0)}), message); // no zero is let through
+    expect_refused(call("PolarVec", {scalar(2, meter), scalar(0)}), message); // a zero is not accepted
     EXPECT_EQ(answer("PolarVec(2 m, 1)"), "ERROR:  PolarVec() second arg must be an angle.");
 }
 
@@ -206,7 +206,7 @@ TEST(lininterp, refuses_x_of_different_dimensions) {
     constexpr expectation lines[] = {
         {"lininterp(1 s, 0, 10 s, 100, 5)", "ERROR:  Computing LinInterp() with X args of diff dimensions."},
         {"lininterp(1, 0, 10 s, 100, 5)", "ERROR:  Computing LinInterp() with X args of diff dimensions."},
-        // x lends its meters to the zero, which then differs from the seconds
+        // the zero adopts the meters of x, which differ from the seconds
         {"lininterp(0, 0, 10 s, 100, 5 m)", "ERROR:  Computing LinInterp() with X args of diff dimensions."},
     };
     expect_answers(lines);

@@ -17,7 +17,7 @@ Function* Original(const ReplacedPointer& replaced, Function* /*like*/) {
 
 } // namespace
 
-// What stands in the place of the system's functions.
+// The replacements of the system's functions.
 struct CountedSystem::Functions {
     static HHOOK WINAPI SetHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
         CountedSystem& system = *system_in_force;
@@ -53,7 +53,7 @@ struct CountedSystem::Functions {
         return Original(system.delete_, DeleteObject)(object);
     }
 
-    // The hook's own windows alone.
+    // Only windows of the hook.
     static HWND WINAPI MakeWindow(DWORD more_style, LPCSTR class_name, LPCSTR title, DWORD style, int left,
                                   int top, int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
                                   void* parameter) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the system gives out to a wizard hook and has to get back: hooks, fonts, windows.
+// Counts the system's resources that a wizard hook uses: hooks, fonts, windows.
 
 #include "host/state/fault_switch.h"
 #include "tests/integration/replaced_call.h"
@@ -12,8 +12,8 @@
 
 namespace metrify::host {
 
-/// As long as this lives it keeps the account, and calls that give something out are the host's calls too:
-/// they fail with them.
+/// Counts during its lifetime. Calls that create a resource also count as calls of the host, so fault
+/// injection makes them fail.
 class CountedSystem {
   public:
     explicit CountedSystem(FaultSwitch& faults);
@@ -21,10 +21,10 @@ class CountedSystem {
     CountedSystem(const CountedSystem&) = delete;
     CountedSystem& operator=(const CountedSystem&) = delete;
 
-    /// What has not been given back.
+    /// Resources that have not been released.
     const std::set<HHOOK>& Hooks() const { return hooks_; }
     const std::set<HGDIOBJ>& Fonts() const { return fonts_; }
-    /// The buttons and lists that still stand.
+    /// The buttons and lists that still exist.
     std::vector<HWND> Controls() const;
 
   private:

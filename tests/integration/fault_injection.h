@@ -1,6 +1,6 @@
 #pragma once
 
-// Sessions of an add-in in which every call fails once. Nothing may stay behind.
+// Sessions of an add-in in each of which one call fails. Nothing may be left over.
 
 #include "tests/integration/integration_host.h"
 
@@ -8,7 +8,7 @@
 
 namespace metrify::host {
 
-/// What a host holds when nobody uses it.
+/// What a host holds when no add-in uses it.
 struct Holdings {
     int objects;
     int references;
@@ -27,15 +27,15 @@ inline Holdings HoldingsOf(IntegrationHost& host) {
     return {ledger.objects(), ledger.references(), host.sinks(), host.books()};
 }
 
-/// The calls of a disconnection: for the container of the connection points, for the point, of the point. A
-/// host that refuses one of them keeps what listens to its events.
+/// The calls of a disconnection: the queries for the container of the connection points and for the point,
+/// and the call of the point. A host that refuses one of them keeps the sink.
 inline constexpr std::size_t kDisconnectionCalls = 3;
 
-/// Runs a session of an add-in again and again, with the n-th call failing, until there is no n-th call any
-/// more. Gives the number of calls. The host keeps what listens in so many of the sessions.
+/// Runs a session of an add-in repeatedly, with the n-th call failing, until a session has fewer than n
+/// calls. Returns the number of calls. In `kept` of the sessions the host keeps the sink.
 template <class Session>
 std::size_t FailEachCall(IntegrationHost& host, std::size_t kept, Session session) {
-    session(); // what comes once and stays is there from here on
+    session(); // what is allocated once and kept exists from here on
     const Holdings before = HoldingsOf(host);
     for (std::size_t n = 1;; ++n) {
         host.faults().FailCall(n);
@@ -52,7 +52,7 @@ std::size_t FailEachCall(IntegrationHost& host, std::size_t kept, Session sessio
             EXPECT_EQ(kept, 0U);
             return n - 1;
         }
-        // What a failure leaves switched is not this test's affair.
+        // Settings that a failure leaves changed are not tested here.
         host.settings().displayAlerts = true;
         host.host.state().echo = true;
     }

@@ -1,5 +1,5 @@
-// Every call of the host fails once. Afterwards nothing is left over: no reference, no connection unless the
-// host refused to end it, no workbook.
+// Sessions in each of which one call of the host fails. Afterwards nothing is left over: no reference, no
+// workbook, and no connection unless the host refused to end it.
 
 #include "tests/integration/fault_injection.h"
 
@@ -15,23 +15,23 @@ struct Selection final : CXlEventObserver<CXlRangeEventArgs> {
     std::string range;
 };
 
-// Finds the host, uses its events, macros and addresses, and ends that. False if the host refused to end its
-// events.
+// Finds the host, uses its events, macros and addresses, and disconnects. False if the host refused to
+// disconnect its events.
 bool UseHost(IntegrationHost& host) {
-    Road road;
-    if (!road.Init() || !road.com.SetEvents(true, road.failure))
+    HostConnection connection;
+    if (!connection.Init() || !connection.com.SetEvents(true, connection.failure))
         return true;
     VARIANT_BOOL cancel = VARIANT_FALSE;
     host.Fire(1570, {host.Workbook()}, &cancel);
     ComVariant answer;
-    road.com.RunMacroByText(u"NoSuchMacro()", answer);
+    connection.com.RunMacroByText(u"NoSuchMacro()", answer);
     ComPtr<IDispatch> sheet;
-    road.com.ActiveWorksheet(sheet);
+    connection.com.ActiveWorksheet(sheet);
     std::u16string text;
     RangeAddress(
         host.automation.MakeRange(host.automation.MakeWorksheet(u"B", u"S"), {u"$A$1", u"$A$1"}).Get(), text,
         true);
-    return road.com.SetEvents(false, road.failure);
+    return connection.com.SetEvents(false, connection.failure);
 }
 
 void UseHostWithPoint(IntegrationHost& host) {
@@ -39,7 +39,7 @@ void UseHostWithPoint(IntegrationHost& host) {
     EXPECT_EQ(host.sinks(), is_disconnected ? 0U : 1U);
 }
 
-TEST(fault_injection, on_the_road_by_the_window) {
+TEST(fault_injection, in_the_search_by_the_window) {
     IntegrationHost host(16);
     CXllApp application;
     const std::size_t calls = FailEachCall(host, kDisconnectionCalls, [&host] { UseHostWithPoint(host); });
@@ -47,7 +47,7 @@ TEST(fault_injection, on_the_road_by_the_window) {
     Report("window", calls);
 }
 
-TEST(fault_injection, on_the_road_by_the_window_without_a_workbook) {
+TEST(fault_injection, in_the_search_by_the_window_without_a_workbook) {
     IntegrationHost host(16);
     CXllApp application;
     host.host.state().books.Close();
@@ -61,7 +61,7 @@ TEST(fault_injection, on_the_road_by_the_window_without_a_workbook) {
     Report("window, no workbook", calls);
 }
 
-TEST(fault_injection, on_the_road_by_the_running_objects) {
+TEST(fault_injection, in_the_search_by_the_running_objects) {
     const ProgramNames names;
     IntegrationHost host(6);
     CXllApp application;
@@ -91,7 +91,7 @@ TEST(fault_injection, with_the_events_of_old_hosts) {
         host.settings().eventMacros = macros;
         refused += is_disconnected ? 0 : 1;
     });
-    EXPECT_EQ(refused, 6); // the look-up and the setting of each of the three
+    EXPECT_EQ(refused, 6); // the look-up and the setting of each of the three properties
     EXPECT_GT(calls, 20U);
     Report("old events", calls);
 }

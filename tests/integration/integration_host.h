@@ -21,7 +21,7 @@
 
 namespace metrify::host {
 
-/// What the module of this test shows to the host.
+/// The exports of the module of this test.
 inline std::map<std::string, void*> AddInEntries() {
     return {
         {"xlCheckInstance", EntryOf(xlCheckInstance)},
@@ -36,7 +36,7 @@ inline std::map<std::string, void*> AddInEntries() {
     };
 }
 
-/// Lives around all else, and undoes what a test leaves behind.
+/// Created first and destroyed last in a test. Restores the state of the process.
 class IntegrationHost {
   public:
     explicit IntegrationHost(int version, std::map<std::string, void*> entries = AddInEntries(),
@@ -87,26 +87,27 @@ class IntegrationHost {
     AutomationHost automation;
 };
 
-/// A search for the host, with the failure that it gave.
-struct Road {
+/// The add-in's connection to the host, with its last failure.
+struct HostConnection {
     CXllCom com;
     ComFailure failure;
 
     bool Init() { return com.Init(failure); }
 };
 
-/// The code of a text that is a sentence of its own.
+/// The code of a failure whose text is a complete sentence.
 inline constexpr HRESULT kSentenceCode = 1;
 
-/// The search fails with this text and this code.
-inline void ExpectFailure(Road& road, const std::u16string& text, HRESULT code = kSentenceCode) {
-    EXPECT_FALSE(road.Init());
-    EXPECT_EQ(road.failure.text, text);
-    EXPECT_EQ(road.failure.code, code);
-    EXPECT_EQ(road.com.Application(), nullptr);
+/// Expects the search for the host to fail with this text and this code.
+inline void ExpectFailure(HostConnection& connection, const std::u16string& text,
+                          HRESULT code = kSentenceCode) {
+    EXPECT_FALSE(connection.Init());
+    EXPECT_EQ(connection.failure.text, text);
+    EXPECT_EQ(connection.failure.code, code);
+    EXPECT_EQ(connection.com.Application(), nullptr);
 }
 
-/// The program names of the host, known to the system as long as this lives.
+/// Registers the program names of the host during its lifetime.
 struct ProgramNames {
     ProgramNames() { RegisterProgramNames(); }
     ~ProgramNames() { UnregisterProgramNames(); }

@@ -16,7 +16,7 @@ inline std::string Beside(const char* name) {
     return ToUtf8(std::filesystem::path(FromUtf8(ModuleBesideProgram())).replace_filename(name).u16string());
 }
 
-/// A host of its own for modules.
+/// A host for modules.
 class ModuleHost {
   public:
     explicit ModuleHost(int version) : host(version), automation(host) { automation.ShowAsRunning(); }
@@ -34,7 +34,7 @@ class ModuleHost {
 
     std::size_t Sinks() { return automation.application().events().count(); }
 
-    /// Whether an observer keeps a workbook open.
+    /// True if an observer keeps a workbook open.
     bool IsKept(const std::u16string& name) {
         VARIANT_BOOL cancel = VARIANT_FALSE;
         const ComPtr<IDispatch> workbook = automation.MakeWorkbook(name);

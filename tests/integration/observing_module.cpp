@@ -16,7 +16,7 @@ class ObservingApp final : public CXllApp {
   public:
     using CXllApp::CXllApp;
 
-    // Nobody is there to be asked.
+    // There is no user to ask.
     bool ConfirmRegistrationFailure() override { return true; }
 };
 

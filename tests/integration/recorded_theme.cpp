@@ -34,7 +34,7 @@ std::string Narrow(const wchar_t* text) {
 
 } // namespace
 
-// What stands in the place of the system's functions.
+// The replacements of the system's functions.
 struct RecordedTheme::Functions {
     static HANDLE WINAPI Open(HWND window, const wchar_t* class_name) {
         const std::string name = Narrow(class_name);

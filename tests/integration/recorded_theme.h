@@ -1,6 +1,6 @@
 #pragma once
 
-// The drawing that the system offers, written down instead of done.
+// Records the drawing calls of the system instead of executing them.
 
 #include "host/state/fault_switch.h"
 #include "tests/integration/replaced_call.h"
@@ -14,8 +14,8 @@
 
 namespace metrify::host {
 
-/// As long as this lives there is a theme of the test's own, and each call of its functions and of the
-/// classic ones beside them becomes a line: the function, the class of the theme, what it was given.
+/// During its lifetime the system has a theme of the test, and each call of a theme function or a classic
+/// drawing function is recorded as a line: the function, the class of the theme, the arguments.
 class RecordedTheme {
   public:
     RecordedTheme();
@@ -23,9 +23,9 @@ class RecordedTheme {
     RecordedTheme(const RecordedTheme&) = delete;
     RecordedTheme& operator=(const RecordedTheme&) = delete;
 
-    /// The lines since the last time.
+    /// The lines since the last call.
     std::vector<std::string> Lines() { return std::exchange(lines_, {}); }
-    /// Those of opening and closing among them; the others are dropped.
+    /// Those of opening and closing only; the others are dropped.
     std::vector<std::string> Openings();
     /// The windows that themes were opened for.
     const std::set<HWND>& Windows() const { return windows_; }
@@ -36,15 +36,15 @@ class RecordedTheme {
     bool hasLibrary = true;
     /// Functions that the library lacks.
     std::set<std::string> missing;
-    /// Functions that fail; an opening by the line that it makes.
+    /// Functions that fail; an opening is named by the line that it records.
     std::set<std::string> refused;
-    /// Fails calls too, if it is there.
+    /// Makes calls fail too; may be null.
     FaultSwitch* faults = nullptr;
 
   private:
     struct Functions;
 
-    // Writes a call down. Gives whether it works.
+    // Records a call. Returns whether it succeeds.
     bool Note(const std::string& function, const std::string& given);
     std::string ClassOf(HANDLE theme) const;
 

@@ -1,13 +1,13 @@
 #pragma once
 
-// Functions of the system that a test puts one of its own in the place of, as long as it needs them to fail.
+// Replaces functions of the system during a test, for example to make them fail.
 
 #include <cstddef>
 #include <unknwn.h>
 
 namespace metrify::host {
 
-/// A pointer to a function in memory that is not meant to be written.
+/// A function pointer in read-only memory, replaced during the lifetime of this object.
 class ReplacedPointer {
   public:
     ReplacedPointer(void** place, void* replacement);
@@ -22,8 +22,8 @@ class ReplacedPointer {
     void* original_;
 };
 
-/// Where a module, without one this program, keeps the address of a function that it imports; null if it
-/// imports none of the name.
+/// Where a module, by default this program, keeps the address of an imported function; null if it does not
+/// import it.
 void** ImportedFunction(const char* name, void* module = nullptr);
 
 /// Where the objects of a class keep the address of a method, by its number in the interface.

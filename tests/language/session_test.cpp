@@ -1,6 +1,7 @@
 #include "language/driver.h"
 #include "language/session.h"
 #include "machine/solver_binding.h"
+#include "tests/allocations.h"
 #include "units/unit_system.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <string>
 #include <vector>
 
 namespace {
@@ -51,11 +53,77 @@ TEST(session, accepts_an_empty_entry) {
     EXPECT_EQ(s.enter(""), "");
     EXPECT_NE(s.enter("x").find(" = 1 m"), std::string::npos);
 }
+TEST(session, keeps_a_result_as_a_variable) {
+    session s;
+    s.enter("3 ft");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans; in").find(" = 36 in"), std::string::npos);
+    s.enter("2 kg");
+    s.keep_result_as("ans");
+    s.enter("nothing");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans").find(" = 2 kg"), std::string::npos);
+}
+TEST(session, does_not_assign_a_variable_of_the_user_or_a_unit) {
+    session s;
+    s.enter("ans = 3 ft");
+    s.enter("7 kg");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans; ft").find(" = 3 ft"), std::string::npos);
+    s.start_over();
+    s.enter("1 m");
+    s.keep_result_as("ans");
+    s.enter("ans = 5 m");
+    s.enter("7 kg");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("ans").find(" = 5 m"), std::string::npos);
+    s.start_over();
+    s.enter("DefUnit(ans, 2 m)");
+    s.enter("1 kg");
+    s.keep_result_as("ans");
+    EXPECT_NE(s.enter("1 ans").find(" = 2 m"), std::string::npos);
+}
+TEST(session, knows_whether_a_block_is_open) {
+    session s;
+    EXPECT_FALSE(s.is_block_open());
+    s.enter("begin");
+    s.enter("y = 1");
+    EXPECT_TRUE(s.is_block_open());
+    s.enter("end");
+    EXPECT_FALSE(s.is_block_open());
+}
+TEST(session, tells_the_names_that_are_defined) {
+    session s;
+    s.enter("x = 1");
+    s.enter("DefUnit(ell, 18 in)");
+    s.enter("a = 2");
+    EXPECT_EQ(s.defined_names(), (std::vector<std::string>{"x", "a", "ell"}));
+}
 TEST(session, resets_everything_when_it_starts_over) {
     session s;
     s.enter("x = 1 m");
     s.start_over();
     EXPECT_EQ(s.enter("x"), "[  1 ] x\n       ERROR: 'x' undefined.\n\n");
+}
+TEST(session, evaluates_an_entry_once) {
+    session s;
+    s.enter("x = 1 m");
+    s.enter("x = x + x");
+    s.enter("x = x + x");
+    EXPECT_EQ(s.enter("x"), "[  4 ] x\n        = 4 m\n\n");
+}
+TEST(session, does_not_run_earlier_entries_again) {
+    session s;
+    s.enter("1 m");
+    const auto allocations_of = [&s](const char* entry) {
+        const std::size_t before = metrify::test::allocations();
+        s.enter(entry);
+        return metrify::test::allocations() - before;
+    };
+    const std::size_t at_first = allocations_of("1 m");
+    for (int i = 0; i < 200; ++i)
+        s.enter("v" + std::to_string(i) + " = " + std::to_string(i) + " m");
+    EXPECT_EQ(allocations_of("1 m"), at_first);
 }
 TEST(session, recognises_an_entry_that_is_continued) {
     EXPECT_TRUE(session::is_continued("1 + \\"));

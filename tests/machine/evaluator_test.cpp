@@ -39,7 +39,7 @@ class evaluator : public testing::Test {
         return result;
     }
 
-    // A statement through the parser, which runs it and appends its instructions to the list.
+    // Runs a statement through the parser, which appends its instructions to the list.
     dim_value compile(const std::string& statement) {
         str_clear(&err.str);
         cursor p(statement.c_str());

@@ -24,7 +24,7 @@ using namespace metrify;
 constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double numbers[] = {0.0, -0.0, 1.0, -1.0, 2.5, -3.75, 1e308, infinite, -infinite, NAN, 1e-320};
 
-// Formulas of a and b in meters and c without units. Some of them fail for some numbers.
+// Formulas of a and b in meters and of c without units. Some of them fail for some numbers.
 constexpr const char* formulas[] = {"a + b",
                                     "a - b",
                                     "b - a - a",
@@ -93,7 +93,7 @@ class number_program_of : public testing::Test {
         free_all_vars();
     }
 
-    // A statement through the parser, with all variables there. Which message it gives doesn't matter here.
+    // Runs a statement through the parser; all variables exist. Its message does not matter here.
     static bool compile(const std::string& statement, code_list& list) {
         work_text err;
         cursor p(statement.c_str());

@@ -50,7 +50,7 @@ TEST(operand_stack, holds_unit_scales_with_all_their_fields) {
 }
 
 TEST(operand_stack, has_one_layout_for_values_and_scales) {
-    // Which of the two an entry is follows from the instructions alone.
+    // Only the instructions determine which of the two an entry is.
     compile_ctx ctx;
     push_unit_scale({0, 2.0, 3.0, {4.0, 5.0}, in_N}, ctx);
     EXPECT_TRUE(equal(popped(ctx), {0, {3, 4, 5}, in_N}));

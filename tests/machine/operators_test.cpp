@@ -19,14 +19,14 @@ using binary_operator = void (*)(compile_ctx&, text_str*&);
 constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 const dim_value overflowed = scalar(infinity_sentinel);
 
-/// What an operator leaves.
+/// The state after an operator.
 struct outcome {
     dim_value value;
     std::string err;
-    std::size_t depth; // of the stack, above the value that the operator must not touch
+    std::size_t depth; // of the stack, above the value that the operator must not access
 };
 
-/// Whether the outcome is a message beside a result.
+/// True if the outcome is a message beside a result.
 testing::AssertionResult fails(const outcome& got, const std::string& message, const dim_value& result) {
     if (got.err != message)
         return testing::AssertionFailure() << got.err;
@@ -87,7 +87,7 @@ TEST_F(operators, take_a_missing_operand_as_zero) {
         binary_operator apply;
         dim_value left, result;
     } const cases[] = {
-        // The operand that is there is the right one; the left one pops as a cleared record.
+        // The only operand is the right one; the left one pops as a cleared record.
         {stck_add, scalar(5, in_m), scalar(5, in_m)}, {stck_subtract, scalar(5, in_m), scalar(-5, in_m)},
         {stck_multiply, scalar(5), scalar(0)},        {stck_divide, scalar(5), scalar(0)},
         {stck_exponentiate, scalar(5), scalar(0)},
@@ -127,14 +127,14 @@ TEST_F(operators, subtract_the_upper_from_the_lower) {
     EXPECT_TRUE(gives(subtract(vector(1, 2, 3, in_N), vector(10, 20, 30, in_N)), vector(-9, -18, -27, in_N)));
 }
 
-TEST_F(operators, give_a_pure_zero_the_units_of_the_other_side) {
+TEST_F(operators, give_a_pure_zero_the_units_of_the_other_operand) {
     EXPECT_TRUE(gives(add(scalar(0), scalar(5, in_m)), scalar(5, in_m)));
     EXPECT_TRUE(gives(add(scalar(5, in_m), scalar(0)), scalar(5, in_m)));
     EXPECT_TRUE(gives(subtract(scalar(0), scalar(5, in_m)), scalar(-5, in_m)));
     EXPECT_TRUE(gives(subtract(scalar(5, in_m), scalar(0)), scalar(5, in_m)));
 }
 
-TEST_F(operators, give_a_pure_zero_the_size_of_the_other_side) {
+TEST_F(operators, give_a_pure_zero_the_kind_of_the_other_operand) {
     EXPECT_TRUE(gives(add(vector(1, 2, 3), scalar(0)), vector(1, 2, 3)));
     EXPECT_TRUE(gives(add(scalar(0), vector(1, 2, 3, in_m)), vector(1, 2, 3, in_m)));
     EXPECT_TRUE(gives(subtract(scalar(0), vector(1, 2, 3, in_m)), vector(-1, -2, -3, in_m)));

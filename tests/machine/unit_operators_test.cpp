@@ -121,7 +121,7 @@ TEST(unit_assignment, treats_a_missing_value_as_zero) {
     EXPECT_TRUE(equal(value, {0, {273, 273, 273}, in_degK})) << described(value);
 }
 
-// A value asked in a unit.
+// A value requested in a unit.
 
 TEST(unit_request, makes_a_plain_number_of_a_value) {
     expect(request(scalar(2.5, in_m), in_feet), "", scalar(10));
@@ -192,7 +192,7 @@ TEST(vector_of_components, treats_missing_components_as_zero) {
     compile_ctx ctx;
     work_text err;
     push_value(scalar(7, in_m), ctx);
-    stck_make_vector(ctx, 3, err.str); // what is there is the last component
+    stck_make_vector(ctx, 3, err.str); // the only entry is the last component
     EXPECT_EQ(ctx.stack.depth(), 1u);
     dim_value value;
     pop_value(value, ctx);
@@ -200,7 +200,7 @@ TEST(vector_of_components, treats_missing_components_as_zero) {
     EXPECT_TRUE(equal(value, vector(0, 0, 7, in_m))) << described(value);
 }
 
-// Tidying.
+// Normalization.
 
 void expect_normalized(const exponents& from, const exponents& to) {
     dim_value value = scalar(1, from);
@@ -235,7 +235,7 @@ TEST(normalize_dimensions, leaves_kind_and_components) {
     EXPECT_TRUE(equal(value, vector(1, 2, 3, {0, 0, 0, 1, 1, 0, 0, 0}))) << described(value);
 }
 
-// What the operators mean in a program, where several of them meet.
+// Several operators in one program.
 
 TEST(operators_in_a_program, take_an_angle_times_a_length_as_a_length_and_a_difference_as_a_temperature) {
     EXPECT_EQ(run("3 degKdiff * (2 m)"), "[  1 ] 3 degKdiff * (2 m)\n        = 6 m degK\n\n");

@@ -21,7 +21,7 @@ class variables : public testing::Test {
         reset_user_units();
     }
 
-    // What the variable holds once the value has been assigned, and what is handed back.
+    // The variable's value after the assignment, and the returned value.
     static dim_value assigned(const char* name, dim_value value, int component) {
         const var_entry& entry = setvar_by_name(name, value, component);
         EXPECT_TRUE(equal(value, entry.value)) << described(value);

@@ -20,8 +20,8 @@ TOKEN = re.compile(
 ESCAPE = re.compile(r"\\(?:x[0-9a-fA-F]+|[0-7]{1,3}|u[0-9a-fA-F]{4}|U[0-9a-fA-F]{8}|.)")
 PARAMETER = re.compile(r"(?:const\s+)?[\w:<>]+(?:\s*[&*]+\s*|\s+)(?:const\s+)?\w+(?:\s*=.*)?$")
 
-# Every operator with what takes its place. Where it may also be something else than a binary operator, it counts
-# only with a blank on both sides, as the formatter puts it.
+# Every operator with its replacement. A token that may also be something else than a binary operator counts only
+# with a blank on both sides, as the formatter writes it.
 COMPARISONS = {"<": ["<=", ">="], "<=": ["<", ">"], ">": [">=", "<="], ">=": [">", "<"], "==": ["!="], "!=": ["=="]}
 ARITHMETIC = {
     "+": ["-"], "-": ["+"], "*": ["/"], "/": ["*"], "%": ["*"], "+=": ["-="], "-=": ["+="], "*=": ["/="],
@@ -31,7 +31,7 @@ ARITHMETIC = {
 LOGIC = {"&&": ["||"], "||": ["&&"]}
 
 OPENING = {"(": ")", "[": "]", "{": "}"}
-# A statement that begins with one of these is a declaration or has a value that the rest needs.
+# A statement that begins with one of these is not removed: a declaration, or a value that later code needs.
 NOT_DROPPED = {
     "return", "if", "else", "for", "while", "do", "switch", "case", "default", "using", "namespace", "typedef",
     "class", "struct", "enum", "union", "template", "static", "const", "constexpr", "auto", "inline", "extern",
@@ -39,7 +39,7 @@ NOT_DROPPED = {
     "static_assert", "static_cast", "void", "bool", "char", "int", "long", "short", "unsigned", "signed", "double",
     "float", "thread_local", "volatile", "mutable", "typename", "concept", "requires", "co_return",
 }
-# Calls that only save time or are seen by the compiler alone.
+# Calls that only save time or only affect compilation.
 WITHOUT_EFFECT = {"reserve", "shrink_to_fit", "static_assert", "assert"}
 
 
@@ -119,7 +119,7 @@ class Finder:
         self.add(kind, self.tokens[index].start, self.tokens[index].end, new)
 
     def random_of(self, index):
-        """A source of chance that depends on the place alone, so that a sample can be had again."""
+        """A random generator that depends on the place only, so that a sample is repeatable."""
         token = self.tokens[index]
         line_start = self.source.rfind("\n", 0, token.start)
         key = f"{self.file}|{self.source[line_start:token.end]}"
@@ -129,7 +129,7 @@ class Finder:
         token = self.tokens[index]
         return self.source[token.start - 1].isspace() and self.source[token.end : token.end + 1].isspace()
 
-    # ---- One routine a kind of change
+    # ---- One routine for each kind of change
 
     def numbers(self, index):
         text = self.tokens[index].text
@@ -310,7 +310,7 @@ def changes_of(file, source):
 
 
 def sample(changes, count, seed):
-    """A repeatable choice that holds as many of each kind as there are; an edit elsewhere hardly alters it."""
+    """A repeatable sample in proportion to the kinds; edits elsewhere hardly change it."""
     seen, by_kind = {}, {}
     for change in changes:
         text = f"{change.file}|{change.before}|{change.after}"

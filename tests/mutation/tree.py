@@ -1,4 +1,4 @@
-"""A copy of the sources with a build of its own, where changes are made and the tests are run."""
+"""A copy of the sources with a separate build, in which changes are made and tested."""
 
 import json
 import os
@@ -9,11 +9,10 @@ import signal
 import subprocess
 import time
 
-# The flags of a build that is made fast rather than runs fast. Tests are to notice changes, not the compiler's
-# warnings.
+# Flags for a short build time. Warnings are off, since tests should detect the changes.
 FLAGS = "-O1 -DNDEBUG -w"
 MEMORY = 6 << 30
-# The string table belongs to the module that is the first to be asked about, and other tests make up their own.
+# This test needs a separate process: only the first module that is looked up is used for the string table.
 ALL_TESTS = "-MessageTable.*"
 TEST_NAME = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
 
@@ -25,7 +24,7 @@ def is_for_windows(file):
 
 
 def run_in_group(command, seconds, **options):
-    """Runs a command with all its children; the exit status, None if it took longer than allowed."""
+    """Runs a command with all its children. Returns the exit status, or None at a timeout."""
     with subprocess.Popen(command, start_new_session=True, stdin=subprocess.DEVNULL, **options) as process:
         try:
             return process.wait(seconds)
@@ -52,7 +51,7 @@ class Tree:
         self.programs = ["metrify-integration-tests", "metrify-tests"] if windows else ["metrify-tests"]
 
     def copy_sources(self):
-        """Makes the copy agree with the checkout; what has not changed keeps its time."""
+        """Updates the copy; files that have not changed keep their modification time."""
         listed = subprocess.run(
             ["git", "ls-files", "-co", "--exclude-standard", "-z"], cwd=self.checkout, capture_output=True, check=True
         ).stdout.decode()
@@ -94,7 +93,7 @@ class Tree:
                                 env=self.environment(**environment))
 
     def test(self, program, tests, seconds, *options):
-        """True if the tests of a program pass, None if they took longer than allowed."""
+        """True if the tests of a program pass, None at a timeout."""
         command = [f"{self.build}/{program}", "--gtest_brief=1", f"--gtest_filter={tests}", *options]
         if self.windows:
             command[0] += ".exe"
@@ -113,7 +112,7 @@ class Tree:
         """Runs every test of the unchanged sources and keeps their seconds. False if one fails."""
         for program in self.programs:
             report = self.temporary / f"{program}.json"
-            # To a program of Windows, a path is absolute with a drive alone.
+            # For a Windows program, an absolute path needs a drive.
             drive = "Z:" if self.windows else ""
             if not self.test(program, ALL_TESTS, None, f"--gtest_output=json:{drive}{report}"):
                 return False
@@ -131,14 +130,14 @@ class Tree:
         return None if status is None else status == 0
 
     def limit(self, program, suites=None):
-        """The seconds that tests may take before they count as hanging."""
+        """The time limit of tests in seconds."""
         known = self.seconds[program]
         usual = sum(seconds for name, seconds in known.items() if suites is None or suites & set(name.split("/")))
         return 5 * usual + 15
 
     def near_suites(self, file):
-        """The test suites that are likely to notice a change of a source: of the tests that include its header or
-        bear its name, and those of its whole folder."""
+        """The test suites that probably detect a change of a source: those of the tests that include its header or
+        have its name, and those of its whole folder."""
         stem = re.sub(r"(_posix|_windows)?\.(cpp|h)$", "", file.removeprefix("src/"))
         near, folder = set(), set()
         for test in sorted((self.folder / "tests").glob("**/*_test.cpp")):
@@ -152,7 +151,7 @@ class Tree:
         return [near, folder]
 
     def notices(self, file):
-        """How the tests take the sources as they are now: "survived", "noticed" or "hung"."""
+        """The result of the tests for the current sources: "survived", "noticed" or "hung"."""
         for program in self.programs:
             for suites in [*self.near_suites(file), None]:
                 known = {part for name in self.seconds[program] for part in name.split("/")}
@@ -170,12 +169,12 @@ class Tree:
         return "survived" if passed else "hung" if passed is None else "noticed"
 
     def try_change(self, change):
-        """Makes a change, sees whether a test notices, and takes it back. "refused" if it does not compile."""
+        """Makes a change, runs the tests and reverts it. "refused" if it does not compile."""
         source = self.folder / change.file
         original = source.read_text()
         source.write_text(change.apply(original))
         try:
-            # What changes leave in the compiler's cache would never be used again.
+            # Compilations of changed sources are not cached, since they are never repeated.
             if not self.compile(2, 600, CCACHE_READONLY="1"):
                 return "refused"
             return self.notices(change.file)

@@ -1,5 +1,5 @@
 // Large orders and arguments end soon, and ending a recurrence early changes no result: the plain recurrences
-// are written out here, and every result must be theirs to the last bit.
+// are implemented here, and every result must equal theirs to the last bit.
 
 #include "numerics/special/bessel/bessel_fits.h"
 #include "numerics/special/bessel/bessel_integer.h"
@@ -162,9 +162,11 @@ four_values at_negative_order(double n, const four_values& f) {
 /// For the first order, a multiple of 4, and for the last, which leaves 3.
 void expect_values_of_the_largest_orders(double x, const four_values& even, const four_values& odd) {
     constexpr std::int32_t largest = 2147483647;
+    // The sine is the runtime's, as in the routine, and not computed by the compiler.
+    const volatile double order = largest;
     expect_values(1000000000, x, even);
     expect_values(largest, x, odd);
-    expect_values(-largest, x, at_negative_order(largest, odd));
+    expect_values(-largest, x, at_negative_order(order, odd));
 }
 
 // Y goes to minus infinity and two steps later to the difference of two infinities. The downward recurrences

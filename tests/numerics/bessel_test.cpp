@@ -1,4 +1,4 @@
-// Bessel and Airy functions: particular values, failures, and what a failure leaves.
+// Bessel and Airy functions: particular values, failures, and the outputs after a failure.
 
 #include "numerics/special/bessel/airy.h"
 #include "numerics/special/bessel/bessel_fits.h"
@@ -155,7 +155,7 @@ TEST(bessel, real_orders_refuse_x_before_the_order) {
     expect_failed(call(math_func_bessik, 1.0, -0.1), "ERROR:   nu must be >= 0 in math_func_bessik().\n");
 }
 
-TEST(bessel, real_orders_come_to_their_first_term_where_x_is_tiny) {
+TEST(bessel, real_orders_equal_their_first_term_where_x_is_tiny) {
     for (const double nu : {0.25, 0.5, 0.75}) {
         for (const double x : {1e-300, 1e-200, 1e-30}) {
             const double first_term = std::pow(0.5 * x, nu) / std::tgamma(1.0 + nu);
@@ -185,8 +185,8 @@ TEST(bessel, real_orders_give_up_where_their_fraction_takes_too_many_passes) {
 }
 
 // The first kind starts at 1e-30 and is taken down a hundred orders, by a factor of 1.6e338 at the first
-// point and of 2e338 at the second, as the exact values at both ends tell. The second leaves the range of
-// doubles.
+// point and of 2e338 at the second, according to the exact values at both ends. The second exceeds the range
+// of doubles.
 TEST(bessel, real_orders_are_no_numbers_where_the_recurrence_from_its_start_overflows) {
     EXPECT_EQ(evaluate(math_func_bessj_frac, 100.25, 0.03192836).value, 0.0);
     EXPECT_TRUE(std::isnan(evaluate(math_func_bessj_frac, 100.25, 0.03185718).value));
@@ -218,7 +218,7 @@ TEST(bessel, chebyshev_sum_of_one_term_is_half_of_it) {
     EXPECT_EQ(evaluate(math_func_bes_chebev, 0.0, 4.0, c, 2, 4.0).value, 6.5);
 }
 
-TEST(bessel, chebyshev_sum_refuses_what_lies_outside_its_range) {
+TEST(bessel, chebyshev_sum_refuses_arguments_outside_its_range) {
     const double c[] = {3.0, 5.0};
     for (const double x : {-1.1, 1.1}) {
         const evaluated sum = evaluate(math_func_bes_chebev, -1.0, 1.0, c, 2, x);

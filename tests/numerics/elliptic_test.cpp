@@ -1,5 +1,5 @@
 // Carlson's forms with their required differences, Legendre's integrals and the Jacobian functions:
-// particular values, the order of the tests, failures, and what a failure leaves.
+// particular values, the order of the tests, failures, and the outputs after a failure.
 
 #include "numerics/special/carlson.h"
 #include "numerics/special/elliptic.h"
@@ -137,8 +137,9 @@ std::string repeated(std::size_t count, const std::string& text) {
     return all;
 }
 
-// Every pass refuses RC for its size and adds 0. Distances of 1e308 fall below the tolerance after 14 passes,
-// and what is left beyond the sum underflows. Where the mean itself overflows the first pass is the last.
+// In every pass RC fails because of the size of its arguments and contributes 0. Distances of 1e308 fall
+// below the tolerance after 14 passes, and the rest of the series underflows. If the mean itself overflows,
+// the first pass is the last.
 TEST(carlson_rj, of_huge_arguments_leaves_a_text_for_each_pass) {
     constexpr const char* too_big = "ERROR:  x + fabs(y) too big in routine math_func_carlsons_rc().\n";
     expect_refused(evaluate(math_func_carlsons_rj, 1e308, 0.0, 1.0, 1.0), repeated(14, too_big).c_str());
@@ -234,8 +235,8 @@ TEST(jacobi_functions, at_0_are_exact) {
 }
 
 // A huge or tiny complement takes 11 of the 13 transformations that are allowed. The values of finite
-// arguments lie in the table of required values; here is what has no value.
-TEST(jacobi_functions, of_what_is_no_finite_number_are_none_without_a_text) {
+// arguments are in the table of required values; here are those without a value.
+TEST(jacobi_functions, of_infinities_and_nans_are_nans_without_a_text) {
     for (const double emmc : {quiet_nan, plus_infinity}) {
         for (const double u : {1.0, 1e308}) {
             const jacobi_values f = jacobi(u, emmc);

@@ -1,6 +1,6 @@
 #pragma once
 
-// A call of a numerical routine with the text that it leaves.
+// The result of a numerical routine and its error text.
 
 #include "base/text_str.h"
 

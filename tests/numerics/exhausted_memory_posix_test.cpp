@@ -39,8 +39,8 @@ TEST_F(exhausted_memory_death_test, ends_the_process_in_dmatrix) {
                 fatal("Allocation failure 2 in dmatrix\\(\\)\\."));
 }
 
-// For bytes there is no request that malloc itself doesn't have to refuse, and a sanitizer's malloc ends the
-// process in its own way.
+// A request for bytes is always refused by malloc itself, and a sanitizer's malloc ends the process
+// differently.
 #if !METRIFY_SANITIZED
 
 TEST_F(exhausted_memory_death_test, ends_the_process_in_cvector) {

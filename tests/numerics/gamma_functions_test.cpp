@@ -1,5 +1,5 @@
 // Gamma, beta, error functions, the normal distribution, exponential integrals and Dawson's integral:
-// particular values, failures, and what a failure leaves.
+// particular values, failures, and the outputs after a failure.
 
 #include "numerics/special/error_functions.h"
 #include "numerics/special/exponential_integrals.h"
@@ -25,7 +25,7 @@ void expect_result(const evaluated& f, double value, const std::string& err) {
     EXPECT_EQ(f.err, err);
 }
 
-TEST(gamma_functions, gammln_refuses_what_is_not_above_0) {
+TEST(gamma_functions, gammln_refuses_numbers_up_to_0) {
     for (const double x : {0.0, -0.0, -1.0, -plus_infinity})
         expect_result(evaluate(math_func_gammln, x), 0.0, gammln_text);
     EXPECT_TRUE(std::isnan(evaluate(math_func_gammln, quiet_nan).value));
@@ -84,8 +84,8 @@ TEST(gamma_functions, series_computes_the_logarithm_before_any_test) {
     EXPECT_GT(failed.log_gamma, 1e6);
 }
 
-// How many passes each takes was counted with the routines of stated_gamma.py: 100 up to the first argument,
-// 101 at the second.
+// The passes were counted with the routines of stated_gamma.py: 100 up to the first argument, 101 at the
+// second.
 TEST(gamma_functions, series_and_fractions_have_a_hundred_passes) {
     EXPECT_EQ(call(math_func_gser, 388.0, 388.0).err, "");
     EXPECT_EQ(call(math_func_gser, 397.0, 397.0).err, gser_text);
@@ -182,7 +182,7 @@ TEST(normal_inverse, is_finite_at_both_ends_and_differs_there) {
     EXPECT_EQ(evaluate(math_func_CumNormalInv, 0.5).value, 0.0);
 }
 
-TEST(normal_inverse, refuses_what_is_no_probability) {
+TEST(normal_inverse, refuses_a_number_outside_0_to_1) {
     expect_result(evaluate(math_func_CumNormalInv, -1e-300), 0.0,
                   "ERROR: n must be >= 0 in in routine math_func_CumNormalInv().\n");
     expect_result(evaluate(math_func_CumNormalInv, 1.0000001), 0.0,
@@ -228,7 +228,7 @@ TEST(exponential_integrals, expint_of_infinity_is_a_fraction_that_fails) {
                       "ERROR:  continued fraction failed in routine math_func_expint().\n");
 }
 
-TEST(exponential_integrals, ei_refuses_what_is_not_above_0) {
+TEST(exponential_integrals, ei_refuses_numbers_up_to_0) {
     for (const double x : {0.0, -1.0})
         expect_result(evaluate(math_func_ei, x), 0.0, "ERROR:  x must be > 0 in routine math_func_ei().\n");
 }

@@ -12,7 +12,7 @@ struct known_values {
     double x, sine, cosine, tangent;
 };
 
-// Rounded from values of 60 digits, which mpmath gives.
+// Rounded from values of 60 digits computed with mpmath.
 constexpr known_values known[] = {
     {1e-300, 1e-300, 1.0, 1e-300},
     {1e-09, 1e-09, 1.0, 1e-09},
@@ -48,7 +48,7 @@ TEST(hyperbolic_functions, of_one_half_are_exact_to_the_last_bit) {
     EXPECT_EQ(hyperbolic_tangent(0.5), 0.46211715726000974);
 }
 
-TEST(hyperbolic_functions, keep_the_sign_of_zero_infinities_and_what_is_no_number) {
+TEST(hyperbolic_functions, keep_the_sign_of_zero_infinities_and_nans) {
     EXPECT_TRUE(std::signbit(hyperbolic_sine(-0.0)));
     EXPECT_TRUE(std::signbit(hyperbolic_tangent(-0.0)));
     EXPECT_EQ(hyperbolic_cosine(0.0), 1.0);

@@ -1,4 +1,4 @@
-// The factorisations behind the root finders.
+// The factorisations used by the root finders.
 
 #include "numerics/linear/linear_equations.h"
 
@@ -28,7 +28,7 @@ double_vector to_vector(const std::vector<double>& from) {
     return v;
 }
 
-// qt times r, transposed back: what the factors stand for.
+// The matrix that the factors represent: Q times R.
 double product(const double_matrix& qt, const double_matrix& r, long n, long i, long j) {
     double sum = 0.0;
     for (long k = 1; k <= n; ++k)
@@ -69,7 +69,7 @@ TEST(ludcmp, puts_a_tiny_number_in_the_place_of_a_zero_pivot) {
     EXPECT_EQ(a(2, 2), 1e-20);
 }
 
-TEST(qrdcmp, tells_of_a_column_of_zeros) {
+TEST(qrdcmp, reports_a_column_of_zeros) {
     for (const rows& from : {rows{{0, 1}, {0, 1}}, rows{{1, 0}, {1, 0}}}) {
         double_matrix a = to_matrix(from);
         double_vector c = dvector(1, 2);

@@ -92,8 +92,8 @@ TEST(mnbrak, counts_its_passes) {
     EXPECT_EQ(result.text, "ERROR:  Too many iteratiuons in mnbrak()\n");
 }
 
-// A function whose parabola leads beyond the third point, and which goes on falling there. The fourth
-// evaluation is at the parabolic point u, the fifth a golden step beyond it.
+// A function whose parabola has its extreme beyond the third point, where it still decreases. The fourth
+// evaluation is at the parabolic point u, the fifth one golden step beyond it.
 double falling(double x) {
     return (x - 5.0) * (x - 5.0);
 }
@@ -110,7 +110,7 @@ TEST(mnbrak, shifts_values_with_their_points_along_a_line) {
     EXPECT_EQ(result.at.fc, 10.0);
 }
 
-TEST(mnbrak, lets_values_fall_behind_their_points_where_there_is_no_line) {
+TEST(mnbrak, lets_values_lag_their_points_where_there_is_no_line) {
     plain_function f = of_one(0.0, [](double x) { return x > 6.0 ? -10.0 : falling(x); });
     const bracketed result = bracket(f, 0.0, 1.0, false);
     ASSERT_TRUE(result.found);
@@ -254,7 +254,7 @@ TEST(powell, passes_over_a_first_evaluation_that_fails) {
     plain_function f({1.0, 1.0}, 1, [&](const point& x) {
         return ++count == 1 ? point() : point{1.0 + x[0] * x[0] + x[1] * x[1]};
     });
-    // The first line search fails at its first point, where nothing is run, and clears the text.
+    // The first line search fails at its first point, where nothing is evaluated, and clears the text.
     EXPECT_EQ(minimum(f), "");
     EXPECT_NEAR(f.last(1), 0.0, 1e-3);
 }

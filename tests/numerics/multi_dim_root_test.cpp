@@ -1,4 +1,4 @@
-// Newton's method and Broyden's, and what they share, on plain functions.
+// Newton's and Broyden's methods and their common parts, on plain functions.
 
 #include "numerics/solve/multi_dim_root.h"
 #include "numerics/solve/root_step.h"
@@ -134,7 +134,7 @@ TEST(broydn, reports_a_singular_jacobian) {
 
 TEST(broydn, reports_factors_that_an_update_makes_singular) {
     // Around the start the values are linear and their differences exact. The first step ends at the origin,
-    // whose values are such that the update takes away the first row of the factors.
+    // whose values are such that the update clears the first row of the factors.
     plain_function f({1.0, 1.0}, 2, [](const point& x) {
         return x[0] == 0.0 && x[1] == 0.0 ? point{2.0, 0.0} : point{x[0], 2.0 * x[1]};
     });
@@ -144,7 +144,7 @@ TEST(broydn, reports_factors_that_an_update_makes_singular) {
     EXPECT_EQ(f.evaluations(), 4U);
 }
 
-TEST(newt, goes_on_over_a_column_of_zeros) {
+TEST(newt, continues_after_a_column_of_zeros) {
     plain_function f({10.0, 10.0}, 2, [](const point& x) { return point{x[0] - 3.0, 2.0 * x[0] - 6.0}; });
     const outcome result = solve(f, false);
     EXPECT_EQ(result.text, "");
@@ -169,7 +169,7 @@ point opposed(const point& x, double tilt) {
     return {1.0 + moved, 1.0 - (1.0 - tilt) * moved};
 }
 
-// The same with a wall around the points that form the Jacobian: every search along a step is given up.
+// The same with large values everywhere except at the points of the Jacobian: every line search fails.
 plain_function opposed_behind_a_wall(double tilt) {
     return {{exact_start, exact_start},
             2,
@@ -180,15 +180,15 @@ plain_function opposed_behind_a_wall(double tilt) {
             }};
 }
 
-TEST(newt, fails_where_a_search_is_given_up_on_flat_ground) {
+TEST(newt, fails_if_a_line_search_fails_on_flat_ground) {
     plain_function f = opposed_behind_a_wall(0.0);
     const outcome result = solve(f, false);
     EXPECT_EQ(result.text, "");
     EXPECT_EQ(result.check, 0U);
-    EXPECT_NE(f.last(0), exact_start); // the last trial, though the vector is back at the start
+    EXPECT_NE(f.last(0), exact_start); // the last trial, although the vector is at the start again
 }
 
-TEST(newt, counts_a_search_that_is_given_up_on_a_slope_as_good) {
+TEST(newt, succeeds_if_a_line_search_fails_on_a_slope) {
     plain_function f = opposed_behind_a_wall(0.5);
     const outcome result = solve(f, false);
     EXPECT_EQ(result.text, "");
@@ -196,8 +196,8 @@ TEST(newt, counts_a_search_that_is_given_up_on_a_slope_as_good) {
 }
 
 TEST(newt, takes_a_relative_gradient_of_a_hundred_millionth_for_flat_ground) {
-    // The gradient at the start is the tilt in both directions. It is multiplied by the size of the numbers
-    // and divided by the half square sum of the wall, a million.
+    // The gradient at the start is the slope in both directions. It is multiplied by the size of the numbers
+    // and divided by the half square sum of the large values, a million.
     constexpr double limit = 1e-8 * 1e6 / exact_start;
     for (const double part : {0.999, 1.001}) {
         plain_function f = opposed_behind_a_wall(part * limit);
@@ -213,7 +213,7 @@ TEST(newt, ends_after_its_passes) {
 }
 
 TEST(broydn, ends_after_its_passes) {
-    // The root runs away with each evaluation.
+    // The root moves with each evaluation.
     double shift = 0.0;
     plain_function f({1.0, 1.0}, 2, [&](const point& x) {
         shift += 1.0;
@@ -278,7 +278,7 @@ TEST(lnsrch, takes_the_whole_step_where_it_is_good) {
     EXPECT_EQ(f.evaluations(), 1U);
 }
 
-TEST(lnsrch, asks_for_a_ten_thousandth_of_the_decrease_that_the_slope_tells) {
+TEST(lnsrch, requires_a_ten_thousandth_of_the_decrease_that_the_slope_predicts) {
     // The half square sum is 2 at the start, and the slope along the step -4.
     for (const auto& [half_squares, evaluations] : {std::pair(1.999599, 1U), {1.999601, 2U}}) {
         plain_function f =
@@ -293,7 +293,7 @@ TEST(lnsrch, shortens_a_step_beyond_the_longest) {
     EXPECT_EQ(search(f, 0.0, 2.0, -2.0, 8.0, 2.0).x[1], 2.0);
 }
 
-TEST(lnsrch, goes_back_by_the_parabola_first) {
+TEST(lnsrch, backtracks_by_the_parabola_first) {
     // f(0) = 1/2, slope -1, f(1) = 1/2 (3)^2 = 4.5: the parabola has its minimum at 1 / (2 (4.5 - 0.5 + 1)) =
     // 0.1
     plain_function f = of_one(0.0, [](double x) { return x == 1.0 ? 3.0 : 0.0; });
@@ -302,7 +302,7 @@ TEST(lnsrch, goes_back_by_the_parabola_first) {
     EXPECT_EQ(f.evaluations(), 2U);
 }
 
-TEST(lnsrch, goes_back_to_a_tenth_at_least) {
+TEST(lnsrch, backtracks_to_a_tenth_at_least) {
     plain_function f = of_one(0.0, [](double x) { return x == 1.0 ? 1000.0 : 0.0; });
     EXPECT_EQ(search(f, 0.0, 0.5, -1.0, 1.0, 100.0).x[1], 0.1);
 }
@@ -339,7 +339,7 @@ TEST(lnsrch, reports_rounding_in_the_cubic) {
     EXPECT_EQ(result.text, "ERROR:  Roundoff problem in lnsrch.\n");
 }
 
-// The other program of the same method takes as many evaluations to the same place.
+// The second implementation of the method needs as many evaluations to the same point.
 void expect_counts(const point& start, const system_function& formula) {
     for (const bool use_broydn : {true, false}) {
         plain_function f(start, start.size(), formula);

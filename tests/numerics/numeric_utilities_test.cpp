@@ -86,7 +86,7 @@ TEST(numeric_utilities, the_elements_of_a_matrix_are_all_different) {
             EXPECT_EQ(m(i, j), 10.0 * static_cast<double>(i) + static_cast<double>(j));
 }
 
-TEST(numeric_utilities, a_matrix_is_one_block_row_behind_row) {
+TEST(numeric_utilities, a_matrix_is_one_block_row_by_row) {
     auto numbers = dmatrix(0, 2, 1, 4);
     EXPECT_EQ(&numbers(0, 2) - &numbers(0, 1), 1);
     EXPECT_EQ(&numbers(1, 1) - &numbers(0, 1), 4);
@@ -127,7 +127,7 @@ TEST(is_not_finite, holds_for_infinities_and_not_a_number) {
     EXPECT_EQ(is_not_finite(std::numeric_limits<double>::quiet_NaN()), 1);
 }
 
-// Ahead of the newlines there may be carriage returns where the platform writes them.
+// Some platforms write a carriage return before each newline.
 TEST(nrerror_death_test, writes_three_lines_and_ends_the_process_with_status_1) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(nrerror("Allocation failure in somewhere()."), testing::ExitedWithCode(1),

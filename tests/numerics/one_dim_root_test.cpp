@@ -1,4 +1,4 @@
-// The walk to a change of sign and Ridders' method, on plain functions.
+// The outward search for a change of sign and Ridders' method, on plain functions.
 
 #include "numerics/solve/one_dim_root.h"
 #include "tests/numerics/plain_function.h"
@@ -31,13 +31,13 @@ std::string bracket(plain_function& f, double x0, double dx, int Max_it, double 
     return std::string(err.view());
 }
 
-TEST(solve_one_dim, walks_from_the_start_by_a_tenth_of_it) {
+TEST(solve_one_dim, starts_with_steps_of_a_tenth_of_the_start) {
     plain_function f = of_one(10.0, [](double x) { return x - 16.0; });
     EXPECT_EQ(solve(f), "");
     EXPECT_THAT(places(f), ElementsAre(10, 9, 11, 7, 13, 3, 17, 15, 16, 16));
 }
 
-TEST(solve_one_dim, walks_by_a_tenth_from_a_start_below_one) {
+TEST(solve_one_dim, starts_with_steps_of_a_tenth_from_a_start_below_one) {
     plain_function f = of_one(0.5, [](double x) { return x - 0.58; });
     EXPECT_EQ(solve(f), "");
     EXPECT_EQ(f.points[1][0], 0.5 - 0.1);
@@ -45,7 +45,7 @@ TEST(solve_one_dim, walks_by_a_tenth_from_a_start_below_one) {
     EXPECT_NEAR(f.last(), 0.58, 1e-8);
 }
 
-TEST(solve_one_dim, walks_by_the_magnitude_of_a_negative_start) {
+TEST(solve_one_dim, starts_with_a_tenth_of_the_magnitude_of_a_negative_start) {
     plain_function f = of_one(-20.0, [](double x) { return x + 21.0; });
     EXPECT_EQ(solve(f), "");
     EXPECT_EQ(f.points[1][0], -22.0);
@@ -58,7 +58,7 @@ TEST(solve_one_dim, evaluates_a_start_that_is_a_root_once) {
     EXPECT_THAT(places(f), ElementsAre(3));
 }
 
-TEST(solve_one_dim, stays_at_the_midpoint_where_a_walker_lands_on_the_root) {
+TEST(solve_one_dim, stays_at_the_midpoint_if_the_search_lands_on_the_root) {
     plain_function f = of_one(10.0, [](double x) { return x - 13.0; });
     EXPECT_EQ(solve(f), "");
     EXPECT_EQ(f.last(), 12.0);
@@ -70,13 +70,13 @@ TEST(solve_one_dim, stays_at_a_midpoint_that_is_the_root) {
     EXPECT_THAT(places(f), ElementsAre(10, 9, 11, 7, 13, 3, 17, 15));
 }
 
-TEST(solve_one_dim, says_in_its_own_words_that_there_is_no_bracket) {
+TEST(solve_one_dim, reports_a_missing_bracket) {
     plain_function f = of_one_in_places(1.0, [](double) { return fails_here; });
     EXPECT_EQ(solve(f), no_solution);
     EXPECT_EQ(f.evaluations(), 1U);
 }
 
-TEST(solve_one_dim, ends_with_one_walker_where_the_other_side_fails) {
+TEST(solve_one_dim, ends_with_one_direction_where_the_other_fails) {
     plain_function f = of_one_in_places(10.0, [](double x) { return x < 9.5 ? fails_here : x - 16.0; });
     EXPECT_EQ(solve(f), "");
     EXPECT_THAT(places(f), ElementsAre(10, 9, 11, 13, 17, 15, 16, 16));
@@ -106,7 +106,7 @@ TEST(bi_bracket_zero, takes_the_low_side_of_two) {
     EXPECT_EQ(found.fm, -0.5);
 }
 
-TEST(bi_bracket_zero, has_texts_of_its_own_for_walkers_that_both_fail) {
+TEST(bi_bracket_zero, has_separate_texts_if_both_directions_fail) {
     plain_function at_once = of_one_in_places(0.0, [](double x) { return x == 0.0 ? 1.0 : fails_here; });
     root_bracket found;
     EXPECT_EQ(bracket(at_once, 0.0, 1.0, 600, 2.0, found, false), "Cannot evaluate bracketing points (1)");
@@ -137,7 +137,7 @@ TEST(bi_bracket_zero, takes_growth_towards_the_midpoint_for_a_pole) {
     EXPECT_NEAR(found.m, -0.1, 1e-15);
 }
 
-// The ends are 0 and 1, with the values at_0 and at_1; the other walker finds no change of sign.
+// The ends are 0 and 1, with the values at_0 and at_1; the other direction finds no change of sign.
 std::string bracket_with_middle(double at_0, double at_1, double middle, bool expected) {
     plain_function f = of_one(0.0, [&](double x) {
         return x == 0.0 ? at_0 : x == 1.0 ? at_1 : x == 0.5 ? middle : at_0;
@@ -157,7 +157,7 @@ TEST(bi_bracket_zero, lets_a_midpoint_grow_to_one_and_a_half_of_the_larger_end) 
     }
 }
 
-TEST(bi_bracket_zero, walks_on_over_values_that_are_no_numbers) {
+TEST(bi_bracket_zero, continues_over_nans) {
     plain_function f = of_one(0.0, [](double x) { return std::fabs(x) < 5.0 && x != 0.0 ? NAN : x - 10.0; });
     root_bracket found;
     EXPECT_EQ(bracket(f, 0.0, 1.0, 600, 2.0, found, true), "");
@@ -188,7 +188,7 @@ TEST(zriddr, answers_a_zero_in_the_bracket_without_an_evaluation) {
     EXPECT_EQ(f.evaluations(), 0U);
 }
 
-TEST(zriddr, refuses_what_is_no_bracket) {
+TEST(zriddr, refuses_an_interval_without_a_change_of_sign) {
     plain_function f = of_one(0.0, [](double x) { return x; });
     std::string text;
     EXPECT_EQ(ridders(f, {1, 2, 3, 1, 1, 1}, text), 0.0);
@@ -210,7 +210,7 @@ TEST(zriddr, needs_no_order_of_the_ends) {
     EXPECT_NEAR(ridders(f, {2, 1, 1.5, 6, -1, 1.375}, text), std::cbrt(2.0), 1e-8);
 }
 
-TEST(zriddr, tells_a_pole_from_a_root_at_the_end) {
+TEST(zriddr, distinguishes_a_pole_from_a_root_at_the_end) {
     plain_function f = of_one(0.0, [](double x) { return 1.0 / (x - 12.3); });
     std::string text;
     ridders(f, {11, 13, 12, 1 / -1.3, 1 / 0.7, 1 / -0.3}, text);
@@ -235,12 +235,12 @@ TEST(zriddr, ends_each_pass_with_the_midpoint_of_the_new_bracket) {
 }
 
 TEST(zriddr, says_that_its_passes_are_used_up) {
-    // Not-a-number at each midpoint: no point is ever as near to the one before as the tolerance asks.
+    // Not-a-number at each midpoint: the distance to the previous point never reaches the tolerance.
     plain_function f = of_one(0.0, [](double x) { return x != x ? -1.0 : NAN; });
     std::string text;
     ridders(f, {0, 2, 1, NAN, 1, NAN}, text);
     EXPECT_EQ(text, "ERROR:  Maximum iterations reached in zriddr()\n");
-    EXPECT_EQ(f.evaluations(), 1200U); // the closing one runs nothing
+    EXPECT_EQ(f.evaluations(), 1200U); // the last one is not an evaluation
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-// A function of plain numbers for the methods to work on. It counts its evaluations and keeps the points.
+// A function of plain numbers for the methods. It counts its evaluations and stores the points.
 
 #include "numerics/solve/bound_function.h"
 

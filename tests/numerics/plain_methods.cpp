@@ -57,7 +57,7 @@ struct bracket {
     int count;
 };
 
-// direct tells whether values fall behind their points in the branch beyond the third point.
+// direct is false if the values lag their points in the branch beyond the third point.
 bracket bracket_minimum(const number_function& f, double ax, double bx, bool direct) {
     int count = 3;
     double fa = f(ax), fb = f(bx);

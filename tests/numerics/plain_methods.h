@@ -1,7 +1,7 @@
 #pragma once
 
-// The methods once more, on plain doubles and in the plainest form, so that evaluations can be counted
-// against those of the program. The functions evaluate everywhere.
+// A second implementation of the methods, on plain doubles and in the simplest form, to compare the number of
+// evaluations with that of the program. The functions can be evaluated everywhere.
 
 #include <functional>
 #include <vector>
@@ -17,12 +17,12 @@ using system_function = std::function<numbers(const numbers&)>;
 /// p + t direction
 numbers along(const numbers& p, double t, const numbers& direction);
 
-/// Each gives the number of evaluations from the start on; x is where the last one was.
+/// Each returns the number of evaluations; x is the point of the last one.
 int plain_root(const number_function& f, double& x);
 int plain_minimum(const number_function& f, double& x);
 int plain_powell(const value_function& f, numbers& x);
 
-/// The same, and whether the result is good.
+/// The same, and whether the search succeeded.
 int plain_newt(const system_function& f, numbers& x, bool& good);
 int plain_broydn(const system_function& f, numbers& x, bool& good);
 

@@ -1,4 +1,4 @@
-// The methods for systems of equations, in their plainest form.
+// The methods for systems of equations in their simplest form.
 
 #include "tests/numerics/plain_methods.h"
 
@@ -30,7 +30,7 @@ double dot(const numbers& a, const numbers& b) {
     return sum;
 }
 
-// Where a system's methods stand, with what they share.
+// The state shared by the methods for systems.
 struct search {
     const system_function& f;
     numbers x, values, xold, g, p;
@@ -184,7 +184,7 @@ int plain_newt(const system_function& f, numbers& x, bool& good) {
     return at.count;
 }
 
-// The inverse is not factored here: the Jacobian itself is updated, and each step solved for.
+// Without factors: the Jacobian itself is updated, and a linear system is solved for each step.
 int plain_broydn(const system_function& f, numbers& x, bool& good) {
     search at(f, x);
     good = true;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Every routine of the special functions in one form, for the tests that go through all of them.
+// Every routine of the special functions in a uniform form, for tests that iterate over all of them.
 
 #include "base/text_str.h"
 
@@ -26,7 +26,7 @@ struct routine {
     double stated_bound; // the same for the values of its required approximation
 };
 
-/// Of a routine that no certain approximation is required of.
+/// The bound for a routine without a required approximation.
 constexpr double not_stated = -1.0;
 
 std::span<const routine> all_routines();

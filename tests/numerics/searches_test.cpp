@@ -1,6 +1,6 @@
-// The methods that look for roots and minima against a table of the evaluations that they take, of the last
-// point to the last bit, and of their text. The program that makes the table lies beside this file, and says
-// which required constant decides in which line.
+// Compares the searches for roots and minima with a table of their numbers of evaluations, last points (to
+// the last bit) and texts. The program that makes the table is in this folder; it says which constant each
+// line depends on.
 
 #include "base/number_text.h"
 #include "numerics/solve/minimise.h"
@@ -127,8 +127,7 @@ const std::map<std::string, formula> formulas = {
      }},
 };
 
-// The text that the method leaves; for the methods of several numbers without one, whether the result is
-// good.
+// The error text of the method; without one, for the methods of several variables, whether it succeeded.
 std::string run(plain_function& f, const std::string& method) {
     work_text err;
     if (method == "root" || method == "minimum") {

@@ -1,6 +1,5 @@
-// The routines that are required as a certain approximation against tables of what that approximation gives:
-// every coefficient and the end of every iteration shows here. The program that makes the tables lies beside
-// this file.
+// Compares the routines that must use a particular approximation with tables of its values, so that every
+// coefficient and the end of every iteration is tested. The program that makes the tables is in this folder.
 
 #include "tests/numerics/value_table.h"
 

@@ -15,7 +15,7 @@ namespace {
 using namespace metrify;
 using namespace metrify::test;
 
-// Arguments on all ranges, some of them refused; every routine gets the same, and takes as many as it needs.
+// Arguments in all ranges, some of them invalid; every routine gets the same and uses as many as it needs.
 constexpr double points[] = {0.15, 0.7, 1.0, 2.5, 9.0, 30.0};
 
 std::string results_of_all_routines() {
@@ -48,7 +48,7 @@ TEST(threads, all_special_functions_give_what_one_thread_gives) {
     go = true;
     for (std::thread& thread : threads)
         thread.join();
-    // The single thread comes last, so that what is computed once is computed while several threads run.
+    // The single thread runs last, so that values computed once are computed while several threads run.
     const std::string expected = results_of_all_routines();
     for (const std::string& result : results)
         EXPECT_EQ(result, expected);

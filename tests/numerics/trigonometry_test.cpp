@@ -9,7 +9,7 @@ namespace {
 
 using namespace metrify;
 
-// What the doubles next to multiples of pi miss them by, to 17 digits of the exact values.
+// The differences between multiples of pi and the nearest doubles, to 17 digits.
 TEST(trigonometry, is_exact_next_to_multiples_of_half_a_turn) {
     EXPECT_DOUBLE_EQ(sine(std::numbers::pi), 1.2246467991473532e-16);
     EXPECT_DOUBLE_EQ(sine(2 * std::numbers::pi), -2.4492935982947064e-16);
@@ -41,7 +41,7 @@ TEST(trigonometry, agrees_with_the_runtime_away_from_the_multiples) {
     }
 }
 
-TEST(trigonometry, keeps_the_sign_of_zero_and_what_is_no_number) {
+TEST(trigonometry, keeps_the_sign_of_zero_and_nans) {
     EXPECT_TRUE(std::signbit(sine(-0.0)));
     EXPECT_EQ(cosine(0.0), 1.0);
     const double infinity = std::numeric_limits<double>::infinity();

@@ -1,5 +1,5 @@
-// Every routine of the special functions against a table of exact values. The tables and the program that
-// makes them lie beside this file; what an error is divided by stands in the table.
+// Compares every routine of the special functions with a table of exact values. The tables, which include the
+// scale of each error, and the program that makes them are in this folder.
 
 #include "tests/numerics/value_table.h"
 

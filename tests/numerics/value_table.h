@@ -1,7 +1,7 @@
 #pragma once
 
-// The tables of values beside the tests: arguments, and for each output of a routine its value and what an
-// error is divided by.
+// The tables of values in the folders of the tests: arguments, and for each output of a routine its value and
+// the scale of its error.
 
 #include "tests/numerics/routines.h"
 
@@ -21,7 +21,7 @@ struct table_row {
     std::string text; // of the arguments
 };
 
-/// The table of a routine in a folder beside the tests; empty, and a failure of the test, if there is none.
+/// The table of a routine in a folder of the tests. If there is none, the test fails and the table is empty.
 std::vector<table_row> read_table(const std::string& folder, const routine& tested);
 
 /// The largest error of a routine's outputs against a table, and the arguments where it was.

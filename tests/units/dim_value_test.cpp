@@ -143,7 +143,7 @@ TEST(units_agree_or_zero, holds_if_the_units_agree_loosely) {
     expect_equal(b, scalar(2));
 }
 
-TEST(units_agree_or_zero, gives_a_pure_zero_the_units_of_the_other_side) {
+TEST(units_agree_or_zero, gives_a_pure_zero_the_units_of_the_other_operand) {
     dim_value a = scalar(0);
     dim_value b = scalar(5, in_m);
     EXPECT_TRUE(units_agree_or_zero(a, b));

@@ -12,7 +12,7 @@ using namespace metrify;
 
 constexpr double feet = 3.28083989501312;
 
-/// What became of a text.
+/// The result of reading a text.
 struct parsed {
     bool is_unit;
     double factor;
@@ -57,7 +57,7 @@ void expect_no_unit(const std::string& text, const std::string& err = "") {
     EXPECT_EQ(result.err, err) << text;
 }
 
-// Units were read, up to `end`, and then came an error.
+// Units were read up to `end`, followed by an error.
 void expect_unit_and_error(const std::string& text, std::size_t end, const std::string& err) {
     const parsed result = parse(text);
     EXPECT_TRUE(result.is_unit) << text;
@@ -170,7 +170,7 @@ TEST(unit_expression, ends_at_the_statements_end) {
     EXPECT_EQ(parse("m ; s").dim, in_m);
 }
 
-TEST(unit_expression, goes_no_further_than_the_stop_pointer) {
+TEST(unit_expression, stops_at_the_stop_pointer) {
     work_text err;
     const char* text = "kg m s";
     cursor p(text, text + 4);

@@ -21,7 +21,7 @@ std::string rendered(unit_system system, const exponents& dim) {
     return std::string(out.view());
 }
 
-/// What a printing routine has written.
+/// The output of a printing routine.
 struct printed {
     std::string out, err;
 };
@@ -191,7 +191,7 @@ TEST(render_units, writes_what_the_parser_reads_back_to_the_same_exponents) {
             exponent = chance(random) == 0 ? eighths(random) / 8.0 : 0.0;
         for (const unit_system system : all_systems) {
             exponents expected = dim;
-            if (system != system_MKS) { // only MKS has a name of the kind of a difference
+            if (system != system_MKS) { // only MKS has a unit of temperature difference
                 expected[dim_temperature] += expected[dim_temperature_difference];
                 expected[dim_temperature_difference] = 0.0;
             }
@@ -391,7 +391,7 @@ TEST_F(unit_rendering, clears_an_earlier_error_and_appends_its_output) {
     EXPECT_EQ(err.view(), "");
 }
 
-TEST_F(unit_rendering, prints_what_is_no_finite_number) {
+TEST_F(unit_rendering, prints_infinities_and_nans) {
     EXPECT_EQ(shown(scalar(infinity_sentinel, in_m)), " = inf m");
     EXPECT_EQ(shown(scalar(-infinity_sentinel, in_m)), " = -inf m");
 }

@@ -102,7 +102,7 @@ TEST(find_unit, matches_the_whole_token) {
         EXPECT_TRUE(is_in_table(text)) << text;
 }
 
-TEST(find_unit, finds_no_name_that_goes_on) {
+TEST(find_unit, rejects_a_prefix_of_a_longer_name) {
     const std::string name_characters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
     for (const auto& required : required_by_name()) {
         for (const char c : name_characters) {
@@ -228,7 +228,7 @@ TEST(unit_table, has_temperatures_in_pairs) {
         EXPECT_EQ(dimension_of(name), in_degKdiff) << name;
 }
 
-// There and back.
+// Round trips.
 
 TEST(every_unit, converts_a_value_to_the_base_system_and_back) {
     for (const unit_entry& unit : all_units()) {

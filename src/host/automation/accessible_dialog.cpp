@@ -12,23 +12,22 @@ constexpr LONG kGroup = 2;
 
 } // namespace
 
-AccessibleDialog::AccessibleDialog(std::shared_ptr<ObjectSurroundings> surroundings, std::u16string name,
-                                   LONG role, LONG name_role, ComPtr<IDispatch> group)
-    : CountedObject(std::move(surroundings)), name_(std::move(name)), role_(role), name_role_(name_role),
+AccessibleDialog::AccessibleDialog(std::shared_ptr<ObjectContext> context, std::u16string name, LONG role,
+                                   LONG name_role, ComPtr<IDispatch> group)
+    : CountedObject(std::move(context)), name_(std::move(name)), role_(role), name_role_(name_role),
       group_(std::move(group)) {}
 
-ComPtr<IDispatch> AccessibleDialog::MakeDialog(const std::shared_ptr<ObjectSurroundings>& surroundings,
+ComPtr<IDispatch> AccessibleDialog::MakeDialog(const std::shared_ptr<ObjectContext>& context,
                                                std::u16string name, LONG name_role, ComPtr<IDispatch> group) {
-    return ComPtr<IDispatch>(MakeObject<AccessibleDialog>(surroundings, std::move(name),
-                                                          LONG{ROLE_SYSTEM_DIALOG}, name_role,
-                                                          std::move(group))
+    return ComPtr<IDispatch>(MakeObject<AccessibleDialog>(context, std::move(name), LONG{ROLE_SYSTEM_DIALOG},
+                                                          name_role, std::move(group))
                                  .Get());
 }
 
-ComPtr<IDispatch> AccessibleDialog::MakeGroup(const std::shared_ptr<ObjectSurroundings>& surroundings,
+ComPtr<IDispatch> AccessibleDialog::MakeGroup(const std::shared_ptr<ObjectContext>& context,
                                               std::u16string name, LONG name_role) {
     return ComPtr<IDispatch>(
-        MakeObject<AccessibleDialog>(surroundings, std::move(name), name_role, name_role, ComPtr<IDispatch>())
+        MakeObject<AccessibleDialog>(context, std::move(name), name_role, name_role, ComPtr<IDispatch>())
             .Get());
 }
 

@@ -14,14 +14,14 @@ class AccessibleDialog final : public CountedObject<IAccessible> {
   public:
     /// A dialog whose name has this role. `group` is an object for the name, or null if the name is a plain
     /// child.
-    static ComPtr<IDispatch> MakeDialog(const std::shared_ptr<ObjectSurroundings>& surroundings,
-                                        std::u16string name, LONG name_role, ComPtr<IDispatch> group);
+    static ComPtr<IDispatch> MakeDialog(const std::shared_ptr<ObjectContext>& context, std::u16string name,
+                                        LONG name_role, ComPtr<IDispatch> group);
     /// An object for a name.
-    static ComPtr<IDispatch> MakeGroup(const std::shared_ptr<ObjectSurroundings>& surroundings,
-                                       std::u16string name, LONG name_role);
+    static ComPtr<IDispatch> MakeGroup(const std::shared_ptr<ObjectContext>& context, std::u16string name,
+                                       LONG name_role);
 
-    AccessibleDialog(std::shared_ptr<ObjectSurroundings> surroundings, std::u16string name, LONG role,
-                     LONG name_role, ComPtr<IDispatch> group);
+    AccessibleDialog(std::shared_ptr<ObjectContext> context, std::u16string name, LONG role, LONG name_role,
+                     ComPtr<IDispatch> group);
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override;

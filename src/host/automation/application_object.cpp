@@ -19,9 +19,8 @@ HRESULT PutAnswer(const std::optional<CellValue>& value, ComVariant& answer) {
 
 } // namespace
 
-ApplicationObject::ApplicationObject(const std::shared_ptr<ObjectSurroundings>& surroundings,
-                                     HostState& state)
-    : DispatchObject(surroundings), state_(&state), events_(MakeObject<EventPoint>(surroundings)) {}
+ApplicationObject::ApplicationObject(const std::shared_ptr<ObjectContext>& context, HostState& state)
+    : DispatchObject(context), state_(&state), events_(MakeObject<EventPoint>(context)) {}
 
 std::span<const MemberRow<ApplicationObject>> ApplicationObject::Members() {
     using Self = ApplicationObject;

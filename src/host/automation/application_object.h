@@ -22,7 +22,7 @@ struct ApplicationSettings {
 
 class ApplicationObject final : public DispatchObject<ApplicationObject, IConnectionPointContainer> {
   public:
-    ApplicationObject(const std::shared_ptr<ObjectSurroundings>& surroundings, HostState& state);
+    ApplicationObject(const std::shared_ptr<ObjectContext>& context, HostState& state);
 
     static std::span<const MemberRow<ApplicationObject>> Members();
     bool Knows(std::wstring_view member) const {

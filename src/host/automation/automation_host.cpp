@@ -24,13 +24,12 @@ AutomationHost::Apartment::~Apartment() {
 }
 
 AutomationHost::AutomationHost(Host& host)
-    : host_(host), application_(MakeObject<ApplicationObject>(surroundings_, host.state())) {
+    : host_(host), application_(MakeObject<ApplicationObject>(context_, host.state())) {
     HostState& state = host.state();
-    surroundings_->faults = &state.faults;
+    context_->faults = &state.faults;
     state.window_handle = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(windows_.main()));
     windows_.SetNativeObject(ComPtr<IDispatch>(
-        MakeObject<WindowObject>(surroundings_, ComVariant(static_cast<IDispatch*>(application_.Get())))
-            .Get()));
+        MakeObject<WindowObject>(context_, ComVariant(static_cast<IDispatch*>(application_.Get()))).Get()));
     state.books.on_change = [this] { FollowWorkbooks(); };
     FollowWorkbooks();
 }
@@ -39,7 +38,7 @@ AutomationHost::~AutomationHost() {
     host_.state().books.on_change = nullptr;
     running_.reset();
     application_->Disconnect();
-    surroundings_->faults = nullptr;
+    context_->faults = nullptr;
 }
 
 void AutomationHost::FollowWorkbooks() {
@@ -63,15 +62,15 @@ void AutomationHost::ShowAsRunning() {
 
 ComPtr<IDispatch> AutomationHost::MakeWorkbook(const std::u16string& name) {
     return ComPtr<IDispatch>(
-        MakeObject<WorkbookObject>(surroundings_, ComPtr<IDispatch>(application_.Get()), name).Get());
+        MakeObject<WorkbookObject>(context_, ComPtr<IDispatch>(application_.Get()), name).Get());
 }
 
 ComPtr<IDispatch> AutomationHost::MakeWorksheet(const std::u16string& workbook, const std::u16string& name) {
-    return ComPtr<IDispatch>(MakeObject<WorksheetObject>(surroundings_, MakeWorkbook(workbook), name).Get());
+    return ComPtr<IDispatch>(MakeObject<WorksheetObject>(context_, MakeWorkbook(workbook), name).Get());
 }
 
 ComPtr<IDispatch> AutomationHost::MakeRange(const ComPtr<IDispatch>& worksheet, RangeAddresses addresses) {
-    return ComPtr<IDispatch>(MakeObject<RangeObject>(surroundings_, worksheet, std::move(addresses)).Get());
+    return ComPtr<IDispatch>(MakeObject<RangeObject>(context_, worksheet, std::move(addresses)).Get());
 }
 
 } // namespace metrify::host

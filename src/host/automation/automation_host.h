@@ -29,8 +29,8 @@ class AutomationHost {
 
     HostWindows& windows() { return windows_; }
     ApplicationObject& application() { return *application_.Get(); }
-    const ReferenceLedger& ledger() const { return *surroundings_->ledger; }
-    const std::shared_ptr<ObjectSurroundings>& surroundings() const { return surroundings_; }
+    const ReferenceLedger& ledger() const { return *context_->ledger; }
+    const std::shared_ptr<ObjectContext>& context() const { return context_; }
 
     ComPtr<IDispatch> MakeWorkbook(const std::u16string& name);
     ComPtr<IDispatch> MakeWorksheet(const std::u16string& workbook, const std::u16string& name);
@@ -44,7 +44,7 @@ class AutomationHost {
 
     Host& host_;
     Apartment apartment_; // initialised first, destroyed last
-    std::shared_ptr<ObjectSurroundings> surroundings_ = std::make_shared<ObjectSurroundings>();
+    std::shared_ptr<ObjectContext> context_ = std::make_shared<ObjectContext>();
     ComPtr<ApplicationObject> application_;
     HostWindows windows_;
     std::unique_ptr<RunningObjects> running_;

@@ -12,7 +12,7 @@
 namespace metrify::host {
 
 /// State shared by all objects, which it outlives.
-struct ObjectSurroundings {
+struct ObjectContext {
     std::shared_ptr<ReferenceLedger> ledger = std::make_shared<ReferenceLedger>();
     /// Null after the host has ended.
     FaultSwitch* faults = nullptr;
@@ -24,10 +24,9 @@ struct ObjectSurroundings {
 template <class First, class... Others>
 class CountedObject : public First, public Others... {
   public:
-    explicit CountedObject(std::shared_ptr<ObjectSurroundings> surroundings)
-        : surroundings_(std::move(surroundings)) {
-        surroundings_->ledger->NoteObject(1);
-        surroundings_->ledger->NoteReference(1);
+    explicit CountedObject(std::shared_ptr<ObjectContext> context) : context_(std::move(context)) {
+        context_->ledger->NoteObject(1);
+        context_->ledger->NoteReference(1);
     }
     CountedObject(const CountedObject&) = delete;
     CountedObject& operator=(const CountedObject&) = delete;
@@ -47,12 +46,12 @@ class CountedObject : public First, public Others... {
     }
 
     ULONG STDMETHODCALLTYPE AddRef() final {
-        surroundings_->ledger->NoteReference(1);
+        context_->ledger->NoteReference(1);
         return ++references_;
     }
 
     ULONG STDMETHODCALLTYPE Release() final {
-        surroundings_->ledger->NoteReference(-1);
+        context_->ledger->NoteReference(-1);
         const ULONG left = --references_;
         if (left == 0)
             delete this;
@@ -60,10 +59,10 @@ class CountedObject : public First, public Others... {
     }
 
   protected:
-    virtual ~CountedObject() { surroundings_->ledger->NoteObject(-1); }
+    virtual ~CountedObject() { context_->ledger->NoteObject(-1); }
 
-    bool IsCallFailing() const { return surroundings_->IsCallFailing(); }
-    const std::shared_ptr<ObjectSurroundings>& Surroundings() const { return surroundings_; }
+    bool IsCallFailing() const { return context_->IsCallFailing(); }
+    const std::shared_ptr<ObjectContext>& Context() const { return context_; }
 
   private:
     template <class Interface>
@@ -74,7 +73,7 @@ class CountedObject : public First, public Others... {
         return true;
     }
 
-    std::shared_ptr<ObjectSurroundings> surroundings_;
+    std::shared_ptr<ObjectContext> context_;
     std::atomic<ULONG> references_ = 1;
 };
 

@@ -2,31 +2,13 @@
 
 namespace metrify::host {
 
-WorkbookObject::WorkbookObject(std::shared_ptr<ObjectSurroundings> surroundings,
-                               ComPtr<IDispatch> application, std::u16string name)
-    : DispatchObject(std::move(surroundings)), application_(std::move(application)), name_(std::move(name)) {}
-
 std::span<const MemberRow<WorkbookObject>> WorkbookObject::Members() {
     static constexpr MemberRow<WorkbookObject> members[] = {
-        {L"Application", &WorkbookObject::Application},
+        {L"Application", &WorkbookObject::Parent},
         {L"Name", &WorkbookObject::Name},
     };
     return members;
 }
-
-HRESULT WorkbookObject::Application(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(application_.Get());
-    return S_OK;
-}
-
-HRESULT WorkbookObject::Name(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(name_);
-    return S_OK;
-}
-
-WorksheetObject::WorksheetObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> workbook,
-                                 std::u16string name)
-    : DispatchObject(std::move(surroundings)), workbook_(std::move(workbook)), name_(std::move(name)) {}
 
 std::span<const MemberRow<WorksheetObject>> WorksheetObject::Members() {
     static constexpr MemberRow<WorksheetObject> members[] = {
@@ -36,20 +18,10 @@ std::span<const MemberRow<WorksheetObject>> WorksheetObject::Members() {
     return members;
 }
 
-HRESULT WorksheetObject::Parent(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(workbook_.Get());
-    return S_OK;
-}
-
-HRESULT WorksheetObject::Name(const MemberCall& /*call*/, ComVariant& answer) {
-    answer = ComVariant(name_);
-    return S_OK;
-}
-
-RangeObject::RangeObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> worksheet,
+RangeObject::RangeObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> worksheet,
                          RangeAddresses addresses)
-    : DispatchObject(std::move(surroundings)), worksheet_(std::move(worksheet)),
-      addresses_(std::move(addresses)) {}
+    : DispatchObject(std::move(context)), worksheet_(std::move(worksheet)), addresses_(std::move(addresses)) {
+}
 
 std::span<const MemberRow<RangeObject>> RangeObject::Members() {
     static constexpr MemberRow<RangeObject> members[] = {
@@ -73,8 +45,8 @@ HRESULT RangeObject::Worksheet(const MemberCall& /*call*/, ComVariant& answer) {
     return S_OK;
 }
 
-WindowObject::WindowObject(std::shared_ptr<ObjectSurroundings> surroundings, ComVariant application)
-    : DispatchObject(std::move(surroundings)), application_(std::move(application)) {}
+WindowObject::WindowObject(std::shared_ptr<ObjectContext> context, ComVariant application)
+    : DispatchObject(std::move(context)), application_(std::move(application)) {}
 
 std::span<const MemberRow<WindowObject>> WindowObject::Members() {
     static constexpr MemberRow<WindowObject> members[] = {{L"Application", &WindowObject::Application}};

@@ -8,34 +8,42 @@
 
 namespace metrify::host {
 
-class WorkbookObject final : public DispatchObject<WorkbookObject> {
+/// An object with a name and a parent, which its class gives under a name of its choice.
+template <class Self>
+class NamedObject : public DispatchObject<Self> {
   public:
-    WorkbookObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> application,
-                   std::u16string name);
+    NamedObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> parent, std::u16string name)
+        : DispatchObject<Self>(std::move(context)), parent_(std::move(parent)), name_(std::move(name)) {}
 
-    static std::span<const MemberRow<WorkbookObject>> Members();
+  protected:
+    HRESULT Parent(const MemberCall& /*call*/, ComVariant& answer) {
+        answer = ComVariant(parent_.Get());
+        return S_OK;
+    }
+    HRESULT Name(const MemberCall& /*call*/, ComVariant& answer) {
+        answer = ComVariant(name_);
+        return S_OK;
+    }
 
   private:
-    HRESULT Application(const MemberCall& call, ComVariant& answer);
-    HRESULT Name(const MemberCall& call, ComVariant& answer);
-
-    ComPtr<IDispatch> application_;
+    ComPtr<IDispatch> parent_;
     std::u16string name_;
 };
 
-class WorksheetObject final : public DispatchObject<WorksheetObject> {
+/// Its parent is the application.
+class WorkbookObject final : public NamedObject<WorkbookObject> {
   public:
-    WorksheetObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> workbook,
-                    std::u16string name);
+    using NamedObject::NamedObject;
+
+    static std::span<const MemberRow<WorkbookObject>> Members();
+};
+
+/// Its parent is a workbook.
+class WorksheetObject final : public NamedObject<WorksheetObject> {
+  public:
+    using NamedObject::NamedObject;
 
     static std::span<const MemberRow<WorksheetObject>> Members();
-
-  private:
-    HRESULT Parent(const MemberCall& call, ComVariant& answer);
-    HRESULT Name(const MemberCall& call, ComVariant& answer);
-
-    ComPtr<IDispatch> workbook_;
-    std::u16string name_;
 };
 
 /// The address of a range.
@@ -46,7 +54,7 @@ struct RangeAddresses {
 
 class RangeObject final : public DispatchObject<RangeObject> {
   public:
-    RangeObject(std::shared_ptr<ObjectSurroundings> surroundings, ComPtr<IDispatch> worksheet,
+    RangeObject(std::shared_ptr<ObjectContext> context, ComPtr<IDispatch> worksheet,
                 RangeAddresses addresses);
 
     static std::span<const MemberRow<RangeObject>> Members();
@@ -63,7 +71,7 @@ class RangeObject final : public DispatchObject<RangeObject> {
 class WindowObject final : public DispatchObject<WindowObject> {
   public:
     /// `application` is the value of the property of that name: an object or any other value.
-    WindowObject(std::shared_ptr<ObjectSurroundings> surroundings, ComVariant application);
+    WindowObject(std::shared_ptr<ObjectContext> context, ComVariant application);
 
     static std::span<const MemberRow<WindowObject>> Members();
 

@@ -33,12 +33,12 @@ void RegisterBoxClass() {
 
 } // namespace
 
-WizardDialog::WizardDialog(const std::shared_ptr<ObjectSurroundings>& surroundings,
+WizardDialog::WizardDialog(const std::shared_ptr<ObjectContext>& context,
                            const WizardDialogOptions& options) {
     ComPtr<IDispatch> group;
     if (options.is_name_nested)
-        group = AccessibleDialog::MakeGroup(surroundings, options.function, options.name_role);
-    accessible_ = AccessibleDialog::MakeDialog(surroundings, options.function, options.name_role, group);
+        group = AccessibleDialog::MakeGroup(context, options.function, options.name_role);
+    accessible_ = AccessibleDialog::MakeDialog(context, options.function, options.name_role, group);
     RegisterDialogClass(options.class_name.c_str(), Procedure);
     RegisterBoxClass();
     window_ = CreateWindowExA(0, options.class_name.c_str(), options.title.c_str(),

@@ -29,7 +29,7 @@ struct WizardDialogOptions {
 
 class WizardDialog {
   public:
-    WizardDialog(const std::shared_ptr<ObjectSurroundings>& surroundings, const WizardDialogOptions& options);
+    WizardDialog(const std::shared_ptr<ObjectContext>& context, const WizardDialogOptions& options);
     ~WizardDialog();
     WizardDialog(const WizardDialog&) = delete;
     WizardDialog& operator=(const WizardDialog&) = delete;

@@ -1,6 +1,7 @@
 #include "host/formula/formula_tokens.h"
 
 #include "host/sheet/cell_value.h"
+#include "host/sheet/character_class.h"
 
 #include <algorithm>
 #include <iterator>
@@ -10,11 +11,7 @@ namespace metrify::host {
 namespace {
 
 bool IsNameStart(char16_t c) {
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_' || c == u'\\' || c >= 0x80;
-}
-
-bool IsDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
+    return IsLetter(c) || c == u'_' || c == u'\\' || c >= 0x80;
 }
 
 class TokenReader {

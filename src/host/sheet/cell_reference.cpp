@@ -1,5 +1,7 @@
 #include "host/sheet/cell_reference.h"
 
+#include "host/sheet/character_class.h"
+
 #include <algorithm>
 #include <charconv>
 #include <iterator>
@@ -11,14 +13,6 @@ namespace {
 constexpr std::int32_t kLetters = 26;
 constexpr std::size_t kMaxColumnLetters = 3;
 constexpr std::size_t kMaxDigits = 7;
-
-bool IsLetter(char16_t c) {
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
-
-bool IsDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 
 // True for a character that a name may have after its first one.
 bool IsNameCharacter(char16_t c) {

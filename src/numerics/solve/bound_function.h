@@ -37,10 +37,4 @@ inline double evaluate_at(bound_function& f, double x, text_str*& err) {
     return y;
 }
 
-/// Replaces the text in err by the message.
-inline void replace_message(text_str*& err, std::string_view message) {
-    str_clear(&err);
-    err = str_append_text(&err, message);
-}
-
 } // namespace metrify

@@ -1,5 +1,6 @@
 #include "numerics/solve/minimise.h"
 
+#include "base/failure.h"
 #include "numerics/scalar_helpers.h"
 
 #include <cmath>

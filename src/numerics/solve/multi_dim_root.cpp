@@ -11,10 +11,6 @@ namespace {
 
 constexpr double EPS = 1e-7;
 
-void append(text_str*& err, std::string_view text) {
-    err = str_append_text(&err, text);
-}
-
 /// The state of both methods. An iteration computes xold, fold and the gradient g before its step p.
 struct root_search {
     root_search(bound_function& searched, double_vector& numbers, long count)
@@ -48,11 +44,17 @@ struct root_search {
         fold = f;
     }
 
-    void search_along_step(std::uint32_t& check, text_str*& err) {
+    /// The line search, which sets check to 0 if it finds no better point. True if the method ends with it:
+    /// with check 0 after a failed evaluation, with check 1 at a root.
+    bool ends_along_step(std::uint32_t& check, text_str*& err) {
         lnsrch(function, n, xold, fold, g, p, x, f, stpmax, check, fvec, err);
+        const bool failed = !str_is_empty(err);
+        if (!failed && largest_magnitude(fvec, n) >= TOLF)
+            return false;
+        check = failed ? 0 : 1;
+        return true;
     }
 
-    bool has_small_values() const { return largest_magnitude(fvec, n) < TOLF; }
     bool has_small_gradient() const { return relative_gradient(g, x, f, n) < TOLMIN; }
     bool has_stopped() const { return relative_change(x, xold, n) < TOLX; }
 };
@@ -94,13 +96,8 @@ pass_result newton_pass(root_search& at, double_matrix& jacobian, int_vector& in
     if (!str_is_empty(err))
         return fail(check);
     lubksb(jacobian, at.n, indx, at.p);
-    at.search_along_step(check, err);
-    if (!str_is_empty(err))
-        return fail(check);
-    if (at.has_small_values()) {
-        check = 1;
+    if (at.ends_along_step(check, err))
         return pass_result::ends;
-    }
     if (check == 0) {
         // Where the sum of squares is flat it has a minimum that is no root. Elsewhere the variables have
         // converged, which counts as success.
@@ -239,13 +236,8 @@ pass_result broyden_pass(root_search& at, broyden_factors& factors, std::uint32_
     if (factored == pass_result::ends)
         return pass_result::ends;
     form_step(at, factors);
-    at.search_along_step(check, err);
-    if (!str_is_empty(err))
-        return fail(check);
-    if (at.has_small_values()) {
-        check = 1;
+    if (at.ends_along_step(check, err))
         return pass_result::ends;
-    }
     if (check == 1) {
         factors.restrt = false;
         return at.has_stopped() ? pass_result::ends : pass_result::goes_on;

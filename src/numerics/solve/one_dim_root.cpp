@@ -1,5 +1,6 @@
 #include "numerics/solve/one_dim_root.h"
 
+#include "base/failure.h"
 #include "numerics/scalar_helpers.h"
 
 #include <cmath>
@@ -13,10 +14,6 @@ constexpr double bracket_growth = 2.0;
 constexpr double XACC = 1e-8;
 constexpr int MAXIT = 600;
 constexpr double UNUSED = -1.11e30; // no root is expected there
-
-void append(text_str*& err, std::string_view text) {
-    err = str_append_text(&err, text);
-}
 
 /// One of the two points that move away from the start value, with its previous position.
 class search_side {

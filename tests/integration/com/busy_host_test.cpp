@@ -1,8 +1,8 @@
-// A host that is busy, or refuses for good, when an add-in disconnects from its events.
+// A host that is busy, or refuses permanently, when an add-in disconnects from its events.
 
+#include "tests/integration/fixed_system_texts.h"
 #include "tests/integration/integration_host.h"
 #include "tests/integration/replaced_call.h"
-#include "tests/integration/system_words.h"
 
 namespace metrify::host {
 namespace {
@@ -15,13 +15,13 @@ struct CountingApp final : CXllApp {
     int activations = 0;
 };
 
-// What the integration asks of the system meanwhile.
+// The system calls of the integration in the meantime.
 struct Asked {
     int pauses = 0;
     DWORD paused = 0; // milliseconds
     int pins = 0;
     bool is_own_address = false;
-    int calls = 0; // that the host was to disconnect
+    int calls = 0; // to the host, to disconnect
 } asked;
 
 void WINAPI NotePause(DWORD milliseconds) {
@@ -40,9 +40,9 @@ BOOL WINAPI NotePin(DWORD flags, const wchar_t* address, HMODULE* module) {
 }
 
 struct Answers {
-    int refusals; // before the host does it
+    int refusals; // before the host disconnects
     HRESULT code;
-    int granted = 0; // before the refusals
+    int granted = 0; // before the first refusal
 } answers;
 
 HRESULT STDMETHODCALLTYPE RefuseForAWhile(EventPoint* point, DWORD cookie) {
@@ -61,20 +61,20 @@ class busy_host : public testing::TestWithParam<HRESULT> {
   protected:
     busy_host() {
         asked = {};
-        EXPECT_TRUE(road.Init());
-        EXPECT_TRUE(road.com.SetEvents(true, road.failure));
+        EXPECT_TRUE(connection.Init());
+        EXPECT_TRUE(connection.com.SetEvents(true, connection.failure));
     }
 
     bool Disconnect(int refusals, HRESULT code) {
         answers = {refusals, code};
-        return road.com.SetEvents(false, road.failure);
+        return connection.com.SetEvents(false, connection.failure);
     }
 
     static constexpr std::size_t kUnadvise = 6;
     IntegrationHost host{16};
     CountingApp application;
-    Road road;
-    SystemWords words;
+    HostConnection connection;
+    FixedSystemTexts texts;
     ReplacedPointer pause{ImportedFunction("Sleep"), AddressOf(NotePause)};
     ReplacedPointer pin{ImportedFunction("GetModuleHandleExW"), AddressOf(NotePin)};
     ReplacedPointer unadvise{MethodOf(&host.automation.application().events(), kUnadvise),
@@ -83,7 +83,7 @@ class busy_host : public testing::TestWithParam<HRESULT> {
 
 TEST_P(busy_host, is_asked_again_until_it_disconnects) {
     EXPECT_TRUE(Disconnect(4, GetParam()));
-    EXPECT_EQ(road.failure.text, u"");
+    EXPECT_EQ(connection.failure.text, u"");
     EXPECT_EQ(asked.calls, 5);
     EXPECT_EQ(asked.pauses, 4);
     EXPECT_EQ(asked.pins, 0);
@@ -92,11 +92,11 @@ TEST_P(busy_host, is_asked_again_until_it_disconnects) {
 
 TEST_P(busy_host, is_asked_for_no_longer_than_a_second) {
     EXPECT_FALSE(Disconnect(kForEver, GetParam()));
-    EXPECT_EQ(road.failure.code, GetParam());
+    EXPECT_EQ(connection.failure.code, GetParam());
     EXPECT_GE(asked.calls, 5);
     EXPECT_LE(asked.paused, 1000U);
     EXPECT_EQ(asked.pins, 1);
-    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_FALSE(connection.com.AreEventsConnected());
 }
 
 INSTANTIATE_TEST_SUITE_P(codes, busy_host, testing::Values(kRejected, kRetryLater, kIgnored));
@@ -111,16 +111,16 @@ TEST_F(refusing_host, is_asked_once) {
 
 TEST_F(refusing_host, is_reported) {
     EXPECT_FALSE(Disconnect(kForEver, E_ACCESSDENIED));
-    EXPECT_EQ(road.failure.text, u"AtlUnadvise: words for 80070005");
-    EXPECT_EQ(road.failure.code, E_ACCESSDENIED);
-    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_EQ(connection.failure.text, u"AtlUnadvise: text of 80070005");
+    EXPECT_EQ(connection.failure.code, E_ACCESSDENIED);
+    EXPECT_FALSE(connection.com.AreEventsConnected());
 }
 
 TEST_F(refusing_host, is_reported_by_a_shutdown_too) {
     answers = {kForEver, E_ACCESSDENIED};
-    EXPECT_FALSE(road.com.Shutdown(road.failure));
-    EXPECT_EQ(road.failure.text, u"AtlUnadvise: words for 80070005");
-    EXPECT_EQ(road.com.Application(), nullptr);
+    EXPECT_FALSE(connection.com.Shutdown(connection.failure));
+    EXPECT_EQ(connection.failure.text, u"AtlUnadvise: text of 80070005");
+    EXPECT_EQ(connection.com.Application(), nullptr);
     EXPECT_EQ(CXllCom::Instance(), nullptr);
 }
 
@@ -141,22 +141,22 @@ TEST_F(refusing_host, does_not_own_the_last_reference_to_the_sink) {
     EXPECT_FALSE(Disconnect(kForEver, E_FAIL));
     const ComPtr<IDispatch> sink = host.automation.application().events().First();
     host.automation.application().events().Clear();
-    EXPECT_EQ(sink->AddRef(), 3U); // the add-in's, ours, and this one
+    EXPECT_EQ(sink->AddRef(), 3U); // of the add-in, the test, and this one
     sink->Release();
 }
 
 TEST_F(refusing_host, can_be_connected_to_again) {
     EXPECT_FALSE(Disconnect(kForEver, E_FAIL));
-    EXPECT_TRUE(road.com.SetEvents(true, road.failure));
-    EXPECT_EQ(road.failure.text, u"");
+    EXPECT_TRUE(connection.com.SetEvents(true, connection.failure));
+    EXPECT_EQ(connection.failure.text, u"");
     EXPECT_EQ(host.Fire(1561, {host.Sheet()}), S_OK);
     EXPECT_EQ(application.activations, 1);
     EXPECT_TRUE(Disconnect(0, S_OK));
 }
 
-// ---- Hosts with macros for events
+// ---- Hosts that call macros for events
 
-// The host refuses to take a property back.
+// The host refuses to restore a property.
 struct RefusedProperties {
     static HRESULT STDMETHODCALLTYPE Invoke(IDispatch* object, DISPID id, REFIID iid, LCID locale, WORD flags,
                                             DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
@@ -184,22 +184,22 @@ class busy_old_host : public testing::Test {
         asked = {};
         host.automation.ShowAsRunning();
         host.settings().eventMacros = {u"First", u"Second", u"Third"};
-        EXPECT_TRUE(road.Init());
-        EXPECT_TRUE(road.com.SetEvents(true, road.failure));
+        EXPECT_TRUE(connection.Init());
+        EXPECT_TRUE(connection.com.SetEvents(true, connection.failure));
     }
 
     ProgramNames names;
     IntegrationHost host{5};
     CXllApp application;
-    Road road;
-    SystemWords words;
+    HostConnection connection;
+    FixedSystemTexts texts;
     ReplacedPointer pause{ImportedFunction("Sleep"), AddressOf(NotePause)};
 };
 
-TEST_F(busy_old_host, is_asked_again_until_it_takes_its_macros_back) {
+TEST_F(busy_old_host, is_asked_again_until_it_restores_its_macros) {
     const RefusedProperties refused(host.automation.application());
     answers = {3, kRejected};
-    EXPECT_TRUE(road.com.SetEvents(false, road.failure));
+    EXPECT_TRUE(connection.com.SetEvents(false, connection.failure));
     EXPECT_EQ(asked.calls, 6);
     EXPECT_EQ(host.settings().eventMacros, (std::array<std::u16string, 3>{u"First", u"Second", u"Third"}));
 }
@@ -207,9 +207,9 @@ TEST_F(busy_old_host, is_asked_again_until_it_takes_its_macros_back) {
 TEST_F(busy_old_host, is_reported_if_it_refuses_one_and_gets_the_others_back) {
     const RefusedProperties refused(host.automation.application());
     answers = {1, E_ACCESSDENIED};
-    EXPECT_FALSE(road.com.SetEvents(false, road.failure));
-    EXPECT_EQ(road.failure.text, u"OnSheetActivate: words for 80070005");
-    EXPECT_EQ(road.failure.code, E_ACCESSDENIED);
+    EXPECT_FALSE(connection.com.SetEvents(false, connection.failure));
+    EXPECT_EQ(connection.failure.text, u"OnSheetActivate: text of 80070005");
+    EXPECT_EQ(connection.failure.code, E_ACCESSDENIED);
     EXPECT_EQ(asked.calls, 3);
     EXPECT_EQ(asked.pauses, 0);
     EXPECT_EQ(host.settings().eventMacros,
@@ -217,13 +217,13 @@ TEST_F(busy_old_host, is_reported_if_it_refuses_one_and_gets_the_others_back) {
 }
 
 TEST_F(busy_old_host, has_its_macros_again_if_it_refuses_one_of_the_add_in) {
-    ASSERT_TRUE(road.com.SetEvents(false, road.failure));
+    ASSERT_TRUE(connection.com.SetEvents(false, connection.failure));
     const RefusedProperties refused(host.automation.application());
     answers = {1, E_ACCESSDENIED, 1};
-    EXPECT_FALSE(road.com.SetEvents(true, road.failure));
-    EXPECT_EQ(road.failure.text, u"OnSheetDeactivate: words for 80070005");
-    EXPECT_EQ(road.failure.code, E_ACCESSDENIED);
-    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_FALSE(connection.com.SetEvents(true, connection.failure));
+    EXPECT_EQ(connection.failure.text, u"OnSheetDeactivate: text of 80070005");
+    EXPECT_EQ(connection.failure.code, E_ACCESSDENIED);
+    EXPECT_FALSE(connection.com.AreEventsConnected());
     EXPECT_EQ(host.settings().eventMacros, (std::array<std::u16string, 3>{u"First", u"Second", u"Third"}));
 }
 

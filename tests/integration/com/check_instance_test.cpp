@@ -1,8 +1,8 @@
-// The road to an old host by the running object table, and the proof that a host is ours.
+// The search for an old host by the running object table, and the proof that a host has loaded this add-in.
 
 #include "integration/application/command_descriptor.h"
+#include "tests/integration/foreign_table_entry.h"
 #include "tests/integration/integration_host.h"
-#include "tests/integration/stranger.h"
 
 #include <objbase.h>
 
@@ -16,10 +16,10 @@ TEST_P(check_instance, finds_the_host_that_can_call_the_add_in) {
     IntegrationHost host(GetParam());
     CXllApp application;
     host.automation.ShowAsRunning();
-    Road road;
-    ASSERT_TRUE(road.Init());
-    EXPECT_EQ(road.com.Application(), &host.automation.application());
-    EXPECT_EQ(road.failure.text, u"");
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
+    EXPECT_EQ(connection.com.Application(), &host.automation.application());
+    EXPECT_EQ(connection.failure.text, u"");
 }
 
 INSTANTIATE_TEST_SUITE_P(versions, check_instance, testing::Values(4, 5, 7));
@@ -30,8 +30,8 @@ TEST(check_instance, puts_echo_workbook_and_callback_back) {
     CXllApp application;
     host.automation.ShowAsRunning();
     host.host.state().log.Start();
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     EXPECT_TRUE(host.host.state().echo);
     EXPECT_EQ(host.books(), 1U);
     EXPECT_EQ(application.functions.FindFunction(u"xlCheckInstance"), nullptr);
@@ -49,8 +49,8 @@ TEST(check_instance, registers_its_callback_as_a_private_command) {
     CXllApp application;
     host.automation.ShowAsRunning();
     host.host.state().log.Start();
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     const auto calls = host.host.state().log.CallsOf(xlfRegister);
     ASSERT_FALSE(calls.empty());
     const std::vector<CellValue>& given = calls[0].arguments;
@@ -73,49 +73,49 @@ TEST(check_instance, takes_the_callback_that_is_in_the_list_already) {
     known.narrow.category = "Known before";
     application.functions.Add(std::move(known));
     host.host.state().log.Start();
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     const auto calls = host.host.state().log.CallsOf(xlfRegister);
     ASSERT_FALSE(calls.empty());
     EXPECT_EQ(calls[0].arguments.at(6), CellValue(u"Known before"));
     EXPECT_EQ(application.functions.FindFunction(u"xlCheckInstance"), nullptr);
 }
 
-TEST(check_instance, leaves_the_callback_without_effect_behind_the_search) {
+TEST(check_instance, ignores_the_callback_after_the_search) {
     const ProgramNames names;
     IntegrationHost host(7);
     CXllApp application;
     {
-        Road road;
-        EXPECT_FALSE(road.Init());
+        HostConnection connection;
+        EXPECT_FALSE(connection.Init());
         EXPECT_EQ(xlCheckInstance(), 1);
     }
-    Road second;
+    HostConnection second;
     ExpectFailure(second, u"GetActiveObject(\"Excel.Application.5\") failed with error 0x800401E3");
 }
 
 TEST(check_instance, says_that_the_program_name_is_unknown) {
     IntegrationHost host(7);
     CXllApp application;
-    Road road;
-    ExpectFailure(road, u"CLSIDFromProgID(\"Excel.Application.5\", ...) failed with error 0x800401F3");
+    HostConnection connection;
+    ExpectFailure(connection, u"CLSIDFromProgID(\"Excel.Application.5\", ...) failed with error 0x800401F3");
 }
 
 TEST(check_instance, says_that_no_host_is_running) {
     const ProgramNames names;
     IntegrationHost host(7);
     CXllApp application;
-    Road road;
-    ExpectFailure(road, u"GetActiveObject(\"Excel.Application.5\") failed with error 0x800401E3");
+    HostConnection connection;
+    ExpectFailure(connection, u"GetActiveObject(\"Excel.Application.5\") failed with error 0x800401E3");
 }
 
 TEST(check_instance, finds_the_host_by_its_workbook_if_the_program_name_is_unknown) {
     IntegrationHost host(7);
     CXllApp application;
     host.automation.ShowAsRunning();
-    Road road;
-    EXPECT_TRUE(road.Init());
-    EXPECT_EQ(road.com.Application(), &host.automation.application());
+    HostConnection connection;
+    EXPECT_TRUE(connection.Init());
+    EXPECT_EQ(connection.com.Application(), &host.automation.application());
 }
 
 std::int32_t METRIFY_HOST_CALL CallbackOfAnotherInstance() {
@@ -129,29 +129,29 @@ TEST(check_instance, fails_if_no_candidate_gives_the_proof) {
     IntegrationHost host(7, entries);
     CXllApp application;
     host.automation.ShowAsRunning();
-    Road road;
-    ExpectFailure(road, u"Failed to find running application");
+    HostConnection connection;
+    ExpectFailure(connection, u"Failed to find running application");
 }
 
-TEST(check_instance, counts_no_callback_that_nobody_asked_for) {
+TEST(check_instance, ignores_a_callback_that_was_not_requested) {
     const ProgramNames names;
     auto entries = AddInEntries();
     entries["xlCheckInstance"] = EntryOf(CallbackOfAnotherInstance);
     IntegrationHost host(7, entries);
     CXllApp application;
     host.automation.ShowAsRunning();
-    // An old host opens a workbook in the course of the search; a stray call comes then.
+    // An old host opens a workbook during the search; a call that was not requested arrives then.
     const auto follow = host.host.state().books.on_change;
     host.host.state().books.on_change = [&follow] {
         xlCheckInstance();
         follow();
     };
-    Road road;
-    ExpectFailure(road, u"Failed to find running application");
+    HostConnection connection;
+    ExpectFailure(connection, u"Failed to find running application");
 }
 
-// A candidate of another program: asked for its application it gives itself, asked to run a macro it does
-// not, and what else happens at either moment is the test's.
+// A candidate of another program: as its application it returns itself, and it refuses to run a macro. The
+// test decides what else happens at either call.
 class ForeignCandidate final : public DispatchObject<ForeignCandidate> {
   public:
     using DispatchObject::DispatchObject;
@@ -180,21 +180,21 @@ class ForeignCandidate final : public DispatchObject<ForeignCandidate> {
     }
 };
 
-TEST(check_instance, counts_no_callback_between_two_candidates) {
+TEST(check_instance, ignores_a_callback_between_two_candidates) {
     IntegrationHost host(7);
     CXllApp application;
-    const auto first = MakeObject<ForeignCandidate>(host.automation.surroundings());
-    const auto second = MakeObject<ForeignCandidate>(host.automation.surroundings());
+    const auto first = MakeObject<ForeignCandidate>(host.automation.context());
+    const auto second = MakeObject<ForeignCandidate>(host.automation.context());
     first->callbacks_before = second->callbacks_before = 1;
-    const Stranger first_entry(L"C:\\first.xls", first.Get());
-    const Stranger second_entry(L"C:\\second.xls", second.Get());
-    Road road;
-    EXPECT_FALSE(road.Init());
+    const ForeignTableEntry first_entry(L"C:\\first.xls", first.Get());
+    const ForeignTableEntry second_entry(L"C:\\second.xls", second.Get());
+    HostConnection connection;
+    EXPECT_FALSE(connection.Init());
     EXPECT_EQ(first->macros, 1);
     EXPECT_EQ(second->macros, 1);
 }
 
-TEST(check_instance, gives_1_with_nobody_asking) {
+TEST(check_instance, returns_1_without_a_search) {
     EXPECT_EQ(xlCheckInstance(), 1);
 }
 
@@ -202,9 +202,9 @@ TEST(check_instance, says_that_the_callback_was_refused) {
     IntegrationHost host(7);
     CXllApp application;
     host.faults().Refuse(xlfRegister, xlretFailed);
-    Road road;
+    HostConnection connection;
     host.host.state().log.Start();
-    ExpectFailure(road, u"InitCheckInstance() failed to register callback");
+    ExpectFailure(connection, u"InitCheckInstance() failed to register callback");
     EXPECT_TRUE(host.host.state().log.CallsOf(xlfUnregister).empty());
     EXPECT_TRUE(host.host.state().log.CallsOf(xlfSetName).empty());
     EXPECT_EQ(host.host.state().log.CallsOf(xlfRegister).size(), 1U);
@@ -217,12 +217,12 @@ TEST(check_instance, describes_its_callback_once_also_after_a_refusal) {
     host.automation.ShowAsRunning();
     host.faults().Refuse(xlfRegister, xlretFailed);
     {
-        Road refused;
+        HostConnection refused;
         EXPECT_FALSE(refused.Init());
     }
     host.faults().Refuse(xlfRegister, 0);
-    Road road;
-    EXPECT_TRUE(road.Init());
+    HostConnection connection;
+    EXPECT_TRUE(connection.Init());
     EXPECT_TRUE(application.functions.All().empty());
 }
 
@@ -232,8 +232,8 @@ TEST(check_instance, takes_the_callback_back_from_the_host) {
     CXllApp application;
     host.automation.ShowAsRunning();
     host.host.state().log.Start();
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     const auto registered = host.host.state().log.CallsOf(xlfRegister);
     const auto taken_back = host.host.state().log.CallsOf(xlfUnregister);
     ASSERT_FALSE(registered.empty());
@@ -248,8 +248,8 @@ TEST(check_instance, closes_the_workbook_before_echo_comes_back) {
     CXllApp application;
     host.automation.ShowAsRunning();
     host.host.state().log.Start();
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     std::vector<std::pair<int, CellValue>> commands;
     for (const LoggedCall& call : host.host.state().log.Calls()) {
         const int function = WithoutOptions(call.function);
@@ -264,16 +264,16 @@ TEST(check_instance, says_that_echo_could_not_be_switched_off) {
     IntegrationHost host(7);
     CXllApp application;
     host.faults().Refuse(xlcEcho, xlretFailed);
-    Road road;
-    ExpectFailure(road, u"InitExcelOleFix() failed to switch off workbook echo with error 32");
+    HostConnection connection;
+    ExpectFailure(connection, u"InitExcelOleFix() failed to switch off workbook echo with error 32");
 }
 
 TEST(check_instance, leaves_echo_off_if_no_workbook_could_be_made) {
     IntegrationHost host(7);
     CXllApp application;
     host.faults().Refuse(xlcNew, xlretInvCount);
-    Road road;
-    ExpectFailure(road, u"InitExcelOleFix() failed to create new workbook with error 4");
+    HostConnection connection;
+    ExpectFailure(connection, u"InitExcelOleFix() failed to create new workbook with error 4");
     EXPECT_FALSE(host.host.state().echo);
 }
 
@@ -283,8 +283,8 @@ TEST(check_instance, fails_if_the_workbook_could_not_be_closed) {
     CXllApp application;
     host.automation.ShowAsRunning();
     host.faults().Refuse(xlcClose, xlretFailed);
-    Road road;
-    ExpectFailure(road, u"TermExcelOleFix() failed to close temporary workbook with error 32");
+    HostConnection connection;
+    ExpectFailure(connection, u"TermExcelOleFix() failed to close temporary workbook with error 32");
     EXPECT_TRUE(host.host.state().echo);
 }
 
@@ -299,8 +299,8 @@ TEST(check_instance, fails_without_the_code_if_echo_could_not_be_restored) {
         host.faults().Refuse(xlcEcho, xlretFailed);
         follow();
     };
-    Road road;
-    ExpectFailure(road, u"TermExcelOleFix() failed to restore echo with error %d");
+    HostConnection connection;
+    ExpectFailure(connection, u"TermExcelOleFix() failed to restore echo with error %d");
 }
 
 TEST(check_instance, tries_to_restore_echo_also_if_the_workbook_could_not_be_closed) {
@@ -315,8 +315,8 @@ TEST(check_instance, tries_to_restore_echo_also_if_the_workbook_could_not_be_clo
         follow();
     };
     host.host.state().log.Start();
-    Road road;
-    ExpectFailure(road, u"TermExcelOleFix() failed to restore echo with error %d");
+    HostConnection connection;
+    ExpectFailure(connection, u"TermExcelOleFix() failed to restore echo with error %d");
     EXPECT_EQ(host.host.state().log.CallsOf(xlcClose).size(), 1U);
     EXPECT_EQ(host.host.state().log.CallsOf(xlcEcho).size(), 2U);
 }
@@ -325,34 +325,34 @@ TEST(check_instance, replaces_an_earlier_failure_by_that_of_the_end) {
     IntegrationHost host(7); // no program names, no running object
     CXllApp application;
     host.faults().Refuse(xlcClose, xlretFailed);
-    Road road;
-    ExpectFailure(road, u"TermExcelOleFix() failed to close temporary workbook with error 32");
+    HostConnection connection;
+    ExpectFailure(connection, u"TermExcelOleFix() failed to close temporary workbook with error 32");
 }
 
-TEST(check_instance, passes_by_strangers_in_the_table) {
+TEST(check_instance, skips_foreign_objects_in_the_table) {
     IntegrationHost host(7);
     CXllApp application;
-    // One can't be called by name, one has no application, and one's application is another host.
+    // One has no IDispatch interface, one has no application, and the application of one is another host.
     ComPtr<IUnknown> silent;
     CreateBindCtx(0, reinterpret_cast<IBindCtx**>(silent.Receive()));
-    const Stranger first(L"C:\\first.xls", silent.Get());
+    const ForeignTableEntry first(L"C:\\first.xls", silent.Get());
     const ComVariant range = host.Range();
-    const Stranger second(L"C:\\second.xls", range.Object().Get());
-    const auto window = MakeObject<WindowObject>(host.automation.surroundings(), range);
-    const Stranger third(L"C:\\third.xls", window.Get());
+    const ForeignTableEntry second(L"C:\\second.xls", range.Object().Get());
+    const auto window = MakeObject<WindowObject>(host.automation.context(), range);
+    const ForeignTableEntry third(L"C:\\third.xls", window.Get());
     host.automation.ShowAsRunning();
-    Road road;
-    EXPECT_TRUE(road.Init());
-    EXPECT_EQ(road.com.Application(), &host.automation.application());
+    HostConnection connection;
+    EXPECT_TRUE(connection.Init());
+    EXPECT_EQ(connection.com.Application(), &host.automation.application());
 }
 
-TEST(check_instance, finds_nothing_among_strangers_alone) {
+TEST(check_instance, finds_nothing_among_foreign_objects) {
     IntegrationHost host(7);
     CXllApp application;
     const ComVariant range = host.Range();
-    const Stranger stranger(L"C:\\stranger.xls", range.Object().Get());
-    Road road;
-    EXPECT_FALSE(road.Init());
+    const ForeignTableEntry stranger(L"C:\\stranger.xls", range.Object().Get());
+    HostConnection connection;
+    EXPECT_FALSE(connection.Init());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Operations have a fixed order in their classes: those who were compiled apart call them by their number.
+// Operations have a fixed order in their classes: code that was compiled separately calls them by index.
 
 #include "integration/wizard/wizard_registry.h"
 #include "xllrt/event/app_events.h"
@@ -9,12 +9,12 @@
 namespace metrify {
 namespace {
 
-// The number of a virtual operation in its class. A destructor has two.
+// The index of a virtual operation in its class. A destructor has two.
 template <class Operation>
 std::size_t NumberOf(Operation operation) {
     std::size_t offset = 0;
     std::memcpy(&offset, &operation, sizeof(offset));
-    return (offset - 1) / sizeof(void*); // compilers for this system mark virtual ones by 1
+    return (offset - 1) / sizeof(void*); // compilers for this system mark virtual functions by 1
 }
 
 TEST(class_order, of_a_registry_of_functions) {

@@ -1,9 +1,9 @@
 // How objects are called: names, flags, locales, arguments.
 
+#include "tests/integration/fixed_system_texts.h"
+#include "tests/integration/foreign_table_entry.h"
 #include "tests/integration/integration_host.h"
 #include "tests/integration/replaced_call.h"
-#include "tests/integration/stranger.h"
-#include "tests/integration/system_words.h"
 
 namespace metrify::host {
 namespace {
@@ -28,8 +28,8 @@ std::u16string TextOfArgument(const VARIANT& argument) {
     }
 }
 
-// Writes down its calls: the name and its locale; flags, locale and arguments as they lie in their array.
-class NotingObject final : public CountedObject<IDispatch> {
+// Records its calls: the name and its locale; flags, locale and arguments in the order of their array.
+class RecordingObject final : public CountedObject<IDispatch> {
   public:
     using CountedObject::CountedObject;
 
@@ -72,21 +72,21 @@ class NotingObject final : public CountedObject<IDispatch> {
 class com_calls : public testing::Test {
   protected:
     explicit com_calls(int version = 16) : host(version) {
-        window->answers[u"Application"] = ComVariant(noting.Get());
+        window->answers[u"Application"] = ComVariant(recorder.Get());
         host.automation.windows().SetNativeObject(ComPtr<IDispatch>(window.Get()));
     }
     ~com_calls() override { window->answers.clear(); }
 
     void Find() {
-        ASSERT_TRUE(road.Init());
-        ASSERT_EQ(road.com.Application(), noting.Get());
+        ASSERT_TRUE(connection.Init());
+        ASSERT_EQ(connection.com.Application(), recorder.Get());
     }
 
     IntegrationHost host;
     CXllApp application;
-    ComPtr<NotingObject> window = MakeObject<NotingObject>(host.automation.surroundings());
-    ComPtr<NotingObject> noting = MakeObject<NotingObject>(host.automation.surroundings());
-    Road road;
+    ComPtr<RecordingObject> window = MakeObject<RecordingObject>(host.automation.context());
+    ComPtr<RecordingObject> recorder = MakeObject<RecordingObject>(host.automation.context());
+    HostConnection connection;
     ComVariant answer;
 };
 
@@ -95,87 +95,88 @@ TEST_F(com_calls, for_the_application_of_a_window) {
     EXPECT_EQ(window->lines, (Lines{u"Application 2048", u"invoke 2 2048"}));
 }
 
-TEST_F(com_calls, for_the_application_that_fail_give_the_systems_words) {
-    const SystemWords words;
+TEST_F(com_calls, for_the_application_that_fail_give_the_systems_text) {
+    const FixedSystemTexts texts;
     window->outcome = E_ACCESSDENIED;
-    ExpectFailure(road, u"Invoke: words for 80070005", E_ACCESSDENIED);
+    ExpectFailure(connection, u"Invoke: text of 80070005", E_ACCESSDENIED);
 }
 
-TEST_F(com_calls, for_a_macro_text_lie_between_those_for_the_alerts) {
+TEST_F(com_calls, for_a_macro_text_are_between_those_for_the_alerts) {
     Find();
-    noting->answers[u"DisplayAlerts"] = ComVariant(true);
-    EXPECT_EQ(road.com.RunMacroByText(u"Macro()", answer), S_OK);
-    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"DisplayAlerts 1033",
-                                    u"invoke 4 1033 false", u"ExecuteExcel4Macro 1033",
-                                    u"invoke 1 1033 Macro()", u"DisplayAlerts 1033", u"invoke 4 1033 true"}));
+    recorder->answers[u"DisplayAlerts"] = ComVariant(true);
+    EXPECT_EQ(connection.com.RunMacroByText(u"Macro()", answer), S_OK);
+    EXPECT_EQ(recorder->lines,
+              (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"DisplayAlerts 1033", u"invoke 4 1033 false",
+                     u"ExecuteExcel4Macro 1033", u"invoke 1 1033 Macro()", u"DisplayAlerts 1033",
+                     u"invoke 4 1033 true"}));
 }
 
 TEST_F(com_calls, for_a_macro_name_pass_its_arguments_last_first) {
     Find();
-    noting->answers[u"DisplayAlerts"] = ComVariant(false);
+    recorder->answers[u"DisplayAlerts"] = ComVariant(false);
     const ComVariant arguments[] = {ComVariant(u"Macro"), ComVariant(u"first"), ComVariant(true)};
-    EXPECT_EQ(road.com.RunMacroByName(arguments, answer), S_OK);
-    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"Run 1033",
-                                    u"invoke 1 1033 true first Macro"}));
+    EXPECT_EQ(connection.com.RunMacroByName(arguments, answer), S_OK);
+    EXPECT_EQ(recorder->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"Run 1033",
+                                      u"invoke 1 1033 true first Macro"}));
 }
 
-TEST_F(com_calls, leave_alerts_that_cannot_be_read_alone) {
+TEST_F(com_calls, do_not_change_alerts_that_cannot_be_read) {
     Find();
-    noting->outcome = E_FAIL;
-    EXPECT_EQ(road.com.RunMacroByText(u"Macro()", answer), E_FAIL);
-    EXPECT_EQ(noting->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"ExecuteExcel4Macro 1033",
-                                    u"invoke 1 1033 Macro()"}));
+    recorder->outcome = E_FAIL;
+    EXPECT_EQ(connection.com.RunMacroByText(u"Macro()", answer), E_FAIL);
+    EXPECT_EQ(recorder->lines, (Lines{u"DisplayAlerts 1033", u"invoke 2 1033", u"ExecuteExcel4Macro 1033",
+                                      u"invoke 1 1033 Macro()"}));
 }
 
-TEST_F(com_calls, leave_alerts_that_are_no_flag_alone) {
+TEST_F(com_calls, do_not_change_alerts_that_are_not_a_boolean) {
     Find();
-    noting->answers[u"DisplayAlerts"] = ComVariant(u"perhaps");
-    EXPECT_EQ(road.com.RunMacroByText(u"Macro()", answer), S_OK);
-    EXPECT_EQ(noting->lines.size(), 4U);
+    recorder->answers[u"DisplayAlerts"] = ComVariant(u"perhaps");
+    EXPECT_EQ(connection.com.RunMacroByText(u"Macro()", answer), S_OK);
+    EXPECT_EQ(recorder->lines.size(), 4U);
 }
 
 // ---- Addresses
 
 TEST_F(com_calls, for_an_address_pass_two_arguments) {
-    noting->answers[u"AddressLocal"] = ComVariant(u"$A$1");
+    recorder->answers[u"AddressLocal"] = ComVariant(u"$A$1");
     std::u16string text;
-    EXPECT_EQ(RangeAddress(noting.Get(), text, false), S_OK);
-    EXPECT_EQ(noting->lines, (Lines{u"AddressLocal 1033", u"invoke 2 1033 missing missing"}));
+    EXPECT_EQ(RangeAddress(recorder.Get(), text, false), S_OK);
+    EXPECT_EQ(recorder->lines, (Lines{u"AddressLocal 1033", u"invoke 2 1033 missing missing"}));
     EXPECT_EQ(text, u"$A$1");
 }
 
 TEST_F(com_calls, for_an_external_address_pass_five_arguments) {
-    noting->answers[u"AddressLocal"] = ComVariant(u"[Book]Sheet!$A$1");
+    recorder->answers[u"AddressLocal"] = ComVariant(u"[Book]Sheet!$A$1");
     std::u16string text;
-    EXPECT_EQ(RangeAddress(noting.Get(), text, true), S_OK);
-    EXPECT_EQ(noting->lines,
+    EXPECT_EQ(RangeAddress(recorder.Get(), text, true), S_OK);
+    EXPECT_EQ(recorder->lines,
               (Lines{u"AddressLocal 1033", u"invoke 2 1033 missing true missing missing missing"}));
     EXPECT_EQ(text, u"[Book]Sheet!$A$1");
 }
 
 TEST_F(com_calls, turn_an_address_into_text) {
-    noting->answers[u"AddressLocal"] = ComVariant(std::int32_t{12});
+    recorder->answers[u"AddressLocal"] = ComVariant(std::int32_t{12});
     std::u16string text;
-    EXPECT_EQ(RangeAddress(noting.Get(), text, false), S_OK);
+    EXPECT_EQ(RangeAddress(recorder.Get(), text, false), S_OK);
     EXPECT_EQ(text, u"12");
-    noting->answers[u"AddressLocal"] = ComVariant(window.Get());
-    EXPECT_EQ(RangeAddress(noting.Get(), text, false), DISP_E_TYPEMISMATCH);
+    recorder->answers[u"AddressLocal"] = ComVariant(window.Get());
+    EXPECT_EQ(RangeAddress(recorder.Get(), text, false), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(text, u"12");
 }
 
 TEST_F(com_calls, for_names_turn_them_into_text) {
-    noting->answers[u"Name"] = ComVariant(std::int32_t{12});
+    recorder->answers[u"Name"] = ComVariant(std::int32_t{12});
     std::u16string name;
-    EXPECT_EQ(ObjectName(noting.Get(), name), S_OK);
+    EXPECT_EQ(ObjectName(recorder.Get(), name), S_OK);
     EXPECT_EQ(name, u"12");
-    EXPECT_EQ(noting->lines, (Lines{u"Name 1033", u"invoke 2 1033"}));
+    EXPECT_EQ(recorder->lines, (Lines{u"Name 1033", u"invoke 2 1033"}));
 }
 
-TEST_F(com_calls, for_the_active_worksheet_want_an_object) {
+TEST_F(com_calls, for_the_active_worksheet_require_an_object) {
     Find();
-    noting->answers[u"ActiveWorksheet"] = ComVariant(u"none");
+    recorder->answers[u"ActiveWorksheet"] = ComVariant(u"none");
     ComPtr<IDispatch> sheet;
-    EXPECT_EQ(road.com.ActiveWorksheet(sheet), E_FAIL);
+    EXPECT_EQ(connection.com.ActiveWorksheet(sheet), E_FAIL);
     EXPECT_FALSE(sheet);
 }
 
@@ -184,21 +185,21 @@ TEST_F(com_calls, for_the_active_worksheet_want_an_object) {
 class com_calls_of_version_7 : public com_calls {
   protected:
     com_calls_of_version_7() : com_calls(7) {}
-    ~com_calls_of_version_7() override { noting->answers.clear(); }
+    ~com_calls_of_version_7() override { recorder->answers.clear(); }
 };
 
-TEST_F(com_calls_of_version_7, for_the_proof_name_the_modules_path_behind_a_sign) {
-    noting->answers[u"Application"] = ComVariant(noting.Get());
-    const Stranger listed(L"C:\\listed.xls", noting.Get());
-    EXPECT_FALSE(road.Init());
+TEST_F(com_calls_of_version_7, for_the_proof_have_a_sign_before_the_modules_path) {
+    recorder->answers[u"Application"] = ComVariant(recorder.Get());
+    const ForeignTableEntry listed(L"C:\\listed.xls", recorder.Get());
+    EXPECT_FALSE(connection.Init());
     const std::string path = application.GetModuleText();
     const std::u16string macro =
         u"CALL(\"%" + std::u16string(path.begin(), path.end()) + u"\",\"xlCheckInstance\",\"j\")";
-    EXPECT_EQ(noting->lines, (Lines{u"Application 1024", u"invoke 3 1024", u"ExecuteExcel4Macro 1033",
-                                    u"invoke 1 1033 " + macro}));
+    EXPECT_EQ(recorder->lines, (Lines{u"Application 1024", u"invoke 3 1024", u"ExecuteExcel4Macro 1033",
+                                      u"invoke 1 1033 " + macro}));
 }
 
-// ---- Entering and leaving the component system
+// ---- Initialising and uninitialising COM
 
 struct CountedApartment {
     static inline int entered = 0;
@@ -222,38 +223,38 @@ struct CountedApartment {
     ReplacedPointer leave{ImportedFunction("CoUninitialize"), AddressOf(Leave)};
 };
 
-TEST(apartment, is_left_with_the_road_by_the_window) {
+TEST(apartment, is_left_after_the_search_by_the_window) {
     IntegrationHost host(16);
     CXllApp application;
     const CountedApartment apartment;
     {
-        Road road;
-        ASSERT_TRUE(road.Init());
+        HostConnection connection;
+        ASSERT_TRUE(connection.Init());
         EXPECT_EQ(CountedApartment::entered, 1);
     }
     EXPECT_EQ(CountedApartment::entered, 0);
 }
 
-TEST(apartment, is_left_with_a_road_that_leads_nowhere) {
+TEST(apartment, is_left_after_a_search_that_fails) {
     IntegrationHost host(16);
     CXllApp application;
     host.automation.windows().SetNativeObject({});
     const CountedApartment apartment;
     {
-        Road road;
-        EXPECT_FALSE(road.Init());
+        HostConnection connection;
+        EXPECT_FALSE(connection.Init());
     }
     EXPECT_EQ(CountedApartment::entered, 0);
 }
 
-TEST(apartment, is_left_behind_the_search_among_running_objects) {
+TEST(apartment, is_left_after_the_search_among_running_objects) {
     const ProgramNames names;
     IntegrationHost host(7);
     CXllApp application;
     host.automation.ShowAsRunning();
     const CountedApartment apartment;
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     EXPECT_EQ(CountedApartment::entered, 0);
 }
 
@@ -262,8 +263,8 @@ TEST(apartment, is_left_if_the_callback_is_refused) {
     CXllApp application;
     host.faults().Refuse(xlfRegister, xlretFailed);
     const CountedApartment apartment;
-    Road road;
-    EXPECT_FALSE(road.Init());
+    HostConnection connection;
+    EXPECT_FALSE(connection.Init());
     EXPECT_EQ(CountedApartment::entered, 0);
 }
 

@@ -1,7 +1,7 @@
-// The host's events on their way from its connection point to the application.
+// The host's events from its connection point to the application.
 
+#include "tests/integration/fixed_system_texts.h"
 #include "tests/integration/integration_host.h"
-#include "tests/integration/system_words.h"
 
 #include <algorithm>
 #include <array>
@@ -12,8 +12,8 @@
 namespace metrify::host {
 namespace {
 
-// Notes which operations are called, and with what.
-class NotingApp : public CXllApp {
+// Records the called operations and their arguments.
+class RecordingApp : public CXllApp {
   public:
     using CXllApp::CXllApp;
 
@@ -78,17 +78,17 @@ class NotingApp : public CXllApp {
 // A host with an application connected to its events.
 struct Connected {
     explicit Connected(int version = 16) : host(version) {
-        EXPECT_TRUE(road.Init());
-        EXPECT_TRUE(road.com.SetEvents(true, road.failure));
+        EXPECT_TRUE(connection.Init());
+        EXPECT_TRUE(connection.com.SetEvents(true, connection.failure));
     }
     IntegrationHost host;
-    NotingApp application;
-    Road road;
+    RecordingApp application;
+    HostConnection connection;
 };
 
 struct EventCase {
     DISPID id;
-    std::string arguments; ///< D object, B flag, R flag by reference
+    std::string arguments; ///< D object, B boolean, R boolean by reference
     std::string operation;
 };
 
@@ -98,7 +98,7 @@ void PrintTo(const EventCase& event, std::ostream* out) {
 
 class com_event : public testing::TestWithParam<EventCase> {
   protected:
-    // Arguments that fit; R is left to the caller.
+    // Arguments of the right types; the caller adds the one for R.
     static std::vector<ComVariant> Fitting(IntegrationHost& host, const std::string& letters) {
         std::vector<ComVariant> arguments;
         for (const char letter : letters)
@@ -130,7 +130,7 @@ TEST_P(com_event, reaches_its_operation_with_its_arguments) {
 
 class event_with_flag : public com_event {};
 
-TEST_P(event_with_flag, tells_the_flag_as_it_is) {
+TEST_P(event_with_flag, passes_the_flag_unchanged) {
     Connected connected;
     for (const bool flag : {true, false}) {
         std::vector<ComVariant> arguments = {connected.host.Workbook(), ComVariant(flag)};
@@ -173,7 +173,7 @@ TEST_P(event_with_arguments, refuses_arguments_of_another_type) {
         const bool has_answer = GetParam().arguments.ends_with('R');
         const bool is_answer_wrong = has_answer && wrong + 1 == GetParam().arguments.size();
         if (is_answer_wrong)
-            arguments.emplace_back(true); // a flag, but not by reference
+            arguments.emplace_back(true); // a boolean, but not by reference
         else
             arguments[wrong] = ComVariant(u"text");
         EXPECT_EQ(
@@ -238,7 +238,7 @@ TEST(com_events, without_parameters_are_refused) {
               static_cast<HRESULT>(0x80020004));
 }
 
-TEST(com_events, find_three_interfaces_of_what_listens) {
+TEST(com_events, find_three_interfaces_of_the_sink) {
     const auto sink = CDispatchSink::Create(nullptr);
     for (const IID& iid : {IID_IUnknown, IID_IDispatch, kHostApplicationEvents}) {
         ComPtr<IUnknown> found;
@@ -251,7 +251,7 @@ TEST(com_events, find_three_interfaces_of_what_listens) {
     EXPECT_EQ(sink->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
-TEST(com_events, find_neither_types_nor_names_in_what_listens) {
+TEST(com_events, find_neither_types_nor_names_in_the_sink) {
     const auto sink = CDispatchSink::Create(nullptr);
     UINT count = 7;
     EXPECT_EQ(sink->GetTypeInfoCount(&count), S_OK);
@@ -267,19 +267,19 @@ class ThrowingApp final : public CXllApp {
     }
 };
 
-TEST(com_events, end_with_whoever_throws) {
+TEST(com_events, stop_at_an_observer_that_throws) {
     IntegrationHost host(16);
     ThrowingApp application;
-    Road road;
-    ASSERT_TRUE(road.Init());
-    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
+    ASSERT_TRUE(connection.com.SetEvents(true, connection.failure));
     EXPECT_EQ(host.Fire(1561, {host.Sheet()}), S_OK);
     VARIANT_BOOL cancel = VARIANT_TRUE;
     EXPECT_EQ(host.Fire(1570, {host.Workbook()}, &cancel), S_OK);
     EXPECT_EQ(cancel, VARIANT_FALSE);
 }
 
-TEST(com_events, have_no_effect_on_what_was_left_behind) {
+TEST(com_events, have_no_effect_on_a_disconnected_sink) {
     Connected connected;
     const ComVariant sheet = connected.host.Sheet();
     DISPPARAMS parameters{const_cast<VARIANT*>(&sheet.Get()), nullptr, 1, 0};
@@ -291,66 +291,66 @@ TEST(com_events, have_no_effect_on_what_was_left_behind) {
 
 TEST(com_events, are_connected_once) {
     Connected connected;
-    EXPECT_TRUE(connected.road.com.AreEventsConnected());
-    EXPECT_TRUE(connected.road.com.SetEvents(true, connected.road.failure));
+    EXPECT_TRUE(connected.connection.com.AreEventsConnected());
+    EXPECT_TRUE(connected.connection.com.SetEvents(true, connected.connection.failure));
     EXPECT_EQ(connected.host.sinks(), 1U);
 }
 
 TEST(com_events, clear_an_earlier_failure_also_if_nothing_is_to_do) {
     Connected connected;
-    connected.road.failure = {u"earlier", E_FAIL};
-    EXPECT_TRUE(connected.road.com.SetEvents(true, connected.road.failure));
-    EXPECT_EQ(connected.road.failure.text, u"");
-    EXPECT_EQ(connected.road.failure.code, S_OK);
+    connected.connection.failure = {u"earlier", E_FAIL};
+    EXPECT_TRUE(connected.connection.com.SetEvents(true, connected.connection.failure));
+    EXPECT_EQ(connected.connection.failure.text, u"");
+    EXPECT_EQ(connected.connection.failure.code, S_OK);
 }
 
 TEST(com_events, are_disconnected_and_connected_again) {
     Connected connected;
-    EXPECT_TRUE(connected.road.com.SetEvents(false, connected.road.failure));
+    EXPECT_TRUE(connected.connection.com.SetEvents(false, connected.connection.failure));
     EXPECT_EQ(connected.host.sinks(), 0U);
-    EXPECT_TRUE(connected.road.com.SetEvents(false, connected.road.failure));
-    EXPECT_FALSE(connected.road.com.AreEventsConnected());
-    EXPECT_TRUE(connected.road.com.SetEvents(true, connected.road.failure));
+    EXPECT_TRUE(connected.connection.com.SetEvents(false, connected.connection.failure));
+    EXPECT_FALSE(connected.connection.com.AreEventsConnected());
+    EXPECT_TRUE(connected.connection.com.SetEvents(true, connected.connection.failure));
     EXPECT_EQ(connected.host.sinks(), 1U);
 }
 
-TEST(com_events, end_with_the_road_to_the_host) {
+TEST(com_events, end_with_the_connection_to_the_host) {
     IntegrationHost host(16);
-    NotingApp application;
+    RecordingApp application;
     {
-        Road road;
-        ASSERT_TRUE(road.Init());
-        ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+        HostConnection connection;
+        ASSERT_TRUE(connection.Init());
+        ASSERT_TRUE(connection.com.SetEvents(true, connection.failure));
         EXPECT_EQ(host.sinks(), 1U);
     }
     EXPECT_EQ(host.sinks(), 0U);
 }
 
-TEST(com_events, cannot_be_had_of_an_application_that_is_none) {
+TEST(com_events, are_not_available_from_an_object_that_is_not_an_application) {
     IntegrationHost host(16);
-    NotingApp application;
+    RecordingApp application;
     host.automation.windows().SetNativeObject(ComPtr<IDispatch>(
-        MakeObject<WindowObject>(host.automation.surroundings(), ComVariant(host.Range())).Get()));
-    Road road;
-    ASSERT_TRUE(road.Init()); // a range passes for an application, but has no events
-    const SystemWords words;
-    EXPECT_FALSE(road.com.SetEvents(true, road.failure));
-    EXPECT_EQ(road.failure.text, u"AtlAdvise: words for 80004002");
-    EXPECT_EQ(road.failure.code, E_NOINTERFACE);
-    EXPECT_FALSE(road.com.AreEventsConnected());
+        MakeObject<WindowObject>(host.automation.context(), ComVariant(host.Range())).Get()));
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init()); // a range is accepted as an application, but has no events
+    const FixedSystemTexts texts;
+    EXPECT_FALSE(connection.com.SetEvents(true, connection.failure));
+    EXPECT_EQ(connection.failure.text, u"AtlAdvise: text of 80004002");
+    EXPECT_EQ(connection.failure.code, E_NOINTERFACE);
+    EXPECT_FALSE(connection.com.AreEventsConnected());
 }
 
-TEST(com_events, cannot_be_had_without_an_application) {
+TEST(com_events, are_not_available_without_an_application) {
     IntegrationHost host(16);
-    NotingApp application;
+    RecordingApp application;
     host.automation.windows().SetNativeObject(ComPtr<IDispatch>(
-        MakeObject<WindowObject>(host.automation.surroundings(), ComVariant(u"no object")).Get()));
-    Road road;
-    ASSERT_TRUE(road.Init());
-    const SystemWords words;
-    EXPECT_FALSE(road.com.SetEvents(true, road.failure));
-    EXPECT_EQ(road.failure.text, u"AtlAdvise: words for 80004003");
-    EXPECT_EQ(road.failure.code, E_POINTER);
+        MakeObject<WindowObject>(host.automation.context(), ComVariant(u"no object")).Get()));
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
+    const FixedSystemTexts texts;
+    EXPECT_FALSE(connection.com.SetEvents(true, connection.failure));
+    EXPECT_EQ(connection.failure.text, u"AtlAdvise: text of 80004003");
+    EXPECT_EQ(connection.failure.code, E_POINTER);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 namespace metrify::host {
 namespace {
 
-// What the macro of the test saw when it ran.
+// The state that the macro of the test saw.
 struct Seen {
     IntegrationHost* host = nullptr;
     int runs = 0;
@@ -44,19 +44,19 @@ class macros : public testing::Test {
     macros() : host(16, Entries()) {
         seen = Seen();
         seen.host = &host;
-        EXPECT_TRUE(road.Init());
+        EXPECT_TRUE(connection.Init());
         RegisterEntry(host.host, u"LookAround", u"J", u"LookAround", 2.0);
         RegisterEntry(host.host, u"TakeThree", u"UBC%C%", u"TakeThree");
     }
 
-    HRESULT RunText(std::u16string_view text) { return road.com.RunMacroByText(text, answer); }
+    HRESULT RunText(std::u16string_view text) { return connection.com.RunMacroByText(text, answer); }
     HRESULT RunName(const std::vector<ComVariant>& arguments) {
-        return road.com.RunMacroByName(arguments, answer);
+        return connection.com.RunMacroByName(arguments, answer);
     }
 
     IntegrationHost host;
     CXllApp application;
-    Road road;
+    HostConnection connection;
     ComVariant answer;
 };
 
@@ -83,7 +83,7 @@ TEST_F(macros, that_fail_give_the_code_of_the_host) {
     EXPECT_EQ(RunName({ComVariant(u"NoSuchMacro")}), DISP_E_EXCEPTION);
 }
 
-TEST_F(macros, run_with_the_alerts_off_and_on_again_behind) {
+TEST_F(macros, run_with_the_alerts_off_and_on_again_afterwards) {
     EXPECT_EQ(RunText(u"LookAround()"), S_OK);
     EXPECT_FALSE(seen.alerts);
     EXPECT_TRUE(host.settings().displayAlerts);
@@ -99,14 +99,14 @@ TEST_F(macros, that_fail_leave_the_alerts_on) {
     EXPECT_TRUE(host.settings().displayAlerts);
 }
 
-TEST_F(macros, leave_alerts_that_are_off_as_they_are) {
+TEST_F(macros, do_not_change_alerts_that_are_off) {
     host.settings().displayAlerts = false;
     EXPECT_EQ(RunText(u"LookAround()"), S_OK);
     EXPECT_FALSE(seen.alerts);
     EXPECT_FALSE(host.settings().displayAlerts);
 }
 
-TEST_F(macros, take_the_setting_of_the_alerts_also_as_a_number) {
+TEST_F(macros, read_the_setting_of_the_alerts_also_from_a_number) {
     host.settings().areAlertsANumber = true;
     EXPECT_EQ(RunText(u"LookAround()"), S_OK);
     EXPECT_FALSE(seen.alerts);
@@ -114,7 +114,7 @@ TEST_F(macros, take_the_setting_of_the_alerts_also_as_a_number) {
 }
 
 TEST_F(macros, need_a_host) {
-    EXPECT_TRUE(road.com.Shutdown(road.failure));
+    EXPECT_TRUE(connection.com.Shutdown(connection.failure));
     EXPECT_EQ(RunText(u"LookAround()"), E_POINTER);
     EXPECT_EQ(RunName({ComVariant(u"LookAround")}), E_POINTER);
 }
@@ -125,7 +125,7 @@ TEST_F(macros, active_worksheet_is_that_of_the_host) {
     const ComVariant sheet = host.Sheet();
     host.settings().activeWorksheet = sheet.Object();
     ComPtr<IDispatch> active;
-    EXPECT_EQ(road.com.ActiveWorksheet(active), S_OK);
+    EXPECT_EQ(connection.com.ActiveWorksheet(active), S_OK);
     EXPECT_EQ(active.Get(), sheet.Object().Get());
 }
 
@@ -134,7 +134,7 @@ TEST_F(macros, active_worksheet_has_another_name_in_some_hosts) {
     host.settings().activeWorksheet = sheet.Object();
     host.settings().knowsActiveWorksheet = false;
     ComPtr<IDispatch> active;
-    EXPECT_EQ(road.com.ActiveWorksheet(active), S_OK);
+    EXPECT_EQ(connection.com.ActiveWorksheet(active), S_OK);
     EXPECT_EQ(active.Get(), sheet.Object().Get());
 }
 
@@ -160,7 +160,7 @@ TEST_F(macros, range_address_has_workbook_and_sheet_in_front) {
     EXPECT_EQ(text, u"[Book1]Sheet1!$A$1");
 }
 
-TEST_F(macros, range_address_is_completed_where_the_host_leaves_the_place_away) {
+TEST_F(macros, range_address_is_completed_if_the_host_omits_workbook_and_sheet) {
     const auto range =
         host.automation.MakeRange(host.automation.MakeWorksheet(u"My Book", u"My Sheet"), {u"$B$2", u"$B$2"});
     std::u16string text;
@@ -198,7 +198,7 @@ TEST_F(com_holder, describes_workbooks_sheets_and_ranges) {
     EXPECT_EQ(name, u"$A$1");
 }
 
-TEST_F(com_holder, leaves_texts_alone_for_what_it_cannot_describe) {
+TEST_F(com_holder, does_not_change_texts_for_what_it_cannot_describe) {
     std::u16string name = u"as it was";
     std::u16string book = u"as it was";
     const ComVariant range = host.Range();
@@ -212,7 +212,7 @@ TEST_F(com_holder, leaves_texts_alone_for_what_it_cannot_describe) {
     EXPECT_EQ(book, u"as it was");
 }
 
-TEST_F(com_holder, leaves_the_answer_alone_if_a_macro_fails) {
+TEST_F(com_holder, does_not_change_the_answer_if_a_macro_fails) {
     CXlOper answer(4.0);
     const XlComValue values[] = {std::u16string(u"NoSuchMacro")};
     EXPECT_FALSE(holder.Run(values, answer));
@@ -220,7 +220,7 @@ TEST_F(com_holder, leaves_the_answer_alone_if_a_macro_fails) {
     EXPECT_EQ(answer.ToNumber(), 4.0);
 }
 
-TEST_F(com_holder, tells_why_it_cannot_start) {
+TEST_F(com_holder, reports_why_it_cannot_start) {
     CXlComHolder second;
     EXPECT_FALSE(second.Start(failure));
     EXPECT_EQ(failure.text, u"An instance of CXllCom has already been created");
@@ -228,7 +228,7 @@ TEST_F(com_holder, tells_why_it_cannot_start) {
 }
 
 TEST_F(macros, run_for_the_application_by_an_array_or_a_text) {
-    EXPECT_TRUE(road.com.Shutdown(road.failure));
+    EXPECT_TRUE(connection.com.Shutdown(connection.failure));
     CXlComHolder holder;
     XlComFailure failure;
     CXllApp another;

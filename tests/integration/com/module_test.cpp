@@ -1,4 +1,4 @@
-// Whole modules in a host with windows and automation, from their loading to their unloading.
+// Whole modules in a host with windows and automation, from loading to unloading.
 
 #include "tests/integration/module_host.h"
 
@@ -20,7 +20,7 @@ TEST_P(observing_module, cancels_an_event_of_the_host) {
     modules.Close();
 }
 
-TEST_P(observing_module, leaves_nothing_behind) {
+TEST_P(observing_module, leaves_nothing_over) {
     ModuleHost modules(GetParam());
     const int objects = modules.automation.ledger().objects();
     const int references = modules.automation.ledger().references();
@@ -38,13 +38,13 @@ TEST_P(observing_module, leaves_nothing_behind) {
 
 INSTANTIATE_TEST_SUITE_P(versions, observing_module, testing::Values(6, 11, 12, 16));
 
-// Copies of a module: one that a host keeps calling into stays in memory, and cannot be opened again.
+// Copies of a module: one that the host still has a pointer to stays in memory and cannot be opened again.
 class ModuleCopies {
   public:
     explicit ModuleCopies(const char* name) : name_(name) { Next(); }
     ~ModuleCopies() {
         for (int i = 1; i <= count_; ++i)
-            DeleteFileA(Beside(Name(i).c_str()).c_str()); // not those that are in memory
+            DeleteFileA(Beside(Name(i).c_str()).c_str()); // fails for those that are loaded
     }
     ModuleCopies(const ModuleCopies&) = delete;
     ModuleCopies& operator=(const ModuleCopies&) = delete;
@@ -60,7 +60,7 @@ class ModuleCopies {
     int count_ = 0;
 };
 
-TEST(observing_module, leaves_nothing_behind_whatever_call_fails) {
+TEST(observing_module, leaves_nothing_over_whichever_call_fails) {
     ModuleHost modules(16);
     ModuleCopies copies("Observing.xll");
     const auto live = [&modules, &copies] {
@@ -126,7 +126,7 @@ class AnotherHost {
         start.cb = sizeof(start);
         CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
                        &process_);
-        // It is there when the system knows it as running.
+        // Wait until the system lists it as running.
         for (int i = 0; i < 200 && !Active(); ++i)
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
@@ -140,7 +140,7 @@ class AnotherHost {
     AnotherHost(const AnotherHost&) = delete;
     AnotherHost& operator=(const AnotherHost&) = delete;
 
-    // The host that the system gives to whoever asks for one.
+    // The host that the system returns as the active one.
     static ComPtr<IUnknown> Active() {
         CLSID class_id{};
         ComPtr<IUnknown> active;
@@ -165,7 +165,7 @@ class AnotherHost {
 
 class two_hosts : public testing::TestWithParam<int> {};
 
-TEST_P(two_hosts, are_told_apart) {
+TEST_P(two_hosts, are_distinguished) {
     CoInitialize(nullptr);
     {
         const ProgramNames names;
@@ -173,16 +173,16 @@ TEST_P(two_hosts, are_told_apart) {
         ASSERT_TRUE(AnotherHost::Active());
         IntegrationHost host(GetParam());
         CXllApp application;
-        // The other is the one that whoever asks gets; of ours a workbook is listed.
+        // The other one is the active object; of this host a workbook is in the table.
         RunningObjects listed;
         listed.AddWorkbook(u"C:\\Ours.xls", host.automation.MakeWorkbook(u"Ours.xls").Get());
         ComPtr<IDispatch> active;
         AnotherHost::Active()->QueryInterface(IID_IDispatch, active.ReceiveAny());
         EXPECT_NE(active.Get(), &host.automation.application());
-        Road road;
-        EXPECT_TRUE(road.Init());
-        EXPECT_EQ(road.com.Application(), &host.automation.application());
-        EXPECT_EQ(road.failure.text, u"");
+        HostConnection connection;
+        EXPECT_TRUE(connection.Init());
+        EXPECT_EQ(connection.com.Application(), &host.automation.application());
+        EXPECT_EQ(connection.failure.text, u"");
     }
     CoUninitialize();
 }

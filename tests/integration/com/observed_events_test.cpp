@@ -1,4 +1,4 @@
-// The host's events on their way from its connection point to observers, and the answers back.
+// The host's events from its connection point to observers, and the answers.
 
 #include "tests/integration/integration_host.h"
 #include "tests/integration/replaced_call.h"
@@ -53,7 +53,7 @@ TEST_P(observed_event, is_cancelled_by_an_observer) {
     EXPECT_EQ(cancel, VARIANT_TRUE);
 }
 
-TEST_P(observed_event, goes_on_if_no_observer_cancels_it) {
+TEST_P(observed_event, continues_if_no_observer_cancels_it) {
     Observing observing(GetParam());
     ClosingObserver observer;
     observer.cancels = false;
@@ -73,7 +73,7 @@ TEST_P(observed_event, describes_sheet_and_range) {
     EXPECT_EQ(observer.seen.range, "$A$1");
 }
 
-TEST_P(observed_event, tells_of_flags) {
+TEST_P(observed_event, passes_flags) {
     Observing observing(GetParam());
     SavingObserver observer;
     observing.application.events.workbookBeforeSave.AddObserver(&observer);
@@ -91,7 +91,7 @@ TEST(observed_event, connects_nothing_without_an_observer) {
     EXPECT_EQ(CXllCom::Instance(), nullptr);
 }
 
-TEST(observed_event, is_an_exception_of_components_if_the_host_cannot_be_found) {
+TEST(observed_event, is_a_COM_exception_if_the_host_cannot_be_found) {
     Observing observing(16);
     const ReplacedPointer refusing(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(RefuseAccess));
     ClosingObserver observer;
@@ -106,9 +106,9 @@ TEST(observed_event, is_an_exception_of_components_if_the_host_cannot_be_found) 
     EXPECT_EQ(CXllCom::Instance(), nullptr);
 }
 
-TEST(observed_event, is_an_exception_of_components_with_a_sentence_as_it_stands) {
+TEST(observed_event, is_a_COM_exception_with_a_sentence_unchanged) {
     Observing observing(16);
-    Road first;
+    HostConnection first;
     ASSERT_TRUE(first.Init());
     ClosingObserver observer;
     try {

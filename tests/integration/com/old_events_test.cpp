@@ -8,7 +8,7 @@
 namespace metrify::host {
 namespace {
 
-class NotingApp : public CXllApp {
+class RecordingApp : public CXllApp {
   public:
     bool OnSheetActivate(XlHostObject* sheet) override { return Note("activate", sheet); }
     bool OnSheetDeactivate(XlHostObject* sheet) override { return Note("deactivate", sheet); }
@@ -28,11 +28,11 @@ class NotingApp : public CXllApp {
 };
 
 std::int32_t METRIFY_HOST_CALL MacroOfTheUser() {
-    NotingApp::order.emplace_back("user");
+    RecordingApp::order.emplace_back("user");
     return 1;
 }
 
-// How often the host is asked to do something, rather than for a property.
+// Counts the calls of the host that are not for a property.
 class CountedMethods {
   public:
     explicit CountedMethods(ApplicationObject& application)
@@ -66,20 +66,20 @@ class old_events : public testing::Test {
     }
 
     old_events() : host(5, Entries()) {
-        NotingApp::order.clear();
+        RecordingApp::order.clear();
         host.automation.ShowAsRunning();
-        EXPECT_TRUE(road.Init());
+        EXPECT_TRUE(connection.Init());
         RegisterEntry(host.host, u"MacroOfTheUser", u"J", u"MacroOfTheUser", 2.0);
     }
 
-    bool Enable(bool enable) { return road.com.SetEvents(enable, road.failure); }
+    bool Enable(bool enable) { return connection.com.SetEvents(enable, connection.failure); }
     std::u16string Macro(std::size_t index) { return host.settings().eventMacros.at(index); }
     void RunMacroOf(std::size_t index) { host.host.RunCommand(Macro(index)); }
 
     const ProgramNames names;
     IntegrationHost host;
-    NotingApp application;
-    Road road;
+    RecordingApp application;
+    HostConnection connection;
 };
 
 TEST_F(old_events, name_a_macro_for_each_property) {
@@ -106,10 +106,10 @@ TEST_F(old_events, reach_their_operations) {
     ASSERT_TRUE(Enable(true));
     for (std::size_t i = 0; i < 3; ++i)
         RunMacroOf(i);
-    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"activate", "deactivate", "calculate"}));
+    EXPECT_EQ(RecordingApp::order, (std::vector<std::string>{"activate", "deactivate", "calculate"}));
 }
 
-TEST_F(old_events, tell_the_active_sheet_at_an_activation_alone) {
+TEST_F(old_events, pass_the_active_sheet_at_an_activation_only) {
     const ComVariant sheet = host.Sheet();
     host.settings().activeWorksheet = sheet.Object();
     ASSERT_TRUE(Enable(true));
@@ -125,7 +125,7 @@ TEST_P(old_event, chains_its_macro_also_if_an_observer_throws) {
     ASSERT_TRUE(Enable(true));
     application.throws = true;
     host.host.RunCommand(Macro(GetParam()));
-    EXPECT_EQ(NotingApp::order, std::vector<std::string>{"user"});
+    EXPECT_EQ(RecordingApp::order, std::vector<std::string>{"user"});
 }
 
 TEST_P(old_event, chains_its_macro_also_when_events_are_disconnected) {
@@ -134,8 +134,8 @@ TEST_P(old_event, chains_its_macro_also_when_events_are_disconnected) {
     const std::u16string macro = Macro(GetParam());
     ASSERT_TRUE(Enable(false));
     host.host.RunCommand(macro);
-    ASSERT_EQ(NotingApp::order.size(), 2U);
-    EXPECT_EQ(NotingApp::order.back(), "user");
+    ASSERT_EQ(RecordingApp::order.size(), 2U);
+    EXPECT_EQ(RecordingApp::order.back(), "user");
 }
 
 INSTANTIATE_TEST_SUITE_P(all, old_event, testing::Values(0U, 1U, 2U));
@@ -149,13 +149,13 @@ TEST_F(old_events, give_1_also_if_an_observer_throws) {
 }
 
 TEST_F(old_events, have_no_effect_on_a_search_that_failed) {
-    EXPECT_TRUE(road.com.Shutdown(road.failure));
+    EXPECT_TRUE(connection.com.Shutdown(connection.failure));
     CXllApp::SetInstance(nullptr);
-    Road failed;
+    HostConnection failed;
     ASSERT_FALSE(failed.Init());
     EXPECT_EQ(CXllComImpl_OnCalculate(), 1);
     CXllApp::SetInstance(&application);
-    EXPECT_TRUE(NotingApp::order.empty());
+    EXPECT_TRUE(RecordingApp::order.empty());
 }
 
 TEST_F(old_events, give_1) {
@@ -165,18 +165,18 @@ TEST_F(old_events, give_1) {
     EXPECT_EQ(CXllComImpl_OnCalculate(), 1);
 }
 
-TEST_F(old_events, chain_the_macro_that_was_there_before_behind_the_add_in) {
+TEST_F(old_events, chain_the_earlier_macro_after_the_add_in) {
     host.settings().eventMacros[2] = u"MacroOfTheUser";
     ASSERT_TRUE(Enable(true));
     RunMacroOf(2);
-    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"calculate", "user"}));
+    EXPECT_EQ(RecordingApp::order, (std::vector<std::string>{"calculate", "user"}));
 }
 
-TEST_F(old_events, chain_nothing_if_nothing_was_there) {
+TEST_F(old_events, chain_nothing_without_an_earlier_macro) {
     ASSERT_TRUE(Enable(true));
     const CountedMethods methods(host.automation.application());
     RunMacroOf(2);
-    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"calculate"}));
+    EXPECT_EQ(RecordingApp::order, (std::vector<std::string>{"calculate"}));
     EXPECT_EQ(CountedMethods::count, 0);
     host.settings().eventMacros[2] = u"MacroOfTheUser";
     ASSERT_TRUE(Enable(false));
@@ -190,10 +190,10 @@ TEST_F(old_events, ignore_a_chained_macro_that_fails) {
     host.settings().eventMacros[0] = u"NoSuchMacro";
     ASSERT_TRUE(Enable(true));
     RunMacroOf(0);
-    EXPECT_EQ(NotingApp::order, (std::vector<std::string>{"activate"}));
+    EXPECT_EQ(RecordingApp::order, (std::vector<std::string>{"activate"}));
 }
 
-TEST_F(old_events, write_the_saved_names_back) {
+TEST_F(old_events, restore_the_saved_names) {
     host.settings().eventMacros = {u"First", u"", u"Third"};
     ASSERT_TRUE(Enable(true));
     ASSERT_TRUE(Enable(false));
@@ -214,17 +214,17 @@ TEST_F(old_events, leave_the_properties_as_they_were_if_a_macro_is_refused) {
     host.settings().eventMacros[0] = u"First";
     host.faults().Refuse(xlfRegister, xlretFailed);
     EXPECT_FALSE(Enable(true));
-    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_FALSE(connection.com.AreEventsConnected());
     EXPECT_EQ(Macro(0), u"First");
 }
 
-TEST_F(old_events, end_with_the_road_to_the_host) {
+TEST_F(old_events, end_with_the_connection_to_the_host) {
     host.settings().eventMacros[0] = u"First";
     ASSERT_TRUE(Enable(true));
-    EXPECT_TRUE(road.com.Shutdown(road.failure));
+    EXPECT_TRUE(connection.com.Shutdown(connection.failure));
     EXPECT_EQ(Macro(0), u"First");
-    EXPECT_EQ(CXllComImpl_OnSheetActivate(), 1); // nobody is there
-    EXPECT_TRUE(NotingApp::order.empty());
+    EXPECT_EQ(CXllComImpl_OnSheetActivate(), 1); // no application exists
+    EXPECT_TRUE(RecordingApp::order.empty());
 }
 
 TEST(old_events_of_an_add_in, name_their_macros_by_its_name_up_to_the_last_dot) {
@@ -232,9 +232,9 @@ TEST(old_events_of_an_add_in, name_their_macros_by_its_name_up_to_the_last_dot) 
     IntegrationHost host(5, AddInEntries(), u"C:\\My.AddIns\\Unit.Tools.xll");
     CXllApp application;
     host.automation.ShowAsRunning();
-    Road road;
-    ASSERT_TRUE(road.Init());
-    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
+    ASSERT_TRUE(connection.com.SetEvents(true, connection.failure));
     EXPECT_EQ(host.settings().eventMacros[2], u"xll_Unit.Tools_OnCalculate");
 }
 
@@ -243,9 +243,9 @@ TEST(old_events_of_version_6, come_through_the_connection_point) {
     IntegrationHost host(6);
     CXllApp application;
     host.automation.ShowAsRunning();
-    Road road;
-    ASSERT_TRUE(road.Init());
-    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
+    ASSERT_TRUE(connection.com.SetEvents(true, connection.failure));
     EXPECT_EQ(host.sinks(), 1U);
     EXPECT_EQ(host.settings().eventMacros[0], u"");
 }

@@ -1,5 +1,5 @@
-// The end of a whole process with a module in it, and a module that a host keeps calling into. Each needs a
-// process of its own: the tests run themselves again, for a test that is disabled otherwise.
+// The end of a process with a loaded module, and a module that the host still has a pointer to. Each needs a
+// separate process: the test program starts itself again with a test that is otherwise disabled.
 
 #include "integration/process_end.h"
 #include "integration/wizard/wizard_hook.h"
@@ -10,10 +10,10 @@
 namespace metrify::host {
 namespace {
 
-constexpr UINT kEnded = 7;   // the process came to its end
-constexpr UINT kCalled = 66; // something was called that must not be
+constexpr UINT kEnded = 7;   // the process ended normally
+constexpr UINT kCalled = 66; // a forbidden call was made
 
-// Runs a disabled test in a process of its own. Gives the exit status.
+// Runs a disabled test in a separate process. Returns the exit status.
 DWORD RunAlone(const std::string& test) {
     std::array<char, MAX_PATH> program{};
     GetModuleFileNameA(nullptr, program.data(), static_cast<DWORD>(program.size()));
@@ -35,7 +35,7 @@ DWORD RunAlone(const std::string& test) {
     return status;
 }
 
-// Stands for anything that must not be called any more.
+// Replaces functions that must no longer be called.
 void EndAsCalled() {
     TerminateProcess(GetCurrentProcess(), kCalled);
 }
@@ -71,7 +71,7 @@ TEST_F(process_alone, DISABLED_with_a_connected_sink) {
     ExitProcess(kEnded);
 }
 
-TEST(process_end, calls_no_component_and_waits_for_nothing) {
+TEST(process_end, calls_no_COM_object_and_does_not_wait) {
     EXPECT_EQ(RunAlone("process_alone.DISABLED_with_a_connected_sink"), kEnded);
 }
 
@@ -84,7 +84,7 @@ TEST_F(process_alone, DISABLED_with_an_unloading) {
     ExitProcess(HasFailure() ? 1 : kEnded);
 }
 
-TEST(process_end, is_told_from_an_unloading_which_disconnects) {
+TEST(process_end, differs_from_an_unloading_which_disconnects) {
     EXPECT_EQ(RunAlone("process_alone.DISABLED_with_an_unloading"), kEnded);
 }
 
@@ -101,13 +101,13 @@ TEST(process_end, forgets_the_host_without_a_call) {
     int references = 0;
     {
         const ReplacedPointer leaving(ImportedFunction("CoUninitialize"), AddressOf(NoteLeaving));
-        Road road;
-        ASSERT_TRUE(road.Init());
-        ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+        HostConnection connection;
+        ASSERT_TRUE(connection.Init());
+        ASSERT_TRUE(connection.com.SetEvents(true, connection.failure));
         references = host.automation.ledger().references();
         AbandonHost();
-        EXPECT_EQ(road.com.Application(), nullptr);
-        EXPECT_FALSE(road.com.AreEventsConnected());
+        EXPECT_EQ(connection.com.Application(), nullptr);
+        EXPECT_FALSE(connection.com.AreEventsConnected());
         EXPECT_EQ(CXllCom::Instance(), nullptr);
     }
     EXPECT_EQ(left_apartments, 0);

@@ -1,4 +1,4 @@
-// What is said when the system itself refuses.
+// Failures of the operating system.
 
 #include "integration/wizard/wizard_hook.h"
 #include "tests/integration/integration_host.h"
@@ -12,7 +12,7 @@ namespace {
 bool is_memory_refused = false;
 }
 
-// For those who ask whether there is memory.
+// The allocation of the sink can be made to fail.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return is_memory_refused ? nullptr : std::malloc(size);
 }
@@ -22,46 +22,46 @@ namespace {
 
 // ---- Memory
 
-TEST(system_failure, no_memory_for_what_listens_to_events) {
+TEST(system_failure, no_memory_for_the_sink) {
     IntegrationHost host(16);
     CXllApp application;
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     is_memory_refused = true;
-    const bool is_connected = road.com.SetEvents(true, road.failure);
+    const bool is_connected = connection.com.SetEvents(true, connection.failure);
     is_memory_refused = false;
     EXPECT_FALSE(is_connected);
-    EXPECT_EQ(road.failure.text, u"CreateInstance");
-    EXPECT_EQ(road.failure.code, E_OUTOFMEMORY);
+    EXPECT_EQ(connection.failure.text, u"CreateInstance");
+    EXPECT_EQ(connection.failure.code, E_OUTOFMEMORY);
     EXPECT_EQ(host.sinks(), 0U);
 }
 
-// ---- What listens to events
+// ---- The sink of events
 
 HRESULT STDMETHODCALLTYPE RefuseInterface(IUnknown*, REFIID, void** object) {
     *object = nullptr;
     return E_NOINTERFACE;
 }
 
-TEST(system_failure, what_listens_to_events_gives_no_identity) {
+TEST(system_failure, the_sink_gives_no_identity) {
     constexpr std::size_t kQueryInterface = 0;
     IntegrationHost host(16);
     CXllApp application;
-    Road road;
-    ASSERT_TRUE(road.Init());
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
     const int references = host.automation.ledger().references();
     {
         const auto another = CDispatchSink::Create(nullptr);
         const ReplacedPointer refusing(MethodOf(another.Get(), kQueryInterface), AddressOf(RefuseInterface));
-        EXPECT_FALSE(road.com.SetEvents(true, road.failure));
+        EXPECT_FALSE(connection.com.SetEvents(true, connection.failure));
     }
-    EXPECT_EQ(road.failure.text, u"QueryInterface");
-    EXPECT_EQ(road.failure.code, E_NOINTERFACE);
-    EXPECT_FALSE(road.com.AreEventsConnected());
+    EXPECT_EQ(connection.failure.text, u"QueryInterface");
+    EXPECT_EQ(connection.failure.code, E_NOINTERFACE);
+    EXPECT_FALSE(connection.com.AreEventsConnected());
     EXPECT_EQ(host.sinks(), 0U);
     EXPECT_EQ(host.automation.ledger().references(), references);
-    EXPECT_TRUE(road.com.SetEvents(true, road.failure));
-    EXPECT_EQ(road.failure.text, u"");
+    EXPECT_TRUE(connection.com.SetEvents(true, connection.failure));
+    EXPECT_EQ(connection.failure.text, u"");
     EXPECT_EQ(host.sinks(), 1U);
 }
 
@@ -77,16 +77,16 @@ HRESULT STDMETHODCALLTYPE KeepSink(IConnectionPoint*, DWORD) {
     return E_FAIL;
 }
 
-TEST(system_failure, a_host_that_keeps_what_listens_tells_nobody_any_more) {
+TEST(system_failure, a_host_that_keeps_the_sink_reaches_no_application) {
     constexpr std::size_t kUnadvise = 6;
     IntegrationHost host(16);
     SheetApp application;
-    Road road;
-    ASSERT_TRUE(road.Init());
-    ASSERT_TRUE(road.com.SetEvents(true, road.failure));
+    HostConnection connection;
+    ASSERT_TRUE(connection.Init());
+    ASSERT_TRUE(connection.com.SetEvents(true, connection.failure));
     const ReplacedPointer keeping(MethodOf(&host.automation.application().events(), kUnadvise),
                                   AddressOf(KeepSink));
-    EXPECT_FALSE(road.com.SetEvents(false, road.failure));
+    EXPECT_FALSE(connection.com.SetEvents(false, connection.failure));
     EXPECT_EQ(host.sinks(), 1U);
     EXPECT_EQ(host.Fire(1561, {host.Sheet()}), S_OK);
     EXPECT_EQ(application.activations, 0);
@@ -152,7 +152,7 @@ constexpr std::size_t kGetRunningObjectTable = 8;
 constexpr std::size_t kEnumRunning = 9;
 constexpr std::size_t kReset = 5;
 
-// No host is entered, so that the search comes to the table.
+// No host is registered as active, so the search reads the table.
 class running_objects_failure : public testing::Test {
   protected:
     running_objects_failure() {
@@ -164,7 +164,7 @@ class running_objects_failure : public testing::Test {
     ProgramNames names;
     IntegrationHost host{7};
     CXllApp application;
-    Road road;
+    HostConnection connection;
     ComPtr<IBindCtx> context;
     ComPtr<IRunningObjectTable> table;
     ComPtr<IEnumMoniker> monikers;
@@ -172,22 +172,22 @@ class running_objects_failure : public testing::Test {
 
 TEST_F(running_objects_failure, no_context) {
     const ReplacedPointer refusing(ImportedFunction("CreateBindCtx"), AddressOf(MakeNoContext));
-    ExpectFailure(road, u"CreateBindCtx() failed with error 0x8007000E");
+    ExpectFailure(connection, u"CreateBindCtx() failed with error 0x8007000E");
 }
 
 TEST_F(running_objects_failure, no_table) {
     const ReplacedPointer refusing(MethodOf(context.Get(), kGetRunningObjectTable), AddressOf(RefuseObject));
-    ExpectFailure(road, u"GetRunningObjectTable() failed with error 0x80070005");
+    ExpectFailure(connection, u"GetRunningObjectTable() failed with error 0x80070005");
 }
 
 TEST_F(running_objects_failure, no_list) {
     const ReplacedPointer refusing(MethodOf(table.Get(), kEnumRunning), AddressOf(RefuseObject));
-    ExpectFailure(road, u"EnumRunning() failed with error 0x80070005");
+    ExpectFailure(connection, u"EnumRunning() failed with error 0x80070005");
 }
 
 TEST_F(running_objects_failure, no_first_entry) {
     const ReplacedPointer refusing(MethodOf(monikers.Get(), kReset), AddressOf(RefuseCall));
-    ExpectFailure(road, u"Reset() failed with error 0x80004005");
+    ExpectFailure(connection, u"Reset() failed with error 0x80004005");
 }
 
 // ---- The window of a workbook
@@ -197,12 +197,12 @@ HRESULT WINAPI GiveNothing(HWND, DWORD, REFIID, void** object) {
     return S_OK;
 }
 
-TEST(system_failure, a_workbook_window_that_gives_nothing_without_a_failure) {
+TEST(system_failure, a_workbook_window_that_gives_no_object_and_no_failure) {
     IntegrationHost host(16);
     CXllApp application;
     const ReplacedPointer giving(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(GiveNothing));
-    Road road;
-    ExpectFailure(road, u"AccessibleObjectFromWindow", E_FAIL);
+    HostConnection connection;
+    ExpectFailure(connection, u"AccessibleObjectFromWindow", E_FAIL);
 }
 
 // ---- The active object
@@ -217,8 +217,8 @@ TEST(system_failure, an_active_object_that_cannot_be_called_by_name) {
     CreateBindCtx(0, silent.Receive());
     DWORD cookie = 0;
     ASSERT_EQ(RegisterActiveObject(silent.Get(), kApplicationClass, ACTIVEOBJECT_STRONG, &cookie), S_OK);
-    Road road;
-    ExpectFailure(road, u"QueryInterface(IID_IDispatch) failed with error 0x80004002");
+    HostConnection connection;
+    ExpectFailure(connection, u"QueryInterface(IID_IDispatch) failed with error 0x80004002");
     RevokeActiveObject(cookie, nullptr);
 }
 

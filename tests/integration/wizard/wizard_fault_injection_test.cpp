@@ -1,6 +1,6 @@
-// A session with the formula dialog in use, in which every call fails once: of the host, of its objects, and
-// of the system where it gives something out. Afterwards there is no hook, no reference, no window of the
-// hook's, no font, no theme, and the dialog's windows are what they were.
+// Sessions with the formula dialog in use, in each of which one call fails: a call of the host, of its
+// objects, or of the system for a resource. Afterwards no hook, reference, window of the hook, font or theme
+// is left, and the dialog's windows are unchanged.
 
 #include "tests/integration/counted_system.h"
 #include "tests/integration/fault_injection.h"
@@ -13,7 +13,7 @@ namespace {
 class QuietApp final : public CXllApp {
   public:
     using CXllApp::CXllApp;
-    // Nobody is there to be asked.
+    // There is no user to ask.
     bool ConfirmRegistrationFailure() override { return true; }
 };
 
@@ -24,7 +24,7 @@ std::vector<HWND> WindowsOf(const WizardDialog& dialog) {
     return windows;
 }
 
-// The procedures that get the messages of windows.
+// The window procedures.
 std::vector<LONG_PTR> ProceduresOf(const std::vector<HWND>& windows) {
     std::vector<LONG_PTR> procedures;
     std::transform(windows.begin(), windows.end(), std::back_inserter(procedures),
@@ -45,7 +45,7 @@ struct Session {
         function.key = {.key = VK_F4, .modifier = 0, .content_mode = 3};
     }
 
-    // From the add-in's opening to its closing, with two dialogs. The second outlives the add-in.
+    // An add-in from opening to closing, with two dialogs. The second one outlives the add-in.
     void Run() {
         std::optional<WizardDialog> dialog;
         std::vector<LONG_PTR> procedures;
@@ -55,10 +55,10 @@ struct Session {
             OpenAddIn();
             was_used = CWizardHook::Instance() != nullptr;
             if (was_used) {
-                dialog.emplace(host.automation.surroundings(), Options());
+                dialog.emplace(host.automation.context(), Options());
                 Use(*dialog);
                 dialog->Close();
-                dialog.emplace(host.automation.surroundings(), Options());
+                dialog.emplace(host.automation.context(), Options());
                 procedures = ProceduresOf(WindowsOf(*dialog));
                 Use(*dialog);
             }
@@ -75,7 +75,7 @@ struct Session {
         return {.owner = host.automation.windows().main(), .function = u"Convert", .arguments = 3};
     }
 
-    // A list opened, taken from and closed; a button; a key; scrolling; another size; another theme.
+    // Opens a list, selects an item and closes it; a button; a key; scrolling; another size; another theme.
     static void Use(WizardDialog& dialog) {
         Hook().SetFunctionName("Convert");
         dialog.Show();

@@ -1,6 +1,6 @@
 #pragma once
 
-// The hook on a formula dialog of this process, with the user's hands.
+// The hook on a formula dialog of this process, and simulated actions of the user.
 
 #include "host/automation/wizard_dialog.h"
 #include "integration/wizard/wizard_hook.h"
@@ -11,10 +11,10 @@
 
 namespace metrify::host {
 
-/// Which boxes have something beside them.
+/// The boxes that have overlays.
 using Standing = std::vector<bool>;
 
-// ---- What the user does
+// ---- Actions of the user
 
 inline void PumpMessages() {
     MSG message;
@@ -39,8 +39,7 @@ inline void Press(WORD key) {
 }
 
 inline void PressWith(WORD modifier, WORD key) {
-    // What the display still has to tell of its keys comes first, and the system forgets what it answered
-    // when it was last asked whether a key is down.
+    // Pending key events of the display are processed first; that also resets the system's cached key state.
     constexpr DWORD kMoment = 80;
     Sleep(kMoment);
     PumpMessages();
@@ -54,7 +53,7 @@ inline void Click(HWND overlay) {
     SendMessageA(overlay, BM_CLICK, 0, 0);
 }
 
-// ---- What is seen
+// ---- What is visible
 
 inline CWizardHook& Hook() {
     return *CWizardHook::Instance();
@@ -86,7 +85,7 @@ class WizardHookTest : public testing::Test {
         options.owner = host.automation.windows().main();
         if (options.function.empty())
             options.function = u"Convert";
-        dialog.emplace(host.automation.surroundings(), options);
+        dialog.emplace(host.automation.context(), options);
         Hook().SetFunctionName("Convert");
     }
 
@@ -95,7 +94,7 @@ class WizardHookTest : public testing::Test {
         dialog->Show();
     }
 
-    /// Opens the dialog where keys arrive.
+    /// Opens the dialog with the keyboard focus.
     void OpenInFront(WizardDialogOptions options = {}) {
         Open(std::move(options));
         SetForegroundWindow(dialog->window());
@@ -108,7 +107,7 @@ class WizardHookTest : public testing::Test {
 
     int Selection() { return static_cast<int>(SendMessageA(Hook().List(), CB_GETCURSEL, 0, 0)); }
 
-    /// A control tells the dialog something.
+    /// Sends the dialog a notification of a control.
     void Notify(HWND control, int notification) {
         SendMessageA(dialog->window(), WM_COMMAND, MAKEWPARAM(0, notification),
                      reinterpret_cast<LPARAM>(control));

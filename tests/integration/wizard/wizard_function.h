@@ -1,6 +1,6 @@
 #pragma once
 
-// A function with a list beside its first argument and a button beside its second.
+// A function with a list on its first argument's box and a button on its second one's.
 
 #include "integration/wizard/wizard_registry.h"
 
@@ -66,10 +66,10 @@ class WizardFunction final : public IXlWizExFunction {
     }
 
     std::vector<ArgumentUi> kinds{ArgumentUi::list, ArgumentUi::button};
-    bool hasParts = true; ///< whether there is a list or a dialog where the kind says so
+    bool hasParts = true; ///< there is a list or a dialog where the kind requires one
     UnitList list;
     TextButton button;
-    XlWizExKey key;                 ///< of arguments that have none of their own
+    XlWizExKey key;                 ///< of arguments that are not in keys
     std::map<int, XlWizExKey> keys; ///< by argument
 };
 

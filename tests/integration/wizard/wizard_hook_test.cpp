@@ -1,4 +1,4 @@
-// The wizard hook on a real dialog: which messages it follows, and what it puts there.
+// The wizard hook on a real dialog: the messages that it handles and the overlays that it creates.
 
 #include "tests/integration/wizard/wizard_fixture.h"
 
@@ -22,9 +22,9 @@ TEST_F(wizard_hook, can_be_installed_again_when_it_was_removed) {
     EXPECT_NO_THROW(CWizardHook::Install(registry));
 }
 
-TEST_F(wizard_hook, goes_from_idle_over_created_to_active_and_back) {
+TEST_F(wizard_hook, changes_from_idle_to_created_to_active_and_back) {
     EXPECT_EQ(Hook().Now(), CWizardHook::State::idle);
-    dialog.emplace(host.automation.surroundings(), WizardDialogOptions{});
+    dialog.emplace(host.automation.context(), WizardDialogOptions{});
     EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
     dialog->Show();
     EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
@@ -43,7 +43,7 @@ TEST_F(wizard_hook, puts_a_list_and_a_button_beside_their_boxes) {
     EXPECT_STREQ(class_name.data(), "ComboBox");
 }
 
-TEST_F(wizard_hook, takes_everything_away_with_the_dialog) {
+TEST_F(wizard_hook, removes_everything_with_the_dialog) {
     Open();
     const HWND overlay = Hook().Overlay(0);
     dialog->Close();
@@ -52,14 +52,14 @@ TEST_F(wizard_hook, takes_everything_away_with_the_dialog) {
     EXPECT_EQ(Hook().List(), nullptr);
 }
 
-TEST_F(wizard_hook, takes_everything_away_when_it_is_removed) {
+TEST_F(wizard_hook, removes_everything_when_it_is_removed) {
     Open();
     const HWND overlay = Hook().Overlay(0);
     CWizardHook::Remove();
     EXPECT_FALSE(IsWindow(overlay));
 }
 
-TEST_F(wizard_hook, leaves_dialogs_of_another_class_alone) {
+TEST_F(wizard_hook, ignores_dialogs_of_another_class) {
     Open({.class_name = "bosa_sdm_XL8"});
     EXPECT_EQ(Hook().Now(), CWizardHook::State::idle);
     EXPECT_EQ(Overlays(), Standing(5, false));
@@ -67,7 +67,7 @@ TEST_F(wizard_hook, leaves_dialogs_of_another_class_alone) {
 
 TEST_F(wizard_hook, forgets_the_function_with_the_next_dialog) {
     Hook().SetFunctionName("Convert");
-    dialog.emplace(host.automation.surroundings(), WizardDialogOptions{.function = u"Convert"});
+    dialog.emplace(host.automation.context(), WizardDialogOptions{.function = u"Convert"});
     dialog->Show();
     EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
     EXPECT_EQ(Overlays(), Standing(5, false));
@@ -79,7 +79,7 @@ TEST_F(wizard_hook, puts_nothing_beside_hidden_boxes) {
     EXPECT_EQ(Overlays(), (Standing{true, true, true, false, false}));
 }
 
-TEST_F(wizard_hook, puts_nothing_for_a_function_without_wishes) {
+TEST_F(wizard_hook, adds_nothing_for_a_function_that_requests_nothing) {
     function.kinds.clear();
     Open();
     EXPECT_EQ(Overlays(), Standing(5, false));
@@ -114,9 +114,9 @@ TEST_F(wizard_hook, rebuilds_when_the_last_box_gets_another_size) {
     EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
 }
 
-TEST_F(wizard_hook, rebuilds_on_a_size_only_if_it_saw_the_dialog_being_made) {
+TEST_F(wizard_hook, rebuilds_on_a_resize_only_if_it_saw_the_dialogs_creation) {
     CWizardHook::Remove();
-    dialog.emplace(host.automation.surroundings(), WizardDialogOptions{.function = u"Convert"});
+    dialog.emplace(host.automation.context(), WizardDialogOptions{.function = u"Convert"});
     CWizardHook::Install(registry);
     Hook().SetFunctionName("Convert");
     dialog->Show();
@@ -126,7 +126,7 @@ TEST_F(wizard_hook, rebuilds_on_a_size_only_if_it_saw_the_dialog_being_made) {
     EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
 }
 
-TEST_F(wizard_hook, rebuilds_nothing_on_a_size_where_nothing_stands) {
+TEST_F(wizard_hook, rebuilds_nothing_on_a_resize_without_overlays) {
     function.kinds = {ArgumentUi::list};
     Make();
     ShowWindow(dialog->box(0), SW_HIDE);
@@ -149,17 +149,17 @@ TEST_F(wizard_hook, rebuilds_only_for_a_position_of_the_dialogs_own_scroll_bar) 
     EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
 }
 
-TEST_F(wizard_hook, begins_with_the_argument_that_the_scroll_bar_is_at) {
+TEST_F(wizard_hook, begins_with_the_argument_at_the_scroll_bars_position) {
     Make();
     dialog->ScrollTo(1);
     dialog->Show();
     EXPECT_EQ(Overlays(), (Standing{true, false, false, false, false}));
 }
 
-// ---- What becomes of the dialog
+// ---- The end of the dialog
 
-TEST_F(wizard_hook, notices_no_dialog_whose_class_comes_as_a_number) {
-    const WizardDialog named(host.automation.surroundings(), {});
+TEST_F(wizard_hook, ignores_a_dialog_whose_class_is_passed_as_a_number) {
+    const WizardDialog named(host.automation.context(), {});
     CWizardHook::Remove();
     CWizardHook::Install(registry);
     const auto number = static_cast<ATOM>(GetClassLongPtrA(named.window(), GCW_ATOM));
@@ -180,7 +180,7 @@ TEST_F(wizard_hook, is_active_from_the_activation_on) {
     EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
 }
 
-TEST_F(wizard_hook, builds_what_is_shown_with_a_dialog_that_is_activated_first) {
+TEST_F(wizard_hook, builds_overlays_for_a_dialog_that_is_activated_before_it_is_shown) {
     Make({.arguments = 1});
     ASSERT_FALSE(IsWindowVisible(dialog->window()));
     WizardControls controls;
@@ -192,11 +192,11 @@ TEST_F(wizard_hook, builds_what_is_shown_with_a_dialog_that_is_activated_first) 
     EXPECT_TRUE(IsWindowVisible(Hook().Overlay(0)));
 }
 
-TEST_F(wizard_hook, stays_with_its_dialog_when_another_comes_and_goes) {
+TEST_F(wizard_hook, follows_its_dialog_while_another_opens_and_closes) {
     Open();
     const HWND standing = Hook().Overlay(0);
     {
-        WizardDialog other(host.automation.surroundings(), {.function = u"Convert"});
+        WizardDialog other(host.automation.context(), {.function = u"Convert"});
         EXPECT_EQ(Hook().Now(), CWizardHook::State::active);
         other.Show();
         EXPECT_EQ(Hook().Overlay(0), standing);
@@ -209,7 +209,7 @@ TEST_F(wizard_hook, stays_with_its_dialog_when_another_comes_and_goes) {
 }
 
 TEST_F(wizard_hook, counts_boxes_up_to_the_last_that_is_visible) {
-    function.kinds.clear(); // nothing of ours among the dialog's windows
+    function.kinds.clear(); // no overlays among the dialog's windows
     Open({.arguments = 3});
     WizardControls controls;
     ShowWindow(dialog->box(1), SW_HIDE);
@@ -220,15 +220,15 @@ TEST_F(wizard_hook, counts_boxes_up_to_the_last_that_is_visible) {
     EXPECT_EQ(controls.count, 1);
 }
 
-class strange_dialog : public WizardHookTest, public testing::WithParamInterface<WizardDialogOptions> {};
+class malformed_dialog : public WizardHookTest, public testing::WithParamInterface<WizardDialogOptions> {};
 
-TEST_P(strange_dialog, is_left_alone_and_the_function_forgotten) {
+TEST_P(malformed_dialog, is_ignored_and_the_function_forgotten) {
     Open(GetParam());
     EXPECT_EQ(Hook().Now(), CWizardHook::State::created);
     EXPECT_EQ(Overlays(), Standing(5, false));
 }
 
-INSTANTIATE_TEST_SUITE_P(all, strange_dialog,
+INSTANTIATE_TEST_SUITE_P(all, malformed_dialog,
                          testing::Values(WizardDialogOptions{.misplaced_box = 1},
                                          WizardDialogOptions{.misplaced_box = 4},
                                          WizardDialogOptions{.foreign_box = 0},
@@ -236,7 +236,7 @@ INSTANTIATE_TEST_SUITE_P(all, strange_dialog,
                                          WizardDialogOptions{.has_scroll_bar = false},
                                          WizardDialogOptions{.arguments = 0, .has_scroll_bar = false}));
 
-TEST_F(wizard_hook, forgets_the_function_with_a_dialog_that_is_not_right) {
+TEST_F(wizard_hook, forgets_the_function_with_a_dialog_of_another_kind) {
     Open({.misplaced_box = 3});
     const POINT right = {PlaceOf(dialog->box(2)).left, PlaceOf(dialog->box(3)).top};
     POINT inside = right;
@@ -247,9 +247,9 @@ TEST_F(wizard_hook, forgets_the_function_with_a_dialog_that_is_not_right) {
     EXPECT_EQ(Overlays(), Standing(5, false));
 }
 
-// ---- From the add-in's opening to its closing
+// ---- The lifecycle of an add-in
 
-TEST(wizard_hook_of_an_application, is_installed_when_it_is_told_of_a_registry_and_removed_with_it) {
+TEST(wizard_hook_of_an_application, is_installed_with_a_registry_and_removed_with_it) {
     IntegrationHost host(16);
     const CXlRealIntegration integration;
     const auto helper = integration.MakeComHelper();

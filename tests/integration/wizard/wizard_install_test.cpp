@@ -1,4 +1,4 @@
-// What the hook asks of the system when it is installed, and how it takes the answers.
+// The system calls of the installation of the hook, and the reaction to their results.
 
 #include "tests/integration/replaced_call.h"
 #include "tests/integration/wizard/wizard_fixture.h"
@@ -10,7 +10,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// ---- What is asked for, in its order
+// ---- The calls in their order
 
 struct Asked {
     static inline Lines lines;
@@ -25,7 +25,7 @@ struct Asked {
         return TRUE;
     }
 
-    // Hooks are numbered after their kinds, and hook nothing.
+    // A hook's handle is the number of its kind; the hooks have no effect.
     static HHOOK WINAPI SetHook(int kind, HOOKPROC procedure, HINSTANCE, DWORD thread) {
         Note(thread == GetCurrentThreadId() && procedure ? "hook on this thread" : "hook elsewhere",
              static_cast<std::uint64_t>(kind));
@@ -74,7 +74,7 @@ TEST_F(wizard_install, asks_for_controls_first_then_for_both_hooks_of_this_threa
                                    "cursor 32512", "font of height 12", "font of weight 400"}));
 }
 
-TEST_F(wizard_install, lets_both_hooks_go_in_the_end) {
+TEST_F(wizard_install, removes_both_hooks_at_the_end) {
     CWizardHook::Install(registry);
     Asked::lines.clear();
     CWizardHook::Remove();
@@ -89,7 +89,7 @@ TEST_F(wizard_install, undoes_the_first_hook_if_the_second_fails) {
               (Lines{"controls 16896", "hook on this thread 12", "hook on this thread 2", "unhook 12"}));
 }
 
-TEST_F(wizard_install, goes_no_further_if_the_first_hook_fails) {
+TEST_F(wizard_install, stops_if_the_first_hook_fails) {
     Asked::refused_hook = WH_CALLWNDPROCRET;
     EXPECT_THROW(CWizardHook::Install(registry), CXlRuntimeException);
     EXPECT_EQ(Asked::lines, (Lines{"controls 16896", "hook on this thread 12"}));
@@ -121,7 +121,7 @@ struct Answers {
     ReplacedPointer caps{ImportedFunction("GetDeviceCaps"), AddressOf(GetCaps)};
 };
 
-// Where the arrow of the first box stands, seen from the box's right upper corner, and how large it is.
+// Position of the arrow of the first box relative to the box's upper right corner, and its size.
 using Place = std::array<LONG, 4>;
 
 template <unsigned major>
@@ -142,7 +142,7 @@ using wizard_on_an_unknown_system = Installed<0>;
 using wizard_on_system_5 = Installed<5>;
 using wizard_on_system_6 = Installed<6>;
 
-// Without a theme everything is one to the left, one lower, and two less high.
+// Without a theme everything is one pixel further left, one lower, and two less high.
 
 TEST_F(wizard_on_an_unknown_system, is_laid_out_as_on_system_5) {
     EXPECT_EQ(PlaceOfArrow(), (Place{-17 + 2 - 1, -3 + 1, 17, 18 - 2}));

@@ -1,4 +1,4 @@
-// The keys that open lists and buttons, and those of an open list.
+// The keys that open lists and dialogs, and the keys of an open list.
 
 #include "tests/integration/wizard/wizard_fixture.h"
 
@@ -18,7 +18,7 @@ TEST_F(wizard_keys, opens_by_the_key_of_the_argument) {
     EXPECT_EQ(function.button.seen, "5");
 }
 
-TEST_F(wizard_keys, leaves_a_formula_alone_that_the_content_mode_protects) {
+TEST_F(wizard_keys, does_not_change_a_formula_that_the_content_mode_protects) {
     function.key = {.key = VK_F4, .modifier = 0, .content_mode = 2};
     OpenInFront();
     SetFocus(dialog->box(1));
@@ -41,7 +41,7 @@ TEST_F(wizard_keys, asks_for_the_modifier_of_a_key) {
     EXPECT_EQ(function.button.seen, "5");
 }
 
-TEST_F(wizard_keys, moves_the_selection_by_the_arrows_and_takes_it_by_the_tabulator) {
+TEST_F(wizard_keys, moves_the_selection_by_the_arrows_and_takes_it_by_the_tab_key) {
     OpenInFront();
     Click(Hook().Overlay(0));
     ASSERT_EQ(GetFocus(), Hook().List());
@@ -57,7 +57,7 @@ TEST_F(wizard_keys, moves_the_selection_by_the_arrows_and_takes_it_by_the_tabula
     EXPECT_EQ(GetFocus(), dialog->box(1));
 }
 
-TEST_F(wizard_keys, goes_from_the_last_box_to_the_first_by_the_tabulator) {
+TEST_F(wizard_keys, moves_from_the_last_box_to_the_first_by_the_tab_key) {
     function.kinds = std::vector<ArgumentUi>(5, ArgumentUi::list);
     OpenInFront({.arguments = 3});
     Click(Hook().Overlay(2));
@@ -65,7 +65,7 @@ TEST_F(wizard_keys, goes_from_the_last_box_to_the_first_by_the_tabulator) {
     EXPECT_EQ(GetFocus(), dialog->box(0));
 }
 
-TEST_F(wizard_keys, goes_to_the_former_box_by_the_tabulator_with_shift) {
+TEST_F(wizard_keys, moves_to_the_previous_box_by_shift_and_the_tab_key) {
     function.kinds = std::vector<ArgumentUi>(5, ArgumentUi::list);
     OpenInFront({.arguments = 3});
     Click(Hook().Overlay(1));
@@ -88,7 +88,7 @@ TEST_F(wizard_keys, keep_the_selection_within_the_list) {
     EXPECT_EQ(Selection(), 3);
 }
 
-TEST_F(wizard_keys, leave_the_text_if_nothing_was_selected_before_the_tabulator) {
+TEST_F(wizard_keys, leave_the_text_if_nothing_was_selected_before_the_tab_key) {
     OpenInFront();
     dialog->SetText(0, "before");
     Click(Hook().Overlay(0));
@@ -107,7 +107,7 @@ TEST_F(wizard_keys, that_open_are_swallowed_and_others_are_not) {
     EXPECT_EQ(function.button.runs, 1);
     Press('B');
     EXPECT_EQ(dialog->Text(1), "b");
-    Press('A'); // the box is not empty any more
+    Press('A'); // now the box is not empty
     EXPECT_EQ(dialog->Text(1), "ba");
     EXPECT_EQ(function.button.runs, 1);
 }
@@ -128,7 +128,7 @@ TEST_F(wizard_keys, need_no_modifier_if_theirs_is_none_of_the_three) {
     EXPECT_EQ(function.button.runs, 1);
 }
 
-TEST_F(wizard_keys, go_on_to_the_box_if_the_dialog_of_a_button_throws) {
+TEST_F(wizard_keys, move_the_focus_to_the_box_if_the_dialog_of_a_button_throws) {
     function.key = {.key = 'A', .modifier = 0, .content_mode = 3};
     function.button.throws = true;
     OpenInFront();
@@ -138,7 +138,7 @@ TEST_F(wizard_keys, go_on_to_the_box_if_the_dialog_of_a_button_throws) {
     EXPECT_EQ(dialog->Text(1), "a");
 }
 
-TEST_F(wizard_keys, lead_on_from_a_list_also_where_boxes_came_later) {
+TEST_F(wizard_keys, move_on_from_a_list_also_if_boxes_appeared_later) {
     OpenInFront({.arguments = 0});
     ShowWindow(dialog->box(0), SW_SHOWNA);
     function.kinds = {ArgumentUi::none, ArgumentUi::list};
@@ -172,7 +172,7 @@ TEST_F(wizard_keys, open_nothing_outside_of_the_boxes) {
     EXPECT_EQ(function.button.runs, 0);
 }
 
-TEST_F(wizard_keys, open_nothing_where_nothing_stands) {
+TEST_F(wizard_keys, open_nothing_for_a_box_without_an_overlay) {
     function.key = {.key = VK_F7, .modifier = 0, .content_mode = 3};
     function.kinds = {ArgumentUi::none, ArgumentUi::none};
     OpenInFront();
@@ -200,7 +200,7 @@ TEST_F(wizard_keys, are_those_of_the_argument_in_the_focused_box) {
     EXPECT_EQ(function.button.runs, 2);
 }
 
-TEST_F(wizard_keys, need_the_focus_where_it_was_noted) {
+TEST_F(wizard_keys, require_the_focus_in_the_recorded_box) {
     function.kinds = std::vector<ArgumentUi>(5, ArgumentUi::button);
     function.key = {.key = VK_F7, .modifier = 0, .content_mode = 3};
     OpenInFront();

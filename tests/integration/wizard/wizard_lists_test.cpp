@@ -1,4 +1,4 @@
-// Lists and buttons beside the dialog's boxes, in use.
+// Use of the lists and buttons on the dialog's boxes.
 
 #include "tests/integration/replaced_call.h"
 #include "tests/integration/wizard/wizard_fixture.h"
@@ -49,7 +49,7 @@ TEST_F(wizard_lists, writes_the_value_of_the_selection_into_the_box) {
     EXPECT_EQ(dialog->Text(0), "\"ft\"");
 }
 
-TEST_F(wizard_lists, shows_the_arrow_again_and_goes_to_the_box_when_the_list_closes) {
+TEST_F(wizard_lists, shows_the_arrow_again_and_focuses_the_box_when_the_list_closes) {
     Open();
     Click(Hook().Overlay(0));
     Notify(Hook().List(), CBN_CLOSEUP);
@@ -84,7 +84,7 @@ TEST_F(wizard_lists, show_the_items_of_the_function) {
     EXPECT_EQ(SendMessageA(Hook().List(), CB_GETCOUNT, 0, 0), 4);
 }
 
-TEST_F(wizard_lists, are_as_high_as_their_font_wants) {
+TEST_F(wizard_lists, have_the_height_that_their_font_requires) {
     Open();
     const auto font = reinterpret_cast<HFONT>(SendMessageA(Hook().List(), WM_GETFONT, 0, 0));
     LOGFONTA description{};
@@ -153,7 +153,7 @@ TEST_F(wizard_lists, show_the_arguments_that_are_scrolled_to) {
     EXPECT_EQ(function.button.runs, 0);
 }
 
-TEST_F(wizard_lists, go_with_what_stood_when_arguments_are_scrolled) {
+TEST_F(wizard_lists, are_removed_with_the_overlays_when_arguments_are_scrolled) {
     Open();
     Click(Hook().Overlay(0));
     const HWND list = Hook().List();
@@ -212,7 +212,7 @@ TEST_F(wizard_lists, gives_a_button_at_most_255_characters) {
     EXPECT_EQ(function.button.seen, std::string(255, 'x'));
 }
 
-TEST_F(wizard_lists, leave_everything_as_it_was_if_the_dialog_of_a_button_throws) {
+TEST_F(wizard_lists, restore_everything_if_the_dialog_of_a_button_throws) {
     function.button.throws = true;
     Open();
     dialog->SetText(1, "before");

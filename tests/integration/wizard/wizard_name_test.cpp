@@ -8,7 +8,7 @@ namespace {
 
 using wizard_name = WizardHookTest;
 
-// How often an object is asked for its children.
+// Counts how often an object is asked for its children.
 struct CountedWalks {
     CountedWalks() { count = 0; }
 
@@ -69,14 +69,14 @@ TEST_F(wizard_name, is_remembered_as_a_plain_child_alone) {
     EXPECT_EQ(CountedWalks::count, 2 * first);
 }
 
-TEST_F(wizard_name, that_the_dialog_does_not_tell_leaves_the_function) {
+TEST_F(wizard_name, that_the_dialog_does_not_report_keeps_the_function) {
     const ReplacedPointer refusing(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(RefuseAccess));
     Open({.function = u"Another"});
     EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
 }
 
-TEST_F(wizard_name, that_the_registry_does_not_know_has_no_wishes) {
-    dialog.emplace(host.automation.surroundings(), WizardDialogOptions{.function = u"Another"});
+TEST_F(wizard_name, that_the_registry_does_not_know_adds_nothing) {
+    dialog.emplace(host.automation.context(), WizardDialogOptions{.function = u"Another"});
     Hook().SetFunctionName("Another");
     dialog->Show();
     EXPECT_EQ(Hook().Now(), CWizardHook::State::active);

@@ -1,4 +1,4 @@
-// What the wizard hook decides without a window: places, contents, the registry.
+// The parts of the wizard hook that need no window: layout, content test, registry.
 
 #include "integration/wizard/wizard_content.h"
 #include "integration/wizard/wizard_layout.h"
@@ -96,7 +96,7 @@ TEST(wizard_registry, has_entries_when_a_function_was_added) {
     EXPECT_EQ(registry.FindFunction("function"), nullptr);
 }
 
-TEST(wizard_registry, is_not_ready_with_functions_that_want_nothing) {
+TEST(wizard_registry, is_not_ready_with_functions_that_add_nothing) {
     CXlWizExUIFunctionRegistry registry;
     Plain function(0);
     registry.Add("Function", function);

@@ -1,4 +1,4 @@
-// The theme that the system has in use, on a canvas in memory.
+// The current theme of the system, drawn into a bitmap.
 
 #include "tests/integration/wizard/wizard_fixture.h"
 
@@ -10,7 +10,7 @@ namespace {
 constexpr int kWidth = 24;
 constexpr int kHeight = 28;
 
-// Dots in memory, of one colour at first.
+// A bitmap, initially of one colour.
 class Canvas {
   public:
     Canvas() : context_(CreateCompatibleDC(nullptr)) {
@@ -98,12 +98,12 @@ TEST_F(wizard_real_theme, draws_a_button_with_something_in_it) {
     const auto drawn = OfHook(1, 0);
     const auto empty = OfTheme(L"BUTTON", 1);
     EXPECT_NE(drawn, empty);
-    // The text leaves the edge alone.
+    // The text does not reach the edge.
     const std::size_t top_edge = kWidth * (kPlace.top + 1);
     EXPECT_TRUE(std::equal(drawn.begin(), drawn.begin() + top_edge, empty.begin()));
 }
 
-TEST_F(wizard_real_theme, looks_different_from_what_is_classic) {
+TEST_F(wizard_real_theme, looks_different_from_the_classic_style) {
     Open();
     if (!IsThemed())
         GTEST_SKIP() << "the system has no theme in use";

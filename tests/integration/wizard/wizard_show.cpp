@@ -1,5 +1,5 @@
-// Shows the formula dialog with a list and a button beside its boxes, for pictures: a few seconds as it
-// opens, then with the list open, until the time is up. A second argument has it drawn without a theme.
+// Shows the formula dialog with a list and a button on its boxes, for screenshots: first as it opens, then
+// with the list open, a few seconds each. A second argument has it drawn without a theme.
 
 #include "host/automation/wizard_dialog.h"
 #include "integration/wizard/wizard_hook.h"
@@ -24,7 +24,7 @@ void PumpFor(DWORD milliseconds) {
     }
 }
 
-// Dialog, then open list, each so long.
+// How long the dialog and then the open list are shown.
 void Show(DWORD milliseconds, bool is_themed) {
     constexpr int kVersion = 16;
     SetHostVersion(kVersion);
@@ -34,7 +34,7 @@ void Show(DWORD milliseconds, bool is_themed) {
     registry.Add("Convert", function);
     CWizardHook::Install(registry);
     {
-        WizardDialog dialog(std::make_shared<ObjectSurroundings>(), {.function = u"Convert", .arguments = 3});
+        WizardDialog dialog(std::make_shared<ObjectContext>(), {.function = u"Convert", .arguments = 3});
         CWizardHook::Instance()->SetFunctionName("Convert");
         dialog.Show();
         dialog.SetText(0, "\"ft\"");

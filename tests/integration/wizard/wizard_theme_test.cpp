@@ -1,4 +1,4 @@
-// How lists' arrows and buttons look in the user's theme and without one.
+// The drawing of arrows and buttons, in the user's theme and without one.
 
 #include "tests/integration/recorded_theme.h"
 #include "tests/integration/wizard/wizard_fixture.h"
@@ -21,12 +21,12 @@ struct Recording {
     RecordedTheme theme;
 };
 
-// The recording has to begin before the hook is there.
+// The recording must begin before the hook is installed.
 class wizard_theme : protected Recording, public WizardHookTest {
   protected:
     explicit wizard_theme(int version = 16) : WizardHookTest(version) {}
 
-    // What the drawing of a control makes.
+    // The lines that the drawing of a control records.
     Lines Drawn(HWND control, UINT state = 0) {
         theme.Lines();
         const HDC canvas = CreateCompatibleDC(nullptr);
@@ -42,7 +42,7 @@ class wizard_theme : protected Recording, public WizardHookTest {
         return theme.Lines();
     }
 
-    // Where something stands, seen from the right upper corner of its box, and how large it is.
+    // Position relative to the upper right corner of the box, and size.
     std::array<LONG, 4> PlaceBeside(int box) {
         const RECT inside = PlaceOf(Hook().Overlay(box));
         const RECT outside = PlaceOf(dialog->box(box));
@@ -60,7 +60,7 @@ class wizard_theme : protected Recording, public WizardHookTest {
     void ChangeTheme() { SendMessageA(dialog->window(), WM_THEMECHANGED, 0, 0); }
 };
 
-// ---- The surface that is drawn on
+// ---- The device context
 
 TEST_F(wizard_theme, leaves_the_surface_as_it_was) {
     theme.missing = {"DrawThemeText"};
@@ -116,7 +116,7 @@ TEST_F(wizard_theme, is_closed_once_when_the_user_takes_another) {
     EXPECT_EQ(theme.Openings(), Lines{});
 }
 
-TEST_F(wizard_theme, is_opened_again_by_the_building_behind_a_change) {
+TEST_F(wizard_theme, is_opened_again_when_overlays_are_built_after_a_change) {
     Open();
     ChangeTheme();
     EXPECT_EQ(Drawn(Hook().Overlay(0)), kClassicArrow);
@@ -126,7 +126,7 @@ TEST_F(wizard_theme, is_opened_again_by_the_building_behind_a_change) {
     EXPECT_EQ(Drawn(Hook().Overlay(0)), kThemedArrow);
 }
 
-TEST_F(wizard_theme, is_closed_by_a_change_also_with_the_dialog_away) {
+TEST_F(wizard_theme, is_closed_by_a_change_also_without_the_dialog) {
     Open();
     dialog->Close();
     theme.Lines();
@@ -134,15 +134,15 @@ TEST_F(wizard_theme, is_closed_by_a_change_also_with_the_dialog_away) {
     EXPECT_EQ(theme.Openings(), kClosed);
 }
 
-// ---- When there is none
+// ---- Without a theme
 
-TEST_F(wizard_theme, is_not_opened_for_a_function_without_wishes) {
+TEST_F(wizard_theme, is_not_opened_for_a_function_that_requests_nothing) {
     function.kinds.clear();
     Open();
     EXPECT_EQ(theme.Openings(), Lines{});
 }
 
-TEST_F(wizard_theme, is_not_opened_for_a_registry_that_wants_none) {
+TEST_F(wizard_theme, is_not_opened_for_a_registry_that_requests_none) {
     registry.usesThemes = false;
     Open();
     EXPECT_EQ(theme.Openings(), Lines{});
@@ -207,7 +207,7 @@ TEST_P(wizard_theme_refused, in_one_class_is_none) {
     EXPECT_EQ(theme.Openings(), kOpened);
     ExpectClassic();
     dialog->ScrollTo(1);
-    EXPECT_EQ(theme.Openings(), Lines{}); // was asked for already
+    EXPECT_EQ(theme.Openings(), Lines{}); // was requested before
     CWizardHook::Remove();
     const std::string other = std::string_view(GetParam()) == "BUTTON" ? "COMBOBOX" : "BUTTON";
     EXPECT_EQ(theme.Openings(), Lines{"CloseThemeData " + other});

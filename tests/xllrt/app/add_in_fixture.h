@@ -35,11 +35,11 @@ class AddInTest : public testing::Test {
     CXllApp* earlier_;
 };
 
-class NotingApp : public CXllApp {
+class RecordingApp : public CXllApp {
   public:
-    explicit NotingApp(ScriptedHost& host, const CXlIntegration& integration = NoIntegration())
+    explicit RecordingApp(ScriptedHost& host, const CXlIntegration& integration = NoIntegration())
         : CXllApp(integration), host_(host) {
-        addInName.Assign("Noting");
+        addInName.Assign("Recording");
     }
 
     void OnAutoAdd() override { host_.Note("OnAutoAdd"); }

@@ -124,7 +124,7 @@ class LoadQuestion : public AddInTest {
 
     FakeResources built_in_texts_only;
     ClassWindow host_window{L"XLMAIN"};
-    NotingApp app{host};
+    RecordingApp app{host};
 };
 
 TEST_F(LoadQuestion, is_a_message_box_of_the_hosts_window_with_a_warning_sign) {
@@ -133,7 +133,7 @@ TEST_F(LoadQuestion, is_a_message_box_of_the_hosts_window_with_a_warning_sign) {
     ASSERT_EQ(user.boxes.size(), 1U);
     const SeenBox& box = user.boxes[0];
     EXPECT_EQ(box.title, L"Add-in Load Failure");
-    EXPECT_EQ(box.text, L"The following functions in Noting failed to register:\n\nOne\n\u0416\u00E9\n\n"
+    EXPECT_EQ(box.text, L"The following functions in Recording failed to register:\n\nOne\n\u0416\u00E9\n\n"
                         L"Do you wish to continue loading the add-in?");
     EXPECT_THAT(box.buttons, UnorderedElementsAre(6, 7)) << "Yes and No";
     EXPECT_EQ(box.icon, LoadIconW(nullptr, MAKEINTRESOURCEW(32515)));

@@ -32,7 +32,7 @@ class ObserverFunction : public AddInTest {
         return result;
     }
 
-    NotingApp app{host};
+    RecordingApp app{host};
 };
 
 TEST_F(ObserverFunction, is_named_after_the_file_with_underscores_for_all_but_letters_and_digits) {

@@ -21,12 +21,12 @@ class RibbonTest : public AddInTest {
   protected:
     RibbonTest() : app(host) { SetHostVersion(14); }
 
-    NotingApp app;
+    RecordingApp app;
 };
 
 // Function 379 is the host's for real-time data.
 std::string Command(const std::string& first, const std::string& second) {
-    return "12 379(\"XlpRibbonServer.XlpRtdRibbonServer\", missing, \"Noting\", \"" + first + "\", \"" +
+    return "12 379(\"XlpRibbonServer.XlpRtdRibbonServer\", missing, \"Recording\", \"" + first + "\", \"" +
            second + "\")";
 }
 
@@ -121,7 +121,7 @@ TEST_F(RibbonTest, the_shared_ribbon_sends_its_commands_in_the_add_ins_name) {
     ribbon.Refresh();
     ribbon.Invalidate(TextValue("button7"));
     EXPECT_THAT(host.TakeCalls(), ElementsAre(Command("<", ""), Command(">", ""), Command("", ""),
-                                              Command("Noting", ""), Command("", "button7")));
+                                              Command("Recording", ""), Command("", "button7")));
 }
 
 TEST_F(RibbonTest, an_enabled_ribbon_is_switched_on_at_the_end_of_a_load_and_off_at_the_close) {
@@ -322,7 +322,7 @@ TEST_F(RegistrarTest, the_name_is_given_when_functions_are_registered) {
     app.functions.Add(SimpleFunction(u"RibbonCallback"));
     app.events.AttachEarly();
     OpenAddIn();
-    EXPECT_THAT(host.TakeCallsOf("xlfRegister"), Contains(HasSubstr("\"Noting.RibbonCallback\"")));
+    EXPECT_THAT(host.TakeCallsOf("xlfRegister"), Contains(HasSubstr("\"Recording.RibbonCallback\"")));
     app.events.DetachAll();
 }
 

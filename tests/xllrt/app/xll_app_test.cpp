@@ -1,5 +1,5 @@
 #include "add_in_fixture.h"
-#include "tests/xllrt/event/noting_parts.h"
+#include "tests/xllrt/event/recording_parts.h"
 #include "xllrt/app/xll_exports.h"
 #include "xllrt/platform/module_handle.h"
 #include "xllrt/platform/module_path.h"
@@ -21,9 +21,9 @@ class AppTest : public AddInTest {};
 
 TEST_F(AppTest, the_last_one_constructed_is_the_instance) {
     EXPECT_EQ(CXllApp::Instance(), nullptr);
-    const NotingApp first(host);
+    const RecordingApp first(host);
     EXPECT_EQ(CXllApp::Instance(), &first);
-    const NotingApp second(host);
+    const RecordingApp second(host);
     EXPECT_EQ(CXllApp::Instance(), &second);
 }
 
@@ -106,7 +106,7 @@ TEST_F(AppTest, ribbon_callbacks_without_answer_get_a_default_by_their_type) {
 // ---- The process entry
 
 TEST_F(AppTest, attach_keeps_the_module_and_notifies_the_application) {
-    NotingApp app(host);
+    RecordingApp app(host);
     EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 1);
     EXPECT_EQ(ModuleHandle(), &app);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("OnProcessAttach"));
@@ -117,7 +117,7 @@ TEST_F(AppTest, attach_keeps_the_module_and_notifies_the_application) {
 }
 
 TEST_F(AppTest, an_application_can_have_the_module_refused) {
-    NotingApp app(host);
+    RecordingApp app(host);
     app.attach_result = 0;
     EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 0);
 }
@@ -127,7 +127,7 @@ TEST_F(AppTest, without_an_application_attach_works) {
 }
 
 TEST_F(AppTest, a_thread_start_changes_nothing_and_a_thread_end_destroys_its_state) {
-    NotingApp app(host);
+    RecordingApp app(host);
     ThisThreadState().staticResult.SetNumber(5.0);
     EXPECT_EQ(ProcessEntry(nullptr, ProcessReason::thread_attach), 1);
     EXPECT_EQ(ThisThreadState().staticResult.ToNumber(), 5.0);
@@ -182,7 +182,7 @@ TEST_F(AppTest, detach_clears_observers_functions_and_marks) {
 
 TEST_F(AppTest, a_registry_with_entries_is_held_from_load_to_close) {
     const WizardIntegration integration(host, true, true);
-    const NotingApp app(host, integration);
+    const RecordingApp app(host, integration);
     EXPECT_EQ(OpenAddIn(), 1);
     EXPECT_THAT(host.TakeCalls(), Contains("registry held"));
     CloseAddIn();
@@ -192,7 +192,7 @@ TEST_F(AppTest, a_registry_with_entries_is_held_from_load_to_close) {
 TEST_F(AppTest, an_empty_registry_and_one_that_cannot_be_readied_are_not_held_but_closed) {
     for (const bool has_entries : {false, true}) {
         const WizardIntegration integration(host, has_entries, !has_entries);
-        const NotingApp app(host, integration);
+        const RecordingApp app(host, integration);
         SetAddInOpened(false);
         EXPECT_EQ(OpenAddIn(), 1);
         EXPECT_THAT(host.TakeCalls(), Not(Contains("registry held")));
@@ -220,7 +220,7 @@ class ManagerInfoTest : public AddInTest {
         return record;
     }
 
-    NotingApp app{host};
+    RecordingApp app{host};
 };
 
 TEST_F(ManagerInfoTest, action_1_gives_the_name_whatever_its_type) {
@@ -233,7 +233,7 @@ TEST_F(ManagerInfoTest, action_1_gives_the_name_whatever_its_type) {
     text.val.str = units;
     for (XLOPER12* action : {&number, &integer, &text}) {
         XLOPER12* answer = xlAddInManagerInfo12(action);
-        EXPECT_EQ(Rendered(*answer), "\"Noting\"");
+        EXPECT_EQ(Rendered(*answer), "\"Recording\"");
         EXPECT_EQ(answer->xltype, static_cast<unsigned>(xltypeStr | xlbitDLLFree));
         xlAutoFree12(answer);
     }
@@ -259,7 +259,7 @@ TEST_F(ManagerInfoTest, an_action_that_cannot_be_coerced_gives_error_15) {
 TEST_F(ManagerInfoTest, the_narrow_entry_asks_in_the_narrow_family) {
     XLOPER action = Value<XLOPER>(1.0);
     XLOPER* answer = xlAddInManagerInfo(&action);
-    EXPECT_EQ(Rendered(*answer), "\"Noting\"");
+    EXPECT_EQ(Rendered(*answer), "\"Recording\"");
     EXPECT_EQ(answer->xltype, xltypeStr | xlbitDLLFree);
     xlAutoFree(answer);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("4 xlCoerce(1, 2048i)"));

@@ -1,5 +1,5 @@
 #include "add_in_fixture.h"
-#include "tests/xllrt/event/noting_parts.h"
+#include "tests/xllrt/event/recording_parts.h"
 
 #include <gmock/gmock.h>
 
@@ -23,7 +23,7 @@ class OpenTest : public AddInTest {
         return host.TakeCalls();
     }
 
-    NotingApp app{host};
+    RecordingApp app{host};
 };
 
 class CancellingObserver final : public CXlStaticEventObserver<CXllOpenEventArgs> {
@@ -55,7 +55,7 @@ const char* const kObserverRegistration =
 // ---- A load
 
 TEST_F(OpenTest, a_load_asks_the_host_in_this_order) {
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
     EXPECT_THAT(Open(1), ElementsAre("4 xlfGetWorkspace|xlIntl(2i)",       // the version
                                      "4 xlCoerce|xlIntl(\"14.0\", 2048i)", // as a number
                                      "12 xlfGetWorkspace(37)",             // the row letter
@@ -136,8 +136,8 @@ TEST_F(OpenTest, a_host_that_does_not_give_the_path_leaves_it_empty) {
 
 TEST_F(OpenTest, on_open_with_0_stops_the_load_quietly) {
     app.open_result = 0;
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
-    const NotingObserver observer(host, CXllCloseEvent::Chain(), "close");
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
+    const RecordingObserver observer(host, CXllCloseEvent::Chain(), "close");
     const std::vector<std::string> calls = Open(0);
     EXPECT_THAT(calls, Not(Contains(HasSubstr("xlcAlert"))));
     EXPECT_THAT(calls, Not(Contains(HasSubstr("xlfRegister"))));
@@ -156,7 +156,7 @@ TEST_F(OpenTest, a_set_cancel_mark_stops_the_load_quietly_after_all_observers_we
     ASSERT_EQ(chain, nullptr);
     const CancellingObserver first(host);
     const CancellingObserver second(host);
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
     app.events.AttachEarly();
     const std::vector<std::string> calls = Open(0);
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "cancelling observer"), 2);
@@ -197,11 +197,11 @@ TEST_F(OpenTest, if_the_user_accepts_the_add_in_is_loaded_without_the_functions)
 
 TEST_F(OpenTest, an_observer_that_throws_gives_the_alert_and_ends_the_load) {
     const ThrowingObserver observer;
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
     app.events.AttachEarly();
     const std::vector<std::string> calls = Open(0);
     EXPECT_EQ(calls.back(), "12 xlcAlert(\"Unexpected error during initialization:\nobserver failed\n"
-                            "Noting will not be opened\", 3)");
+                            "Recording will not be opened\", 3)");
     EXPECT_THAT(calls, Not(Contains(HasSubstr("xlfRegister"))));
     EXPECT_THAT(calls, Not(Contains("ribbon on")));
     EXPECT_FALSE(app.isOpenedMark);
@@ -261,8 +261,8 @@ TEST_F(OpenTest, other_exceptions_pass_through) {
 // ---- Closing
 
 TEST_F(OpenTest, closing_notifies_the_observers_and_then_the_application) {
-    const NotingObserver observer(host, CXllCloseEvent::Chain(), "close");
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
+    const RecordingObserver observer(host, CXllCloseEvent::Chain(), "close");
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
     Open(1);
     EXPECT_EQ(CloseAddIn(), 1);
     EXPECT_THAT(host.TakeCalls(), ElementsAre("close", "OnClose", "ribbon off"));
@@ -272,9 +272,9 @@ TEST_F(OpenTest, closing_notifies_the_observers_and_then_the_application) {
 }
 
 TEST_F(OpenTest, closing_after_a_failed_load_skips_observers_and_application) {
-    const NotingObserver observer(host, CXllCloseEvent::Chain(), "close");
+    const RecordingObserver observer(host, CXllCloseEvent::Chain(), "close");
     app.events.AttachRest();
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
     app.open_result = 0;
     Open(0);
     EXPECT_EQ(CloseAddIn(), 1);
@@ -283,10 +283,10 @@ TEST_F(OpenTest, closing_after_a_failed_load_skips_observers_and_application) {
 }
 
 TEST_F(OpenTest, a_ribbon_that_is_not_enabled_or_not_available_is_left_alone) {
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host, false, true), 0);
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host, false, true), 0);
     EXPECT_THAT(Open(1), Not(Contains("ribbon on")));
     CloseAddIn();
-    app.SetRibbonImpl(std::make_unique<NotingRibbon>(host, true, false), 0);
+    app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host, true, false), 0);
     CloseAddIn();
     EXPECT_THAT(host.TakeCalls(), Not(Contains("ribbon off")));
 }

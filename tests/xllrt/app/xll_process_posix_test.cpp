@@ -36,7 +36,7 @@ class ProcessSlotTest : public AddInTest {
 };
 
 TEST_F(ProcessSlotTest, a_module_without_a_slot_is_refused_and_the_application_is_not_notified) {
-    NotingApp app(host);
+    RecordingApp app(host);
     ProcessEntry(&app, ProcessReason::detach);
     host.TakeCalls();
     {
@@ -49,7 +49,7 @@ TEST_F(ProcessSlotTest, a_module_without_a_slot_is_refused_and_the_application_i
 }
 
 TEST_F(ProcessSlotTest, a_detach_gives_the_slot_back) {
-    NotingApp app(host);
+    RecordingApp app(host);
     ProcessEntry(&app, ProcessReason::attach);
     const std::size_t left = AllSlots().count();
     ProcessEntry(&app, ProcessReason::detach);

@@ -1,7 +1,7 @@
 // What the module's entry point does before and after it notifies the application.
 
 #include "add_in_fixture.h"
-#include "tests/xllrt/event/noting_integration.h"
+#include "tests/xllrt/event/recording_integration.h"
 #include "xllrt/platform/module_handle.h"
 
 #include <gmock/gmock.h>
@@ -69,7 +69,7 @@ TEST_F(ProcessTest, thread_starts_and_ends_do_not_notify_the_application_and_kee
 }
 
 TEST_F(AddInTest, a_refused_attach_leaves_the_entry_open) {
-    NotingApp app(host);
+    RecordingApp app(host);
     app.attach_result = 0;
     EXPECT_EQ(ProcessEntry(&app, ProcessReason::attach), 0);
     app.attach_result = 1;
@@ -78,8 +78,8 @@ TEST_F(AddInTest, a_refused_attach_leaves_the_entry_open) {
 }
 
 TEST_F(AddInTest, a_detach_ends_the_automation_that_events_have_started) {
-    const NotingIntegration integration;
-    NotingApp app(host, integration);
+    const RecordingIntegration integration;
+    RecordingApp app(host, integration);
     app.EnableEvent(8, true);
     EXPECT_THAT(integration.script.calls, ElementsAre("start", "connect"));
     app.OnProcessDetach();

@@ -1,8 +1,8 @@
 // An open after a failed one, of which nothing must remain.
 
 #include "add_in_fixture.h"
-#include "tests/xllrt/event/noting_integration.h"
-#include "tests/xllrt/event/noting_parts.h"
+#include "tests/xllrt/event/recording_integration.h"
+#include "tests/xllrt/event/recording_parts.h"
 
 #include <gmock/gmock.h>
 #include <stdexcept>
@@ -57,10 +57,10 @@ class ReopenTest : public AddInTest {
         return names;
     }
 
-    NotingIntegration integration;
-    NotingApp app{host, integration};
+    RecordingIntegration integration;
+    RecordingApp app{host, integration};
     BookObserver book_observer;
-    const NotingObserver close_observer{host, CXllCloseEvent::Chain(), "close observer"};
+    const RecordingObserver close_observer{host, CXllCloseEvent::Chain(), "close observer"};
 };
 
 TEST_F(ReopenTest, an_open_that_fails_to_connect_to_events_unregisters_and_then_shows_the_alert) {
@@ -68,7 +68,7 @@ TEST_F(ReopenTest, an_open_that_fails_to_connect_to_events_unregisters_and_then_
     EXPECT_THAT(calls, Contains("12 xlfUnregister(1)"));
     EXPECT_THAT(calls, Contains("12 xlfUnregister(2)"));
     EXPECT_EQ(calls.back(), "12 xlcAlert(\"Unexpected error during initialization:\nno events\n"
-                            "Noting will not be opened\", 3)");
+                            "Recording will not be opened\", 3)");
     EXPECT_THAT(FunctionNames(), ElementsAre(u"Func"));
     for (const CXlFunctionDescriptor* descriptor : app.functions.All())
         EXPECT_EQ(descriptor->registered, 0);
@@ -136,7 +136,7 @@ TEST_F(ReopenTest, an_exception_that_passes_leaves_nothing_either) {
 
 TEST_F(ReopenTest, a_failed_open_removes_the_hook_of_the_formula_dialog) {
     const WizardIntegration wizards(host, true, true);
-    NotingApp wizard_app(host, wizards);
+    RecordingApp wizard_app(host, wizards);
     host.On(xlfRegister, Reply{0, Reply::Error{xlerrValue}});
     EXPECT_EQ(OpenAddIn(), 0);
     std::vector<std::string> calls = host.TakeCalls();

@@ -1,7 +1,7 @@
 // The order of the steps of an open and of a close, and the state at each step.
 
 #include "add_in_fixture.h"
-#include "tests/xllrt/event/noting_parts.h"
+#include "tests/xllrt/event/recording_parts.h"
 
 #include <gmock/gmock.h>
 
@@ -38,7 +38,7 @@ class BookObserver final : public CXlEventStaticObserver<CXlWorkbookOpenEvent> {
 class StepsTest : public AddInTest {
   protected:
     StepsTest() {
-        app.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
+        app.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
         app.events.AttachEarly();
         host.present = [this] { return Present(); };
         host.On(xlfGetWorkspace, [this](const std::vector<std::string>& arguments) {
@@ -82,10 +82,10 @@ class StepsTest : public AddInTest {
 
     Reply registration{0, 1.0};
     const WizardIntegration integration{host, true, true};
-    NotingApp app{host, integration};
+    RecordingApp app{host, integration};
     OpenObserver open_observer{host};
-    const NotingObserver register_observer{host, CXlRegisterFunctionsEvent::Chain(), "register observer"};
-    const NotingObserver close_observer{host, CXllCloseEvent::Chain(), "close observer"};
+    const RecordingObserver register_observer{host, CXlRegisterFunctionsEvent::Chain(), "register observer"};
+    const RecordingObserver close_observer{host, CXllCloseEvent::Chain(), "close observer"};
     const BookObserver book_observer;
 };
 
@@ -109,7 +109,7 @@ TEST_F(StepsTest, an_open_takes_all_steps_in_this_order) {
                     "OnOpened, path, directory, help, observer function, events, separators, mark, open"));
 }
 
-TEST_F(StepsTest, an_open_that_the_application_stops_goes_on_with_the_ribbon) {
+TEST_F(StepsTest, an_open_that_the_application_stops_continues_with_the_ribbon) {
     app.open_result = 0;
     EXPECT_EQ(OpenAddIn(), 0);
     EXPECT_THAT(TakeSteps(), ElementsAre("version", "settings", "settings", "OnBeforeOpen, path, directory",
@@ -117,7 +117,7 @@ TEST_F(StepsTest, an_open_that_the_application_stops_goes_on_with_the_ribbon) {
     EXPECT_EQ(Present(), ", path, directory, mark");
 }
 
-TEST_F(StepsTest, an_open_that_an_observer_cancels_goes_on_with_the_ribbon) {
+TEST_F(StepsTest, an_open_that_an_observer_cancels_continues_with_the_ribbon) {
     open_observer.cancels = true;
     EXPECT_EQ(OpenAddIn(), 0);
     EXPECT_THAT(TakeSteps(), ElementsAre("version", "settings", "settings", "OnBeforeOpen, path, directory",
@@ -126,7 +126,7 @@ TEST_F(StepsTest, an_open_that_an_observer_cancels_goes_on_with_the_ribbon) {
     EXPECT_EQ(Present(), ", path, directory, mark");
 }
 
-TEST_F(StepsTest, an_open_that_the_user_declines_goes_on_with_the_ribbon) {
+TEST_F(StepsTest, an_open_that_the_user_declines_continues_with_the_ribbon) {
     registration = {0, Reply::Error{xlerrValue}};
     EXPECT_EQ(OpenAddIn(), 0);
     EXPECT_EQ(Present(), ", path, directory, help, mark") << "no events, no separators";
@@ -188,7 +188,7 @@ TEST_F(StepsTest, adding_notifies_the_application_before_it_gets_the_result) {
 TEST_F(StepsTest, the_parts_are_destroyed_in_this_order) {
     {
         CXllApp other(integration);
-        other.SetRibbonImpl(std::make_unique<NotingRibbon>(host), 0);
+        other.SetRibbonImpl(std::make_unique<RecordingRibbon>(host), 0);
         host.TakeCalls();
     }
     EXPECT_THAT(TakeSteps(), ElementsAre("ribbon gone", "helper gone", "registry gone", "detector gone"));

@@ -1,6 +1,6 @@
 // The numbers of the events of the host, and the static observers of all events.
 
-#include "noting_integration.h"
+#include "recording_integration.h"
 #include "tests/xllrt/app/add_in_fixture.h"
 #include "xllrt/app/observer_function.h"
 
@@ -54,8 +54,8 @@ class EventTable : public AddInTest {
         return numbers;
     }
 
-    NotingIntegration integration;
-    NotingApp app{host, integration};
+    RecordingIntegration integration;
+    RecordingApp app{host, integration};
 };
 
 // ---- Numbers
@@ -318,7 +318,7 @@ TEST_F(EventTable, process_detach_detaches_all_19) {
 TEST_F(EventTable, the_observer_function_is_named_after_the_file_up_to_its_last_dot) {
     const auto name_for = [&](const std::u16string& path) {
         host.path = path;
-        NotingApp fresh{host};
+        RecordingApp fresh{host};
         AddObserverFunction(fresh);
         return fresh.observerFunctionName;
     };

@@ -1,6 +1,6 @@
 // Observers, chains and the events that hold them.
 
-#include "noting_integration.h"
+#include "recording_integration.h"
 #include "xllrt/app/xll_app.h"
 #include "xllrt/event/app_events.h"
 #include "xllrt/fault/exceptions.h"
@@ -16,7 +16,7 @@ using testing::IsEmpty;
 using Notes = std::vector<std::string>;
 
 // An event that records the addition of its first and the removal of its last observer.
-class NotingEvent final : public CXlEvent<CXlEventArgs> {
+class RecordingEvent final : public CXlEvent<CXlEventArgs> {
   public:
     Notes notes;
 
@@ -25,9 +25,9 @@ class NotingEvent final : public CXlEvent<CXlEventArgs> {
     void OnNoObservers() override { notes.emplace_back("none"); }
 };
 
-class NotingObserver final : public CXlEventObserver<CXlEventArgs> {
+class RecordingObserver final : public CXlEventObserver<CXlEventArgs> {
   public:
-    NotingObserver(Notes& notes, std::string name) : notes_(notes), name_(std::move(name)) {}
+    RecordingObserver(Notes& notes, std::string name) : notes_(notes), name_(std::move(name)) {}
     void Notify(CXlEventArgs& /*args*/) override { notes_.push_back(name_); }
 
   private:
@@ -35,9 +35,9 @@ class NotingObserver final : public CXlEventObserver<CXlEventArgs> {
     std::string name_;
 };
 
-class NotingStaticObserver final : public CXlStaticEventObserver<CXlEventArgs> {
+class RecordingStaticObserver final : public CXlStaticEventObserver<CXlEventArgs> {
   public:
-    NotingStaticObserver(CXlStaticEventObserver*& head, Notes& notes, std::string name)
+    RecordingStaticObserver(CXlStaticEventObserver*& head, Notes& notes, std::string name)
         : CXlStaticEventObserver(head), notes_(notes), name_(std::move(name)) {}
     void Notify(CXlEventArgs& /*args*/) override { notes_.push_back(name_); }
 
@@ -61,30 +61,30 @@ Notes Notified(const CXlEvent<CXlEventArgs>& event, Notes& notes) {
 // ---- Observers of one event
 
 TEST(CXlEvent, observers_are_notified_in_the_order_in_which_they_were_added) {
-    NotingEvent event;
+    RecordingEvent event;
     Notes notes;
-    NotingObserver a(notes, "a");
-    NotingObserver b(notes, "b");
+    RecordingObserver a(notes, "a");
+    RecordingObserver b(notes, "b");
     event.AddObserver(&b);
     event.AddObserver(&a);
     EXPECT_THAT(Notified(event, notes), ElementsAre("b", "a"));
 }
 
 TEST(CXlEvent, the_first_observer_is_announced_and_a_second_is_not) {
-    NotingEvent event;
+    RecordingEvent event;
     Notes notes;
-    NotingObserver a(notes, "a");
-    NotingObserver b(notes, "b");
+    RecordingObserver a(notes, "a");
+    RecordingObserver b(notes, "b");
     event.AddObserver(&a);
     event.AddObserver(&b);
     EXPECT_THAT(event.notes, ElementsAre("first"));
 }
 
 TEST(CXlEvent, removing_the_last_observer_is_announced_and_removing_the_first_of_two_is_not) {
-    NotingEvent event;
+    RecordingEvent event;
     Notes notes;
-    NotingObserver a(notes, "a");
-    NotingObserver b(notes, "b");
+    RecordingObserver a(notes, "a");
+    RecordingObserver b(notes, "b");
     event.AddObserver(&a);
     event.AddObserver(&b);
     event.notes.clear();
@@ -102,16 +102,16 @@ TEST(CXlEvent, the_first_observer_is_announced_before_it_is_in_the_list) {
     };
     Refusing event;
     Notes notes;
-    NotingObserver a(notes, "a");
+    RecordingObserver a(notes, "a");
     EXPECT_THROW(event.AddObserver(&a), CXlRuntimeException);
     EXPECT_THAT(Notified(event, notes), IsEmpty());
 }
 
 TEST(CXlEvent, removing_an_object_that_is_not_an_observer_changes_nothing_and_announces_nothing) {
-    NotingEvent event;
+    RecordingEvent event;
     Notes notes;
-    NotingObserver a(notes, "a");
-    NotingObserver stranger(notes, "stranger");
+    RecordingObserver a(notes, "a");
+    RecordingObserver stranger(notes, "stranger");
     event.AddObserver(&a);
     event.notes.clear();
     event.RemoveObserver(&stranger);
@@ -120,18 +120,18 @@ TEST(CXlEvent, removing_an_object_that_is_not_an_observer_changes_nothing_and_an
 }
 
 TEST(CXlEvent, removing_from_an_event_without_observers_announces_nothing) {
-    NotingEvent event;
+    RecordingEvent event;
     Notes notes;
-    NotingObserver a(notes, "a");
+    RecordingObserver a(notes, "a");
     event.RemoveObserver(&a);
     EXPECT_THAT(event.notes, IsEmpty());
 }
 
 TEST(CXlEvent, an_observer_added_twice_is_notified_twice_and_removed_once) {
-    NotingEvent event;
+    RecordingEvent event;
     Notes notes;
-    NotingObserver a(notes, "a");
-    NotingObserver b(notes, "b");
+    RecordingObserver a(notes, "a");
+    RecordingObserver b(notes, "b");
     event.AddObserver(&a);
     event.AddObserver(&b);
     event.AddObserver(&a);
@@ -141,11 +141,11 @@ TEST(CXlEvent, an_observer_added_twice_is_notified_twice_and_removed_once) {
 }
 
 TEST(CXlEvent, an_exception_from_an_observer_ends_the_notification) {
-    NotingEvent event;
+    RecordingEvent event;
     Notes notes;
-    NotingObserver a(notes, "a");
+    RecordingObserver a(notes, "a");
     ThrowingObserver throwing;
-    NotingObserver b(notes, "b");
+    RecordingObserver b(notes, "b");
     event.AddObserver(&a);
     event.AddObserver(&throwing);
     event.AddObserver(&b);
@@ -159,9 +159,9 @@ TEST(CXlEvent, an_exception_from_an_observer_ends_the_notification) {
 TEST(CXlStaticEventObserver, observers_of_a_chain_are_notified_in_the_reverse_order_of_their_construction) {
     CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
     Notes notes;
-    const NotingStaticObserver a(head, notes, "a");
-    const NotingStaticObserver b(head, notes, "b");
-    NotingEvent event;
+    const RecordingStaticObserver a(head, notes, "a");
+    const RecordingStaticObserver b(head, notes, "b");
+    RecordingEvent event;
     event.AttachChain(head);
     EXPECT_THAT(Notified(event, notes), ElementsAre("b", "a"));
     EXPECT_THAT(event.notes, ElementsAre("first"));
@@ -170,9 +170,9 @@ TEST(CXlStaticEventObserver, observers_of_a_chain_are_notified_in_the_reverse_or
 TEST(CXlStaticEventObserver, a_detached_chain_is_not_notified) {
     CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
     Notes notes;
-    const NotingStaticObserver a(head, notes, "a");
-    const NotingStaticObserver b(head, notes, "b");
-    NotingEvent event;
+    const RecordingStaticObserver a(head, notes, "a");
+    const RecordingStaticObserver b(head, notes, "b");
+    RecordingEvent event;
     event.AttachChain(head);
     event.DetachChain(head);
     EXPECT_THAT(Notified(event, notes), IsEmpty());
@@ -183,11 +183,11 @@ TEST(CXlStaticEventObserver, a_destroyed_observer_leaves_its_chain_at_any_positi
     for (int which = 0; which < 3; ++which) {
         CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
         Notes notes;
-        std::vector<std::unique_ptr<NotingStaticObserver>> observers;
+        std::vector<std::unique_ptr<RecordingStaticObserver>> observers;
         for (const char* name : {"a", "b", "c"})
-            observers.push_back(std::make_unique<NotingStaticObserver>(head, notes, name));
+            observers.push_back(std::make_unique<RecordingStaticObserver>(head, notes, name));
         observers.erase(observers.begin() + which);
-        NotingEvent event;
+        RecordingEvent event;
         event.AttachChain(head);
         const std::vector<Notes> expected{{"c", "b"}, {"c", "a"}, {"b", "a"}};
         EXPECT_EQ(Notified(event, notes), expected[static_cast<std::size_t>(which)]);
@@ -198,7 +198,7 @@ TEST(CXlStaticEventObserver, the_last_observer_leaves_an_empty_chain) {
     CXlStaticEventObserver<CXlEventArgs>* head = nullptr;
     Notes notes;
     {
-        const NotingStaticObserver a(head, notes, "a");
+        const RecordingStaticObserver a(head, notes, "a");
         EXPECT_NE(head, nullptr);
     }
     EXPECT_EQ(head, nullptr);
@@ -206,7 +206,7 @@ TEST(CXlStaticEventObserver, the_last_observer_leaves_an_empty_chain) {
 
 TEST(CXlStaticEventObserver, every_event_has_a_separate_chain) {
     Notes notes;
-    const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
+    const RecordingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
     CXlAppEvents events;
     events.AttachEarly();
     events.AttachRest();
@@ -220,8 +220,8 @@ TEST(CXlStaticEventObserver, every_event_has_a_separate_chain) {
 
 TEST(CXlAppEvents, opening_and_registering_are_attached_early_and_the_others_are_not) {
     Notes notes;
-    const NotingStaticObserver registering(CXlRegisterFunctionsEvent::Chain(), notes, "register");
-    const NotingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
+    const RecordingStaticObserver registering(CXlRegisterFunctionsEvent::Chain(), notes, "register");
+    const RecordingStaticObserver closing(CXllCloseEvent::Chain(), notes, "close");
     CXlAppEvents events;
     events.AttachEarly();
     EXPECT_THAT(Notified(events.registerFunctions, notes), ElementsAre("register"));

@@ -1,6 +1,6 @@
 // Events of the host: switching on, raising, and the call of the handler.
 
-#include "noting_integration.h"
+#include "recording_integration.h"
 #include "xllrt/app/xll_app.h"
 #include "xllrt/event/event_call.h"
 
@@ -38,7 +38,7 @@ class RaisingTest : public testing::Test {
         };
     }
 
-    NotingIntegration integration;
+    RecordingIntegration integration;
     CXllApp app{integration};
     XlHostObject book{u"Book1"};
     XlHostObject sheet{u"Book1!Sheet1"};

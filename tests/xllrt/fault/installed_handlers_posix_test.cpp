@@ -183,7 +183,7 @@ TEST_F(AddInInHostOfFaults, installs_the_handlers_while_it_is_open) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
-            NotingApp application(host);
+            RecordingApp application(host);
             OpenAddIn();
             UseGuard();
             ExitOnFailure(!IsTreatedBy(SIGSEGV, ExitWithSignal), 1);
@@ -198,7 +198,7 @@ TEST_F(AddInInHostOfFaults, installs_no_handlers_if_it_cannot_be_opened) {
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
-            NotingApp application(host);
+            RecordingApp application(host);
             application.open_result = 0;
             OpenAddIn();
             _exit(AreAllTreatedBy(ExitWithSignal) ? 0 : 1);
@@ -210,7 +210,7 @@ TEST_F(AddInInHostOfFaults, restores_the_handlers_when_its_module_is_unloaded_wi
     EXPECT_EXIT(
         {
             TreatAllBy(ExitWithSignal);
-            NotingApp application(host);
+            RecordingApp application(host);
             OpenAddIn();
             ProcessEntry(nullptr, ProcessReason::detach);
             _exit(AreAllTreatedBy(ExitWithSignal) ? 0 : 1);

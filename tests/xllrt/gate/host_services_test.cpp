@@ -31,7 +31,7 @@ class HostServices : public AddInTest {
         return {letters.narrowRow, letters.narrowColumn};
     }
 
-    NotingApp app{host};
+    RecordingApp app{host};
 };
 
 // ---- Items of the workspace

@@ -20,7 +20,7 @@ class RegistrationTest : public AddInTest {
 
     bool Register() { return RegisterAll(app); }
 
-    NotingApp app{host};
+    RecordingApp app{host};
 };
 
 TEST_F(RegistrationTest, a_function_is_registered_with_all_its_values) {
@@ -310,7 +310,7 @@ TEST_F(RegistrationTest, the_question_names_what_failed_in_the_hosts_window) {
     EXPECT_THAT(
         host.TakeCalls(),
         ElementsAre("4 xlGetHwnd()", "find window XLMAIN 4660",
-                    AllOf(HasSubstr("ask Add-in Load Failure: The following functions in Noting failed "
+                    AllOf(HasSubstr("ask Add-in Load Failure: The following functions in Recording failed "
                                     "to register:\n"),
                           HasSubstr("\nOne\nTwo\n\nDo you wish to continue loading the add-in?"))));
     host.says_yes = true;

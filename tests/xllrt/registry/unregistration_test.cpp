@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 class UnregistrationTest : public AddInTest {
   protected:
-    NotingApp app{host};
+    RecordingApp app{host};
 };
 
 TEST_F(UnregistrationTest, a_wide_function_is_unregistered_with_these_calls) {

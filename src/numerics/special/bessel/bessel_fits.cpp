@@ -36,20 +36,25 @@ constexpr asymptotic_fit fit_order_1 = {
     {1.0, 0.183105e-2, -0.3516396496e-4, 0.2457520174e-5, -0.240337019e-6},
     {0.04687499995, -0.2002690873e-3, 0.8449199096e-5, -0.88228987e-6, 0.105787412e-6}};
 
+struct asymptotic_terms {
+    asymptotic_terms(double x, const asymptotic_fit& fit)
+        : z(8.0 / x), sine_of_phase(sine(x - fit.shift)), cosine_of_phase(cosine(x - fit.shift)),
+          p(polynomial(z * z, fit.p)), q(polynomial(z * z, fit.q)), size(std::sqrt(two_over_pi / x)) {}
+
+    double z;
+    double sine_of_phase, cosine_of_phase;
+    double p, q;
+    double size;
+};
+
 double asymptotic_j(double ax, const asymptotic_fit& fit) {
-    const double z = 8.0 / ax;
-    const double y = z * z;
-    const double phase = ax - fit.shift;
-    return std::sqrt(two_over_pi / ax) *
-           (cosine(phase) * polynomial(y, fit.p) - z * sine(phase) * polynomial(y, fit.q));
+    const asymptotic_terms at(ax, fit);
+    return at.size * (at.cosine_of_phase * at.p - at.z * at.sine_of_phase * at.q);
 }
 
 double asymptotic_y(double x, const asymptotic_fit& fit) {
-    const double z = 8.0 / x;
-    const double y = z * z;
-    const double phase = x - fit.shift;
-    return std::sqrt(two_over_pi / x) *
-           (sine(phase) * polynomial(y, fit.p) + z * cosine(phase) * polynomial(y, fit.q));
+    const asymptotic_terms at(x, fit);
+    return at.size * (at.sine_of_phase * at.p + at.z * at.cosine_of_phase * at.q);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "numerics/special/bessel/bessel_integer.h"
 
 #include "base/failure.h"
+#include "base/interruption.h"
 #include "numerics/special/bessel/bessel_fits.h"
 #include "numerics/special/trigonometry.h"
 
@@ -44,7 +45,7 @@ double recurred_upward(std::int32_t n, double two_over_x, double sign, double f0
         before = at;
         at = next;
         // Further steps change nothing.
-        if (at != at || (sign > 0.0 && before == at && (at == infinity || at == 0.0)))
+        if (at != at || (sign > 0.0 && before == at && (at == infinity || at == 0.0)) || is_interrupted_at(j))
             break;
     }
     return at;
@@ -87,7 +88,7 @@ double miller_j(std::int32_t n, double ax) {
         adds = !adds;
         if (j == n)
             value = above;
-        if (at != at)
+        if (at != at || is_interrupted_at(j))
             return at;
         // The value has underflowed, and its divisor will be positive and finite.
         if (j < n && value == 0.0 && scaling_keeps_up(factor))

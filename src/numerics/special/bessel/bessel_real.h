@@ -18,9 +18,11 @@
 // Error texts, after each of which all four outputs are 0; NAME is math_func_bessjy or math_func_bessik:
 //   "ERROR:   x must be > 0 in NAME().\n"
 //   "ERROR:   nu must be >= 0 in NAME().\n"
-//   "ERROR: x too large in NAME(); try asymptotic expansion.\n"  the first continued fraction does not
-//   converge "ERROR: series failed to converge in NAME().\n" "ERROR: cf2 failed to converge in NAME().\n" nor
-//   does the second one
+//   "ERROR: x too large in NAME(); try asymptotic expansion.\n"
+//       the first continued fraction does not converge
+//   "ERROR: series failed to converge in NAME().\n"
+//   "ERROR: cf2 failed to converge in NAME().\n"
+//       the second one does not converge
 
 #include "base/text_str.h"
 

@@ -1,0 +1,42 @@
+#include "cli/columns/bad_cells.h"
+
+#include <ostream>
+
+namespace metrify {
+
+namespace {
+
+std::string about(bad_cells::kind what, std::string_view cell) {
+    constexpr std::size_t longest = 40;
+    switch (what) {
+    case bad_cells::kind::empty:
+        return "empty";
+    case bad_cells::kind::missing:
+        return "missing";
+    case bad_cells::kind::too_large:
+        return std::string(cell) + " is too large for the result";
+    case bad_cells::kind::no_number:
+        break;
+    }
+    if (cell.size() > longest)
+        return std::string(cell.substr(0, longest)) + "... is no number";
+    return std::string(cell) + " is no number";
+}
+
+} // namespace
+
+void bad_cells::add(kind what, std::uint64_t row, std::string_view column, std::string_view cell) {
+    if (++count_ <= most_shown)
+        shown_.push_back("row " + std::to_string(row) + ", column " + std::string(column) + ": " +
+                         about(what, cell));
+}
+
+void bad_cells::report(std::ostream& err) const {
+    err << "metrify: " << count_ << (count_ == 1 ? " cell is" : " cells are") << " not converted\n";
+    for (const std::string& cell : shown_)
+        err << "  " << cell << '\n';
+    if (count_ > shown_.size())
+        err << "  and " << count_ - shown_.size() << " more\n";
+}
+
+} // namespace metrify

@@ -1,0 +1,158 @@
+#include "cli/columns/columns_command.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace metrify;
+
+struct outcome {
+    int status = 0;
+    std::string out = {};
+    std::string err = {};
+};
+
+// Doubles the numbers. The input is read in pieces of the given size.
+outcome doubled(std::string_view text, const columns_options& options = {}, std::size_t piece = 1U << 20U) {
+    conversion_plan plan;
+    plan.slope = 2.0;
+    std::ostringstream out;
+    std::ostringstream err;
+    const auto read = [&](char* to, std::size_t size) {
+        const std::size_t count = text.copy(to, std::min(size, piece));
+        text.remove_prefix(count);
+        return static_cast<std::ptrdiff_t>(count);
+    };
+    const int status = convert_columns(plan, options, {read, 0, out, err, nullptr});
+    return {status, out.str(), err.str()};
+}
+
+columns_options columns(const std::string& list) {
+    columns_options options;
+    options.columns = list;
+    return options;
+}
+
+TEST(convert_columns, converts_one_number_a_line) {
+    const outcome it = doubled("1\n2.5\n-3e2\n");
+    EXPECT_EQ(it.status, 0);
+    EXPECT_EQ(it.out, "2\n5\n-600\n");
+    EXPECT_EQ(it.err, "");
+}
+TEST(convert_columns, converts_an_empty_input) {
+    EXPECT_EQ(doubled("").out, "");
+    EXPECT_EQ(doubled("").status, 0);
+}
+TEST(convert_columns, finds_columns_by_name_and_by_number) {
+    const std::string text = "name,height,depth\nx,1,2\ny,3,4\n";
+    EXPECT_EQ(doubled(text, columns("height,3")).out, "name,height,depth\nx,2,4\ny,6,8\n");
+    EXPECT_EQ(doubled(text, columns("depth")).out, "name,height,depth\nx,1,4\ny,3,8\n");
+    EXPECT_EQ(doubled("a,\"b,c\"\n1,2\n", columns("\"b,c\"")).out, "a,\"b,c\"\n1,4\n");
+}
+TEST(convert_columns, recognises_names_in_the_first_row_by_the_chosen_cells) {
+    EXPECT_EQ(doubled("5,a\n1,2\n", columns("1")).out, "10,a\n2,2\n");
+    EXPECT_EQ(doubled("h\n1\n").out, "h\n2\n");
+    EXPECT_EQ(doubled("h\n1\n").status, 0);
+}
+TEST(convert_columns, is_told_whether_the_first_row_holds_names) {
+    columns_options options = columns("1");
+    options.header = true;
+    EXPECT_EQ(doubled("5\n1\n", options).out, "5\n2\n");
+    options.header = false;
+    EXPECT_EQ(doubled("h\n1\n", options).status, 1);
+    options.columns = "h";
+    EXPECT_EQ(doubled("h\n1\n", options).status, 2);
+}
+TEST(convert_columns, leaves_every_other_byte_as_it_is) {
+    const std::string text = "\"a\"\" ,\",1,\xFF, x\r\n,\"2\",\n\"line\nbreak\", 3 ,\r\nlast,4";
+    columns_options options = columns("2");
+    options.header = false;
+    EXPECT_EQ(doubled(text, options).out, "\"a\"\" ,\",2,\xFF, x\r\n,\"4\",\n\"line\nbreak\",6,\r\nlast,8");
+}
+TEST(convert_columns, converts_a_column_once_if_it_is_given_twice) {
+    EXPECT_EQ(doubled("h,1\n3,4\n", columns("h,1")).out, "h,1\n6,4\n");
+}
+TEST(convert_columns, uses_another_delimiter) {
+    columns_options options = columns("2");
+    options.delimiter = '\t';
+    EXPECT_EQ(doubled("1,1\t2\n", options).out, "1,1\t4\n");
+}
+TEST(convert_columns, leaves_cells_that_are_no_number_and_names_them) {
+    const outcome it = doubled("a,h\nx,1\ny,\nz,n/a\nw\nv,1e308\n", columns("h"));
+    EXPECT_EQ(it.status, 1);
+    EXPECT_EQ(it.out, "a,h\nx,2\ny,\nz,n/a\nw\nv,1e308\n");
+    EXPECT_EQ(it.err, "metrify: 4 cells are not converted\n"
+                      "  row 3, column h: empty\n"
+                      "  row 4, column h: n/a is no number\n"
+                      "  row 5, column h: missing\n"
+                      "  row 6, column h: 1e308 is too large for the result\n");
+}
+TEST(convert_columns, names_the_first_ten_bad_cells_only) {
+    std::string text = "1\n";
+    for (int i = 0; i < 12; ++i)
+        text += "x\n";
+    const std::string err = doubled(text).err;
+    EXPECT_EQ(err.find("metrify: 12 cells are not converted\n  row 2, column 1: x is no number\n"), 0U)
+        << err;
+    EXPECT_NE(err.find("  row 11, column 1: x is no number\n  and 2 more\n"), std::string::npos) << err;
+    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 12);
+}
+TEST(convert_columns, has_to_be_told_which_of_several_columns) {
+    const outcome it = doubled("1,2\n");
+    EXPECT_EQ(it.status, 2);
+    EXPECT_EQ(it.out, "");
+    EXPECT_EQ(it.err, "metrify: there are 2 columns; choose with --columns\n");
+}
+TEST(convert_columns, names_the_columns_that_there_are) {
+    EXPECT_EQ(doubled("a,b c\n1,2\n", columns("c")).err,
+              "metrify: there is no column 'c'; the columns are 'a' 'b c'\n");
+}
+TEST(convert_columns, ignores_a_byte_order_mark) {
+    EXPECT_EQ(doubled("\xEF\xBB\xBF"
+                      "1\n")
+                  .out,
+              "2\n");
+}
+TEST(convert_columns, writes_objects_of_JSON) {
+    columns_options options = columns("height");
+    options.as_json = true;
+    const outcome it = doubled("name,height\r\n\"a \"\"b\"\"\",1.5\nc,\n,x\n", options);
+    EXPECT_EQ(it.out, "{\"name\":\"a \\\"b\\\"\",\"height\":3}\n"
+                      "{\"name\":\"c\",\"height\":null}\n"
+                      "{\"name\":\"\",\"height\":\"x\"}\n");
+    EXPECT_EQ(it.status, 1);
+}
+TEST(convert_columns, writes_arrays_of_JSON_without_names) {
+    columns_options options = columns("1");
+    options.as_json = true;
+    EXPECT_EQ(doubled("1,a\n2,b\n", options).out, "[2,\"a\"]\n[4,\"b\"]\n");
+}
+TEST(convert_columns, does_not_depend_on_the_pieces_that_are_read) {
+    const std::string text = "h,t\r\n1,\"a\nb\"\r\n\"2\",c\n3,\"\"\"\"\n";
+    const std::string converted = "h,t\r\n2,\"a\nb\"\r\n\"4\",c\n6,\"\"\"\"\n";
+    for (std::size_t piece = 1; piece <= text.size(); ++piece)
+        EXPECT_EQ(doubled(text, columns("h"), piece).out, converted) << piece;
+}
+TEST(convert_columns, reports_a_quote_without_its_end) {
+    const std::string text = "1\n\"" + std::string(17000000, 'x');
+    const outcome it = doubled(text, {}, text.size());
+    EXPECT_EQ(it.status, 2);
+    EXPECT_EQ(it.err, "metrify: row 2 is too long; is there a quote without its end?\n");
+}
+TEST(convert_columns, reports_an_input_that_cannot_be_read) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const auto fail = [](char*, std::size_t) {
+        errno = EISDIR;
+        return std::ptrdiff_t{-1};
+    };
+    EXPECT_EQ(convert_columns({}, {}, {fail, 0, out, err, nullptr}), 2);
+    EXPECT_EQ(err.str(), "metrify: Is a directory\n");
+}
+
+} // namespace

@@ -1,0 +1,41 @@
+#include "cli/short_form.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+using arguments = std::vector<std::string>;
+using metrify::with_convert_added;
+
+TEST(short_form, of_a_conversion_begins_with_its_number) {
+    EXPECT_EQ(with_convert_added({"3.5", "ft", "m"}), (arguments{"convert", "3.5", "ft", "m"}));
+    EXPECT_EQ(with_convert_added({"-2e3", "m"}), (arguments{"convert", "-2e3", "m"}));
+}
+
+TEST(short_form, can_have_flags_before_the_number) {
+    EXPECT_EQ(with_convert_added({"--flag", "3", "m"}), (arguments{"--flag", "convert", "3", "m"}));
+}
+
+TEST(short_form, is_not_seen_in_the_value_of_an_option) {
+    EXPECT_EQ(with_convert_added({"-e", "3"}), (arguments{"-e", "3"}));
+    EXPECT_EQ(with_convert_added({"--execute", "3"}), (arguments{"--execute", "3"}));
+}
+
+TEST(short_form, follows_the_value_of_an_option) {
+    EXPECT_EQ(with_convert_added({"--units", "own.units", "3", "pace"}),
+              (arguments{"--units", "own.units", "convert", "3", "pace"}));
+    EXPECT_EQ(with_convert_added({"--units"}), (arguments{"--units"}));
+}
+
+TEST(short_form, can_begin_with_a_text_that_only_resembles_a_number) {
+    EXPECT_EQ(with_convert_added({"1/2", "in"}), (arguments{"convert", "1/2", "in"}));
+}
+
+TEST(short_form, leaves_commands_as_they_are) {
+    for (const arguments& given : {arguments{}, {"units", "3"}, {"--help"}, {"x3", "m"}, {""}})
+        EXPECT_EQ(with_convert_added(given), given);
+}
+
+} // namespace
