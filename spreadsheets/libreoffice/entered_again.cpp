@@ -37,8 +37,13 @@ Reference<XArrayFormulaRange> ArrayOf(const Reference<XSpreadsheet>& sheet, cons
     return Reference<XArrayFormulaRange>(cursor, UNO_QUERY_THROW);
 }
 
+// Without the mark of add-in functions in files of Excel. Calc writes unknown names in small letters.
+OUString Unmarked(const OUString& formula) {
+    return formula.replaceAll("_xll.metrify(", "METRIFY(");
+}
+
 void EnterAgain(const Reference<XSpreadsheet>& sheet, const Reference<XCell>& cell) {
-    const OUString formula = cell->getFormula();
+    const OUString formula = Unmarked(cell->getFormula());
     // The formula of an array is in braces.
     if (formula.startsWith("{"))
         ArrayOf(sheet, cell)->setArrayFormula(formula.copy(1, formula.getLength() - 2));

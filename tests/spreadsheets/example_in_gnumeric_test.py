@@ -19,7 +19,7 @@ except ModuleNotFoundError as missing:
 
 def calculated(folder, build):
     book = folder / "example.xlsx"
-    workbook.make_example(book)
+    workbook.make_example(book, "gnumeric")
     subprocess.run(["ssconvert", "--recalc", book, folder / "calculated.xlsx"], check=True, capture_output=True,
                    timeout=120, env=dict(os.environ, GNUMERIC_PLUGIN_PATH=str(build / "gnumeric")))
     return book, workbook.read_values(folder / "calculated.xlsx")

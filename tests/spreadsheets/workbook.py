@@ -110,9 +110,9 @@ def with_values(formula, sheet):
     return REFERENCE.sub(literal, formula)
 
 
-def make_example(file, *options):
-    """Writes the example workbook."""
-    subprocess.run([EXAMPLE, *options, file], check=True)
+def make_example(file, program):
+    """Writes the example workbook for a program."""
+    subprocess.run([EXAMPLE, "--for", program, file], check=True)
 
 
 def example_values(file, sheet_program):

@@ -160,7 +160,7 @@ class InCalc(unittest.TestCase):
 
     def test_the_example_workbook_has_the_values_of_the_test_host(self):
         book = self.calc.folder / "example.xlsx"
-        workbook.make_example(book, "--calc")
+        workbook.make_example(book, "calc")
         value = workbook.read_values(self.calc.convert(book, "xlsx"))
         for cell, expected in workbook.example_values(book, SHEET_PROGRAM):
             with self.subTest(sheet=cell.sheet, row=cell.row, column=cell.column):
@@ -213,18 +213,21 @@ class InOffice(unittest.TestCase):
             time.sleep(0.25)
         self.assertTrue(self.shown.read_text().endswith("/metrify.oxt/units.html"))
 
-    def test_formulas_of_a_workbook_from_excel_are_recognised_by_a_menu_item(self):
-        book = self.calc.folder / "excel.xlsx"
-        workbook.make_example(book)
-        document = self.office.new("com.sun.star.frame.Desktop").loadComponentFromURL(book.as_uri(), "_blank", 0, ())
-        cells = [document.Sheets.getByName(sheet).getCellRangeByName(cell)
-                 for sheet, cell in (("Converter", "E5"), ("Converter", "F5"), ("Pump", "D5"), ("Errors", "B14"))]
-        self.assertEqual([cell.String for cell in cells], ["#NAME?", "#NAME?", "#NAME?", "#DIV/0!"])
+    def test_a_menu_item_recognises_the_formulas_of_workbooks_from_other_programs(self):
         self.assertEqual(self.menu("AddonMenu").getByName("org.metrify.Formulas").URL,
                          "service:org.metrify.MenuItems?formulas")
-        self.office.new("org.metrify.MenuItems").trigger("formulas")
-        self.assertEqual([cell.String for cell in cells], ["179.832", "cm\n\n", "5.68", "#DIV/0!"])
-        document.close(True)
+        for program in ("excel", "gnumeric"):
+            with self.subTest(program):
+                book = self.calc.folder / (program + ".xlsx")
+                workbook.make_example(book, program)
+                desktop = self.office.new("com.sun.star.frame.Desktop")
+                document = desktop.loadComponentFromURL(book.as_uri(), "_blank", 0, ())
+                places = (("Converter", "E5"), ("Converter", "F5"), ("Pump", "D5"), ("Errors", "B14"))
+                cells = [document.Sheets.getByName(sheet).getCellRangeByName(cell) for sheet, cell in places]
+                self.assertEqual([cell.String for cell in cells], ["#NAME?", "#NAME?", "#NAME?", "#DIV/0!"])
+                self.office.new("org.metrify.MenuItems").trigger("formulas")
+                self.assertEqual([cell.String for cell in cells], ["179.832", "cm\n\n", "5.68", "#DIV/0!"])
+                document.close(True)
 
 
 class Package(unittest.TestCase):
