@@ -7,6 +7,8 @@
 #include <pybind11/numpy.h>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace py = pybind11;
 
@@ -114,14 +116,29 @@ void apply(const metrify_plan& plan, const py::array& from, py::array& to) {
 }
 
 py::array new_result_array(const py::array& from) {
-    if ((from.flags() & py::array::c_style) != 0)
+    if (from.ndim() == 1 || (from.flags() & py::array::c_style) != 0)
         return py::array_t<double>(std::vector<py::ssize_t>(from.shape(), from.shape() + from.ndim()));
     // The numbers are in the same order in memory.
     return py::module_::import("numpy").attr("empty_like")(from);
 }
 
+// From the first byte of an array to the end of the last one.
+std::pair<const char*, const char*> extent(const py::array& array) {
+    const char* begin = static_cast<const char*>(array.data());
+    const char* end = begin + sizeof(double);
+    for (py::ssize_t i = 0; i < array.ndim(); ++i) {
+        const py::ssize_t distance = array.strides(i) * (array.shape(i) - 1);
+        (distance < 0 ? begin : end) += distance;
+    }
+    return {begin, end};
+}
+
 bool overlap(const py::array& a, const py::array& b) {
-    return py::cast<bool>(py::module_::import("numpy").attr("may_share_memory")(a, b));
+    if (a.size() == 0)
+        return false;
+    const auto [a_begin, a_end] = extent(a);
+    const auto [b_begin, b_end] = extent(b);
+    return a_begin < b_end && b_begin < a_end;
 }
 
 py::array convert_array(const metrify_plan& plan, py::array from, const py::object& out) {

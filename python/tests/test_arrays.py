@@ -90,7 +90,15 @@ def test_the_result_can_replace_the_numbers():
     np.testing.assert_allclose(array, expected, rtol=1e-15)
 
 
-@pytest.mark.parametrize("source, target", [(np.s_[:-1], np.s_[1:]), (np.s_[1:], np.s_[:-1]), (np.s_[1:], np.s_[:0:-1])])
+@pytest.mark.parametrize(
+    "source, target",
+    [
+        (np.s_[:-1], np.s_[1:]),
+        (np.s_[1:], np.s_[:-1]),
+        (np.s_[1:], np.s_[:0:-1]),
+        (np.s_[:500], np.s_[599:99:-1]),
+    ],
+)
 def test_the_result_can_overlap_the_numbers(source, target):
     array = numbers((1000,))
     expected = array[source] * 1000.0

@@ -130,7 +130,7 @@ def test_more_pairs_of_units_than_are_remembered_are_converted():
 def test_numbers_are_converted_without_numpy():
     program = (
         "import sys; sys.modules['numpy'] = None\n"
-        "import metrify; print(round(metrify.convert(3.5, 'ft', 'm'), 6))"
+        "import metrify; print(round(metrify.convert(3.5, 'ft', 'm'), 6), metrify.convert(2, 'km', 'm'))"
     )
     result = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True)
-    assert (result.stdout, result.stderr) == ("1.0668\n", "")
+    assert (result.stdout, result.stderr) == ("1.0668 2000.0\n", "")

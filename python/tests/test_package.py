@@ -6,6 +6,7 @@ import os
 import pathlib
 import re
 import subprocess
+import sys
 
 import metrify
 from metrify import _metrify
@@ -48,6 +49,25 @@ def test_the_version_is_that_of_the_command_and_the_metadata():
 
 
 FOLDER = pathlib.Path(metrify.__file__).parent
+
+
+def test_the_installed_package_is_complete(tmp_path):
+    subprocess.run(
+        ["cmake", "--install", os.environ["METRIFY_BUILD"], "--component", "python", "--prefix", tmp_path],
+        check=True,
+        stdout=subprocess.DEVNULL,
+    )
+    installed = tmp_path / "lib" / "python3" / "dist-packages"
+    assert {str(path.relative_to(tmp_path)) for path in tmp_path.rglob("*") if path.is_file()} == {
+        str((installed / path.relative_to(FOLDER.parent)).relative_to(tmp_path))
+        for path in FOLDER.parent.rglob("*")
+        if path.is_file()
+    }
+    program = "import metrify; print(metrify.__file__, metrify.cells(1, 'km', 'm')[0])"
+    shown = subprocess.run(
+        [sys.executable, "-c", program], env={"PYTHONPATH": str(installed)}, capture_output=True, text=True
+    )
+    assert (shown.stdout, shown.stderr) == (f"{installed}/metrify/__init__.py 1000.0\n", "")
 
 
 def stub():
