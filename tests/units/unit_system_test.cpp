@@ -161,6 +161,13 @@ TEST_F(unit_systems, read_a_user_unit_in_an_exception_with_the_meaning_of_the_mo
     EXPECT_EQ(matching(in_s), "none");
 }
 
+TEST_F(unit_systems, read_an_exception_also_if_a_user_unit_is_defined_before_it_is_first_used) {
+    work_text err;
+    EXPECT_EQ(read("(N)"), "");
+    store_user_unit("foo", scalar(2, in_m), err.str);
+    EXPECT_EQ(matching(in_N), "N");
+}
+
 TEST_F(unit_systems, answer_in_the_singular_in_MKS_only) {
     EXPECT_EQ(answer(system_MKS, "(N)"), " Default units = MKS with 1 exception.\n");
     EXPECT_EQ(answer(system_cgs, "(N)"), " Default units = cgs with 1 exceptions.\n");
