@@ -1,55 +1,156 @@
 // One conversion through the function of the worksheet, compared with the floor, the least work that the task
-// needs, and, if installed, with a units library that parses both unit texts on every call.
+// needs, and, if installed, with a units library that parses both unit texts on every call. Each pair of
+// units is repeated, so that it is in the table, or runs its line.
 
-#include "base/number_text.h"
-#include "bench/unit_pairs.h"
+#include "bench/floors.h"
 #include "conversion/conversion.h"
+#include "conversion/conversion_plan.h"
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
-#include <cstring>
+#include <chrono>
+#include <limits>
+#include <thread>
+#include <vector>
 
 namespace {
 
 using metrify_bench::unit_pair;
 
-template <const auto& pairs>
+using Convert = metrify::conversion (*)(double, std::string_view, std::string_view);
+
+template <const auto& pairs, Convert convert>
 void conversion(benchmark::State& state) {
     for (auto _ : state)
         for (const unit_pair& pair : pairs)
-            benchmark::DoNotOptimize(metrify::convert_units(3.5, pair.from, pair.to));
+            benchmark::DoNotOptimize(convert(3.5, pair.from, pair.to));
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(std::size(pairs)));
 }
-BENCHMARK(conversion<metrify_bench::simple_pairs>)->Name("conversion/simple");
-BENCHMARK(conversion<metrify_bench::compound_pairs>)->Name("conversion/compound");
+BENCHMARK(conversion<metrify_bench::simple_pairs, metrify::convert_units>)->Name("conversion/simple");
+BENCHMARK(conversion<metrify_bench::compound_pairs, metrify::convert_units>)->Name("conversion/compound");
+BENCHMARK(conversion<metrify_bench::simple_pairs, metrify::convert_units_by_line>)
+    ->Name("conversion_by_line/simple");
+BENCHMARK(conversion<metrify_bench::compound_pairs, metrify::convert_units_by_line>)
+    ->Name("conversion_by_line/compound");
 
-// The least work of any implementation: the number is formatted into a line with both texts, read again and
-// multiplied, and the answer is formatted.
 template <const auto& pairs>
 void conversion_floor(benchmark::State& state) {
-    for (auto _ : state) {
-        for (const unit_pair& pair : pairs) {
-            double val = 3.5;
-            benchmark::DoNotOptimize(val);
-            metrify::number_buffer buffer;
-            char line[256];
-            const std::string_view digits = metrify::format_double(val, buffer);
-            char* end = line;
-            for (const std::string_view piece : {digits, std::string_view(" "), std::string_view(pair.from),
-                                                 std::string_view("; "), std::string_view(pair.to)}) {
-                std::memcpy(end, piece.data(), piece.size());
-                end += piece.size();
-            }
-            *end = '\0';
-            benchmark::DoNotOptimize(line);
-            double number = 0.0;
-            metrify::read_double(line, number);
-            metrify::number_buffer answer;
-            benchmark::DoNotOptimize(metrify::format_double(number * 0.3048, answer));
-        }
-    }
+    for (auto _ : state)
+        for (const unit_pair& pair : pairs)
+            metrify_bench::floor_of_conversion(3.5, pair);
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(std::size(pairs)));
 }
 BENCHMARK(conversion_floor<metrify_bench::simple_pairs>)->Name("conversion_floor/simple");
 BENCHMARK(conversion_floor<metrify_bench::compound_pairs>)->Name("conversion_floor/compound");
+
+using Clock = std::chrono::steady_clock;
+
+template <class Body>
+double seconds_of(Body body) {
+    const Clock::time_point start = Clock::now();
+    body();
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// The time of the body in the fastest of several rounds, which excludes the time of other programs.
+template <class Body>
+void keep_quickest(double& seconds, Body body) {
+    seconds = std::min(seconds, seconds_of(body));
+}
+
+// Each way and the floor in turn, so that all have the same neighbours.
+template <const auto& pairs>
+void conversion_ratio(benchmark::State& state) {
+    constexpr int rounds = 300;
+    double floor = std::numeric_limits<double>::max();
+    double repeated = floor;
+    double by_line = floor;
+    const auto all = [](auto convert) {
+        for (int i = 0; i < 20; ++i)
+            for (const unit_pair& pair : pairs)
+                convert(pair);
+    };
+    for (auto _ : state) {
+        for (int i = 0; i < rounds; ++i) {
+            keep_quickest(
+                floor, [&] { all([](const unit_pair& p) { metrify_bench::floor_of_conversion(3.5, p); }); });
+            keep_quickest(
+                repeated,
+                [&] {
+                    all([](const unit_pair& p) {
+                        benchmark::DoNotOptimize(metrify::convert_units(3.5, p.from, p.to));
+                    });
+                });
+            keep_quickest(by_line, [&] {
+                all([](const unit_pair& p) {
+                    benchmark::DoNotOptimize(metrify::convert_units_by_line(3.5, p.from, p.to));
+                });
+            });
+        }
+    }
+    state.counters["ns_of_floor"] = floor * 1e9 / (20.0 * std::size(pairs));
+    state.counters["ratio_repeated"] = repeated / floor;
+    state.counters["ratio_by_line"] = by_line / floor;
+}
+BENCHMARK(conversion_ratio<metrify_bench::simple_pairs>)
+    ->Name("conversion_ratio/simple")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(conversion_ratio<metrify_bench::compound_pairs>)
+    ->Name("conversion_ratio/compound")
+    ->Unit(benchmark::kMillisecond);
+
+// The same number of conversions in each thread.
+void two_threads(benchmark::State& state) {
+    const auto work = [] {
+        for (int i = 0; i < 5000; ++i)
+            for (const unit_pair& pair : metrify_bench::compound_pairs)
+                benchmark::DoNotOptimize(metrify::convert_units(3.5, pair.from, pair.to));
+    };
+    double one = std::numeric_limits<double>::max();
+    double two = one;
+    for (auto _ : state) {
+        for (int i = 0; i < 10; ++i) {
+            keep_quickest(one, [&work] { const std::jthread first(work); });
+            keep_quickest(two, [&work] {
+                const std::jthread first(work);
+                const std::jthread second(work);
+            });
+        }
+    }
+    state.counters["times_one_thread"] = 2.0 * one / two;
+}
+BENCHMARK(two_threads)->Name("conversion/two_threads")->Unit(benchmark::kMillisecond);
+
+// The plain loop, compiled as well as it can be.
+__attribute__((optimize("O3"), noinline)) void plain_loop(const double* from, double* to, std::size_t count,
+                                                          double a, double b) {
+    for (std::size_t i = 0; i < count; ++i)
+        to[i] = from[i] * a + b;
+}
+
+// A column of numbers, in the cache and in memory.
+void column(benchmark::State& state) {
+    const auto size = static_cast<std::size_t>(state.range(0));
+    const std::vector<double> from(size, 20.0);
+    std::vector<double> to(size);
+    metrify::conversion_plan plan;
+    std::string message;
+    if (!metrify::make_conversion_plan("degC", "degF", plan, message))
+        state.SkipWithError(message.c_str());
+    double ours = std::numeric_limits<double>::max();
+    double plain = ours;
+    for (auto _ : state) {
+        for (int i = 0; i < 20; ++i) {
+            keep_quickest(ours, [&] { plan.apply(from, to); });
+            benchmark::DoNotOptimize(to.data());
+            keep_quickest(plain,
+                          [&] { plain_loop(from.data(), to.data(), size, plan.slope, plan.intercept); });
+            benchmark::DoNotOptimize(to.data());
+        }
+    }
+    state.counters["ns_per_number"] = ours * 1e9 / static_cast<double>(size);
+    state.counters["speed_of_plain_loop"] = plain / ours;
+}
+BENCHMARK(column)->Arg(1 << 14)->Arg(1 << 22)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -22,6 +22,19 @@ class LoadedAddIn {
 
     metrify::host::Host& host() { return host_; }
 
+    /// The part of the host in a call: the function must ask it for its release and return the answer.
+    void AskRelease() {
+        char16_t text[] = u"\7Release";
+        metrify::XLOPER12 item{};
+        item.xltype = metrify::xltypeStr;
+        item.val.str = text;
+        metrify::XLOPER12* argument = &item;
+        metrify::XLOPER12 release{};
+        host_.Call12(metrify::xlfInfo, &release, 1, &argument);
+        metrify::XLOPER12* answer = &release;
+        host_.Call12(metrify::xlFree, nullptr, 1, &answer);
+    }
+
     /// A whole call, including the return of the result.
     void Call(double val, const char16_t* in_units, const char16_t* out_units) const {
         metrify::XLOPER12* result = convert_(val, in_units, out_units);

@@ -2,10 +2,7 @@
 // evaluations.
 
 #include "bench/blocks.h"
-#include "language/driver.h"
-#include "machine/func_block.h"
-#include "machine/solver_binding.h"
-#include "machine/variables.h"
+#include "bench/bound_block.h"
 #include "numerics/solve/minimise.h"
 #include "numerics/solve/multi_dim_root.h"
 #include "numerics/solve/one_dim_root.h"
@@ -18,34 +15,18 @@
 namespace {
 
 using namespace metrify;
-
-packed_reference variable(const std::string& name) {
-    return {static_cast<std::int32_t>(find_var(name)->number), 0};
-}
+using metrify_bench::run_program;
+using metrify_bench::variable;
 
 /// The name of a numbered variable. Indices start at 0, names at 1.
 std::string numbered(const char* letter, std::size_t i) {
     return std::string(letter).append(std::to_string(i + 1));
 }
 
-// Keeps the block and the variables of the program, which a run would release at its end.
-void run_program(const std::string& text) {
-    interpret_dimensional_input_lines("1");
-    static std::string kept;
-    kept = text;
-    work_text out;
-    work_text err;
-    run_lines("", cursor(kept.c_str()), out.str, err.str);
-}
-
 void block(benchmark::State& state, bool has_units) {
     const auto statements = static_cast<std::size_t>(state.range(0));
-    run_program(metrify_bench::block_program(statements, has_units));
-    allocate_solver_binding(1, 1);
-    record_independent(0, variable("x"));
-    record_dependent(0, variable("y"));
     work_text err;
-    bound_function& f = bound_block(); // as a method sees it
+    bound_function& f = metrify_bench::bind_x_and_y(metrify_bench::block_program(statements, has_units));
     double x = 1.5;
     double y = 0.0;
     for (auto _ : state) {

@@ -29,8 +29,11 @@ void fill_cells(CXlOper& result, const conversion& answer) {
 } // namespace
 
 double host_release_number() {
-    CXlOper item;
-    item.SetText("Release");
+    // A counted text, which is not copied. The host does not write to it.
+    XLOPER12 record{};
+    record.xltype = xltypeStr;
+    record.val.str = const_cast<XCHAR*>(u"\7Release");
+    const CXlOper item = CXlOper::Wrap12(&record);
     CXlOper release;
     return Call(release, xlfInfo, item) == xlretSuccess ? release.ToNumber() : 0.0;
 }

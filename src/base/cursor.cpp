@@ -44,7 +44,10 @@ cursor after_plain_blanks(cursor p) {
 } // namespace
 
 void detail::skip_from(cursor& expptr) {
-    skip<true>(expptr);
+    // Mostly there are blanks alone.
+    expptr = after_plain_blanks(expptr);
+    if (*expptr == '#' || *expptr == '\\')
+        skip<true>(expptr);
 }
 
 void skip_blanks(cursor& expptr) {
@@ -52,10 +55,13 @@ void skip_blanks(cursor& expptr) {
 }
 
 void skip_to_line_end(cursor& expptr) {
-    for (; !at_line_end(expptr); ++expptr.at) {
-        skip_blanks_and_comments(expptr);
+    for (;;) {
+        while (!detail::has_class(*expptr, detail::class_skipped | detail::class_line_end) &&
+               !at_stop_pointer(expptr))
+            ++expptr.at;
         if (at_line_end(expptr))
             return;
+        detail::skip_from(expptr);
     }
 }
 

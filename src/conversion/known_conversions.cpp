@@ -6,6 +6,7 @@
 #include "machine/operators.h"
 #include "units/plain_units.h"
 
+#include <algorithm>
 #include <array>
 
 namespace metrify {
@@ -14,19 +15,54 @@ namespace {
 
 constexpr std::string_view end_of_listing = "\n\n";
 
-/// One entry for each value of the hash's lowest bits: a new conversion replaces the one there.
-struct conversion_table {
-    std::array<known_conversion, 64> entries;
+// Never 0.
+std::uint32_t hash_of(std::string_view in_units, std::string_view out_units) {
+    std::uint64_t hash = name_hash_seed;
+    for (const char c : in_units)
+        hash = add_to_name_hash(hash, c);
+    hash = add_to_name_hash(hash, ';');
+    for (const char c : out_units)
+        hash = add_to_name_hash(hash, c);
+    // The low bits depend on the low bits of the characters only.
+    return static_cast<std::uint32_t>(hash >> 32U) | 1U;
+}
 
-    known_conversion& entry_of(std::string_view in_units, std::string_view out_units) {
-        std::uint64_t hash = name_hash_seed;
-        for (const char c : in_units)
-            hash = add_to_name_hash(hash, c);
-        hash = add_to_name_hash(hash, ';');
-        for (const char c : out_units)
-            hash = add_to_name_hash(hash, c);
-        return entries[(hash >> 32U) % entries.size()];
+/// The hash of a conversion chooses its first place. It is at the first free one of eight, or has replaced
+/// one of them, each in turn.
+class conversion_table {
+  public:
+    const known_conversion* find(std::uint32_t hash, std::string_view in_units, std::string_view out_units) {
+        for (std::size_t step = 0; step < steps; ++step) {
+            const std::size_t place = place_of(hash, step);
+            if (hashes_[place] == 0)
+                return nullptr;
+            if (hashes_[place] == hash && entries_[place].is_between(in_units, out_units))
+                return &entries_[place];
+        }
+        return nullptr;
     }
+
+    const known_conversion* add(std::uint32_t hash, const known_conversion& made) {
+        std::size_t step = 0;
+        while (step < steps && hashes_[place_of(hash, step)] != 0)
+            ++step;
+        if (step == steps)
+            step = next_replaced_++ % steps;
+        const std::size_t place = place_of(hash, step);
+        hashes_[place] = hash;
+        entries_[place] = made;
+        return &entries_[place];
+    }
+
+  private:
+    static constexpr std::size_t size = 64;
+    static constexpr std::size_t steps = 8;
+
+    static std::size_t place_of(std::uint32_t hash, std::size_t step) { return ((hash >> 8U) + step) % size; }
+
+    std::array<std::uint32_t, size> hashes_ = {}; // 0 for a free place
+    std::array<known_conversion, size> entries_;
+    std::size_t next_replaced_ = 0;
 };
 
 // True if a value in the one unit can be shown in the other.
@@ -42,10 +78,9 @@ bool is_compatible(const unit_scale& in, const unit_scale& out) {
 } // namespace
 
 bool known_conversion::is_between(std::string_view in_units, std::string_view out_units) const {
-    const std::string_view text(text_, length_);
-    return text.size() == in_units.size() + out_units.size() + end_of_listing.size() &&
-           in_units.size() == in_length_ && text.substr(0, in_length_) == in_units &&
-           text.substr(in_length_, out_units.size()) == out_units;
+    return in_units.size() == in_length_ && out_units.size() == out_length_ &&
+           std::equal(in_units.begin(), in_units.end(), text_) &&
+           std::equal(out_units.begin(), out_units.end(), text_ + in_length_);
 }
 
 bool known_conversion::prepare(std::string_view in_units, std::string_view out_units) {
@@ -63,6 +98,7 @@ bool known_conversion::prepare(std::string_view in_units, std::string_view out_u
     out_factor_ = out.factor;
     out_offset_ = out.offset;
     in_length_ = static_cast<std::uint8_t>(in_units.size());
+    out_length_ = static_cast<std::uint8_t>(out_units.size());
     unit_cell_ = static_cast<std::uint8_t>(in_units.size() + request);
     std::size_t length = 0;
     for (const std::string_view part : {in_units, out_units, end_of_listing})
@@ -75,15 +111,13 @@ const known_conversion* find_known_conversion(std::string_view in_units, std::st
     // A report of an earlier run is written by the next statement.
     if (pending_report() != report_kind::none)
         return nullptr;
-    known_conversion& entry = thread_object<conversion_table>().entry_of(in_units, out_units);
-    if (entry.is_between(in_units, out_units))
-        return &entry;
+    const std::uint32_t hash = hash_of(in_units, out_units);
+    auto& table = thread_object<conversion_table>();
+    if (const known_conversion* const known = table.find(hash, in_units, out_units))
+        return known;
     reset_calculator(); // units that a program has defined are not known here
     known_conversion made;
-    if (!made.prepare(in_units, out_units))
-        return nullptr;
-    entry = made;
-    return &entry;
+    return made.prepare(in_units, out_units) ? table.add(hash, made) : nullptr;
 }
 
 } // namespace metrify

@@ -36,8 +36,9 @@ class known_conversion {
     double out_factor_ = 1.0;
     double out_offset_ = 0.0;
     std::uint8_t in_length_ = 0;
+    std::uint8_t out_length_ = 0;
     std::uint8_t unit_cell_ = 0; // where it begins
-    std::uint8_t length_ = 0;    // 0 for an unused entry
+    std::uint8_t length_ = 0;
     char text_[longest];
 };
 

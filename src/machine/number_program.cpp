@@ -30,6 +30,19 @@ bool is_scalar_in(const dim_value& v, const exponents& units) {
     return (in_units | difference(v.comp[1], v.comp[2])) == 0 && v.kind == 0;
 }
 
+// Most steps are one of four operators. Without a call of theirs the numbers stay in registers.
+inline bool run_operator(number_handler handler, number& left, number right) {
+    if (handler == multiply)
+        return multiply(left, right);
+    if (handler == add)
+        return add(left, right);
+    if (handler == subtract)
+        return subtract(left, right);
+    if (handler == divide)
+        return divide(left, right);
+    return handler(left, right);
+}
+
 template <class T>
 std::span<const T> part(const std::vector<T>& all, std::size_t first, std::size_t count) {
     return {all.data() + first, count};
@@ -82,7 +95,7 @@ bool number_program::run(const replay_statement& statement, dim_value& result, c
         bool is_done = true;
         if (step.operate != nullptr) {
             const number right = step.operand != nullptr ? number{step.operand[0], step.operand[1]} : *--end;
-            is_done = step.operate(end[-1], right);
+            is_done = run_operator(step.operate, end[-1], right);
         } else if (step.operand != nullptr) {
             *end++ = {step.operand[0], step.operand[1]};
         } else {

@@ -4,7 +4,7 @@ namespace metrify {
 
 const default_system* match_default_system(cursor& expptr) {
     for (const default_system& row : default_systems)
-        if (match_keyword(true, true, expptr, row.name) == 0)
+        if (*expptr == row.name.front() && match_keyword(true, true, expptr, row.name) == 0)
             return &row;
     return nullptr;
 }

@@ -149,8 +149,12 @@ bool is_exponentiated_base_unit(cursor& expptr, unit_scale& target, unit_parse& 
         !get_unit_exponent(expptr, exponent, parse, name, err))
         return false;
     ++parse.unit_count;
-    target.factor *= exponent == 1.0 ? unit.comp[0] : std::pow(unit.comp[0], exponent);
-    unit.dim *= exponent;
+    if (exponent == 1.0) {
+        target.factor *= unit.comp[0];
+    } else {
+        target.factor *= std::pow(unit.comp[0], exponent);
+        unit.dim *= exponent;
+    }
     target.dim += unit.dim;
     if (is_not_finite(target.factor)) {
         fail(parse, err, overflow_message);

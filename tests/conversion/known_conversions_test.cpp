@@ -1,4 +1,5 @@
 #include "conversion/conversion.h"
+#include "conversion/known_conversions.h"
 #include "machine/calculator.h"
 #include "tests/allocations.h"
 #include "tests/testing.h"
@@ -11,6 +12,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -129,12 +131,27 @@ TEST(known_conversions, have_texts_of_a_limited_length) {
     EXPECT_FALSE(is_computed_without_a_line(longer.substr(0, 78), "m"));
 }
 TEST(known_conversions, tell_texts_apart_by_where_the_first_ends) {
-    // Some of these two share a place in the table.
-    for (std::size_t blanks = 0; blanks < 75; ++blanks) {
-        const std::string padding(blanks, ' ');
-        EXPECT_TRUE(agrees_with_the_line(2.0, "m", "mm" + padding)) << blanks;
-        EXPECT_TRUE(agrees_with_the_line(2.0, "mm", "m" + padding)) << blanks;
-    }
+    known_conversion known;
+    ASSERT_TRUE(known.prepare("m", "mm"));
+    EXPECT_TRUE(known.is_between("m", "mm"));
+    EXPECT_FALSE(known.is_between("mm", "m"));
+    EXPECT_FALSE(known.is_between("", "mmm"));
+}
+TEST(known_conversions, are_kept_for_twenty_pairs_at_once) {
+    // A new thread has an empty table.
+    std::jthread([] {
+        std::array<const known_conversion*, 20> first = {};
+        for (int run = 0; run < 2; ++run)
+            for (std::size_t i = 0; i < first.size(); ++i) {
+                const std::string_view unit = all_units()[i].name;
+                const known_conversion* const known = find_known_conversion(unit, unit);
+                ASSERT_NE(known, nullptr) << unit;
+                if (run == 0)
+                    first[i] = known;
+                EXPECT_EQ(known, first[i]) << unit;
+                EXPECT_EQ(known->unit_cell(), std::string(unit) + "\n\n");
+            }
+    }).join();
 }
 
 TEST(known_conversions, do_not_use_units_of_a_program) {

@@ -5,7 +5,9 @@
 #include "xllrt/value/record_memory.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace metrify {
@@ -20,12 +22,40 @@ int CallHost(int function, XLOPER12& result, int count, XLOPER12** arguments) {
     return Excel12v(function, &result, count, arguments);
 }
 
+// The most arguments of a call that allocates nothing: as many as the narrow family has.
+constexpr std::size_t kUsualArguments = RecordFamily<XLOPER>::kMaxArguments;
+
+// Pointers, of which the usual number needs no memory.
+template <class Pointer>
+class PointerList {
+  public:
+    explicit PointerList(std::size_t capacity) {
+        if (capacity > usual_.size()) {
+            many_.resize(capacity);
+            pointers_ = many_.data();
+        }
+    }
+    PointerList(const PointerList&) = delete;
+    PointerList& operator=(const PointerList&) = delete;
+
+    void Add(Pointer pointer) { pointers_[count_++] = pointer; }
+    std::size_t Count() const { return count_; }
+    Pointer* Data() { return pointers_; }
+    std::span<const Pointer> All() const { return {pointers_, count_}; }
+
+  private:
+    std::array<Pointer, kUsualArguments> usual_;
+    std::vector<Pointer> many_;
+    Pointer* pointers_ = usual_.data();
+    std::size_t count_ = 0;
+};
+
 // The records of a call in one family: those of the arguments if they have one in that family, otherwise
 // conversions, which exist as long as the list.
 template <class Record>
 class Marshaller {
   public:
-    explicit Marshaller(std::size_t count) { records_.reserve(count); }
+    explicit Marshaller(std::size_t count) : records_(count) {}
 
     // Returns 0, or the code for an argument that cannot be passed.
     int Add(const CXlOper* argument) {
@@ -33,7 +63,7 @@ class Marshaller {
         const unsigned state = argument ? argument->State() : 0U;
         if (state & RecordFamily<Record>::kValid)
             // The host takes plain pointers, and does not write through them.
-            records_.push_back(const_cast<Record*>(argument->RecordIn<Record>()));
+            records_.Add(const_cast<Record*>(argument->RecordIn<Record>()));
         else if (state & RecordFamily<Other>::kValid)
             return AddConverted(argument->RecordIn<Other>());
         else
@@ -41,8 +71,8 @@ class Marshaller {
         return xlretSuccess;
     }
 
-    int Count() const { return static_cast<int>(records_.size()); }
-    Record** Records() { return records_.data(); }
+    int Count() const { return static_cast<int>(records_.Count()); }
+    Record** Records() { return records_.Data(); }
 
   private:
     template <class Other>
@@ -51,11 +81,11 @@ class Marshaller {
         bool allocated = false;
         if (!CopyRecord(&converted, source, allocated))
             return kRetWrongFamily;
-        records_.push_back(&converted);
+        records_.Add(&converted);
         return xlretSuccess;
     }
 
-    std::vector<Record*> records_;
+    PointerList<Record*> records_;
     std::vector<std::unique_ptr<RecordOwner<Record>>> converted_;
 };
 
@@ -73,12 +103,13 @@ int CallInFamily(CXlOper& result, int function, OperPointers arguments) {
     return code;
 }
 
-std::vector<const CXlOper*> PointersTo(std::span<const CXlOper> values) {
-    std::vector<const CXlOper*> pointers;
-    pointers.reserve(values.size());
+// Calls with pointers to the values.
+template <class Call>
+int WithPointers(std::span<const CXlOper> values, Call call) {
+    PointerList<const CXlOper*> pointers(values.size());
     for (const CXlOper& value : values)
-        pointers.push_back(&value);
-    return pointers;
+        pointers.Add(&value);
+    return call(pointers.All());
 }
 
 } // namespace
@@ -93,7 +124,8 @@ int CallArray12(CXlOper& result, int function, OperPointers arguments) {
 }
 
 int CallArray12(CXlOper& result, int function, std::span<const CXlOper> arguments) {
-    return CallArray12(result, function, PointersTo(arguments));
+    return WithPointers(
+        arguments, [&](OperPointers pointers) { return CallArray12(result, function, pointers); });
 }
 
 int Call4(CXlOper& result, int function, OperPointers arguments) {
@@ -102,7 +134,8 @@ int Call4(CXlOper& result, int function, OperPointers arguments) {
 }
 
 int Call4(CXlOper& result, int function, std::span<const CXlOper> arguments) {
-    return Call4(result, function, PointersTo(arguments));
+    return WithPointers(
+        arguments, [&](OperPointers pointers) { return Call4(result, function, pointers); });
 }
 
 int CallNoArgs(CXlOper& result, int function) {
@@ -110,10 +143,10 @@ int CallNoArgs(CXlOper& result, int function) {
 }
 
 int CallVa(CXlOper& result, int function, int count, std::va_list arguments) {
-    std::vector<const CXlOper*> pointers(static_cast<std::size_t>(std::max(count, 0)));
-    for (const CXlOper*& pointer : pointers)
-        pointer = va_arg(arguments, const CXlOper*);
-    return CallArray(result, CallMode::by_host_flag, function, pointers);
+    PointerList<const CXlOper*> pointers(static_cast<std::size_t>(std::max(count, 0)));
+    for (int i = 0; i < count; ++i)
+        pointers.Add(va_arg(arguments, const CXlOper*));
+    return CallArray(result, CallMode::by_host_flag, function, pointers.All());
 }
 
 } // namespace metrify

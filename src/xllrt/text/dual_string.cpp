@@ -22,7 +22,7 @@ CXlDualString::~CXlDualString() {
 }
 
 void CXlDualString::Release() {
-    if ((state_ & kNarrowOwned) != 0)
+    if ((state_ & kNarrowOwned) != 0 && narrow_ != short_narrow_)
         delete[] narrow_;
     if ((state_ & kWideOwned) != 0)
         delete[] wide_;
@@ -31,10 +31,23 @@ void CXlDualString::Release() {
     state_ = 0;
 }
 
+// A short text of ASCII characters is the same in every code page, and needs no memory. False for any other.
+bool CXlDualString::NarrowPlainText() {
+    for (std::size_t i = 0; i < kShortText && wide_[i] < 0x80; ++i) {
+        short_narrow_[i] = static_cast<char>(wide_[i]);
+        if (wide_[i] == 0)
+            return true;
+    }
+    return false;
+}
+
 const char* CXlDualString::Narrow() {
     if (!narrow_) {
         const bool is_empty = !wide_ || *wide_ == 0;
-        narrow_ = is_empty ? "" : NewCopy(ToNarrow(wide_));
+        if (is_empty)
+            narrow_ = "";
+        else
+            narrow_ = NarrowPlainText() ? short_narrow_ : NewCopy(ToNarrow(wide_));
         state_ |= is_empty ? kNarrowPresent : kNarrowPresent | kNarrowOwned;
     }
     return narrow_;

@@ -4,6 +4,7 @@
 
 #include "xllrt/text/xchar.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -37,11 +38,15 @@ class CXlDualString {
     std::uint16_t State() const { return state_; }
 
   private:
+    bool NarrowPlainText();
     void Release();
+
+    static constexpr std::size_t kShortText = 48;
 
     const char* narrow_ = nullptr;
     const XCHAR* wide_ = nullptr;
     std::uint16_t state_ = 0;
+    char short_narrow_[kShortText]; // NOLINT: set when narrow_ points at it
 };
 
 } // namespace metrify

@@ -61,9 +61,11 @@ void DeepFreeRecord(Record& record) {
 
 // ---- Texts
 
-// Makes the record a counted text. The first unit holds the length, truncated to its width.
-template <class Record, class Unit>
-void StoreText(Record& record, std::basic_string_view<Unit> text) {
+// Makes the record a counted text. The first unit holds the length, truncated to its width. Narrow units in a
+// wide record are ASCII.
+template <class Record, class Source>
+void StoreText(Record& record, std::basic_string_view<Source> text) {
+    using Unit = typename RecordFamily<Record>::Unit;
     auto counted = std::make_unique<Unit[]>(text.size() + 1);
     counted[0] = static_cast<Unit>(static_cast<typename RecordFamily<Record>::Length>(text.size()));
     std::copy(text.begin(), text.end(), &counted[1]);
@@ -269,7 +271,11 @@ void MakeText(XLOPER& record, std::u16string_view text) {
 }
 
 void MakeText(XLOPER12& record, std::string_view text) {
-    StoreText(record, std::u16string_view(ToWide(text)));
+    const bool is_ascii = std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; });
+    if (is_ascii)
+        StoreText(record, text);
+    else
+        StoreText(record, std::u16string_view(ToWide(text)));
 }
 
 void MakeText(XLOPER12& record, std::u16string_view text) {
