@@ -94,6 +94,10 @@ double as_listed(double x) {
 
 } // namespace
 
+conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units) {
+    return convert_units_by_line(val, in_units, out_units, {});
+}
+
 conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units,
                                  const std::string& unit_definitions) {
     number_buffer number;

@@ -28,8 +28,11 @@ struct conversion {
 /// Converts val, rounded to six significant digits, from one unit expression to another.
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units);
 
-/// The same, always by running the line, with further units; see language/unit_definitions.h.
+/// The same, always by running the line.
+conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units);
+
+/// The same with further units; see language/unit_definitions.h.
 conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units,
-                                 const std::string& unit_definitions = {});
+                                 const std::string& unit_definitions);
 
 } // namespace metrify
