@@ -4,6 +4,8 @@
 #include "cli/columns/columns_command.h"
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/plot/plot_command.h"
+#include "cli/program_text.h"
 #include "cli/short_form.h"
 #include "cli/standard_input.h"
 
@@ -31,8 +33,8 @@ constexpr const char* about_forms =
 constexpr const char* about_statuses =
     "Exit status:\n"
     "  0    success; also a run with statements that failed, unless --strict is given\n"
-    "  1    an error cell, nothing found, cells of `columns` that are no numbers,\n"
-    "       or with --strict a statement that failed\n"
+    "  1    an error cell, nothing found, nothing to draw, cells of `columns` that are\n"
+    "       no numbers, or with --strict a statement that failed\n"
     "  2    wrong usage, input that can't be read, output that can't be written\n"
     "  130  interrupted by Ctrl-C\n";
 
@@ -81,6 +83,18 @@ void add_columns_options(CLI::App& app, columns_arguments& columns) {
     app.add_option("FILE", columns.file, "a file, or - for standard input, which is the default");
 }
 
+void add_plot_options(CLI::App& app, plot_arguments& plot) {
+    app.add_option("--over", plot.over, "the variable of the block and its range, e.g. 'x = 0 .. 10 m'")
+        ->required();
+    app.add_option_function<std::string>(
+           "--of", [&plot](const std::string& request) { plot.of.push_back(request); },
+           "a variable that the block computes, and its units, e.g. 'y; ft'; several make several lines")
+        ->required()
+        ->trigger_on_parse();
+    app.add_option("-o,--output", plot.output, "an .svg or .png file, drawn by gnuplot; text if omitted");
+    app.add_option("--points", plot.points, "the number of points")->capture_default_str();
+}
+
 int run(const std::vector<std::string>& arguments) {
     CLI::App app(about_forms, "metrify");
     app.footer(about_statuses);
@@ -109,6 +123,12 @@ int run(const std::vector<std::string>& arguments) {
         app.add_subcommand("columns", "Convert columns of a CSV file, or one number a line");
     add_columns_options(*of_columns, columns);
 
+    plot_arguments plot;
+    CLI::App* draw = app.add_subcommand("plot", "Draw what the block of a program computes");
+    std::string plotted_file;
+    draw->add_option("PROGRAM", plotted_file, "a program with a block, or - for standard input")->required();
+    add_plot_options(*draw, plot);
+
     std::string filter;
     CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
     units->add_option("TEXT", filter, "list only units whose name contains it");
@@ -134,10 +154,16 @@ int run(const std::vector<std::string>& arguments) {
         return units_command(filter, std::cout);
     if (functions->parsed())
         return as_markdown ? functions_document_command(std::cout) : functions_command(filter, std::cout);
-    if (!run_files->parsed() && program.lines.empty() && is_interactive())
+    if (!run_files->parsed() && !draw->parsed() && program.lines.empty() && is_interactive())
         return interactive_command(std::cout);
     standard_input_buffer buffer;
     std::istream standard_input(&buffer);
+    if (draw->parsed()) {
+        program_text plotted;
+        return plotted.read_named(plotted_file, standard_input, std::cerr)
+                   ? plot_command(plotted.text, plot, std::cout, std::cerr)
+                   : status_unreadable;
+    }
     return program.run(standard_input);
 }
 
