@@ -85,10 +85,15 @@ void pick_answer(conversion& cells) {
 } // namespace
 
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+    return convert_units(val, in_units, out_units, {});
+}
+
+conversion convert_units(double val, std::string_view in_units, std::string_view out_units,
+                         const std::string& unit_definitions) {
     number_buffer number;
     work_text line;
     append(line.str, format_double(val, number), " ", in_units, "; ", out_units);
-    conversion cells = {interpret_dimensional_input_lines(line.str->text)};
+    conversion cells = {interpret_dimensional_input_lines(line.str->text, unit_definitions)};
     pick_answer(cells);
     return cells;
 }

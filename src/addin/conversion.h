@@ -5,6 +5,7 @@
 
 #include "language/driver.h"
 
+#include <string>
 #include <string_view>
 
 namespace metrify {
@@ -25,5 +26,9 @@ struct conversion {
 
 /// Converts val, rounded to six significant digits, from one unit expression to another.
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units);
+
+/// The same with further units; see language/unit_definitions.h.
+conversion convert_units(double val, std::string_view in_units, std::string_view out_units,
+                         const std::string& unit_definitions);
 
 } // namespace metrify

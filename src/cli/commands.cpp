@@ -1,17 +1,20 @@
 #include "cli/commands.h"
 
 #include "addin/conversion.h"
-#include "base/cursor.h"
 #include "base/interruption.h"
 #include "base/number_text.h"
+#include "cli/hints/hint_writer.h"
 #include "cli/interrupt_key.h"
+#include "cli/lookup/also.h"
+#include "cli/lookup/function_list.h"
+#include "cli/lookup/unit_document.h"
+#include "cli/lookup/unit_list.h"
 #include "cli/program_text.h"
 #include "functions/function_help.h"
-#include "units/unit_rendering.h"
-#include "units/unit_table.h"
+#include "language/unit_definitions.h"
+#include "machine/calculator.h"
 
 #include <algorithm>
-#include <iomanip>
 #include <ostream>
 
 namespace metrify {
@@ -22,12 +25,6 @@ std::string_view without_trailing_newlines(std::string_view text) {
     while (!text.empty() && text.back() == '\n')
         text.remove_suffix(1);
     return text;
-}
-
-bool contains_nocase(std::string_view text, std::string_view part) {
-    return std::search(
-               text.begin(), text.end(), part.begin(), part.end(),
-               [](char a, char b) { return fold_case(a) == fold_case(b); }) != text.end();
 }
 
 // The error cell is empty if an "=" precedes the message, in the units or in a result on an earlier line: the
@@ -41,30 +38,54 @@ void write_error_cell(const conversion& cells, std::ostream& err) {
             << cells.answer.view();
 }
 
+// The hints follow the listing on a terminal.
+void explain_listing(std::string_view shown, const call_extras& extras, std::ostream& out,
+                     std::ostream& err) {
+    out.flush();
+    hint_writer(extras.unit_definitions, extras.everyday, err).explain_listing(shown);
+}
+
 } // namespace
 
 int convert_command(double val, std::string_view in_units, std::string_view out_units, std::ostream& out,
-                    std::ostream& err) {
-    const conversion cells = convert_units(val, in_units, out_units);
+                    std::ostream& err, const call_extras& extras) {
+    const conversion cells = convert_units(val, in_units, out_units, extras.unit_definitions);
+    number_buffer buffer;
+    const std::string_view units = without_trailing_newlines(cells.text);
     switch (cells.outcome) {
-    case conversion_outcome::converted: {
-        number_buffer buffer;
-        const std::string_view units = without_trailing_newlines(cells.text);
+    case conversion_outcome::converted:
         out << format_double(cells.number, buffer) << (units.empty() ? "" : " ") << units << '\n';
-        return 0;
-    }
+        if (extras.also)
+            write_in_common_units(val, in_units, units, extras.unit_definitions, out);
+        break;
     case conversion_outcome::error:
         write_error_cell(cells, err);
-        return 1;
+        break;
     case conversion_outcome::unmarked:
+        err << "metrify: the units hold a line break, and the answer has neither a result nor a message\n";
         break;
     }
-    err << "metrify: the units hold a line break, and the answer has neither a result nor a message\n";
-    return 1;
+    const bool is_converted = cells.outcome == conversion_outcome::converted;
+    if (extras.hints) {
+        out.flush();
+        hint_writer(extras.unit_definitions, extras.everyday, err)
+            .explain_conversion(format_double(val, buffer), in_units, out_units,
+                                is_converted ? conversion_state::converted : conversion_state::failed);
+    }
+    return is_converted ? 0 : status_failed;
+}
+
+int refuse_number(const std::string& val, std::string_view in_units, std::string_view out_units,
+                  std::ostream& err, const call_extras& extras) {
+    err << "VAL: '" << val << "' is not a number\nRun with --help for more information.\n";
+    if (extras.hints)
+        hint_writer(extras.unit_definitions, extras.everyday, err)
+            .explain_conversion(val, in_units, out_units, conversion_state::not_a_number);
+    return status_unreadable;
 }
 
 int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err,
-                const run_options& options) {
+                const run_options& options, const call_extras& extras) {
     const std::vector<std::string> standard_input = {"-"};
     int status = 0;
     for (const std::string& file : files.empty() ? standard_input : files) {
@@ -76,50 +97,35 @@ int run_command(const std::vector<std::string>& files, std::istream& in, std::os
         interruption stop;
         const interruption_scope obeys(stop);
         const interrupt_key ends(stop);
-        const listing shown = interpret_dimensional_input_lines(program.text.c_str());
+        const listing shown =
+            interpret_dimensional_input_lines(program.text.c_str(), extras.unit_definitions);
         out << shown.view();
         if (stop.is_requested()) {
             err << "metrify: interrupted\n";
             return status_interrupted;
         }
+        if (extras.hints)
+            explain_listing(shown.view(), extras, out, err);
         if (options.is_strict && shown.has_failures())
             status = std::max(status, status_failed);
     }
     return status;
 }
 
-int units_command(std::string_view text, std::ostream& out) {
-    bool is_found = false;
-    for (const unit_entry& unit : all_units()) {
-        if (unit.name.find(text) == std::string_view::npos)
-            continue;
-        is_found = true;
-        number_buffer buffer;
-        work_text dimension;
-        work_text error;
-        render_units(system_MKS, unit.dim, dimension.str, error.str);
-        out << std::left << std::setw(22) << unit.name << std::setw(14) << format_double(unit.factor, buffer)
-            << (dimension.view().empty() ? "1" : dimension.view()) << '\n';
-    }
-    return is_found ? 0 : 1;
-}
-
-int functions_command(std::string_view text, std::ostream& out) {
-    if (const function_row* row = find_function_help(text)) {
-        out << help_entry(*row);
+int units_command(const unit_search& search, std::ostream& out, std::ostream& err,
+                  const call_extras& extras) {
+    calculator used;
+    const calculator_scope scope(used);
+    define_units(extras.unit_definitions);
+    if (search.as_markdown) {
+        out << unit_document();
         return 0;
     }
-    bool is_found = false;
-    for (const help_chapter& chapter : function_help()) {
-        for (const function_row* function : chapter.functions) {
-            const std::string line = help_line(*function);
-            if (!contains_nocase(line, text))
-                continue;
-            is_found = true;
-            out << line;
-        }
-    }
-    return is_found ? 0 : 1;
+    return search.like.empty() ? list_units(search.text, out, err) : list_units_like(search.like, out, err);
+}
+
+int functions_command(std::string_view text, std::ostream& out, std::ostream& err) {
+    return list_functions(text, out, err);
 }
 
 int functions_document_command(std::ostream& out) {

@@ -17,21 +17,39 @@ struct run_options {
     bool is_strict = false; ///< a statement that fails makes the exit status 1
 };
 
+/// What a call has besides its program or its conversion.
+struct call_extras {
+    std::string unit_definitions; // see language/unit_definitions.h
+    bool everyday = false;        // the definitions include the everyday units
+    bool hints = false;           // explain on the error stream what was not understood
+    bool also = false;            // show a conversion in further units
+};
+
 /// Converts one number. Writes the two cells separated by a blank, or the error cell to err.
 int convert_command(double val, std::string_view in_units, std::string_view out_units, std::ostream& out,
-                    std::ostream& err);
+                    std::ostream& err, const call_extras& extras = {});
 
 /// Runs each file as a separate program; `-`, or no file at all, is standard input. Writes the listings
 /// unchanged. A file that can't be read is reported with the reason, and the others are still run.
 int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err,
-                const run_options& options = {});
+                const run_options& options = {}, const call_extras& extras = {});
 
-/// Lists the units whose name contains the text: name, factor and dimension.
-int units_command(std::string_view text, std::ostream& out);
+/// Reports a VAL that is not a number; always 2.
+int refuse_number(const std::string& val, std::string_view in_units, std::string_view out_units,
+                  std::ostream& err, const call_extras& extras);
 
-/// Lists the call and the description of each function whose line contains the text in any case. If the text
-/// is the name of a function, writes the whole help of that function.
-int functions_command(std::string_view text, std::ostream& out);
+struct unit_search {
+    std::string text;
+    std::string like; // a unit expression, if it is not empty
+    bool as_markdown = false;
+};
+
+/// Lists the units that are found; see cli/lookup/unit_list.h.
+int units_command(const unit_search& search, std::ostream& out, std::ostream& err,
+                  const call_extras& extras = {});
+
+/// Lists the functions that are found; see cli/lookup/function_list.h.
+int functions_command(std::string_view text, std::ostream& out, std::ostream& err);
 
 /// Writes the whole description of the functions as Markdown.
 int functions_document_command(std::ostream& out);
@@ -40,6 +58,6 @@ int functions_document_command(std::ostream& out);
 int checked_output(int status, std::ostream& out, std::ostream& err);
 
 /// Reads entries from the terminal until end of input and shows their listings.
-int interactive_command(std::ostream& out);
+int interactive_command(std::ostream& out, std::ostream& err, const call_extras& extras);
 
 } // namespace metrify

@@ -17,6 +17,9 @@ void use_binary_streams();
 /// True if standard input and standard output are a terminal.
 bool is_interactive();
 
+/// True if standard error is a terminal.
+bool is_error_shown_to_person();
+
 /// Reads lines from the terminal, with line editing and a persistent history if the platform provides them.
 class line_reader {
   public:

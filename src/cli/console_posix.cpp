@@ -51,6 +51,10 @@ bool is_interactive() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
 
+bool is_error_shown_to_person() {
+    return isatty(STDERR_FILENO) != 0;
+}
+
 struct line_reader::terminal {
     std::unique_ptr<EditLine, edit_line_end> editor;
     std::unique_ptr<HistoryW, history_end_> history;

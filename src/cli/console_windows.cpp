@@ -17,6 +17,10 @@ bool is_interactive() {
     return _isatty(_fileno(stdin)) != 0 && _isatty(_fileno(stdout)) != 0;
 }
 
+bool is_error_shown_to_person() {
+    return _isatty(_fileno(stderr)) != 0;
+}
+
 // The Windows console provides line editing and a history.
 struct line_reader::terminal {};
 

@@ -1,6 +1,7 @@
 #include "base/cursor.h"
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/hints/hint_writer.h"
 #include "cli/interrupt_key.h"
 #include "cli/session/error_colour.h"
 #include "cli/session/name_help.h"
@@ -8,6 +9,7 @@
 #include "language/session.h"
 
 #include <algorithm>
+#include <memory>
 #include <ostream>
 
 namespace metrify {
@@ -89,11 +91,17 @@ std::string run_entry(session& calculator, const std::string& entry) {
     return listing;
 }
 
+std::unique_ptr<hint_writer> make_hint_writer(const call_extras& extras, std::ostream& err) {
+    return extras.hints ? std::make_unique<hint_writer>(extras.unit_definitions, extras.everyday, err)
+                        : nullptr;
+}
+
 } // namespace
 
-int interactive_command(std::ostream& out) {
+int interactive_command(std::ostream& out, std::ostream& err, const call_extras& extras) {
     line_reader reader;
-    session calculator;
+    session calculator(extras.unit_definitions);
+    std::unique_ptr<hint_writer> hints = make_hint_writer(extras, err);
     reader.complete_with(
         [&](std::string_view text) { return complete_word(text, calculator.defined_names()); });
     const bool is_coloured = has_colours();
@@ -107,10 +115,13 @@ int interactive_command(std::ostream& out) {
             out << (typed.argument.empty() ? std::string(help_text) : help_on(typed.argument, calculator));
         } else if (typed.command == session_command::restart) {
             calculator.start_over();
+            hints = make_hint_writer(extras, err);
             out << "Everything is forgotten.\n";
         } else {
             const std::string listing = run_entry(calculator, entry);
-            out << (is_coloured ? with_coloured_errors(listing) : listing);
+            out << (is_coloured ? with_coloured_errors(listing) : listing) << std::flush;
+            if (hints)
+                hints->explain_listing(listing);
         }
         out << std::flush;
     }

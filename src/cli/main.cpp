@@ -8,6 +8,7 @@
 #include "cli/program_text.h"
 #include "cli/short_form.h"
 #include "cli/standard_input.h"
+#include "cli/unit_choice.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>
@@ -19,9 +20,24 @@ namespace {
 
 constexpr int wrong_usage = status_unreadable;
 
-// VAL must be a number as in the language.
-std::string check_number(const std::string& text) {
-    return is_number(text) ? std::string() : "'" + text + "' is not a number";
+// The options for units are the same for all commands that compute.
+void add_unit_options(CLI::App& command, unit_choice& units) {
+    command.add_flag("--everyday", units.everyday, "add units of everyday use, such as kWh, km/h or mpg");
+    command.add_option("--units", units.files, "add the units of a file with DefUnit lines")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+}
+
+struct hint_choice {
+    bool on = false;
+    bool off = false;
+
+    bool is_on() const { return !off && (on || is_error_shown_to_person()); }
+};
+
+void add_hint_options(CLI::App& command, hint_choice& hints) {
+    command.add_flag("--hints", hints.on, "explain errors, even if standard error is no terminal");
+    command.add_flag("--no-hints", hints.off, "do not explain errors");
 }
 
 constexpr const char* about_forms =
@@ -54,13 +70,13 @@ struct run_arguments {
         app.add_flag("--strict", options.is_strict, "exit with 1 if a statement fails");
     }
 
-    int run(std::istream& standard_input) const {
+    int run(std::istream& standard_input, const call_extras& extras) const {
         if (lines.empty())
-            return run_command(files, standard_input, std::cout, std::cerr, options);
+            return run_command(files, standard_input, std::cout, std::cerr, options, extras);
         std::stringstream program;
         for (const std::string& line : lines)
             program << line << '\n';
-        return run_command({}, program, std::cout, std::cerr, options);
+        return run_command({}, program, std::cout, std::cerr, options, extras);
     }
 };
 
@@ -107,7 +123,7 @@ int run(const std::vector<std::string>& arguments) {
     // A negative number is not an option.
     CLI::App* convert = app.add_subcommand("convert", "Convert a number from one unit expression to another");
     convert->prefix_command(false);
-    convert->add_option("VAL", val, "the number")->required()->check(CLI::Validator(check_number, "NUMBER"));
+    convert->add_option("VAL", val, "the number")->required()->type_name("NUMBER");
     convert->add_option("IN", in_units, "the units it is in, e.g. \"kg m / s^2\"")->required();
     convert->add_option("OUT", out_units, "the units to convert it to; default units if omitted");
 
@@ -129,42 +145,66 @@ int run(const std::vector<std::string>& arguments) {
     draw->add_option("PROGRAM", plotted_file, "a program with a block, or - for standard input")->required();
     add_plot_options(*draw, plot);
 
-    std::string filter;
-    CLI::App* units = app.add_subcommand("units", "List the units: name, factor and dimension");
-    units->add_option("TEXT", filter, "list only units whose name contains it");
+    unit_search search;
+    CLI::App* units =
+        app.add_subcommand("units", "List the units: name, value of one, base units and quantity");
+    units->add_option("TEXT", search.text,
+                      "a part of a name in any case, a quantity such as pressure, or a unit");
+    units->add_option("--like", search.like, "list the units of the same dimension")->type_name("UNIT");
+    units->add_flag("--markdown", search.as_markdown, "write the whole page on units as Markdown");
 
+    std::string filter;
     bool as_markdown = false;
     CLI::App* functions = app.add_subcommand("functions", "List the built-in functions, or show one of them");
     functions->add_option("TEXT", filter, "a name, or a text that the listed lines contain");
     functions->add_flag("--markdown", as_markdown, "write the whole reference as Markdown");
+
+    unit_choice chosen;
+    call_extras extras;
+    hint_choice hints;
+    convert->add_flag("--also", extras.also, "show the same quantity in further units");
+    for (CLI::App* command : {&app, convert, run_files, units, of_columns, draw})
+        add_unit_options(*command, chosen);
+    for (CLI::App* command : {&app, convert, run_files})
+        add_hint_options(*command, hints);
 
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // the last one first
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : wrong_usage;
     }
+    const bool is_session = app.get_subcommands().empty() && program.lines.empty() && is_interactive();
+    if (is_session)
+        add_own_units(chosen);
+    if (!read_definitions(chosen, extras.unit_definitions, std::cerr) && !is_session)
+        return wrong_usage;
+    extras.everyday = chosen.everyday;
+    extras.hints = hints.is_on();
     if (convert->parsed()) {
+        if (!is_number(val))
+            return refuse_number(val, in_units, out_units, std::cerr, extras);
         double number = 0.0;
         read_double(val.c_str(), number);
-        return convert_command(number, in_units, out_units, std::cout, std::cerr);
+        return convert_command(number, in_units, out_units, std::cout, std::cerr, extras);
     }
     if (of_columns->parsed())
-        return columns_command(columns);
+        return columns_command(columns, extras.unit_definitions);
     if (units->parsed())
-        return units_command(filter, std::cout);
+        return units_command(search, std::cout, std::cerr, extras);
     if (functions->parsed())
-        return as_markdown ? functions_document_command(std::cout) : functions_command(filter, std::cout);
-    if (!run_files->parsed() && !draw->parsed() && program.lines.empty() && is_interactive())
-        return interactive_command(std::cout);
+        return as_markdown ? functions_document_command(std::cout)
+                           : functions_command(filter, std::cout, std::cerr);
+    if (is_session)
+        return interactive_command(std::cout, std::cerr, extras);
     standard_input_buffer buffer;
     std::istream standard_input(&buffer);
     if (draw->parsed()) {
         program_text plotted;
         return plotted.read_named(plotted_file, standard_input, std::cerr)
-                   ? plot_command(plotted.text, plot, std::cout, std::cerr)
+                   ? plot_command(plotted.text, extras.unit_definitions, plot, std::cout, std::cerr)
                    : status_unreadable;
     }
-    return program.run(standard_input);
+    return program.run(standard_input, extras);
 }
 
 } // namespace

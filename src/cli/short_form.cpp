@@ -2,7 +2,7 @@
 
 #include "base/number_text.h"
 
-#include <algorithm>
+#include <iterator>
 
 namespace metrify {
 
@@ -11,11 +11,23 @@ bool is_number(const std::string& text) {
     return !text.empty() && *read_double(text.c_str(), value) == '\0';
 }
 
+namespace {
+
+// Also a text such as 1/2, which the conversion refuses with an explanation.
+bool resembles_number(const std::string& text) {
+    return is_number(text) || (!text.empty() && text.front() >= '0' && text.front() <= '9');
+}
+
+} // namespace
+
 std::vector<std::string> with_convert_added(std::vector<std::string> arguments) {
-    const auto first = std::find_if(arguments.begin(), arguments.end(), [](const std::string& argument) {
-        return !argument.starts_with("--") || argument == "--execute"; // whose value can be a number
-    });
-    if (first != arguments.end() && is_number(*first))
+    auto first = arguments.begin();
+    // The value of --execute can be a number.
+    while (first != arguments.end() && first->starts_with("--") && *first != "--execute") {
+        const bool has_value = *first == "--units" && std::next(first) != arguments.end();
+        first += has_value ? 2 : 1;
+    }
+    if (first != arguments.end() && resembles_number(*first))
         arguments.insert(first, "convert");
     return arguments;
 }

@@ -10,7 +10,8 @@ namespace metrify {
 /// True if all of the text is a number as in the language.
 bool is_number(const std::string& text);
 
-/// The arguments of metrify. If the first one after the flags is a number, `convert` is added before it.
+/// The arguments of metrify. If the first one after the options is a number or begins with a digit, `convert`
+/// is added before it.
 std::vector<std::string> with_convert_added(std::vector<std::string> arguments);
 
 } // namespace metrify

@@ -17,6 +17,12 @@ void append_fact(std::string& entry, std::string_view label, std::string_view fa
     entry.append("- ").append(label).append(": ").append(fact).append("\n");
 }
 
+std::string two_columns(std::string line, std::string_view text) {
+    constexpr std::size_t column = 30;
+    line.append(line.size() < column ? column - line.size() : 1, ' ');
+    return line.append(text).append("\n");
+}
+
 constexpr std::string_view titles[] = {
     "Trigonometry",
     "Hyperbolic functions",
@@ -71,11 +77,12 @@ const function_row* find_function_help(std::string_view name) {
     return nullptr;
 }
 
+std::string help_heading() {
+    return two_columns("function", "what it gives");
+}
+
 std::string help_line(const function_facts& function) {
-    constexpr std::size_t column = 30;
-    std::string line = call_of(function);
-    line.append(line.size() < column ? column - line.size() : 1, ' ');
-    return line.append(function.what).append("\n");
+    return two_columns(call_of(function), function.what);
 }
 
 std::string help_entry(const function_facts& function) {
@@ -104,6 +111,7 @@ compute with it.
 
     $ build/release/metrify functions bessel
 )";
+    text.append("    ").append(help_heading());
     for (const char* name : {"BesselJ", "BesselY", "BesselI", "BesselK"})
         text.append("    ").append(help_line(*find_function_help(name)));
     for (const help_chapter& chapter : function_help()) {

@@ -21,6 +21,9 @@ std::vector<help_chapter> function_help();
 /// The function of that name, whatever its case; null if there is none.
 const function_row* find_function_help(std::string_view name);
 
+/// The heading of a list of lines.
+std::string help_heading();
+
 /// One line: the call, and what it is.
 std::string help_line(const function_facts& function);
 

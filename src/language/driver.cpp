@@ -2,6 +2,7 @@
 
 #include "base/interruption.h"
 #include "language/statement.h"
+#include "language/unit_definitions.h"
 #include "machine/calculator.h"
 
 #include <algorithm>
@@ -104,7 +105,13 @@ listing run_further_lines(const char* text) {
 }
 
 listing interpret_dimensional_input_lines(const char* text) {
+    return interpret_dimensional_input_lines(text, {});
+}
+
+listing interpret_dimensional_input_lines(const char* text, const std::string& unit_definitions) {
     reset_calculator();
+    if (!unit_definitions.empty())
+        define_units(unit_definitions);
     listing shown = run_further_lines(text);
     release_calculator_memory();
     return shown;

@@ -6,6 +6,7 @@
 #include "base/numeric_utilities.h"
 #include "base/text_str.h"
 
+#include <string>
 #include <string_view>
 
 namespace metrify {
@@ -33,6 +34,10 @@ class listing {
 /// statement that succeeds writes it, even in the next run of the thread. Threads may run programs at the
 /// same time.
 listing interpret_dimensional_input_lines(const char* text);
+
+/// The same with user units that exist from the start; see language/unit_definitions.h. The listing does not
+/// show them.
+listing interpret_dimensional_input_lines(const char* text, const std::string& unit_definitions);
 
 /// Runs the lines of a terminated text on the calculator in use without resetting it: statement
 /// numbers continue, and variables, units and the block are those of the lines before.

@@ -2,6 +2,9 @@
 
 #include "language/driver.h"
 #include "language/expression.h"
+#include "language/unit_definitions.h"
+
+#include <utility>
 
 namespace metrify {
 
@@ -12,6 +15,10 @@ bool is_same_value(const dim_value& a, const dim_value& b) {
 }
 
 } // namespace
+
+session::session(std::string unit_definitions) : unit_definitions_(std::move(unit_definitions)) {
+    start_over();
+}
 
 // The block refers to the text by address, so the old text is released after the move. A vector keeps its
 // address when it is assigned by move.
@@ -76,6 +83,8 @@ void session::start_over() {
     calculator_ = std::make_unique<calculator>();
     kept_.reset();
     text_.clear();
+    const calculator_scope scope(*calculator_);
+    define_units(unit_definitions_);
 }
 
 } // namespace metrify

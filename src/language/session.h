@@ -19,6 +19,10 @@ namespace metrify {
 /// one thread at a time.
 class session {
   public:
+    session() = default;
+    /// Starts with the user units of the definitions; see language/unit_definitions.h.
+    explicit session(std::string unit_definitions);
+
     /// Runs the entry, one line or several, and gives its listing.
     std::string enter(std::string_view entry);
 
@@ -39,12 +43,13 @@ class session {
     /// True if the entry's last line ends in a continuation.
     static bool is_continued(std::string_view entry);
 
-    /// Resets everything.
+    /// Resets everything to the start.
     void start_over();
 
   private:
     void append_text(std::string_view entry);
 
+    std::string unit_definitions_;
     std::unique_ptr<interruption> interruption_ = std::make_unique<interruption>();
     std::unique_ptr<calculator> calculator_ = std::make_unique<calculator>();
     std::optional<dim_value> kept_; // the value that keep_result_as has assigned

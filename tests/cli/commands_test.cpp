@@ -35,19 +35,16 @@ outcome run(const std::vector<std::string>& files, const std::string& standard_i
     return {status, out.str(), err.str()};
 }
 
-// An empty list has a special status.
-std::string units(std::string_view text) {
-    std::ostringstream out;
-    const int status = units_command(text, out);
-    EXPECT_EQ(status, out.str().empty() ? 1 : 0);
-    return out.str();
-}
-
+// The lines without the heading. An empty list has a special status.
 std::string functions(std::string_view text) {
+    constexpr std::string_view heading = "function                      what it gives\n";
     std::ostringstream out;
-    const int status = functions_command(text, out);
+    std::ostringstream err;
+    const int status = functions_command(text, out, err);
     EXPECT_EQ(status, out.str().empty() ? 1 : 0);
-    return out.str();
+    EXPECT_EQ(err.str().empty(), status == 0);
+    const std::string list = out.str();
+    return list.rfind(heading, 0) == 0 ? list.substr(heading.size()) : list;
 }
 
 class program_file {
@@ -94,8 +91,49 @@ TEST(convert_command, explains_an_empty_error_cell) {
     EXPECT_EQ(convert(5, "m", "kg # =").err.find("metrify: the error cell is empty"), 0U);
 }
 
+TEST(convert_command, shows_the_quantity_in_further_units_on_request) {
+    std::ostringstream out;
+    std::ostringstream err;
+    convert_command(68, "km", "m", out, err, {{}, false, false, true});
+    EXPECT_EQ(out.str(), "68000 m\n  42.2532 mi\n  74365.7 yd\n  223097 ft\n");
+}
+TEST(convert_command, explains_an_error_only_with_hints) {
+    EXPECT_EQ(convert(180, "lb", "kg").err, "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(convert_command(180, "lb", "kg", out, err, {{}, false, true}), 1);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(),
+              "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n"
+              "metrify: hint: `lb` is a force and `lbm` the mass: `metrify convert 180 lbm kg` gives "
+              "81.6466 kg\n");
+}
+TEST(refuse_number, corrects_it_with_hints) {
+    std::ostringstream err;
+    EXPECT_EQ(refuse_number("1/2", "in", "mm", err, {{}, false, true}), 2);
+    EXPECT_EQ(err.str(),
+              "VAL: '1/2' is not a number\nRun with --help for more information.\n"
+              "metrify: hint: a unit belongs to the number before it, so a fraction needs parentheses: "
+              "`metrify convert 0.5 in mm` gives 12.7 mm\n");
+}
+TEST(refuse_number, has_no_hint_for_a_text_without_a_correction) {
+    std::ostringstream err;
+    refuse_number("abc", "in", "mm", err, {{}, false, true});
+    EXPECT_EQ(err.str(), "VAL: 'abc' is not a number\nRun with --help for more information.\n");
+}
+
 // run
 
+TEST(run_command, writes_the_same_listing_with_hints_which_go_to_the_error_stream) {
+    std::istringstream in("x = 180 lb\nx; N\n5 ft to m\n");
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(run_command({}, in, out, err, {}, {{}, false, true}), 0);
+    EXPECT_EQ(out.str(), run({}, "x = 180 lb\nx; N\n5 ft to m\n").out);
+    EXPECT_EQ(err.str(),
+              "metrify: hint for `5 ft to m`: a conversion is written `3 ft; m`, without `to`: `5 ft; m` "
+              "gives 1.524 m\n");
+}
 TEST(run_command, prints_the_listing_of_standard_input) {
     const std::string listing = "[  1 ] x = 3 ft\n       x = 0.9144 m\n\n[  2 ] x; in\n        = 36 in\n\n";
     for (const std::vector<std::string>& files : {std::vector<std::string>{}, {"-"}}) {
@@ -190,28 +228,6 @@ TEST(run_command, is_strict_for_each_of_several_files) {
     EXPECT_EQ(run({"no such file", bad.path()}, {}, strict).status, 2);
 }
 
-// units
-
-TEST(units_command, lists_every_unit) {
-    const std::string all = units("");
-    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 375);
-}
-TEST(units_command, shows_name_factor_and_dimension) {
-    const std::string found = units("degF");
-    EXPECT_EQ(found.substr(0, found.find('\n')), "degF                  1.8           degK");
-}
-TEST(units_command, lists_units_whose_name_contains_the_text) {
-    std::istringstream lines(units("met"));
-    std::string line;
-    int count = 0;
-    for (; std::getline(lines, line); ++count)
-        EXPECT_NE(line.substr(0, line.find(' ')).find("met"), std::string::npos) << line;
-    EXPECT_GT(count, 1);
-}
-TEST(units_command, lists_nothing_for_an_unknown_text) {
-    EXPECT_EQ(units("no such unit"), "");
-}
-
 // output
 
 TEST(checked_output, keeps_the_status_if_all_output_is_written) {
@@ -229,6 +245,13 @@ TEST(checked_output, has_a_message_and_a_status_for_lost_output) {
 }
 
 // functions
+
+TEST(functions_command, writes_a_heading_above_a_list) {
+    std::ostringstream out;
+    std::ostringstream err;
+    functions_command("hyperbolic secant", out, err);
+    EXPECT_EQ(out.str().find("function                      what it gives\nsech(x)"), 0U) << out.str();
+}
 
 TEST(functions_command, lists_each_function_on_one_line) {
     const std::string all = functions("");

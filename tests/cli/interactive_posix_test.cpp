@@ -1,6 +1,8 @@
 // The metrify command at a pseudo-terminal.
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
@@ -19,6 +21,7 @@ class terminal_session {
         child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
         if (child_ == 0) {
             setenv("HOME", home.c_str(), 1);
+            unsetenv("XDG_CONFIG_HOME");
             setenv("TERM", "xterm", 1);
             setenv("LC_ALL", locale, 1);
             setenv("NO_COLOR", no_colour, 1);
@@ -146,6 +149,30 @@ TEST_F(interactive, has_help_on_starting_over_and_starts_over) {
     EXPECT_TRUE(it.shows("ERROR: 'x' undefined.")) << it.screen();
     it.type(":quit\r");
     EXPECT_EQ(it.wait_for_end(), 0) << it.screen();
+}
+
+TEST_F(interactive, loads_the_units_of_the_user_and_keeps_them_when_it_starts_over) {
+    std::filesystem::create_directories(home_ + "/.config/metrify");
+    std::ofstream(home_ + "/.config/metrify/units") << "DefUnit(pace, 0.75 m)\n";
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("4 pace\r");
+    EXPECT_TRUE(it.shows("[  1 ] 4 pace\r\n        = 3 m")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type(":restart\r");
+    ASSERT_TRUE(it.shows("> "));
+    it.type("8 pace\r");
+    EXPECT_TRUE(it.shows("[  1 ] 8 pace\r\n        = 6 m")) << it.screen();
+}
+
+TEST_F(interactive, explains_an_error) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x = 180 lb\r");
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x + 5 metrs\r");
+    EXPECT_TRUE(it.shows("metrify: hint for `x + 5 metrs`: ")) << it.screen();
+    EXPECT_TRUE(it.shows("`meters`")) << it.screen();
 }
 
 TEST_F(interactive, recalls_an_interrupted_line) {

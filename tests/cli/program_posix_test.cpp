@@ -2,9 +2,13 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -96,6 +100,48 @@ TEST(metrify_program, prints_its_version_and_its_options) {
     EXPECT_EQ(run_metrify("--version").status, 0);
     EXPECT_EQ(run_metrify("--help").status, 0);
     EXPECT_EQ(run_metrify("convert --help").status, 0);
+}
+
+class own_units : public testing::Test {
+  protected:
+    own_units() {
+        std::filesystem::create_directories(folder_ + "/metrify");
+        std::ofstream(folder_ + "/metrify/units") << "DefUnit(pace, 0.75 m)\n";
+        setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+    }
+    ~own_units() override {
+        unsetenv("XDG_CONFIG_HOME");
+        std::filesystem::remove_all(folder_);
+    }
+    std::string folder_ = "/tmp/metrify-own-units-" + std::to_string(getpid());
+};
+
+TEST_F(own_units, do_not_change_what_run_and_convert_print) {
+    EXPECT_EQ(run_metrify("convert 4 pace m").output, "ERROR: 'pace' undefined.\n");
+    EXPECT_EQ(run_metrify("run " + folder_ + "/metrify/units").output,
+              "[  1 ] DefUnit(pace, 0.75 m)\n        User defined unit 'pace'  = 0.75 m\n\n\n");
+}
+
+TEST_F(own_units, are_added_by_an_option) {
+    const std::string file = folder_ + "/metrify/units";
+    EXPECT_EQ(run_metrify("convert --units " + file + " 4 pace m").output, "3 m\n");
+    EXPECT_EQ(run_metrify("convert 4 pace m --units " + file).output, "3 m\n");
+}
+
+TEST(metrify_program, adds_everyday_units_by_an_option) {
+    EXPECT_EQ(run_metrify("convert --everyday 1 kWh MJ").output, "3.6 MJ\n");
+    EXPECT_EQ(run_metrify("convert 1 kWh MJ").status, 1);
+    EXPECT_EQ(run_metrify("units --everyday kWh").status, 0);
+}
+
+TEST(metrify_program, refuses_a_units_file_with_a_fault) {
+    EXPECT_EQ(run_metrify("convert --units /no/such/file 3 ft m").status, 2);
+}
+
+TEST(metrify_program, has_hints_only_on_request_if_standard_error_is_no_terminal) {
+    EXPECT_EQ(run_metrify("convert 180 lb kg").output.find("hint"), std::string::npos);
+    EXPECT_NE(run_metrify("convert --hints 180 lb kg").output.find("hint"), std::string::npos);
+    EXPECT_EQ(run_metrify("convert --hints --no-hints 180 lb kg").output.find("hint"), std::string::npos);
 }
 
 } // namespace

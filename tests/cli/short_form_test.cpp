@@ -23,8 +23,18 @@ TEST(short_form, is_not_seen_in_the_value_of_an_option) {
     EXPECT_EQ(with_convert_added({"--execute", "3"}), (arguments{"--execute", "3"}));
 }
 
+TEST(short_form, follows_the_value_of_an_option) {
+    EXPECT_EQ(with_convert_added({"--units", "own.units", "3", "pace"}),
+              (arguments{"--units", "own.units", "convert", "3", "pace"}));
+    EXPECT_EQ(with_convert_added({"--units"}), (arguments{"--units"}));
+}
+
+TEST(short_form, can_begin_with_a_text_that_only_resembles_a_number) {
+    EXPECT_EQ(with_convert_added({"1/2", "in"}), (arguments{"convert", "1/2", "in"}));
+}
+
 TEST(short_form, leaves_commands_as_they_are) {
-    for (const arguments& given : {arguments{}, {"units", "3"}, {"--help"}, {"3ft", "m"}, {""}})
+    for (const arguments& given : {arguments{}, {"units", "3"}, {"--help"}, {"x3", "m"}, {""}})
         EXPECT_EQ(with_convert_added(given), given);
 }
 

@@ -31,8 +31,8 @@ int draw(const plot_data& data, const std::string& output, std::ostream& out, st
 
 } // namespace
 
-int plot_command(const std::string& program, const plot_arguments& arguments, std::ostream& out,
-                 std::ostream& err) {
+int plot_command(const std::string& program, const std::string& unit_definitions,
+                 const plot_arguments& arguments, std::ostream& out, std::ostream& err) {
     plot_range over;
     if (!over.read(arguments.over))
         return fail(err, "'" + arguments.over + "' is no range such as 'x = 0 .. 10 m'");
@@ -42,7 +42,7 @@ int plot_command(const std::string& program, const plot_arguments& arguments, st
         return fail(err, "a plot needs at least 2 points");
     const std::vector<plot_request> of(arguments.of.begin(), arguments.of.end());
     plot_data data;
-    const std::string message = sample_block(program, over, of, arguments.points, data);
+    const std::string message = sample_block(program, unit_definitions, over, of, arguments.points, data);
     if (!message.empty()) {
         err << message;
         return status_nothing_to_draw;

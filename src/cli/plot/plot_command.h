@@ -16,9 +16,9 @@ struct plot_arguments {
     std::size_t points = 201;
 };
 
-/// Returns the exit status: 1 if the program has nothing to draw, 2 for wrong arguments or a file that can't
-/// be drawn.
-int plot_command(const std::string& program, const plot_arguments& arguments, std::ostream& out,
-                 std::ostream& err);
+/// For the definitions see language/unit_definitions.h. Returns the exit status: 1 if the program has nothing
+/// to draw, 2 for wrong arguments or a file that can't be drawn.
+int plot_command(const std::string& program, const std::string& unit_definitions,
+                 const plot_arguments& arguments, std::ostream& out, std::ostream& err);
 
 } // namespace metrify

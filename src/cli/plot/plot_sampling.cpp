@@ -1,8 +1,9 @@
 #include "cli/plot/plot_sampling.h"
 
-#include "language/block_curve.h"
+#include "cli/plot/block_curve.h"
 #include "language/conversion_plan.h"
 #include "language/driver.h"
+#include "language/unit_definitions.h"
 #include "machine/calculator.h"
 
 #include <algorithm>
@@ -61,10 +62,12 @@ std::string plot_data::y_label() const {
     return label;
 }
 
-std::string sample_block(const std::string& program, const plot_range& over,
-                         const std::vector<plot_request>& of, std::size_t points, plot_data& data) {
+std::string sample_block(const std::string& program, const std::string& unit_definitions,
+                         const plot_range& over, const std::vector<plot_request>& of, std::size_t points,
+                         plot_data& data) {
     const auto own = std::make_unique<calculator>();
     const calculator_scope scope(*own);
+    define_units(unit_definitions);
     run_further_lines(program.c_str());
     block_curve curve;
     std::vector<std::string> dependents;

@@ -11,9 +11,11 @@
 
 namespace metrify {
 
-/// Runs the program and computes its block at equal distances over the range. Returns an empty text, or the
-/// reason why there is nothing to draw.
-std::string sample_block(const std::string& program, const plot_range& over,
-                         const std::vector<plot_request>& of, std::size_t points, plot_data& data);
+/// Runs the program with the units of the definitions (see language/unit_definitions.h) and computes its
+/// block at equal distances over the range. Returns an empty text, or the reason why there is nothing to
+/// draw.
+std::string sample_block(const std::string& program, const std::string& unit_definitions,
+                         const plot_range& over, const std::vector<plot_request>& of, std::size_t points,
+                         plot_data& data);
 
 } // namespace metrify

@@ -31,13 +31,13 @@ plot_range range(const char* text) {
 plot_data sampled(const std::string& program, const char* over, const std::vector<plot_request>& of,
                   std::size_t points) {
     plot_data data;
-    EXPECT_EQ(sample_block(program, range(over), of, points, data), "");
+    EXPECT_EQ(sample_block(program, {}, range(over), of, points, data), "");
     return data;
 }
 
 std::string refusal(const std::string& program, const char* over, const char* of) {
     plot_data data;
-    return sample_block(program, range(over), {plot_request(of)}, 3, data);
+    return sample_block(program, {}, range(over), {plot_request(of)}, 3, data);
 }
 
 TEST(plot_range, has_a_variable_two_numbers_and_units) {
@@ -88,6 +88,13 @@ TEST(plotted_block, has_a_gap_where_it_cannot_be_computed) {
     const plot_data data = sampled("x = 1\nbegin\ny = sqrt(x)\nend\n", "x = -1 .. 1", {plot_request("y")}, 3);
     EXPECT_TRUE(std::isnan(data.y[0].values[0]));
     EXPECT_EQ(data.y[0].values[2], 1.0);
+}
+TEST(plotted_block, can_use_units_of_the_user) {
+    plot_data data;
+    EXPECT_EQ(sample_block(square, "DefUnit(ell, 18 in)\n", range("x = 0 .. 1 ell"), {plot_request("z; in")},
+                           2, data),
+              "");
+    EXPECT_NEAR(data.y[0].values[1], 54.0, 1e-9);
 }
 TEST(plotted_block, needs_a_block_and_known_variables_of_fitting_units) {
     EXPECT_EQ(refusal("1 m\n", "x = 0 .. 1", "y"), "ERROR:  Function not defined.\n");
@@ -140,7 +147,7 @@ TEST(plot_command, has_a_status_for_each_failure) {
     const auto status = [](const plot_arguments& arguments) {
         std::ostringstream out;
         std::ostringstream err;
-        const int result = plot_command(square, arguments, out, err);
+        const int result = plot_command(square, {}, arguments, out, err);
         EXPECT_EQ(err.str().empty(), result == 0) << err.str();
         EXPECT_EQ(out.str().empty(), result != 0);
         return result;

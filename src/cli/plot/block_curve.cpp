@@ -1,4 +1,4 @@
-#include "language/block_curve.h"
+#include "cli/plot/block_curve.h"
 
 #include "base/text_str.h"
 #include "machine/func_block.h"

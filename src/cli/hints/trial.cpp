@@ -1,0 +1,32 @@
+#include "cli/hints/trial.h"
+
+#include "language/driver.h"
+#include "language/expression.h"
+
+#include <regex>
+
+namespace metrify {
+
+bool is_harmless(const std::string& line) {
+    static const std::regex harmful(R"(\b(solve|fmin|fmax|func|begin|end|PrintFunc)\b)", std::regex::icase);
+    return !std::regex_search(line, harmful);
+}
+
+std::optional<std::string> try_line(const std::string& line) {
+    if (!is_harmless(line))
+        return std::nullopt;
+    reset_expression_state();
+    const listing shown = run_further_lines(line.c_str());
+    const std::string_view text = shown.view();
+    const std::size_t answer = text.find('\n');
+    if (answer == std::string_view::npos || text.find("ERROR", answer) != std::string_view::npos)
+        return std::nullopt;
+    constexpr std::string_view equals = " = ";
+    const std::size_t begin = text.find(equals, answer);
+    if (begin == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view rest = text.substr(begin + equals.size());
+    return std::string(rest.substr(0, rest.find('\n')));
+}
+
+} // namespace metrify

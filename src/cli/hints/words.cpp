@@ -1,0 +1,304 @@
+#include "cli/hints/words.h"
+
+#include "base/cursor.h"
+#include "cli/lookup/names.h"
+#include "cli/units/everyday_units.h"
+#include "language/unit_definitions.h"
+#include "machine/calculator.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace metrify {
+
+namespace {
+
+struct word_row {
+    std::string_view words; // separated by blanks, matched without regard to case
+    std::string_view text;
+};
+
+bool has_word(std::string_view words, std::string_view word) {
+    while (!words.empty()) {
+        const std::size_t blank = words.find(' ');
+        if (equal_nocase(words.substr(0, blank), word))
+            return true;
+        words.remove_prefix(blank == std::string_view::npos ? words.size() : blank + 1);
+    }
+    return false;
+}
+
+constexpr word_row synonyms[] = {
+    {"celsius centigrade", "degC"},
+    {"fahrenheit", "degF"},
+    {"kelvin kelvins K", "degK"},
+    {"rankine", "degR"},
+    {"e", "exp(1)"},
+    {"c lightspeed", "CLight()"},
+    {"arcsin", "asin"},
+    {"arccos", "acos"},
+    {"arctan", "atan"},
+    {"gamma tgamma", "GammaFunc"},
+    {"lgamma", "LogGammaFunc"},
+    {"sqr", "sqrt"},
+    {"mps", "m/s"},
+    {"ftlb ftlbs", "ft lbf"},
+    {"inlb inlbs", "in lbf"},
+    {"kmh kmph", "km/hr"},
+};
+
+// What the language cannot have.
+constexpr word_row impossible[] = {
+    {"EUR USD GBP JPY CHF CNY euro euros dollar dollars yen cent cents",
+     "is money, for which the language has no unit; it cancels in a conversion of a price: `metrify convert "
+     "1200 /m^2 /ft^2`"},
+    {"dB dBm dBA dBV dBi dBW Np neper bel", "is logarithmic, and the language has no such unit: 20 dB is "
+                                            "`10^(20/10)` as a ratio of powers, `10^(20/20)` as "
+                                            "one of amplitudes"},
+    {"cd candela lm lumen lumens lx lux nit nits fc footcandle",
+     "measures light, for which the language has no dimension"},
+    {"psig barg", "is a pressure above that of the atmosphere: add `1 atm`, as in `32 psi + 1 atm; bar`"},
+    {"pH", "is logarithmic: a concentration is `10^-7 mol/L`"},
+};
+
+// Bits per unit of information.
+struct information_unit {
+    std::string_view name;
+    double bits;
+};
+constexpr information_unit information_units[] = {
+    {"bit", 1},         {"bits", 1},        {"byte", 8},         {"bytes", 8},        {"B", 8},
+    {"kB", 8e3},        {"KB", 8e3},        {"MB", 8e6},         {"GB", 8e9},         {"TB", 8e12},
+    {"PB", 8e15},       {"KiB", 8192},      {"MiB", 8388608},    {"GiB", 8589934592}, {"TiB", 8796093022208},
+    {"kbit", 1e3},      {"Mbit", 1e6},      {"Gbit", 1e9},       {"Tbit", 1e12},      {"kb", 1e3},
+    {"Mb", 1e6},        {"Gb", 1e9},        {"bps", 1},          {"kbps", 1e3},       {"Mbps", 1e6},
+    {"Gbps", 1e9},      {"megabyte", 8e6},  {"gigabyte", 8e9},   {"terabyte", 8e12},  {"kilobyte", 8e3},
+    {"megabytes", 8e6}, {"gigabytes", 8e9}, {"terabytes", 8e12}, {"kilobytes", 8e3},  {"baud", 1},
+};
+
+struct prefix_row {
+    std::string_view prefix;
+    std::string_view value;
+};
+constexpr prefix_row prefixes[] = {
+    {"kilo", "1e3"},   {"mega", "1e6"},  {"giga", "1e9"},   {"tera", "1e12"}, {"milli", "1e-3"},
+    {"micro", "1e-6"}, {"nano", "1e-9"}, {"pico", "1e-12"}, {"hecto", "1e2"}, {"deci", "0.1"},
+    {"centi", "0.01"}, {"da", "10"},     {"k", "1e3"},      {"M", "1e6"},     {"G", "1e9"},
+    {"T", "1e12"},     {"P", "1e15"},    {"h", "1e2"},      {"d", "0.1"},     {"c", "0.01"},
+    {"m", "1e-3"},     {"u", "1e-6"},    {"n", "1e-9"},     {"p", "1e-12"},   {"f", "1e-15"},
+};
+
+/// What is known about a name: its replacement, unless the name stays as it is, and a note.
+struct meaning {
+    std::optional<std::string> replacement = {};
+    std::string note = {};
+    bool needs_everyday_units = false;
+};
+using found_meaning = std::optional<meaning>;
+
+std::string quoted(std::string_view name) {
+    return "`" + std::string(name) + "`";
+}
+
+meaning written_as(std::string_view name, std::string_view spelling) {
+    return {std::string(spelling), quoted(name) + " is written " + quoted(spelling)};
+}
+
+found_meaning impossible_unit(std::string_view name) {
+    for (const word_row& row : impossible)
+        if (has_word(row.words, name))
+            return meaning{{}, quoted(name) + " " + std::string(row.text)};
+    for (const information_unit& unit : information_units) {
+        if (unit.name != name)
+            continue;
+        number_buffer buffer;
+        return meaning{
+            {},
+            quoted(name) +
+                " measures information, for which the language has no dimension; as a number: `DefUnit(" +
+                std::string(name) + ", " + std::string(format_double(unit.bits, buffer)) + ")`"};
+    }
+    return std::nullopt;
+}
+
+found_meaning synonym(std::string_view name) {
+    for (const word_row& row : synonyms)
+        if (has_word(row.words, name))
+            return written_as(name, row.text);
+    return std::nullopt;
+}
+
+// The everyday units as a calculator of their own.
+calculator& everyday_calculator() {
+    static const std::unique_ptr<calculator> loaded = [] {
+        auto made = std::make_unique<calculator>();
+        const calculator_scope scope(*made);
+        define_units(everyday_units());
+        return made;
+    }();
+    return *loaded;
+}
+
+bool is_everyday_unit(std::string_view name) {
+    const calculator_scope scope(everyday_calculator());
+    return is_unit_name(name);
+}
+
+meaning everyday_meaning(std::string_view name, const std::string& unit) {
+    meaning found{unit, quoted(unit) + " is one of the everyday units, which `--everyday` adds", true};
+    if (unit != name)
+        found.note = quoted(name) + " is written " + quoted(unit) + "; " + found.note;
+    return found;
+}
+
+// The spellings that differ in case, or in being singular or plural, British or American.
+std::vector<std::string> variants(std::string_view name) {
+    std::vector<std::string> forms = {std::string(name), std::string(name) + "s"};
+    if (name.size() > 2 && fold_case(name.back()) == 's') {
+        forms.emplace_back(name.substr(0, name.size() - 1));
+        if (name.size() > 3 && fold_case(name[name.size() - 2]) == 'e')
+            forms.emplace_back(name.substr(0, name.size() - 2));
+    }
+    if (const std::size_t re = name.rfind("tre"); re != std::string_view::npos && re + 4 >= name.size())
+        forms.push_back(std::string(name.substr(0, re)) + "ter" + std::string(name.substr(re + 3)));
+    return forms;
+}
+
+std::vector<std::string> spelled_alike(std::string_view name, const std::vector<std::string>& names) {
+    std::vector<std::string> found;
+    for (const std::string& form : variants(name)) {
+        for (const std::string& known : names)
+            if (equal_nocase(known, form) && std::find(found.begin(), found.end(), known) == found.end())
+                found.push_back(known);
+        if (!found.empty())
+            return found;
+    }
+    return found;
+}
+
+found_meaning other_spelling(std::string_view name) {
+    const std::vector<std::string> found = spelled_alike(name, unit_names());
+    if (found.empty())
+        return std::nullopt;
+    if (found.size() == 1)
+        return written_as(name, found.front());
+    return meaning{{}, quoted(name) + " can be " + quoted_list(found)};
+}
+
+found_meaning everyday_spelling(std::string_view name) {
+    if (is_everyday_unit(name))
+        return everyday_meaning(name, std::string(name));
+    const calculator_scope scope(everyday_calculator());
+    const std::vector<std::string> found = spelled_alike(name, unit_names());
+    if (found.size() != 1)
+        return std::nullopt;
+    return everyday_meaning(name, found.front());
+}
+
+found_meaning prefixed_unit(std::string_view name) {
+    for (const prefix_row& row : prefixes) {
+        if (name.substr(0, row.prefix.size()) != row.prefix || !is_unit_name(name.substr(row.prefix.size())))
+            continue;
+        const std::string product =
+            std::string(row.value) + " " + std::string(name.substr(row.prefix.size()));
+        return meaning{{},
+                       quoted(name) + " is " + quoted(product) + ": define it by `DefUnit(" +
+                           std::string(name) + ", " + product + ")`"};
+    }
+    return std::nullopt;
+}
+
+meaning nearest_spelling(std::string_view name, bool is_call) {
+    std::vector<std::string> names = is_call ? function_names() : unit_names();
+    if (!is_call) {
+        variable_store& variables = current_calculator().variables;
+        for (std::size_t i = 0; i < variables.size(); ++i)
+            names.push_back(variables[i].name);
+    }
+    const std::vector<std::string> nearest = nearest_names(name, names);
+    const std::string unknown =
+        std::string(is_call ? "no function is called " : "no unit or variable is called ") + quoted(name);
+    constexpr std::size_t clear_length = 4; // a shorter text resembles too many names
+    if (!nearest.empty() && name.size() >= clear_length)
+        return {nearest.front(), unknown + "; the nearest: " + quoted_list(nearest)};
+    if (!nearest.empty())
+        return {{}, unknown + "; the nearest: " + quoted_list(nearest)};
+    return {{},
+            unknown + (is_call ? "; `metrify functions TEXT` searches" : "; `metrify units TEXT` searches")};
+}
+
+meaning meaning_of(std::string_view name, bool is_call) {
+    if (is_unit_name(name))
+        return {{}, quoted(name) + " is a unit and follows a number, as in `1 " + std::string(name) + "`"};
+    if (found_meaning found = impossible_unit(name))
+        return *found;
+    if (name.size() == 1 && is_everyday_unit(name))
+        return everyday_meaning(name, std::string(name)); // another case is another unit
+    using search = found_meaning (*)(std::string_view);
+    for (const search find : {synonym, other_spelling, everyday_spelling, prefixed_unit}) {
+        found_meaning found = find(name);
+        if (found && !is_call)
+            return *found;
+        if (found && found->replacement && is_function_name(*found->replacement))
+            return *found;
+    }
+    return nearest_spelling(name, is_call);
+}
+
+bool is_keyword(std::string_view name) {
+    return has_word("MKS cgs FPS IPS DefUnit begin end PrintFunc", name);
+}
+
+// A unit follows a number, another unit, an operator between units, or the semicolon of a request.
+bool unit_can_follow(std::string_view text) {
+    const std::size_t last = text.find_last_not_of(" \t");
+    return last != std::string_view::npos &&
+           std::string_view("=+-(").find(text[last]) == std::string_view::npos;
+}
+
+// True if the name explains itself after this text.
+bool is_in_place(std::string_view name, std::string_view text_before, bool is_call) {
+    if (is_call)
+        return is_function_name(name);
+    if (is_unit_name(name))
+        return unit_can_follow(text_before) || text_before.find('(') != std::string_view::npos;
+    return is_variable_name(name) || is_function_name(name) || is_keyword(name);
+}
+
+} // namespace
+
+void resolve_unknown_names(correction& statement) {
+    const std::string text = statement.text;
+    std::string changed;
+    cursor expptr(text.c_str());
+    while (!at_text_end(expptr)) {
+        const cursor start = expptr;
+        double ignored = 0.0;
+        if (!is_mnemonic(false, expptr)) {
+            if (is_blank(*expptr) || *expptr == '+' || *expptr == '-' || !scan_number(true, expptr, ignored))
+                ++expptr.at;
+            changed += text_span(start, expptr);
+            continue;
+        }
+        const std::string name(take_name(expptr));
+        const bool is_call = *expptr == '(';
+        cursor next = expptr;
+        skip_blanks(next);
+        const bool is_assigned = *next == '=' && changed.find_first_not_of(" \t") == std::string::npos;
+        if (is_assigned && is_unit_name(name))
+            statement.note(quoted(name) + " is a unit, and a variable needs another name");
+        if (is_assigned || is_in_place(name, changed, is_call)) {
+            changed += name;
+            continue;
+        }
+        const meaning found = meaning_of(name, is_call);
+        statement.note(found.note);
+        statement.needs_everyday_units = statement.needs_everyday_units || found.needs_everyday_units;
+        changed += found.replacement.value_or(name);
+    }
+    statement.text = changed;
+}
+
+} // namespace metrify

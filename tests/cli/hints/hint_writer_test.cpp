@@ -1,0 +1,185 @@
+#include "cli/hints/hint_writer.h"
+#include "cli/units/everyday_units.h"
+#include "language/driver.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace {
+
+using namespace metrify;
+using testing::HasSubstr;
+using testing::Not;
+
+/// The hints for a program, without their beginning.
+std::string hints(const std::string& program, const std::string& definitions = {}) {
+    std::ostringstream err;
+    hint_writer writer(definitions, false, err);
+    writer.explain_listing(interpret_dimensional_input_lines(program.c_str(), definitions).view());
+    std::string text = err.str();
+    constexpr std::string_view beginning = "metrify: hint for ";
+    return text.rfind(beginning, 0) == 0 ? text.substr(beginning.size()) : text;
+}
+
+struct hinted {
+    const char* name;
+    const char* statement;
+    const char* hint; // a part of it
+};
+
+void PrintTo(const hinted& it, std::ostream* out) {
+    *out << it.statement;
+}
+
+class hint_for : public testing::TestWithParam<hinted> {};
+
+TEST_P(hint_for, a_statement) {
+    EXPECT_THAT(hints(GetParam().statement), HasSubstr(GetParam().hint));
+}
+
+constexpr hinted spellings[] = {
+    {"degree_sign_of_temperatures", "20 °C; °F", "`20 degC; degF` gives 68 degF"},
+    {"degree_sign_of_angles", "180°; rad", "`180 deg; rad` gives 3.14159 rad"},
+    {"micro_sign", "5 µm; mil", "`µ` is written `u`: `5 um; mil` gives 0.19685 mil"},
+    {"superscript", "5 m²; ft²", "`²` is written `^2`: `5 m^2; ft^2` gives 53.8196 ft^2"},
+    {"negative_superscript", "5 m s⁻¹; km/hr", "`⁻¹` is written `^-1`: `5 m s^-1; km/hr` gives 18 km/hr"},
+    {"middle_dot", "100 N·m; J", "`·` is written `*`: `100 N*m; J` gives 100 J"},
+    {"ohm_sign", "5 Ω; ohm", "`Ω` is written `ohm`: `5 ohm; ohm` gives 5 ohm"},
+    {"grouping_comma", "1,234,567 m; km", "digits are not grouped: `1234567 m; km` gives 1234.57 km"},
+    {"grouping_underscore", "1_000 m; km", "digits are not grouped: `1000 m; km` gives 1 km"},
+    {"decimal_comma", "3,5 m; cm", "the decimal sign is a point: `3.5 m; cm` gives 350 cm"},
+    {"to", "5 ft to m", "a conversion is written `3 ft; m`, without `to`: `5 ft; m` gives 1.524 m"},
+    {"to_after_semicolon", "5 ft; to m", "a request follows the semicolon directly: `5 ft; m` gives 1.524 m"},
+    {"arrow", "5 ft -> m", "without an arrow: `5 ft; m` gives 1.524 m"},
+    {"in_between_units", "5 ft in m", "`in` is the inch, and a conversion is written `3 ft; m`: `5 ft; m`"},
+    {"double_asterisk", "2**3", "a power is written `^`: `2^3` gives 8"},
+    {"fraction_with_unit", "1/4 in", "a fraction needs parentheses: `(1/4) in` gives 0.00635 m"},
+    {"mixed_number", "2 1/2 in; mm", "`(2 + 1/2) in; mm` gives 63.5 mm"},
+    {"feet_and_inches", "5' 11\"; cm", "feet and inches are a sum: `5 ft + 11 in; cm` gives 180.34 cm"},
+    {"two_units", "5 ft 11 in; cm", "a value in two units is a sum: `5 ft + 11 in; cm` gives 180.34 cm"},
+    {"power_without_caret", "9.81 m/s2; ft/s^2", "a power of a unit is written `m^2`: `9.81 m/s^2; ft/s^2`"},
+    {"power_before_unit", "5 W/m2degK; W/m^2 degK", "`5 W/m^2 degK; W/m^2 degK` gives 5 W/m^2 degK"},
+    {"square_prefix", "5 sqft; m^2", "squares and cubes are written `ft^2` and `ft^3`: `5 ft^2; m^2`"},
+    {"cubic_word", "5 cubic feet; m^3", "`5 feet^3; m^3` gives 0.141584 m^3"},
+    {"per", "60 miles per hour; m/s", "`per` is written `/`: `60 miles/hour; m/s` gives 26.8224 m/s"},
+    {"dot_between_units", "5 kg.m", "units are multiplied by a blank or `*`: `5 kg m` gives 5 kg m"},
+    {"hyphen_between_units", "75 ft-lb; N m", "`75 ft lbf; N m` gives 101.686 N m"},
+    {"separate_degrees", "25 deg C; degF", "`25 degC; degF` gives 77 degF"},
+    {"two_words", "2 light years; km", "`lightyear` is one word: `2 lightyear; km`"},
+    {"american_gallon", "5 US gallon; L", "`5 gallon; L` gives 18.9271 L"},
+    {"imperial_gallon", "1 UK gallon; L", "`gal_UK` is one of the everyday units"},
+};
+INSTANTIATE_TEST_SUITE_P(spelling, hint_for, testing::ValuesIn(spellings),
+                         [](const auto& row) { return row.param.name; });
+
+constexpr hinted words[] = {
+    {"case", "65 MPH; km/hr", "`MPH` is written `mph`: `65 mph; km/hr` gives 104.607 km/hr"},
+    {"two_cases", "5 MG; kg", "`MG` can be `Mg`, `mg`"},
+    {"plural", "3 fathomes; m", "`fathomes` is written `fathom`: `3 fathom; m`"},
+    {"british_spelling", "5 litres; gal", "`litres` is written `liters`: `5 liters; gal` gives 1.32086 gal"},
+    {"misspelling", "5 kilometrs; mi",
+     "`kilometrs`; the nearest: `kilometers`, `kilometer`: `5 kilometers; mi` gives 3.10686 mi"},
+    {"variable", "speed = 3 m\nspeeed",
+     "no unit or variable is called `speeed`; the nearest: `speed`: `speed` gives 3 m"},
+    {"everyday_unit", "5 kWh; MJ",
+     "`kWh` is one of the everyday units, which `--everyday` adds: `5 kWh; MJ` with --everyday gives 18 MJ"},
+    {"everyday_letter", "90 km/h; m/s", "`h` is one of the everyday units"},
+    {"prefix", "3 kiloft; m", "`kiloft` is `1e3 ft`: define it by `DefUnit(kiloft, 1e3 ft)`"},
+    {"celsius", "20 celsius; fahrenheit", "`20 degC; degF` gives 68 degF"},
+    {"money", "3 EUR", "`EUR` is money, for which the language has no unit"},
+    {"information", "10 MB; bit", "as a number: `DefUnit(MB, 8e+06)`"},
+    {"logarithm", "20 dB", "`dB` is logarithmic"},
+    {"light", "500 lx", "`lx` measures light"},
+    {"gauge_pressure", "32 psig; bar", "`psig` is a pressure above that of the atmosphere"},
+    {"unit_without_number", "ft + 3", "`ft` is a unit and follows a number, as in `1 ft`"},
+    {"variable_name", "ft = 3", "`ft` is a unit, and a variable needs another name"},
+    {"function", "sine(3)",
+     "no function is called `sine`; the nearest: `sin`, `sinh`: `sin(3)` gives 0.14112"},
+    {"unknown_word", "3 xyzzy", "no unit or variable is called `xyzzy`; `metrify units TEXT` searches"},
+};
+INSTANTIATE_TEST_SUITE_P(word, hint_for, testing::ValuesIn(words),
+                         [](const auto& row) { return row.param.name; });
+
+constexpr hinted mismatches[] = {
+    {"pound_of_mass", "180 lb; kg", "`lb` is a force and `lbm` the mass: `180 lbm; kg` gives 81.6466 kg"},
+    {"ounce_of_mass", "3 oz; g", "`oz` is a force and `ozm` the mass: `3 ozm; g` gives 85.0486 g"},
+    {"kilogram_of_force", "5 kg; N", "`kg` is a mass and `kgf` the force: `5 kgf; N` gives 49.0333 N"},
+    {"letters_for_temperatures", "-40 C; F",
+     "`C` is the coulomb and `F` the farad; temperatures are `degC` and `degF`: `-40 degC; degF` gives -40 "
+     "degF"},
+    {"fuel_consumption", "6 L/100 km; mi/gal",
+     "one of the two is the reciprocal of the other: `1/(6 L/100 km); mi/gal` gives 39.2024 mi/gal"},
+    {"fuel_economy", "30 mi/gal; L/100 km", "`100 km/(30 mi/gal); L` gives 7.84049 L"},
+    {"request_with_number", "0.08 L/km; L/100 km", "`100 km*(0.08 L/km); L` gives 8 L"},
+    {"period", "5 s; Hz", "`1/(5 s); Hz` gives 0.2 Hz"},
+    {"other_dimension", "x = 3 ft\nx; kg", "the value is a length (`m`) and `kg` a mass (`kg`)"},
+    {"revolutions", "3000 rpm; Hz", "revolutions per second are `rev/s`: `3000 rpm; rev/s` gives 50 rev/s"},
+    {"temperature_difference", "20 degC - 10 degC; degC", "`20 degC - 10 degC; degCdiff` gives 10 degCdiff"},
+    {"temperature_sum", "20 degC + 5 degC; degC", "`20 degC + 5 degCdiff; degC` gives 25 degC"},
+};
+INSTANTIATE_TEST_SUITE_P(mismatch, hint_for, testing::ValuesIn(mismatches),
+                         [](const auto& row) { return row.param.name; });
+
+TEST(hints, are_none_for_statements_as_the_language_wants_them) {
+    EXPECT_EQ(hints("x = 3 ft\nx; in\n5 ft lbf in / s\n(1/4) in; mm\n[1, 2, 3] m\natan2(1,2)\n# 5 ft to m\n"
+                    "1000 kg/m^3\n20 degC; degF\n20 degC - 10 degC; degCdiff\nMKS(ft)\n5 lb in\n"),
+              "");
+}
+
+TEST(hints, name_the_statement_and_the_correction_on_one_line) {
+    EXPECT_EQ(hints("5 ft to m"),
+              "`5 ft to m`: a conversion is written `3 ft; m`, without `to`: `5 ft; m` gives 1.524 m\n");
+}
+
+TEST(hints, know_the_user_units_of_the_program) {
+    EXPECT_THAT(hints("5 pacee; m", "DefUnit(pace, 0.75 m)"), HasSubstr("`5 pace; m` gives 3.75 m"));
+    EXPECT_THAT(hints("DefUnit(pace, 0.75 m)\n5 pacee; m"), HasSubstr("`5 pace; m` gives 3.75 m"));
+}
+
+TEST(hints, know_the_everyday_units_if_they_are_there) {
+    EXPECT_THAT(hints("5 KWHR; MJ", everyday_units()),
+                HasSubstr("`KWHR` is written `kWhr`: `5 kWhr; MJ` gives 18 MJ"));
+}
+
+TEST(hints, stop_after_twenty_statements) {
+    std::string program;
+    for (int i = 0; i < 30; ++i)
+        program += "3 ft to m\n";
+    const std::string text = hints(program);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 20);
+}
+
+// A line that solves could take long once more.
+TEST(hints, do_not_run_statements_that_solve) {
+    const std::string program = "begin\ny = (x - 2)^2\nend\nx = 1\nz = fmin(y, x) to m\n";
+    EXPECT_THAT(hints(program), Not(HasSubstr("gives")));
+}
+
+TEST(hints, of_a_conversion_show_the_command) {
+    std::ostringstream err;
+    hint_writer("", false, err).explain_conversion("20", "°C", "°F", conversion_state::failed);
+    EXPECT_EQ(err.str(),
+              "metrify: hint: `°C` is written `degC`; `°F` is written `degF`: `metrify convert 20 degC degF` "
+              "gives 68 degF\n");
+}
+
+TEST(hints, of_a_conversion_quote_units_for_the_shell) {
+    std::ostringstream err;
+    hint_writer("", false, err).explain_conversion("5' 11\"", "", "cm", conversion_state::not_a_number);
+    EXPECT_THAT(err.str(), HasSubstr("`metrify convert 5 'ft + 11 in' cm` gives 180.34 cm"));
+}
+
+TEST(hints, of_a_conversion_add_the_option_for_everyday_units) {
+    std::ostringstream err;
+    hint_writer("", false, err).explain_conversion("5", "kWh", "MJ", conversion_state::failed);
+    EXPECT_THAT(err.str(), HasSubstr("`metrify convert --everyday 5 kWh MJ` gives 18 MJ\n"));
+}
+
+TEST(hints, of_a_conversion_that_is_misread_do_not_need_an_error) {
+    std::ostringstream err;
+    hint_writer("", false, err).explain_conversion("3000", "rpm", "Hz", conversion_state::converted);
+    EXPECT_THAT(err.str(), HasSubstr("`metrify convert 3000 rpm rev/s` gives 50 rev/s\n"));
+}
+
+} // namespace
