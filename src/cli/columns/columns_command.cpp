@@ -45,7 +45,7 @@ class input_file {
 
     std::ptrdiff_t read(char* to, std::size_t size) const {
         for (;;) {
-            const auto count = ::read(descriptor_, to, size);
+            const auto count = ::read(descriptor_, to, static_cast<unsigned>(size)); // int on Windows
             if (count >= 0 || errno != EINTR)
                 return count;
         }
