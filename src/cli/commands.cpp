@@ -91,11 +91,7 @@ int run_command(const std::vector<std::string>& files, std::istream& in, std::os
     int status = 0;
     for (const std::string& file : files.empty() ? standard_input : files) {
         program_text program;
-        const bool is_read = file == "-" ? program.read(in) : program.read_file(file);
-        const std::string& remark = is_read ? program.note : program.reason;
-        if (!remark.empty())
-            err << "metrify: " << (file == "-" ? "standard input" : file) << ": " << remark << '\n';
-        if (!is_read) {
+        if (!program.read_named(file, in, err)) {
             status = status_unreadable;
             continue;
         }

@@ -101,10 +101,10 @@ std::unique_ptr<hint_writer> make_hint_writer(const call_extras& extras, std::os
 int interactive_command(std::ostream& out, std::ostream& err, const call_extras& extras) {
     line_reader reader;
     session calculator(extras.unit_definitions);
+    std::unique_ptr<hint_writer> hints = make_hint_writer(extras, err);
     reader.complete_with(
         [&](std::string_view text) { return complete_word(text, calculator.defined_names()); });
     const bool is_coloured = has_colours();
-    std::unique_ptr<hint_writer> hints = make_hint_writer(extras, err);
     std::string entry;
     out << "Metrify. Type :help for help.\n" << std::flush;
     while (read_entry(reader, calculator.is_block_open() ? "... " : "> ", entry)) {

@@ -5,6 +5,8 @@
 #include "cli/columns/columns_command.h"
 #include "cli/commands.h"
 #include "cli/console.h"
+#include "cli/plot/plot_command.h"
+#include "cli/program_text.h"
 #include "cli/short_form.h"
 #include "cli/standard_input.h"
 #include "cli/unit_choice.h"
@@ -54,8 +56,8 @@ constexpr const char* about_forms =
 constexpr const char* about_statuses =
     "Exit status:\n"
     "  0    success; also a run with statements that failed, unless --strict is given\n"
-    "  1    an error cell, nothing found, cells of `columns` that are no numbers,\n"
-    "       or with --strict a statement that failed\n"
+    "  1    an error cell, nothing found, nothing to draw, cells of `columns` that are\n"
+    "       no numbers, or with --strict a statement that failed\n"
     "  2    wrong usage, input that can't be read, output that can't be written\n"
     "  130  interrupted by Ctrl-C\n";
 
@@ -104,6 +106,18 @@ void add_columns_options(CLI::App& app, columns_arguments& columns) {
     app.add_option("FILE", columns.file, "a file, or - for standard input, which is the default");
 }
 
+void add_plot_options(CLI::App& app, plot_arguments& plot) {
+    app.add_option("--over", plot.over, "the variable of the block and its range, e.g. 'x = 0 .. 10 m'")
+        ->required();
+    app.add_option_function<std::string>(
+           "--of", [&plot](const std::string& request) { plot.of.push_back(request); },
+           "a variable that the block computes, and its units, e.g. 'y; ft'; several make several lines")
+        ->required()
+        ->trigger_on_parse();
+    app.add_option("-o,--output", plot.output, "an .svg or .png file, drawn by gnuplot; text if omitted");
+    app.add_option("--points", plot.points, "the number of points")->capture_default_str();
+}
+
 int run(const std::vector<std::string>& arguments) {
     CLI::App app(about_forms, "metrify");
     app.footer(about_statuses);
@@ -132,6 +146,12 @@ int run(const std::vector<std::string>& arguments) {
         app.add_subcommand("columns", "Convert columns of a CSV file, or one number a line");
     add_columns_options(*of_columns, columns);
 
+    plot_arguments plot;
+    CLI::App* draw = app.add_subcommand("plot", "Draw what the block of a program computes");
+    std::string plotted_file;
+    draw->add_option("PROGRAM", plotted_file, "a program with a block, or - for standard input")->required();
+    add_plot_options(*draw, plot);
+
     unit_search search;
     CLI::App* units =
         app.add_subcommand("units", "List the units: name, value of one, base units and quantity");
@@ -150,7 +170,7 @@ int run(const std::vector<std::string>& arguments) {
     call_extras extras;
     hint_choice hints;
     convert->add_flag("--also", extras.also, "show the same quantity in further units");
-    for (CLI::App* command : {&app, convert, run_files, units})
+    for (CLI::App* command : {&app, convert, run_files, units, of_columns, draw})
         add_unit_options(*command, chosen);
     for (CLI::App* command : {&app, convert, run_files})
         add_hint_options(*command, hints);
@@ -175,7 +195,7 @@ int run(const std::vector<std::string>& arguments) {
         return convert_command(number, in_units, out_units, std::cout, std::cerr, extras);
     }
     if (of_columns->parsed())
-        return columns_command(columns);
+        return columns_command(columns, extras.unit_definitions);
     if (units->parsed())
         return units_command(search, std::cout, std::cerr, extras);
     if (functions->parsed())
@@ -185,6 +205,12 @@ int run(const std::vector<std::string>& arguments) {
         return interactive_command(std::cout, std::cerr, extras);
     standard_input_buffer buffer;
     std::istream standard_input(&buffer);
+    if (draw->parsed()) {
+        program_text plotted;
+        return plotted.read_named(plotted_file, standard_input, std::cerr)
+                   ? plot_command(plotted.text, extras.unit_definitions, plot, std::cout, std::cerr)
+                   : status_unreadable;
+    }
     return program.run(standard_input, extras);
 }
 

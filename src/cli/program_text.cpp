@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <fstream>
+#include <ostream>
 #include <string_view>
 #include <system_error>
 
@@ -76,6 +77,15 @@ bool program_text::read_file(const std::string& file) {
         return read(in);
     reason = std::generic_category().message(errno);
     return false;
+}
+
+bool program_text::read_named(const std::string& file, std::istream& standard_input, std::ostream& err) {
+    const bool is_standard_input = file == "-";
+    const bool is_read = is_standard_input ? read(standard_input) : read_file(file);
+    const std::string& remark = is_read ? note : reason;
+    if (!remark.empty())
+        err << "metrify: " << (is_standard_input ? "standard input" : file) << ": " << remark << '\n';
+    return is_read;
 }
 
 } // namespace metrify

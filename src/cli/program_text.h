@@ -16,6 +16,8 @@ struct program_text {
 
     bool read(std::istream& in);
     bool read_file(const std::string& file);
+    /// Reads the file, or standard input for `-`. Writes the note or the reason to err.
+    bool read_named(const std::string& file, std::istream& standard_input, std::ostream& err);
 };
 
 } // namespace metrify

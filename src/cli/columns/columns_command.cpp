@@ -1,5 +1,7 @@
 #include "cli/columns/columns_command.h"
 
+#include "language/unit_definitions.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <iostream>
@@ -43,7 +45,7 @@ class input_file {
 
     std::ptrdiff_t read(char* to, std::size_t size) const {
         for (;;) {
-            const auto count = ::read(descriptor_, to, size);
+            const auto count = ::read(descriptor_, to, static_cast<unsigned>(size)); // int on Windows
             if (count >= 0 || errno != EINTR)
                 return count;
         }
@@ -55,11 +57,12 @@ class input_file {
 
 } // namespace
 
-int columns_command(const columns_arguments& arguments) {
+int columns_command(const columns_arguments& arguments, const std::string& unit_definitions) {
     if (arguments.delimiter.size() != 1 || arguments.delimiter == "\"" || arguments.delimiter == "\n") {
         std::cerr << "metrify: the delimiter must be one character, and no quote or line end\n";
         return status_usage;
     }
+    define_units(unit_definitions);
     conversion_plan plan;
     std::string message;
     if (!make_conversion_plan(arguments.from, arguments.to, plan, message)) {

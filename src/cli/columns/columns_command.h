@@ -48,7 +48,8 @@ struct columns_arguments {
     columns_options options;
 };
 
-/// Runs the command on its file with the standard streams.
-int columns_command(const columns_arguments& arguments);
+/// Runs the command on its file with the standard streams. For the definitions see
+/// language/unit_definitions.h.
+int columns_command(const columns_arguments& arguments, const std::string& unit_definitions);
 
 } // namespace metrify

@@ -48,6 +48,9 @@ TEST(columns_program, shows_what_the_language_says_about_the_units) {
     EXPECT_EQ(run.output, "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
     EXPECT_EQ(run.status, 2);
 }
+TEST(columns_program, converts_everyday_units) {
+    EXPECT_EQ(shell("echo 2 | $METRIFY columns --everyday --from kWh --to J").output, "7200000\n");
+}
 TEST(columns_program, separates_cells_by_tabs_and_by_any_character) {
     EXPECT_EQ(shell("printf '1\\t2\\n' | $METRIFY columns --from m --to cm --tsv -c 2").output, "1\t200\n");
     EXPECT_EQ(shell("printf '1;2\\n' | $METRIFY columns --from m --to cm -d ';' -c 2").output, "1;200\n");
