@@ -98,7 +98,10 @@ struct RecordedTheme::Functions {
 
     static HMODULE WINAPI Load(const char* name) {
         const auto original = reinterpret_cast<decltype(&LoadLibraryA)>(recorder->load_.original());
-        return std::string_view(name) == "UxTheme.dll" && !recorder->hasLibrary ? nullptr : original(name);
+        if (!std::string_view(name).ends_with("UxTheme.dll"))
+            return original(name);
+        recorder->libraryPath = name;
+        return recorder->hasLibrary ? original(name) : nullptr;
     }
 
     static FARPROC WINAPI Find(HMODULE library, const char* name) {

@@ -34,6 +34,8 @@ class RecordedTheme {
     std::size_t OpenCount() const { return open_.size(); }
 
     bool hasLibrary = true;
+    /// The path by which the library was loaded last.
+    std::string libraryPath;
     /// Functions that the library lacks.
     std::set<std::string> missing;
     /// Functions that fail; an opening is named by the line that it records.

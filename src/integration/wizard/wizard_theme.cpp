@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 #include <uxtheme.h>
 
@@ -27,6 +28,15 @@ Function* Find(HMODULE library, const char* name) {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
 }
 
+// A search along the path could find another library of that name.
+HMODULE LoadFromSystemFolder(const char* name) {
+    std::array<char, MAX_PATH> folder;
+    const UINT length = GetSystemDirectoryA(folder.data(), MAX_PATH);
+    if (length == 0 || length >= MAX_PATH)
+        return nullptr;
+    return LoadLibraryA((std::string(folder.data(), length) + "\\" + name).c_str());
+}
+
 bool IsPressed(const DRAWITEMSTRUCT& item) {
     return (item.itemState & ODS_SELECTED) != 0;
 }
@@ -49,7 +59,7 @@ static_assert(DFC_BUTTON == 4 && DFCS_BUTTONPUSH == 16 && (DFCS_BUTTONPUSH | DFC
 
 } // namespace
 
-WizardTheme::WizardTheme() : library_(LoadLibraryA("UxTheme.dll")) {}
+WizardTheme::WizardTheme() : library_(LoadFromSystemFolder("UxTheme.dll")) {}
 
 WizardTheme::~WizardTheme() {
     Close();

@@ -198,6 +198,14 @@ TEST(wizard_theme_of_a_system, without_the_library_is_none) {
     EXPECT_EQ(recording.theme.Lines(), Lines{});
 }
 
+TEST(wizard_theme_of_a_system, is_loaded_from_the_folder_of_the_system) {
+    const Recording recording;
+    const WizardTheme theme;
+    std::array<char, MAX_PATH> folder{};
+    ASSERT_NE(GetSystemDirectoryA(folder.data(), MAX_PATH), 0U);
+    EXPECT_EQ(recording.theme.libraryPath, std::string(folder.data()) + "\\UxTheme.dll");
+}
+
 class wizard_theme_refused : public wizard_theme, public testing::WithParamInterface<const char*> {};
 
 TEST_P(wizard_theme_refused, in_one_class_is_none) {
