@@ -83,7 +83,8 @@ TEST(library_convert, gives_the_message_of_an_error) {
     EXPECT_EQ(answer.text, "ERROR IN REQUESTED OUTPUT: 's' is incompatible.\n");
 }
 TEST(library_convert, does_not_depend_on_an_earlier_conversion) {
-    converted(1, std::string("m\n").append(failed_solve), "");
+    // The failed search is the last statement.
+    converted(1, std::string("m\n").append(failed_solve.substr(0, failed_solve.size() - 1)), "");
     EXPECT_EQ(converted(1, "m", "m").text, "m\n\n");
 }
 TEST(library_convert, rejects_bad_arguments) {
