@@ -39,7 +39,7 @@ class Calc:
         folder = Path(tempfile.mkdtemp(dir=self.folder))
         # A failed conversion exits with 0 too, and without a writable profile the program does not end.
         run = subprocess.run(
-            ["timeout", "-k", "5", "120",
+            ["timeout", "-k", "5", "240",
              *self.command("--convert-to", target_type, "--outdir", str(folder), str(source))],
             env=self.environment(), capture_output=True, text=True, check=False)
         target = folder / (Path(source).stem + "." + target_type.split(":")[0])
@@ -65,7 +65,7 @@ class Office:
     def connect(self, pipe):
         local = uno.getComponentContext()
         resolver = local.ServiceManager.createInstanceWithContext("com.sun.star.bridge.UnoUrlResolver", local)
-        for _ in range(240):
+        for _ in range(720):
             try:
                 return resolver.resolve(f"uno:pipe,name={pipe};urp;StarOffice.ComponentContext")
             except NoConnectException:

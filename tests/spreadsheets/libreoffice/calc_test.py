@@ -207,7 +207,7 @@ class InOffice(unittest.TestCase):
         menu = self.menu("OfficeHelp")
         self.assertEqual(menu.getByName("org.metrify.Units").URL, "service:org.metrify.MenuItems?units")
         self.office.new("org.metrify.MenuItems").trigger("units")
-        for _ in range(240):
+        for _ in range(720):
             if self.shown.exists():
                 break
             time.sleep(0.25)
@@ -281,7 +281,7 @@ class Package(unittest.TestCase):
             self.folder.chmod(0o755)
         profile = "-env:UserInstallation=" + (home / "profile").as_uri()
         for arguments, expected in ((["add", home / "metrify.oxt"], ""), (["list"], "Identifier: org.metrify")):
-            command = [*user, "env", f"HOME={home}", "timeout", "-k", "5", "60", "unopkg", *arguments, profile]
+            command = [*user, "env", f"HOME={home}", "timeout", "-k", "5", "240", "unopkg", *arguments, profile]
             run = subprocess.run(command, capture_output=True, text=True, check=False)
             self.assertEqual(run.returncode, 0, run.stdout + run.stderr)
             self.assertIn(expected, run.stdout)
