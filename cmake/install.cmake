@@ -1,6 +1,10 @@
 # `cmake --install` and find_package(metrify): the library with its headers, and, if they are built, the command with
 # its manual page and completion, and the documents.
 
+# The folder where Debian has libraries, below /usr/local too.
+if(NOT DEFINED CMAKE_INSTALL_LIBDIR AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS /etc/debian_version)
+  set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Libraries")
+endif()
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/metrify)
