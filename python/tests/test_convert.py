@@ -127,6 +127,11 @@ def test_more_pairs_of_units_than_are_remembered_are_converted():
             assert metrify.convert(1, first, second) == pytest.approx(expected, rel=1e-14)
 
 
+def test_pairs_that_are_the_same_text_together_are_told_apart():
+    assert metrify.convert(1, "mm", "m") == pytest.approx(0.001, rel=1e-14)
+    assert metrify.convert(1, "m", "mm") == pytest.approx(1000, rel=1e-14)
+
+
 def test_numbers_are_converted_without_numpy():
     program = (
         "import sys; sys.modules['numpy'] = None\n"

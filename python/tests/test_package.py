@@ -51,6 +51,10 @@ def test_the_version_is_that_of_the_command_and_the_metadata():
 FOLDER = pathlib.Path(metrify.__file__).parent
 
 
+def files_in(folder):
+    return {str(path.relative_to(folder)) for path in folder.rglob("*") if path.is_file()}
+
+
 def test_the_installed_package_is_complete(tmp_path):
     subprocess.run(
         ["cmake", "--install", os.environ["METRIFY_BUILD"], "--component", "python", "--prefix", tmp_path],
@@ -58,11 +62,7 @@ def test_the_installed_package_is_complete(tmp_path):
         stdout=subprocess.DEVNULL,
     )
     installed = tmp_path / "lib" / "python3" / "dist-packages"
-    assert {str(path.relative_to(tmp_path)) for path in tmp_path.rglob("*") if path.is_file()} == {
-        str((installed / path.relative_to(FOLDER.parent)).relative_to(tmp_path))
-        for path in FOLDER.parent.rglob("*")
-        if path.is_file()
-    }
+    assert files_in(installed) == files_in(FOLDER.parent)
     program = "import metrify; print(metrify.__file__, metrify.cells(1, 'km', 'm')[0])"
     shown = subprocess.run(
         [sys.executable, "-c", program], env={"PYTHONPATH": str(installed)}, capture_output=True, text=True
