@@ -92,7 +92,8 @@ std::string run_entry(session& calculator, const std::string& entry) {
 }
 
 std::unique_ptr<hint_writer> make_hint_writer(const call_extras& extras, std::ostream& err) {
-    return extras.hints ? std::make_unique<hint_writer>(extras.unit_definitions, extras.everyday, err)
+    return extras.hints ? std::make_unique<hint_writer>(extras.unit_definitions, extras.everyday, err,
+                                                        std::string(name_of_result))
                         : nullptr;
 }
 

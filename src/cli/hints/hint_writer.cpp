@@ -131,6 +131,16 @@ bool take_statement(std::string_view& listing, listed_statement& found) {
     return true;
 }
 
+// The first value in the answer to a statement, with its unit.
+std::string first_value(std::string_view answer) {
+    constexpr std::string_view equals = " = ";
+    const std::size_t begin = answer.find(equals);
+    if (begin == std::string_view::npos)
+        return {};
+    const std::string_view rest = answer.substr(begin + equals.size());
+    return std::string(rest.substr(0, std::min(rest.find('\n'), rest.find(equals))));
+}
+
 bool begins_with_keyword(const std::string& statement) {
     static const std::regex keyword(R"(^(MKS|cgs|FPS|IPS|DefUnit|begin|end|PrintFunc)\b)", std::regex::icase);
     return std::regex_search(statement, keyword);
@@ -151,8 +161,10 @@ bool may_be_misread(const std::string& statement) {
 
 } // namespace
 
-hint_writer::hint_writer(const std::string& unit_definitions, bool has_everyday_units, std::ostream& err)
-    : unit_definitions_(unit_definitions), has_everyday_units_(has_everyday_units), err_(err) {
+hint_writer::hint_writer(const std::string& unit_definitions, bool has_everyday_units, std::ostream& err,
+                         const std::string& name_of_result)
+    : unit_definitions_(unit_definitions), has_everyday_units_(has_everyday_units), err_(err),
+      name_of_result_(name_of_result) {
     rehearse(rehearsal_, unit_definitions_, {});
 }
 
@@ -189,16 +201,23 @@ void hint_writer::explain_statement(const std::string& statement, bool has_faile
     err_ << '\n';
 }
 
+void hint_writer::remember(const std::string& statement) {
+    assignments_ += statement + '\n';
+    rehearse(rehearsal_, {}, statement);
+}
+
 void hint_writer::explain_listing(std::string_view listing) {
     for (listed_statement listed; take_statement(listing, listed);) {
         const std::string statement = without_comment(listed.statement);
         const bool has_failed = listed.answer.find("ERROR") != std::string_view::npos;
         if (is_worth_examining(statement, has_failed))
             explain_statement(statement, has_failed);
-        if (!has_failed && is_state(statement)) {
-            assignments_ += statement + '\n';
-            rehearse(rehearsal_, {}, statement);
-        }
+        if (has_failed)
+            continue;
+        if (is_state(statement))
+            remember(statement);
+        if (const std::string value = first_value(listed.answer); !name_of_result_.empty() && !value.empty())
+            remember(name_of_result_ + " = " + value);
     }
 }
 

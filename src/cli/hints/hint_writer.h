@@ -24,7 +24,9 @@ enum class conversion_state { converted, failed, not_a_number };
 class hint_writer {
   public:
     /// The definitions are those of the program; see language/unit_definitions.h.
-    hint_writer(const std::string& unit_definitions, bool has_everyday_units, std::ostream& err);
+    /// If name_of_result is not empty, statements may refer to the latest value by it.
+    hint_writer(const std::string& unit_definitions, bool has_everyday_units, std::ostream& err,
+                const std::string& name_of_result = {});
 
     /// Explains the statements of a listing that have failed or are not read as usual. The listings of a
     /// session are passed one after another. Only the first statements of a long listing are examined.
@@ -36,6 +38,7 @@ class hint_writer {
                             conversion_state state);
 
   private:
+    void remember(const std::string& statement);
     explanation explain(const std::string& statement, bool has_failed);
     bool is_worth_examining(const std::string& statement, bool has_failed);
     void explain_statement(const std::string& statement, bool has_failed);
@@ -43,6 +46,7 @@ class hint_writer {
     std::string unit_definitions_;
     bool has_everyday_units_;
     std::ostream& err_;
+    std::string name_of_result_;
     std::string assignments_; // the program's lines so far that later statements may refer to
     calculator rehearsal_;    // their variables and units
     int explained_ = 0;

@@ -142,6 +142,14 @@ TEST(hints, know_the_everyday_units_if_they_are_there) {
                 HasSubstr("`KWHR` is written `kWhr`: `5 kWhr; MJ` gives 18 MJ"));
 }
 
+TEST(hints, know_the_name_of_the_latest_result) {
+    std::ostringstream err;
+    hint_writer writer("", false, err, "ans");
+    writer.explain_listing("[  1 ] 3 ft; cm; m\n        = 91.44 cm = 0.9144 m\n\n");
+    writer.explain_listing("[  2 ] ans to km\n       ERROR: 'to' undefined.\n\n");
+    EXPECT_THAT(err.str(), HasSubstr("`ans; km` gives 0.0009144 km\n"));
+}
+
 TEST(hints, stop_after_twenty_statements) {
     std::string program;
     for (int i = 0; i < 30; ++i)
