@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import signal
 import subprocess
 import tempfile
 import time
@@ -59,7 +60,7 @@ class Office:
         if programs:
             environment["PATH"] = f"{programs}:{environment['PATH']}"
         self.launcher = subprocess.Popen(calc.command(f"--accept=pipe,name={pipe};urp;"), env=environment,
-                                         stderr=subprocess.DEVNULL)
+                                         stderr=subprocess.DEVNULL, start_new_session=True)
         self.context = self.connect(pipe)
 
     def connect(self, pipe):
@@ -70,7 +71,8 @@ class Office:
                 return resolver.resolve(f"uno:pipe,name={pipe};urp;StarOffice.ComponentContext")
             except NoConnectException:
                 time.sleep(0.25)
-        self.launcher.kill()
+        # The launcher has started another process.
+        os.killpg(self.launcher.pid, signal.SIGKILL)
         raise AssertionError("the office does not answer")
 
     def new(self, service):
@@ -78,4 +80,4 @@ class Office:
 
     def close(self):
         self.new("com.sun.star.frame.Desktop").terminate()
-        self.launcher.wait(60)
+        self.launcher.wait(240)

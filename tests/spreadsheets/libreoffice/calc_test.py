@@ -265,6 +265,7 @@ class Package(unittest.TestCase):
         page = (self.folder / "units.html").read_text(encoding="utf-8")
         rows = re.findall(r"<tr><td>(.*?)</td><td>(.*?)</td></tr>", page)
         shown = {name: value.strip() for names, value in rows for name in re.findall("<code>(.*?)</code>", names)}
+        # The first line is the heading.
         listed = subprocess.run([METRIFY_PROGRAM, "units"], capture_output=True, text=True, check=True).stdout
         self.assertEqual(sorted(shown), sorted(line.split()[0] for line in listed.splitlines()[1:]))
         self.assertEqual([shown[name] for name in ("ft", "psi", "degC", "%")],
