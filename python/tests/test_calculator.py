@@ -53,18 +53,19 @@ def test_a_calculator_that_is_reset_is_like_a_new_one():
 
 def test_threads_that_share_a_calculator_wait_for_each_other():
     calculator = metrify.Calculator()
-    lines = "\n".join(["1"] * 50)
+    lines = "\n".join(["1"] * 2500)
+    together = threading.Barrier(4)
 
     def enter():
-        for _ in range(5):
-            calculator.enter(lines)
+        together.wait()
+        calculator.enter(lines)
 
     threads = [threading.Thread(target=enter) for _ in range(4)]
     for thread in threads:
         thread.start()
     for thread in threads:
         thread.join()
-    assert calculator.enter("1").startswith("[  1001 ] 1\n")
+    assert calculator.enter("1").startswith("[  10001 ] 1\n")
 
 
 def test_the_cells_are_those_of_the_worksheet_function():
