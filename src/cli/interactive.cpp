@@ -91,6 +91,13 @@ std::string run_entry(session& calculator, const std::string& entry) {
     return listing;
 }
 
+// Hints run the statements of the listing again, which can take as long as before.
+void explain(hint_writer& hints, std::string_view listing, interruption& stop) {
+    const interrupt_key ends(stop);
+    const interruption_scope obeys(stop);
+    hints.explain_listing(listing);
+}
+
 std::unique_ptr<hint_writer> make_hint_writer(const call_extras& extras, std::ostream& err) {
     return extras.hints ? std::make_unique<hint_writer>(extras.unit_definitions, extras.everyday, err,
                                                         std::string(name_of_result))
@@ -121,8 +128,8 @@ int interactive_command(std::ostream& out, std::ostream& err, const call_extras&
         } else {
             const std::string listing = run_entry(calculator, entry);
             out << (is_coloured ? with_coloured_errors(listing) : listing) << std::flush;
-            if (hints)
-                hints->explain_listing(listing);
+            if (hints && !calculator.stop().is_requested())
+                explain(*hints, listing, calculator.stop());
         }
         out << std::flush;
     }

@@ -47,13 +47,16 @@ class terminal_session {
         ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
     }
 
-    /// Presses a key while an entry is run.
-    void type_during_run(std::string_view keys) {
-        termios modes{};
-        while (tcgetattr(terminal_, &modes) == 0 && (modes.c_lflag & ICANON) == 0)
+    /// Presses Ctrl-C until the entry that is being run ends.
+    void interrupt_run() {
+        const auto is_running = [&] {
+            termios modes{};
+            return tcgetattr(terminal_, &modes) == 0 && (modes.c_lflag & ICANON) != 0;
+        };
+        while (!is_running())
             usleep(1000);
-        usleep(50000);
-        ASSERT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+        for (; is_running(); usleep(50000))
+            ASSERT_EQ(write(terminal_, "\x03", 1), 1);
     }
 
     /// Waits until the text appears after the text of the previous wait, or the program ends.
@@ -311,11 +314,10 @@ TEST_F(interactive, ends_a_long_calculation_and_goes_on) {
     ASSERT_TRUE(it.shows(" = 1 m")) << it.screen();
     ASSERT_TRUE(it.shows("> "));
     it.type("x = BesselJ(2000000000, 2000000001)\r");
-    it.type_during_run("\x03");
-    EXPECT_TRUE(it.shows("ERROR: interrupted.")) << it.screen();
-    ASSERT_TRUE(it.shows("> "));
+    it.interrupt_run();
     it.type("x\r");
     EXPECT_TRUE(it.shows(" = 1 m")) << it.screen();
+    EXPECT_NE(it.screen().find("ERROR: interrupted."), std::string::npos) << it.screen();
 }
 
 TEST_F(interactive, shows_errors_in_red_unless_colours_are_declined) {
