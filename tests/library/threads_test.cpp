@@ -83,5 +83,13 @@ TEST(library_threads, have_messages_of_their_own) {
               }),
               0);
 }
+TEST(library_threads, do_not_see_the_message_of_another) {
+    metrify_run("1", 1, nullptr);
+    std::thread([] {
+        EXPECT_STREQ(metrify_message(), "");
+        listing_of("1");
+    }).join();
+    EXPECT_STREQ(metrify_message(), "the pointer to the result is null");
+}
 
 } // namespace
