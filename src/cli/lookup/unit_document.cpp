@@ -67,8 +67,7 @@ The vocabulary has no `kWh`, `km/h` or `mpg`. `--everyday` adds such units to a 
 They are defined in the language itself: `everyday.units` is a file of `DefUnit` lines, each with its source, which is
 installed in `share/metrify`. `--units FILE` adds the units of a file of your own:
 
-    $ printf 'DefUnit(pallet, 480 kg)  # our euro pallet\n' > build/own.units
-    $ build/release/metrify convert --units build/own.units 12 pallet tonne
+    $ printf 'DefUnit(pallet, 480 kg)  # our euro pallet\n' > build/own.units; build/release/metrify convert --units build/own.units 12 pallet tonne
     5.76 tonne
 
 A session also loads `~/.config/metrify/units` (or `metrify/units` in the folder that `XDG_CONFIG_HOME` names).
