@@ -9,7 +9,7 @@
 #include "language/session.h"
 
 #include <algorithm>
-#include <memory>
+#include <optional>
 #include <ostream>
 
 namespace metrify {
@@ -98,10 +98,10 @@ void explain(hint_writer& hints, std::string_view listing, interruption& stop) {
     hints.explain_listing(listing);
 }
 
-std::unique_ptr<hint_writer> make_hint_writer(const call_extras& extras, std::ostream& err) {
-    return extras.hints ? std::make_unique<hint_writer>(extras.unit_definitions, extras.everyday, err,
-                                                        std::string(name_of_result))
-                        : nullptr;
+void start_hints(std::optional<hint_writer>& hints, const call_extras& extras, std::ostream& err) {
+    hints.reset();
+    if (extras.hints)
+        hints.emplace(extras.unit_definitions, extras.everyday, err, std::string(name_of_result));
 }
 
 } // namespace
@@ -109,7 +109,8 @@ std::unique_ptr<hint_writer> make_hint_writer(const call_extras& extras, std::os
 int interactive_command(std::ostream& out, std::ostream& err, const call_extras& extras) {
     line_reader reader;
     session calculator(extras.unit_definitions);
-    std::unique_ptr<hint_writer> hints = make_hint_writer(extras, err);
+    std::optional<hint_writer> hints;
+    start_hints(hints, extras, err);
     reader.complete_with(
         [&](std::string_view text) { return complete_word(text, calculator.defined_names()); });
     const bool is_coloured = has_colours();
@@ -123,7 +124,7 @@ int interactive_command(std::ostream& out, std::ostream& err, const call_extras&
             out << (typed.argument.empty() ? std::string(help_text) : help_on(typed.argument, calculator));
         } else if (typed.command == session_command::restart) {
             calculator.start_over();
-            hints = make_hint_writer(extras, err);
+            start_hints(hints, extras, err);
             out << "Everything is forgotten.\n";
         } else {
             const std::string listing = run_entry(calculator, entry);

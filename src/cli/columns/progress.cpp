@@ -1,6 +1,7 @@
 #include "cli/columns/progress.h"
 
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 
 namespace metrify {
@@ -15,7 +16,7 @@ std::string rate_text(double rows_per_second) {
 }
 
 std::string time_text(double seconds) {
-    const auto whole = static_cast<std::uint64_t>(seconds + 0.5);
+    const auto whole = static_cast<std::uint64_t>(std::llround(seconds));
     if (whole < 60)
         return std::to_string(whole) + " s";
     return std::to_string(whole / 60) + " min " + std::to_string(whole % 60) + " s";

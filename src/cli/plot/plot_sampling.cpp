@@ -71,19 +71,20 @@ std::string sample_block(const std::string& program, const std::string& unit_def
     run_further_lines(program.c_str());
     block_curve curve;
     std::vector<std::string> dependents;
+    dependents.reserve(of.size());
     for (const plot_request& request : of)
         dependents.push_back(request.variable);
-    if (const std::string message = curve.bind(over.variable, dependents); !message.empty())
+    if (std::string message = curve.bind(over.variable, dependents); !message.empty())
         return message;
 
     conversion_plan to_base;
-    if (const std::string message = plan_between(over.units, base_units_of(over.variable), to_base);
+    if (std::string message = plan_between(over.units, base_units_of(over.variable), to_base);
         !message.empty())
         return message;
     data.x.label = label_of(over.variable, over.units);
     std::vector<conversion_plan> from_base(of.size());
     for (std::size_t k = 0; k < of.size(); ++k) {
-        const std::string message = plan_between(base_units_of(of[k].variable), of[k].units, from_base[k]);
+        std::string message = plan_between(base_units_of(of[k].variable), of[k].units, from_base[k]);
         if (!message.empty())
             return message;
         data.y.push_back({label_of(of[k].variable, from_base[k].units), {}});
