@@ -13,7 +13,7 @@
 namespace metrify::library {
 
 /// Keeps a copy of the text as the calling thread's message.
-metrify_status fail(metrify_status status, std::string_view message);
+metrify_status fail(metrify_status status, std::string_view text);
 
 /// Sets the message of a call that succeeded or failed for lack of memory; this takes no memory.
 metrify_status succeed();

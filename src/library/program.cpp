@@ -28,7 +28,7 @@ metrify_status metrify_run(const char* program, size_t size, metrify_text** list
         calculator used;
         const calculator_scope scope(used);
         const metrify::listing shown = interpret_dimensional_input_lines(terminated.c_str());
-        *listing = std::make_unique<metrify_text>(std::string(shown.view())).release();
+        *listing = std::make_unique<metrify_text>(metrify_text{std::string(shown.view())}).release();
         return succeed();
     });
 }
