@@ -17,7 +17,7 @@ std::optional<std::string> try_line(const std::string& line) {
         return std::nullopt;
     reset_expression_state();
     const listing shown = run_further_lines(line.c_str());
-    const std::string_view text = shown.view();
+    const std::string text(shown.view());
     const std::size_t answer = text.find('\n');
     if (answer == std::string_view::npos || text.find("ERROR", answer) != std::string_view::npos)
         return std::nullopt;
@@ -25,8 +25,8 @@ std::optional<std::string> try_line(const std::string& line) {
     const std::size_t begin = text.find(equals, answer);
     if (begin == std::string_view::npos)
         return std::nullopt;
-    const std::string_view rest = text.substr(begin + equals.size());
-    return std::string(rest.substr(0, rest.find('\n')));
+    const std::size_t value = begin + equals.size();
+    return text.substr(value, text.find('\n', value) - value);
 }
 
 } // namespace metrify
