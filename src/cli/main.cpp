@@ -187,6 +187,11 @@ int run(const std::vector<std::string>& arguments) {
         return wrong_usage;
     extras.everyday = chosen.everyday;
     extras.hints = hints.is_on();
+    const bool is_run = app.get_subcommands().empty() || run_files->parsed();
+    if (!program.lines.empty() && (!is_run || !program.files.empty())) {
+        std::cerr << "metrify: --execute goes with no file and with no command but run\n";
+        return wrong_usage;
+    }
     if (convert->parsed()) {
         if (!is_number(val))
             return refuse_number(val, in_units, out_units, std::cerr, extras);

@@ -2,6 +2,7 @@
 
 #include "base/number_text.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace metrify {
@@ -18,17 +19,30 @@ bool resembles_number(const std::string& text) {
     return is_number(text) || (!text.empty() && text.front() >= '0' && text.front() <= '9');
 }
 
+// Adds the zero without which -.5 is taken for an option. The value of --execute stays as it is.
+void complete_fractions(std::vector<std::string>& arguments) {
+    bool is_line = false;
+    for (std::string& argument : arguments) {
+        if (!is_line && argument.starts_with("-.") && is_number(argument))
+            argument.insert(1, "0");
+        is_line = !is_line && (argument == "-e" || argument == "--execute");
+    }
+}
+
 } // namespace
 
 std::vector<std::string> with_convert_added(std::vector<std::string> arguments) {
+    complete_fractions(arguments);
     auto first = arguments.begin();
     // The value of --execute can be a number.
     while (first != arguments.end() && first->starts_with("--") && *first != "--execute") {
         const bool has_value = *first == "--units" && std::next(first) != arguments.end();
         first += has_value ? 2 : 1;
     }
+    // Only the command itself knows --also.
+    const bool is_front = std::find(arguments.begin(), first, "--also") != first;
     if (first != arguments.end() && resembles_number(*first))
-        arguments.insert(first, "convert");
+        arguments.insert(is_front ? arguments.begin() : first, "convert");
     return arguments;
 }
 

@@ -11,7 +11,7 @@ namespace metrify {
 bool is_number(const std::string& text);
 
 /// The arguments of metrify. If the first one after the options is a number or begins with a digit, `convert`
-/// is added before it.
+/// is added before it. A fraction such as -.5 gets a zero before its point.
 std::vector<std::string> with_convert_added(std::vector<std::string> arguments);
 
 } // namespace metrify

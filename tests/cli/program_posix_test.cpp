@@ -34,6 +34,7 @@ TEST(metrify_program, converts) {
     EXPECT_EQ(run_metrify("convert 3.5 ft m").output, "1.0668 m\n");
     EXPECT_EQ(run_metrify("convert 3.5 ft m").status, 0);
     EXPECT_EQ(run_metrify("convert -2 m m").output, "-2 m\n");
+    EXPECT_EQ(run_metrify("convert -.5 km m").output, "-500 m\n");
     EXPECT_EQ(run_metrify("convert 1 nothing m").status, 1);
 }
 
@@ -41,6 +42,8 @@ TEST(metrify_program, converts_without_the_name_of_the_command) {
     EXPECT_EQ(run_metrify("3.5 ft m").output, "1.0668 m\n");
     EXPECT_EQ(run_metrify("3.5 ft m").status, 0);
     EXPECT_EQ(run_metrify("-2 m m").output, "-2 m\n");
+    EXPECT_EQ(run_metrify("-.5 km m").output, "-500 m\n");
+    EXPECT_EQ(run_metrify("--also 68 km m").output.find("68000 m"), 0U);
     EXPECT_EQ(run_metrify("1 nothing m").status, 1);
 }
 
@@ -79,6 +82,15 @@ TEST(metrify_program, rejects_wrong_usage) {
     EXPECT_EQ(run_metrify("nothing").status, 2);
     EXPECT_EQ(run_metrify("--nothing").status, 2);
     EXPECT_EQ(run_metrify("units a b").status, 2);
+}
+
+TEST(metrify_program, has_no_file_and_no_other_command_with_a_line_to_run) {
+    const std::string refusal = "metrify: --execute goes with no file and with no command but run\n";
+    for (const char* arguments : {"-e '1 m' run file", "-e '1 m' convert 5 m ft", "-e '1 m' units ft"}) {
+        EXPECT_EQ(run_metrify(arguments).output, refusal) << arguments;
+        EXPECT_EQ(run_metrify(arguments).status, 2) << arguments;
+    }
+    EXPECT_EQ(run_metrify("-e 3 run").output, "[  1 ] 3\n        = 3 \n\n");
 }
 
 TEST(metrify_program, lists_units_and_functions) {

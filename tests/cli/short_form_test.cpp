@@ -18,6 +18,18 @@ TEST(short_form, can_have_flags_before_the_number) {
     EXPECT_EQ(with_convert_added({"--flag", "3", "m"}), (arguments{"--flag", "convert", "3", "m"}));
 }
 
+TEST(short_form, can_have_the_option_for_further_units_before_the_number) {
+    EXPECT_EQ(with_convert_added({"--also", "68", "km", "mi"}),
+              (arguments{"convert", "--also", "68", "km", "mi"}));
+}
+
+TEST(short_form, adds_a_zero_to_a_negative_fraction) {
+    EXPECT_EQ(with_convert_added({"-.5", "km"}), (arguments{"convert", "-0.5", "km"}));
+    EXPECT_EQ(with_convert_added({"convert", "-.5", "km"}), (arguments{"convert", "-0.5", "km"}));
+    EXPECT_EQ(with_convert_added({"-e", "-.5"}), (arguments{"-e", "-.5"}));
+    EXPECT_EQ(with_convert_added({"-.x"}), (arguments{"-.x"}));
+}
+
 TEST(short_form, is_not_seen_in_the_value_of_an_option) {
     EXPECT_EQ(with_convert_added({"-e", "3"}), (arguments{"-e", "3"}));
     EXPECT_EQ(with_convert_added({"--execute", "3"}), (arguments{"--execute", "3"}));

@@ -15,6 +15,10 @@ std::string about(bad_cells::kind what, std::string_view cell) {
         return "missing";
     case bad_cells::kind::too_large:
         return std::string(cell).append(" is too large for the result");
+    case bad_cells::kind::open_quote:
+        return "a quote has no end";
+    case bad_cells::kind::more_cells:
+        return "more cells than the first row";
     case bad_cells::kind::no_number:
         break;
     }
@@ -26,9 +30,10 @@ std::string about(bad_cells::kind what, std::string_view cell) {
 } // namespace
 
 void bad_cells::add(kind what, std::uint64_t row, std::string_view column, std::string_view cell) {
-    if (++count_ <= most_shown)
-        shown_.push_back("row " + std::to_string(row) + ", column " + std::string(column) + ": " +
-                         about(what, cell));
+    if (++count_ > most_shown)
+        return;
+    const std::string place = column.empty() ? "" : ", column " + std::string(column);
+    shown_.push_back("row " + std::to_string(row) + place + ": " + about(what, cell));
 }
 
 void bad_cells::report(std::ostream& err) const {

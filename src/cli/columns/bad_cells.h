@@ -13,9 +13,9 @@ namespace metrify {
 
 class bad_cells {
   public:
-    enum class kind { empty, missing, no_number, too_large };
+    enum class kind { empty, missing, no_number, too_large, open_quote, more_cells };
 
-    /// Rows are counted from 1.
+    /// Rows are counted from 1. Without a column it is about the whole row.
     void add(kind what, std::uint64_t row, std::string_view column, std::string_view cell);
 
     bool any() const { return count_ > 0; }

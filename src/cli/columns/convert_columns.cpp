@@ -25,6 +25,10 @@ constexpr int status_bad_cells = 1;
 constexpr int status_no_input = 2;
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
+bool is_utf_16(std::string_view text) {
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+}
+
 /// The part of the input that has been read and not yet converted.
 class input_window {
   public:
@@ -77,12 +81,16 @@ class columns_converter {
             if (!choice_.resolve(row, options_.header, reason))
                 return false;
             keys_ = json_keys(choice_.names());
+            width_ = row.cells.size();
         }
         const bool is_header = rows_ == 1 && choice_.has_header();
+        const bool is_converted = !has_fault(row) && !is_header;
         if (!options_.as_json)
-            append_separated(row, is_header, out);
+            append_separated(row, is_converted, out);
         else if (!is_header)
-            append_json(row, out);
+            append_json(row, is_converted, out);
+        if (is_converted)
+            report_missing(row);
         return true;
     }
 
@@ -109,6 +117,16 @@ class columns_converter {
         bad_.add(what, rows_, choice_.label(index), cell);
     }
 
+    // True if it is not certain which cells are those of the chosen columns.
+    bool has_fault(const csv_row& row) {
+        if (row.has_open_quote)
+            bad_.add(bad_cells::kind::open_quote, rows_, {}, {});
+        else if (row.cells.size() > width_)
+            for (const std::size_t index : choice_.indexes())
+                add_bad(bad_cells::kind::more_cells, index, {});
+        return row.has_open_quote || row.cells.size() > width_;
+    }
+
     void report_missing(const csv_row& row) {
         for (const std::size_t index : choice_.indexes())
             if (index >= row.cells.size())
@@ -116,12 +134,12 @@ class columns_converter {
     }
 
     // Copies what is between the converted cells in one piece each.
-    void append_separated(const csv_row& row, bool is_header, std::string& out) {
+    void append_separated(const csv_row& row, bool is_converted, std::string& out) {
         const char* copied = row.cells.front().data();
         const char* const end = row.line_end.data() + row.line_end.size();
         for (const std::size_t index : choice_.indexes()) {
             double result = 0.0;
-            if (is_header || index >= row.cells.size() || !convert(index, row.cells[index], result))
+            if (!is_converted || index >= row.cells.size() || !convert(index, row.cells[index], result))
                 continue;
             const std::string_view cell = row.cells[index];
             out.append(copied, cell.data());
@@ -129,11 +147,9 @@ class columns_converter {
             copied = cell.data() + cell.size();
         }
         out.append(copied, end);
-        if (!is_header)
-            report_missing(row);
     }
 
-    void append_json(const csv_row& row, std::string& out) {
+    void append_json(const csv_row& row, bool is_converted, std::string& out) {
         json_row json(out, keys_);
         const std::vector<std::size_t>& chosen = choice_.indexes();
         auto next = chosen.begin();
@@ -141,7 +157,7 @@ class columns_converter {
             const bool is_chosen = next != chosen.end() && *next == index;
             next += is_chosen ? 1 : 0;
             double result = 0.0;
-            if (is_chosen && convert(index, row.cells[index], result))
+            if (is_chosen && is_converted && convert(index, row.cells[index], result))
                 json.add_number(result);
             else if (is_chosen && row.cells[index].empty())
                 json.add_null();
@@ -150,7 +166,6 @@ class columns_converter {
             else
                 json.add_text(row.cells[index]);
         }
-        report_missing(row);
         json.finish();
     }
 
@@ -160,6 +175,7 @@ class columns_converter {
     std::vector<std::string> keys_;
     bad_cells bad_;
     std::uint64_t rows_ = 0;
+    std::size_t width_ = 0; // cells of the first row
 };
 
 int fail(std::ostream& err, std::string_view reason) {
@@ -173,9 +189,13 @@ bool convert_rows(input_window& window, columns_converter& converter, char delim
     csv_row row;
     while (!window.text().empty()) {
         const std::size_t length = row.read(window.text(), delimiter, window.is_complete());
-        if (length == 0)
+        const bool is_last = length == window.text().size();
+        const bool is_blank = row.cells.size() == 1 && row.cells.front().empty();
+        if (length == 0 || (is_blank && is_last && !window.is_complete()))
             break;
-        if (!converter.add_row(row, reason, out))
+        if (is_blank && is_last)
+            out.append(row.line_end); // a blank last line is no row
+        else if (!converter.add_row(row, reason, out))
             return false;
         window.take(length);
     }
@@ -202,6 +222,8 @@ int convert_columns(const conversion_plan& plan, const columns_options& options,
         while (!window.is_complete()) {
             if (!window.read_more())
                 return fail(streams.err, std::generic_category().message(errno));
+            if (window.bytes_taken() == 0 && is_utf_16(window.text()))
+                return fail(streams.err, "the input is encoded in UTF-16; save it as UTF-8");
             if (window.bytes_taken() == 0 && window.text().starts_with(byte_order_mark))
                 window.take(byte_order_mark.size());
             if (!convert_rows(window, converter, options.delimiter, reason, out))

@@ -6,6 +6,7 @@
 #include "cli/hints/respelling.h"
 #include "cli/hints/trial.h"
 #include "cli/hints/words.h"
+#include "cli/lookup/names.h"
 #include "cli/units/everyday_units.h"
 #include "language/driver.h"
 #include "language/expression.h"
@@ -72,14 +73,6 @@ std::string trimmed(std::string text) {
 
 std::string without_comment(std::string_view statement) {
     return trimmed(std::string(statement.substr(0, statement.find('#'))));
-}
-
-std::string quoted_for_shell(const std::string& argument) {
-    constexpr std::string_view plain =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./^%+-";
-    if (!argument.empty() && argument.find_first_not_of(plain) == std::string::npos)
-        return argument;
-    return "'" + argument + "'";
 }
 
 // The statement as a command, or as a line of the language if it doesn't begin with a number. The number may

@@ -2,10 +2,13 @@
 
 #include "base/cursor.h"
 #include "cli/lookup/names.h"
+#include "cli/lookup/unit_text.h"
 #include "cli/units/everyday_units.h"
 #include "language/unit_definitions.h"
 #include "machine/calculator.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -47,6 +50,16 @@ constexpr word_row synonyms[] = {
     {"ftlb ftlbs", "ft lbf"},
     {"inlb inlbs", "in lbf"},
     {"kmh kmph", "km/hr"},
+};
+
+// Names that mean something else in another case.
+struct spelling_row {
+    std::string_view name;
+    std::string_view spelling;
+};
+constexpr spelling_row exact_spellings[] = {
+    {"Nm", "N m"},   {"kNm", "kN m"}, {"Nmm", "N mm"}, {"Ws", "W s"}, {"Pas", "Pa s"},
+    {"Cal", "kcal"}, {"mcg", "ug"},   {"P", "poise"},  {"d", "day"},
 };
 
 // What the language cannot have.
@@ -123,6 +136,16 @@ found_meaning impossible_unit(std::string_view name) {
     return std::nullopt;
 }
 
+bool has_prefix(std::string_view unit) {
+    const std::optional<unit_scale> whole = read_unit_text(unit);
+    return whole && std::any_of(std::begin(prefixes), std::end(prefixes), [&](const prefix_row& row) {
+               if (!unit.starts_with(row.prefix) || !is_unit_name(unit.substr(row.prefix.size())))
+                   return false;
+               const std::optional<unit_scale> plain = read_unit_text(unit.substr(row.prefix.size()));
+               return plain && same_units_strict(plain->dim, whole->dim); // `min` is no part of an inch
+           });
+}
+
 found_meaning synonym(std::string_view name) {
     for (const word_row& row : synonyms)
         if (has_word(row.words, name))
@@ -151,6 +174,17 @@ meaning everyday_meaning(std::string_view name, const std::string& unit) {
     if (unit != name)
         found.note = quoted(name) + " is written " + quoted(unit) + "; " + found.note;
     return found;
+}
+
+found_meaning exact_spelling(std::string_view name) {
+    if (name == "M")
+        return meaning{{}, "`M` is no unit; `m` is the meter, and a molar concentration is written `mol/L`"};
+    if (name == "NM") // nm is the nanometer
+        return is_unit_name("nmi") ? written_as(name, "nmi") : everyday_meaning(name, "nmi");
+    for (const spelling_row& row : exact_spellings)
+        if (row.name == name)
+            return written_as(name, row.spelling);
+    return std::nullopt;
 }
 
 // The spellings that differ in case, or in being singular or plural, British or American.
@@ -199,10 +233,10 @@ found_meaning everyday_spelling(std::string_view name) {
 
 found_meaning prefixed_unit(std::string_view name) {
     for (const prefix_row& row : prefixes) {
-        if (name.substr(0, row.prefix.size()) != row.prefix || !is_unit_name(name.substr(row.prefix.size())))
+        const std::string_view unit = name.substr(std::min(row.prefix.size(), name.size()));
+        if (!name.starts_with(row.prefix) || !is_unit_name(unit) || has_prefix(unit))
             continue;
-        const std::string product =
-            std::string(row.value) + " " + std::string(name.substr(row.prefix.size()));
+        const std::string product = std::string(row.value) + " " + std::string(unit);
         return meaning{{},
                        quoted(name) + " is " + quoted(product) + ": define it by `DefUnit(" +
                            std::string(name) + ", " + product + ")`"};
@@ -237,7 +271,7 @@ meaning meaning_of(std::string_view name, bool is_call) {
     if (name.size() == 1 && is_everyday_unit(name))
         return everyday_meaning(name, std::string(name)); // another case is another unit
     using search = found_meaning (*)(std::string_view);
-    for (const search find : {synonym, other_spelling, everyday_spelling, prefixed_unit}) {
+    for (const search find : {exact_spelling, synonym, other_spelling, everyday_spelling, prefixed_unit}) {
         found_meaning found = find(name);
         if (found && !is_call)
             return *found;

@@ -108,4 +108,12 @@ std::string quoted_list(const std::vector<std::string>& names) {
     return list;
 }
 
+std::string quoted_for_shell(std::string_view argument) {
+    constexpr std::string_view plain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./^%+-";
+    if (!argument.empty() && argument.find_first_not_of(plain) == std::string::npos)
+        return std::string(argument);
+    return "'" + std::string(argument) + "'";
+}
+
 } // namespace metrify

@@ -30,4 +30,7 @@ std::vector<std::string> nearest_names(std::string_view text, const std::vector<
 /// The names in backquotes, separated by commas.
 std::string quoted_list(const std::vector<std::string>& names);
 
+/// The text as one argument of a command, in quotes if it needs them.
+std::string quoted_for_shell(std::string_view argument);
+
 } // namespace metrify

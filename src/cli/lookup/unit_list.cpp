@@ -64,9 +64,9 @@ std::vector<listed_unit> units_with(const exponents& dim) {
     return units;
 }
 
-// The dimensions of the quantities with a name that the text begins, or with one of its words.
-std::vector<exponents> dimensions_called(std::string_view text) {
-    std::vector<exponents> found;
+// The units of the quantities with a name that the text begins.
+std::vector<std::string> quantity_units(std::string_view text) {
+    std::vector<std::string> found;
     for (const quantity& row : all_quantities()) {
         const std::vector<std::string_view> names = split_list(row.names);
         const bool is_called = std::any_of(names.begin(), names.end(), [&](std::string_view name) {
@@ -75,14 +75,16 @@ std::vector<exponents> dimensions_called(std::string_view text) {
                    (text.size() >= least && equal_nocase(name.substr(0, text.size()), text));
         });
         if (is_called)
-            found.push_back(read_unit_text(row.unit)->dim);
+            found.emplace_back(row.unit);
     }
     return found;
 }
 
 std::vector<listed_unit> units_called(std::string_view text) {
     std::vector<listed_unit> units = known_units();
-    const std::vector<exponents> dimensions = dimensions_called(text);
+    std::vector<exponents> dimensions;
+    for (const std::string& unit : quantity_units(text))
+        dimensions.push_back(read_unit_text(unit)->dim);
     std::erase_if(units, [&](const listed_unit& unit) {
         return !contains_nocase(unit.name, text) &&
                std::none_of(dimensions.begin(), dimensions.end(),
@@ -100,14 +102,19 @@ std::vector<std::string> names_to_search() {
 }
 
 int report_nothing_found(std::string_view text, std::ostream& err) {
-    err << "metrify: no unit or quantity is called `" << text << "`";
-    if (const std::vector<std::string> nearest = nearest_names(text, names_to_search()); !nearest.empty())
+    const std::vector<std::string> products = quantity_units(text);
+    if (!products.empty())
+        err << "metrify: `" << text << "` has no single unit; write " << quoted_list(products);
+    else
+        err << "metrify: no unit or quantity is called `" << text << "`";
+    const std::vector<std::string> nearest = nearest_names(text, names_to_search());
+    if (products.empty() && !nearest.empty())
         err << "; the nearest: " << quoted_list(nearest);
     calculator everyday;
     const calculator_scope scope(everyday);
     define_units(everyday_units());
     if (!units_called(text).empty())
-        err << "; `metrify units --everyday " << text << "` finds some";
+        err << "; `metrify units --everyday " << quoted_for_shell(text) << "` finds some";
     err << '\n';
     return 1;
 }

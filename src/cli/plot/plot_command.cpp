@@ -38,8 +38,9 @@ int plot_command(const std::string& program, const std::string& unit_definitions
         return fail(err, "'" + arguments.over + "' is no range such as 'x = 0 .. 10 m'");
     if (!arguments.output.empty() && gnuplot_terminal(arguments.output).empty())
         return fail(err, arguments.output + ": the name must end in .svg or .png");
-    if (arguments.points < 2)
-        return fail(err, "a plot needs at least 2 points");
+    constexpr std::size_t most_points = 100000;
+    if (arguments.points < 2 || arguments.points > most_points)
+        return fail(err, "the number of points must be between 2 and 100000");
     const std::vector<plot_request> of(arguments.of.begin(), arguments.of.end());
     plot_data data;
     const std::string message = sample_block(program, unit_definitions, over, of, arguments.points, data);

@@ -144,6 +144,41 @@ TEST(convert_columns, reports_a_quote_without_its_end) {
     EXPECT_EQ(it.status, 2);
     EXPECT_EQ(it.err, "metrify: row 2 is too long; is there a quote without its end?\n");
 }
+TEST(convert_columns, leaves_a_row_whose_quote_has_no_end) {
+    const std::string text = "h,b\n1,\"unterm\n2,3\n";
+    const outcome it = doubled(text, columns("h"));
+    EXPECT_EQ(it.status, 1);
+    EXPECT_EQ(it.out, text);
+    EXPECT_EQ(it.err, "metrify: 1 cell is not converted\n  row 2: a quote has no end\n");
+}
+TEST(convert_columns, leaves_a_row_with_more_cells_than_the_first) {
+    const outcome it = doubled("h\n1,5\n2\n");
+    EXPECT_EQ(it.status, 1);
+    EXPECT_EQ(it.out, "h\n1,5\n4\n");
+    EXPECT_EQ(it.err, "metrify: 1 cell is not converted\n"
+                      "  row 2, column h: more cells than the first row\n");
+    columns_options options;
+    options.as_json = true;
+    EXPECT_EQ(doubled("h\n1,5\n2\n", options).out, "{\"h\":\"1\",\"2\":\"5\"}\n{\"h\":4}\n");
+}
+TEST(convert_columns, counts_a_blank_last_line_as_no_row) {
+    for (const std::size_t piece : {1U, 100U}) {
+        EXPECT_EQ(doubled("h\n1\n\n", {}, piece).out, "h\n2\n\n");
+        EXPECT_EQ(doubled("h\n1\n\n", {}, piece).status, 0);
+        EXPECT_EQ(doubled("h\r\n1\r\n\r\n", {}, piece).status, 0);
+        EXPECT_EQ(doubled("h\n\n1\n", {}, piece).status, 1);
+    }
+}
+TEST(convert_columns, refuses_UTF_16) {
+    for (const char* text : {"\xFF\xFE"
+                             "1",
+                             "\xFE\xFF"
+                             "1"}) {
+        EXPECT_EQ(doubled(text).status, 2);
+        EXPECT_EQ(doubled(text).out, "");
+        EXPECT_EQ(doubled(text).err, "metrify: the input is encoded in UTF-16; save it as UTF-8\n");
+    }
+}
 TEST(convert_columns, reports_an_input_that_cannot_be_read) {
     std::ostringstream out;
     std::ostringstream err;

@@ -50,6 +50,12 @@ TEST(csv_row, keeps_doubled_quotes_in_quotes) {
 TEST(csv_row, takes_a_quote_within_a_cell_as_it_is) {
     EXPECT_THAT(read_row("5\",6\"\n").cells, ElementsAre("5\"", "6\""));
 }
+TEST(csv_row, has_an_open_quote_if_the_text_ends_in_quotes) {
+    EXPECT_TRUE(read_row("a,\"b\n1,2\n").has_open_quote);
+    EXPECT_TRUE(read_row("\"a\"\"").has_open_quote);
+    EXPECT_FALSE(read_row("\"a\"").has_open_quote);
+    EXPECT_FALSE(read_row("5\"").has_open_quote);
+}
 
 TEST(plain_cell, is_without_its_quotes) {
     EXPECT_EQ(plain_cell("a\"b"), "a\"b");
@@ -59,6 +65,7 @@ TEST(plain_cell, is_without_its_quotes) {
 TEST(plain_cell, keeps_what_follows_its_quotes) {
     EXPECT_EQ(plain_cell("\"a\"b"), "ab");
     EXPECT_EQ(plain_cell("\"a"), "a");
+    EXPECT_EQ(plain_cell("\"a\"\""), "a\"");
     EXPECT_EQ(plain_cell("\""), "");
 }
 

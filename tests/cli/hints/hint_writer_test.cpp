@@ -86,6 +86,16 @@ constexpr hinted words[] = {
      "`kWh` is one of the everyday units, which `--everyday` adds: `5 kWh; MJ` with --everyday gives 18 MJ"},
     {"everyday_letter", "90 km/h; m/s", "`h` is one of the everyday units"},
     {"prefix", "3 kiloft; m", "`kiloft` is `1e3 ft`: define it by `DefUnit(kiloft, 1e3 ft)`"},
+    {"newton_meter", "5 Nm; J", "`Nm` is written `N m`: `5 N m; J` gives 5 J"},
+    {"kilonewton_meter", "5 kNm; J", "`5 kN m; J` gives 5000 J"},
+    {"newton_millimeter", "3 Nmm; J", "`3 N mm; J` gives 0.003 J"},
+    {"watt_second", "5 Ws; J", "`5 W s; J` gives 5 J"},
+    {"pascal_second", "2 Pas; poise", "`2 Pa s; poise` gives 20 poise"},
+    {"food_calorie", "200 Cal; kcal", "`200 kcal; kcal` gives 200 kcal"},
+    {"nautical_mile", "10 NM; km", "`10 nmi; km` with --everyday gives 18.52 km"},
+    {"microgram", "500 mcg; mg", "`500 ug; mg` gives 0.5 mg"},
+    {"poise", "3 P; Pa s", "`3 poise; Pa s` gives 0.3 Pa s"},
+    {"day", "3 d; hr", "`d` is written `day`: `3 day; hr` gives 72 hr"},
     {"celsius", "20 celsius; fahrenheit", "`20 degC; degF` gives 68 degF"},
     {"money", "3 EUR", "`EUR` is money, for which the language has no unit"},
     {"information", "10 MB; bit", "as a number: `DefUnit(MB, 8e+06)`"},
@@ -130,6 +140,17 @@ TEST(hints, are_none_for_statements_as_the_language_wants_them) {
 TEST(hints, name_the_statement_and_the_correction_on_one_line) {
     EXPECT_EQ(hints("5 ft to m"),
               "`5 ft to m`: a conversion is written `3 ft; m`, without `to`: `5 ft; m` gives 1.524 m\n");
+}
+
+TEST(hints, do_not_take_a_molar_concentration_for_a_length) {
+    EXPECT_EQ(hints("2 M"), "`2 M`: `M` is no unit; `m` is the meter, and a molar concentration is written "
+                            "`mol/L`\n");
+}
+
+TEST(hints, do_not_add_a_prefix_to_a_prefix) {
+    for (const char* statement : {"3 kkm", "3 mmm", "5 ukg"})
+        EXPECT_THAT(hints(statement), Not(HasSubstr("DefUnit"))) << statement;
+    EXPECT_THAT(hints("3 kmin"), HasSubstr("`kmin` is `1e3 min`"));
 }
 
 TEST(hints, know_the_user_units_of_the_program) {

@@ -100,7 +100,15 @@ TEST(units_command, says_what_is_nearest_if_nothing_is_found) {
     EXPECT_EQ(units("xyzzy").err, "metrify: no unit or quantity is called `xyzzy`\n");
 }
 
+TEST(units_command, shows_the_product_for_a_quantity_that_has_no_single_unit) {
+    const found_list none = units("thermal conductivity");
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, "metrify: `thermal conductivity` has no single unit; write `W/m degK`\n");
+}
+
 TEST(units_command, refers_to_the_everyday_units_that_would_be_found) {
+    EXPECT_THAT(units("fuel economy").err,
+                HasSubstr("`metrify units --everyday 'fuel economy'` finds some\n"));
     EXPECT_THAT(units("parsec").err, HasSubstr("`metrify units --everyday parsec` finds some\n"));
 }
 

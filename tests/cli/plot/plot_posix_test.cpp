@@ -48,6 +48,9 @@ TEST_F(plot_program, draws_pictures) {
     EXPECT_EQ(plot("--of y -o " + file("a.png")), 0) << text_of("err");
     EXPECT_EQ(text_of("a.png").substr(1, 3), "PNG");
 }
+TEST_F(plot_program, refuses_a_negative_number_of_points) {
+    EXPECT_EQ(plot("--of y --points -3"), 2);
+}
 TEST_F(plot_program, says_that_gnuplot_is_missing) {
     EXPECT_EQ(plot("--of y -o " + file("a.svg"), "PATH=" + folder_), 2);
     EXPECT_EQ(text_of("err"),

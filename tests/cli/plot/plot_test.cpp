@@ -157,6 +157,7 @@ TEST(plot_command, has_a_status_for_each_failure) {
     EXPECT_EQ(status({"x", {"y"}, "", 11}), 2);
     EXPECT_EQ(status({"x = 0 .. 1 m", {"y"}, "a.pdf", 11}), 2);
     EXPECT_EQ(status({"x = 0 .. 1 m", {"y"}, "", 1}), 2);
+    EXPECT_EQ(status({"x = 0 .. 1 m", {"y"}, "", 100001}), 2);
     EXPECT_EQ(status({"x = 0 .. 1 m", {"y"}, "/no/such/folder/a.svg", 11}), 2);
 }
 
