@@ -24,7 +24,7 @@ void complete_fractions(std::vector<std::string>& arguments) {
     bool is_line = false;
     for (std::string& argument : arguments) {
         if (!is_line && argument.starts_with("-.") && is_number(argument))
-            argument.insert(1, "0");
+            argument.insert(argument.begin() + 1, '0');
         is_line = !is_line && (argument == "-e" || argument == "--execute");
     }
 }
