@@ -8,8 +8,8 @@
  * nothing, not even exhausted memory, ends the process. Functions named metrify_..._free accept null.
  *
  * Threads: all functions may be called from any thread at any time. A calculator may be used by one thread at
- * a time, and by different threads in turn. A plan, a text, cells and the tables never change, and any number
- * of threads may read them at the same time.
+ * a time, and by different threads in turn; only metrify_interrupt may be called meanwhile. A plan, a text,
+ * cells and the tables never change, and any number of threads may read them at the same time.
  */
 #ifndef METRIFY_METRIFY_H
 #define METRIFY_METRIFY_H
@@ -33,7 +33,7 @@ typedef enum metrify_status {
     METRIFY_BAD_ARGUMENT =
         2, /* a null pointer, an index out of range, an unknown name, a zero byte in a text */
     METRIFY_OUT_OF_MEMORY = 3,
-    METRIFY_INTERRUPTED = 4
+    METRIFY_INTERRUPTED = 4 /* metrify_interrupt ended the call */
 } metrify_status;
 
 /* The version of the library, such as "0.1.0". */
@@ -56,7 +56,9 @@ METRIFY_API void metrify_text_free(metrify_text* text);
 /* --- Programs ---------------------------------------------------------------------------------------- */
 
 /* Runs a program in the language with a calculator of its own. The listing is the output of `metrify run`,
- * byte for byte; errors of statements are part of it and no failure of the call. */
+ * byte for byte, if the program has no byte order mark and no carriage returns at line ends: the command
+ * drops them, and this function does not. Errors of statements are part of the listing and no failure of the
+ * call. */
 METRIFY_API metrify_status metrify_run(const char* program, size_t size, metrify_text** listing);
 
 /* --- The worksheet function -------------------------------------------------------------------------- */
@@ -97,6 +99,10 @@ METRIFY_API metrify_status metrify_calculator_new(metrify_calculator** calculato
  * resets the calculator. */
 METRIFY_API metrify_status metrify_calculator_enter(metrify_calculator* calculator, const char* lines,
                                                     size_t size, metrify_text** listing);
+/* Ends the call of metrify_calculator_enter that is being run, which returns METRIFY_INTERRUPTED without a
+ * listing; the variables are those before it. Other threads and signal handlers may call it. It has no effect
+ * if no call is being run, or if the call ends by itself at the same time. */
+METRIFY_API void metrify_interrupt(metrify_calculator* calculator);
 /* Makes the calculator as good as new. */
 METRIFY_API metrify_status metrify_calculator_reset(metrify_calculator* calculator);
 METRIFY_API void metrify_calculator_free(metrify_calculator* calculator);

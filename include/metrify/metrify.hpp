@@ -1,8 +1,8 @@
 // Metrify for programs in C++20: a thin wrapper of metrify.h, of headers alone.
 //
 // Failures are exceptions: metrify::error with the message, std::bad_alloc when memory is exhausted. The
-// rules for threads are those of metrify.h: a calculator may be used by one thread at a time, everything else
-// by any number of threads.
+// rules for threads are those of metrify.h: a calculator may be used by one thread at a time, but for
+// interrupt(), and everything else by any number of threads.
 #ifndef METRIFY_METRIFY_HPP
 #define METRIFY_METRIFY_HPP
 
@@ -112,6 +112,8 @@ class calculator {
         detail::check(metrify_calculator_enter(handle_.get(), lines.data(), lines.size(), &listing));
         return detail::taken(listing);
     }
+    /// Ends an enter() of another thread, which throws an error with METRIFY_INTERRUPTED.
+    void interrupt() noexcept { metrify_interrupt(handle_.get()); }
     void reset() { detail::check(metrify_calculator_reset(handle_.get())); }
 
   private:

@@ -27,6 +27,11 @@ std::string type_name(const py::handle& value) {
     return py::cast<std::string>(py::type::of(value).attr("__name__"));
 }
 
+std::string dtype_name(const py::array& array) {
+    const std::string name = py::cast<std::string>(py::str(array.dtype()));
+    return array.dtype().kind() == 'O' ? "an array of dtype " + name : name;
+}
+
 double to_double(const py::handle& value) {
     const double number = PyFloat_AsDouble(value.ptr());
     if (number == -1.0 && PyErr_Occurred() != nullptr)
@@ -66,7 +71,8 @@ number_array to_numbers(const py::object& value) {
     if (kind == 'O' && numbers.ndim() == 0 && has_float(value))
         return number_array(py::float_(to_double(value)));
     if (std::string_view("biuf").find(kind) == std::string_view::npos)
-        refuse_type(kind == 'O' ? type_name(value) : py::cast<std::string>(py::str(numbers.dtype())));
+        refuse_type(kind == 'O' && !py::isinstance<py::array>(value) ? type_name(value)
+                                                                     : dtype_name(numbers));
     number_array doubles = number_array::ensure(numbers);
     if (!doubles)
         throw py::error_already_set();

@@ -101,9 +101,11 @@ void add_plans(py::module_& module) {
         .def_property_readonly("in_units", &plan_object::in_units, "The units of the numbers.")
         .def_property_readonly("out_units", &plan_object::out_units, "The units of the results.")
         .def("__repr__", &plan_object::repr)
-        .def(py::pickle(
-            [](const plan_object& plan) { return py::make_tuple(plan.in_units(), plan.out_units()); },
-            [](const py::tuple& units) { return plan_object(units[0], units[1]); }));
+        // Not by py::pickle, since protocols 0 and 1 make the object without a constructor.
+        .def("__reduce__", [](const py::object& self) {
+            const auto& plan = self.cast<const plan_object&>();
+            return py::make_tuple(py::type::of(self), py::make_tuple(plan.in_units(), plan.out_units()));
+        });
 }
 
 } // namespace metrify_python

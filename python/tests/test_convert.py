@@ -75,6 +75,12 @@ def test_what_is_no_real_number_is_refused(value):
         metrify.convert(value, "ft", "m")
 
 
+@pytest.mark.parametrize("shape", [2, (1, 2)])
+def test_an_array_of_objects_is_refused_by_the_name_of_its_dtype(shape):
+    with pytest.raises(TypeError, match="^real numbers are needed, not an array of dtype object$"):
+        metrify.convert(np.full(shape, 2, dtype=object), "ft", "m")
+
+
 def test_a_number_beyond_the_range_of_a_float_is_refused():
     with pytest.raises(OverflowError):
         metrify.convert(10**400, "ft", "m")

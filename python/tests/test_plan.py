@@ -32,9 +32,24 @@ def test_a_plan_with_refused_units_raises_the_message():
         metrify.Plan("ft", "kg")
 
 
-@pytest.mark.parametrize("copied", [copy.copy, copy.deepcopy, lambda plan: pickle.loads(pickle.dumps(plan))])
-def test_a_plan_can_be_copied_and_pickled(copied):
-    plan = copied(metrify.Plan("km", "m"))
+class NamedPlan(metrify.Plan):
+    """A subclass that another process can import, as a pickle needs."""
+
+
+@pytest.mark.parametrize("made", [metrify.Plan, NamedPlan])
+@pytest.mark.parametrize("copied", [copy.copy, copy.deepcopy])
+def test_a_plan_can_be_copied(copied, made):
+    plan = copied(made("km", "m"))
+    assert type(plan) is made
+    assert repr(plan) == "Plan('km', 'm')"
+    assert plan(2) == pytest.approx(2000, rel=1e-15)
+
+
+@pytest.mark.parametrize("made", [metrify.Plan, NamedPlan])
+@pytest.mark.parametrize("protocol", range(pickle.HIGHEST_PROTOCOL + 1))
+def test_a_plan_can_be_pickled_in_every_protocol(protocol, made):
+    plan = pickle.loads(pickle.dumps(made("km", "m"), protocol))
+    assert type(plan) is made
     assert repr(plan) == "Plan('km', 'm')"
     assert plan(2) == pytest.approx(2000, rel=1e-15)
 

@@ -78,6 +78,8 @@ void run_numbered_lines(std::string_view prefix, int& counter, cursor expptr, te
         if (!at_text_end(expptr))
             ++expptr.at;
     }
+    if (!at_text_end(expptr)) // interrupted between two statements
+        current_calculator().has_failed = true;
 }
 
 } // namespace

@@ -43,7 +43,8 @@ std::string session::enter(std::string_view entry) {
     const std::size_t begin = text_.size();
     append_text(entry);
     const listing shown = run_further_lines(text_.data() + begin);
-    if (calculator_->has_failed && interruption_->is_requested())
+    was_interrupted_ = calculator_->has_failed && interruption_->is_requested();
+    if (was_interrupted_)
         restore_variables(values);
     if (block_needs_text_from(text_.data() + begin))
         text_.pop_back(); // the terminator

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace metrify {
@@ -22,6 +23,8 @@ class session {
     session() = default;
     /// Starts with the user units of the definitions; see language/unit_definitions.h.
     explicit session(std::string unit_definitions);
+    /// Obeys a request that may outlive the session.
+    explicit session(std::shared_ptr<interruption> stop) : interruption_(std::move(stop)) {}
 
     /// Runs the entry, one line or several, and gives its listing.
     std::string enter(std::string_view entry);
@@ -29,6 +32,9 @@ class session {
     /// A request ends the entry that is being run: its statement fails, and the variables are those before
     /// the entry. Without an entry it has no effect.
     interruption& stop() { return *interruption_; }
+
+    /// True if a request ended the latest entry.
+    bool was_interrupted() const { return was_interrupted_; }
 
     /// Makes the result of the latest entry, if there is one, the value of a variable that only this function
     /// assigns. Does nothing if the user has made the name a variable or a unit.
@@ -50,7 +56,8 @@ class session {
     void append_text(std::string_view entry);
 
     std::string unit_definitions_;
-    std::unique_ptr<interruption> interruption_ = std::make_unique<interruption>();
+    std::shared_ptr<interruption> interruption_ = std::make_shared<interruption>();
+    bool was_interrupted_ = false;
     std::unique_ptr<calculator> calculator_ = std::make_unique<calculator>();
     std::optional<dim_value> kept_; // the value that keep_result_as has assigned
     std::vector<char> text_;        // the entries that the function block is in

@@ -1,5 +1,6 @@
 // Programs, and calculators that keep their state from call to call.
 
+#include "base/interruption.h"
 #include "language/driver.h"
 #include "language/session.h"
 #include "library/call.h"
@@ -13,6 +14,8 @@ using namespace metrify::library;
 // Without a session the calculator is new; its first call makes one.
 struct metrify_calculator {
     std::unique_ptr<session> lines;
+    // Not the session's own, since another thread requests while the session is made or reset.
+    const std::shared_ptr<interruption> stop = std::make_shared<interruption>();
 };
 
 metrify_status metrify_run(const char* program, size_t size, metrify_text** listing) {
@@ -55,9 +58,11 @@ metrify_status metrify_calculator_enter(metrify_calculator* calculator, const ch
         if (!text.fault.empty())
             return fail(METRIFY_BAD_ARGUMENT, text.fault);
         if (calculator->lines == nullptr)
-            calculator->lines = std::make_unique<session>();
+            calculator->lines = std::make_unique<session>(calculator->stop);
         auto shown = std::make_unique<metrify_text>();
         shown->text = calculator->lines->enter(text.text);
+        if (calculator->lines->was_interrupted())
+            return fail(METRIFY_INTERRUPTED, "the call was interrupted");
         *listing = shown.release();
         return succeed();
     });
@@ -65,6 +70,11 @@ metrify_status metrify_calculator_enter(metrify_calculator* calculator, const ch
     if (status == METRIFY_OUT_OF_MEMORY && calculator != nullptr)
         calculator->lines.reset();
     return status;
+}
+
+void metrify_interrupt(metrify_calculator* calculator) {
+    if (calculator != nullptr)
+        calculator->stop->request();
 }
 
 metrify_status metrify_calculator_reset(metrify_calculator* calculator) {

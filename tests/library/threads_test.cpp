@@ -4,6 +4,7 @@
 #include "tests/testing.h"
 
 #include <atomic>
+#include <chrono>
 #include <string>
 #include <thread>
 #include <vector>
@@ -28,6 +29,29 @@ int failures(Body body) {
         thread.join();
     return failed;
 }
+
+// Enters the lines on a thread while this one interrupts the calculator. The status and the message.
+std::string interrupted(const calculator_handle& calculator, const std::string& lines) {
+    std::atomic<bool> has_ended = false;
+    std::string answer;
+    std::thread entering([&] {
+        metrify_text* listing = nullptr;
+        const metrify_status status =
+            metrify_calculator_enter(calculator.get(), lines.data(), lines.size(), &listing);
+        answer = std::to_string(status) + " " + metrify_message() + taken(listing);
+        has_ended = true;
+    });
+    // Again and again, since a request before the call has no effect.
+    while (!has_ended) {
+        metrify_interrupt(calculator.get());
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    entering.join();
+    return answer;
+}
+
+// Takes several seconds.
+constexpr const char* long_assignment = "x = BesselJ(2000000000, 2000000001)";
 
 TEST(library_threads, share_a_plan) {
     const plan_handle plan("kPa", "Pa");
@@ -90,6 +114,37 @@ TEST(library_threads, do_not_see_the_message_of_another) {
         listing_of("1");
     }).join();
     EXPECT_STREQ(metrify_message(), "the pointer to the result is null");
+}
+TEST(library_threads, interrupt_the_first_entry_of_another) {
+    const calculator_handle calculator;
+    EXPECT_EQ(interrupted(calculator, long_assignment), "4 the call was interrupted");
+}
+TEST(library_threads, interrupt_an_entry_and_keep_the_variables_before_it) {
+    calculator_handle calculator;
+    calculator.enter("x = 1 m");
+    EXPECT_EQ(interrupted(calculator, long_assignment), "4 the call was interrupted");
+    EXPECT_NE(calculator.enter("x").find("] x\n        = 1 m\n\n"), std::string::npos);
+}
+TEST(library_threads, interrupt_an_entry_between_two_statements) {
+    calculator_handle calculator;
+    calculator.enter("x = 1 m");
+    std::string many;
+    for (int i = 0; i < 100'000; ++i)
+        many += "x = x + 1 m\n";
+    EXPECT_EQ(interrupted(calculator, many), "4 the call was interrupted");
+    EXPECT_NE(calculator.enter("x").find("] x\n        = 1 m\n\n"), std::string::npos);
+}
+TEST(library_threads, interrupt_an_entry_after_a_reset) {
+    calculator_handle calculator;
+    calculator.enter("x = 1 m");
+    EXPECT_EQ(metrify_calculator_reset(calculator.get()), METRIFY_OK);
+    EXPECT_EQ(interrupted(calculator, long_assignment), "4 the call was interrupted");
+}
+TEST(library_threads, interrupt_no_later_entry) {
+    calculator_handle calculator;
+    metrify_interrupt(calculator.get());
+    EXPECT_EQ(calculator.enter("1 m"), "[  1 ] 1 m\n        = 1 m\n\n");
+    metrify_interrupt(nullptr);
 }
 
 } // namespace

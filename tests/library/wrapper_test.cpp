@@ -3,8 +3,12 @@
 #include "metrify/metrify.hpp"
 
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -40,6 +44,21 @@ TEST(wrapper, keeps_a_calculator) {
     EXPECT_THAT(moved.enter("x; in"), HasSubstr("= 36 in"));
     moved.reset();
     EXPECT_THAT(moved.enter("x"), HasSubstr("undefined"));
+}
+TEST(wrapper, throws_when_an_entry_is_interrupted) {
+    metrify::calculator calculator;
+    std::atomic<bool> has_ended = false;
+    std::string error;
+    std::thread entering([&] {
+        error = error_of([&] { calculator.enter("BesselJ(2000000000, 2000000001)"); });
+        has_ended = true;
+    });
+    while (!has_ended) {
+        calculator.interrupt();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    entering.join();
+    EXPECT_EQ(error, "4 the call was interrupted");
 }
 TEST(wrapper, applies_plans) {
     const metrify::plan plan("kPa", "Pa");

@@ -155,6 +155,14 @@ class Gnumeric(Calculation):
                 cells, _ = self.calculate(family, entries)
                 self.assertEqual([cells[f"B{row}"] for row in range(1, 5)], ["2.0", "3.0", "TRUE", "TRUE"])
 
+    def test_a_result_beyond_the_largest_number_is_an_error(self):
+        formula = '=Metrify(1e308,"km","mm")'
+        for family in FAMILIES:
+            with self.subTest(family):
+                cells, _ = self.calculate(family, [Entry(0, 0, formula, 0)])
+                self.assertEqual(cells["A1"], "#NUM!")
+                self.assertEqual(self.expected(family, [formula])[0][0], "inf")
+
     def test_ten_thousand_cells(self):
         units = [("ft", "m"), ("degC", "degF"), ("lb", "kg"), ("mi/hr", "m/s"), ("psi", "Pa"), ("m", "kg"), ("xyz", "m")]
         formulas = ['=Metrify({},"{}","{}")'.format(i * 0.37, *units[i % len(units)]) for i in range(10000)]
