@@ -6,7 +6,9 @@
 
 #include <array>
 #include <cstddef>
+#include <gtest/gtest.h>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace metrify::test {
@@ -30,5 +32,10 @@ struct routine {
 constexpr double not_stated = -1.0;
 
 std::span<const routine> all_routines();
+
+/// The name of a test with a routine as its parameter.
+inline std::string routine_name(const testing::TestParamInfo<routine>& tested) {
+    return std::string(tested.param.name);
+}
 
 } // namespace metrify::test

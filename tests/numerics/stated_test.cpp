@@ -32,10 +32,6 @@ std::vector<routine> routines_with_required_approximation() {
     return found;
 }
 
-std::string routine_name(const testing::TestParamInfo<routine>& tested) {
-    return std::string(tested.param.name);
-}
-
 INSTANTIATE_TEST_SUITE_P(special_functions, stated, testing::ValuesIn(routines_with_required_approximation()),
                          routine_name);
 

@@ -41,6 +41,27 @@ TEST(trigonometry, agrees_with_the_runtime_away_from_the_multiples) {
     }
 }
 
+// The third comes nearest to a multiple of pi/2 of all doubles, the last is the largest. Values by mpmath
+// with 2400 bits.
+TEST(trigonometry, reduces_large_angles_with_all_digits_of_pi) {
+    const struct {
+        double x, sine, cosine, tangent;
+    } known[] = {{1e6, -0.34999350217129294, 0.9367521275331447, -0.373624453987599},
+                 {3373259426.1305046, -1.314954487872237e-07, 0.9999999999999913, -1.3149544878722484e-07},
+                 {5.319372648326541e+255, 1.0, -4.687165924254628e-19, -2.133485385753704e+18},
+                 {1e22, -0.8522008497671888, 0.523214785395139, -1.6287782256068988},
+                 {1.99584030953472e+292, 0.9288772080299611, -0.3703878135177564, -2.507850350712013},
+                 {1.7976931348623157e+308, 0.004961954789184062, -0.9999876894265599, -0.004962015874444895}};
+    for (const auto& at : known) {
+        EXPECT_DOUBLE_EQ(sine(at.x), at.sine);
+        EXPECT_DOUBLE_EQ(cosine(at.x), at.cosine);
+        EXPECT_DOUBLE_EQ(tangent(at.x), at.tangent);
+        EXPECT_DOUBLE_EQ(sine(-at.x), -at.sine);
+        EXPECT_DOUBLE_EQ(cosine(-at.x), at.cosine);
+        EXPECT_DOUBLE_EQ(tangent(-at.x), -at.tangent);
+    }
+}
+
 TEST(trigonometry, keeps_the_sign_of_zero_and_nans) {
     EXPECT_TRUE(std::signbit(sine(-0.0)));
     EXPECT_EQ(cosine(0.0), 1.0);
@@ -51,7 +72,6 @@ TEST(trigonometry, keeps_the_sign_of_zero_and_nans) {
         EXPECT_TRUE(std::isnan(cosine(x)));
         EXPECT_TRUE(std::isnan(tangent(x)));
     }
-    EXPECT_LE(std::fabs(sine(1e300)), 1.0);
 }
 
 } // namespace

@@ -24,10 +24,6 @@ TEST_P(truth, is_met_within_the_bound) {
               << largest.at << '\n';
 }
 
-std::string routine_name(const testing::TestParamInfo<routine>& tested) {
-    return std::string(tested.param.name);
-}
-
 INSTANTIATE_TEST_SUITE_P(special_functions, truth,
                          testing::ValuesIn(all_routines().begin(), all_routines().end()), routine_name);
 

@@ -1,12 +1,12 @@
 #pragma once
 
-// Sine, cosine and tangent with the same results on every platform near the multiples of pi/2. Some runtime
-// libraries reduce the argument with too few digits of pi, so that the small remainder is wrong.
+// Sine, cosine and tangent with the same results on every platform for large angles and near the multiples of
+// pi/2. Some runtime libraries reduce the argument with too few digits of pi, so that a small remainder is
+// wrong.
 
 namespace metrify {
 
-/// The sine of x radians, to about one unit in the last place up to some 800,000; beyond, the runtime
-/// library's.
+/// The sine of x radians, to about one unit in the last place; a not-a-number for an infinity.
 double sine(double x);
 /// Likewise the cosine.
 double cosine(double x);
