@@ -14,7 +14,8 @@ if(TARGET metrify_shared)
   list(APPEND libraries metrify_shared)
 endif()
 install(TARGETS ${libraries} EXPORT metrify-targets COMPONENT metrify
-  LIBRARY NAMELINK_COMPONENT metrify)
+  LIBRARY NAMELINK_COMPONENT metrify
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/metrify DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT metrify)
 install(EXPORT metrify-targets NAMESPACE metrify:: DESTINATION ${package_folder} COMPONENT metrify)
 
@@ -25,8 +26,17 @@ install(FILES ${PROJECT_BINARY_DIR}/package/metrify-config.cmake
   ${PROJECT_BINARY_DIR}/package/metrify-config-version.cmake
   DESTINATION ${package_folder} COMPONENT metrify)
 
-# Relative paths, so that the installed folders can be moved.
-file(RELATIVE_PATH METRIFY_PREFIX_FROM_PKGCONFIG /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+# Relative paths, so that the installed folders can be moved; folders that were given as absolute ones stay there.
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
+  set(METRIFY_PKGCONFIG_PREFIX ${CMAKE_INSTALL_PREFIX})
+  set(METRIFY_PKGCONFIG_LIBDIR ${CMAKE_INSTALL_FULL_LIBDIR})
+  set(METRIFY_PKGCONFIG_INCLUDEDIR ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+else()
+  file(RELATIVE_PATH prefix_from_pkgconfig /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+  set(METRIFY_PKGCONFIG_PREFIX "\${pcfiledir}/${prefix_from_pkgconfig}")
+  set(METRIFY_PKGCONFIG_LIBDIR "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
+  set(METRIFY_PKGCONFIG_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
+endif()
 configure_file(cmake/package/metrify.pc.in package/metrify.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/metrify.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT metrify)
 

@@ -1,6 +1,5 @@
 #include "base/thread_object.h"
 
-#include <cstdlib>
 #include <new>
 #include <pthread.h>
 
@@ -27,12 +26,11 @@ void release_all(void* first) {
 // used.
 class release_key {
   public:
-    release_key() {
-        if (pthread_key_create(&key_, release_all) != 0)
-            std::abort();
-    }
+    release_key() : is_made_(pthread_key_create(&key_, release_all) == 0) {}
     // The lists of other threads are left to the end of the process.
     ~release_key() {
+        if (!is_made_)
+            return;
         void* const first = pthread_getspecific(key_);
         pthread_setspecific(key_, nullptr);
         release_all(first);
@@ -41,7 +39,10 @@ class release_key {
     release_key(const release_key&) = delete;
     release_key& operator=(const release_key&) = delete;
 
+    // A process whose keys are all in use is treated like one without memory.
     void add(void* object, void (*release)(void*)) {
+        if (!is_made_)
+            throw std::bad_alloc();
         auto* const next = static_cast<release_entry*>(pthread_getspecific(key_));
         auto entry = std::make_unique<release_entry>(release_entry{object, release, next});
         if (pthread_setspecific(key_, entry.get()) != 0)
@@ -51,6 +52,7 @@ class release_key {
 
   private:
     pthread_key_t key_ = {};
+    bool is_made_;
 };
 
 release_key key;

@@ -1,6 +1,6 @@
 #include "base/thread_object.h"
 
-#include <cstdlib>
+#include <new>
 #include <utility>
 #include <windows.h>
 
@@ -26,15 +26,18 @@ void WINAPI release_all(void* first) {
 
 class release_slot {
   public:
-    release_slot() : key_(FlsAlloc(release_all)) {
-        if (key_ == FLS_OUT_OF_INDEXES)
-            std::abort();
+    release_slot() : key_(FlsAlloc(release_all)) {}
+    ~release_slot() {
+        if (key_ != FLS_OUT_OF_INDEXES)
+            FlsFree(key_);
     }
-    ~release_slot() { FlsFree(key_); }
     release_slot(const release_slot&) = delete;
     release_slot& operator=(const release_slot&) = delete;
 
+    // A process whose slots are all in use is treated like one without memory.
     void add(void* object, void (*release)(void*)) {
+        if (key_ == FLS_OUT_OF_INDEXES)
+            throw std::bad_alloc();
         std::unique_ptr<release_entry> next(static_cast<release_entry*>(FlsGetValue(key_)));
         auto entry = std::make_unique<release_entry>(release_entry{object, release, std::move(next)});
         FlsSetValue(key_, entry.release());
