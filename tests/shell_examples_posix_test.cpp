@@ -1,8 +1,8 @@
 // Runs the shell examples in the documents: in an indented block each line "$ COMMAND" is followed by its
 // output, up to the next command or the end of the block.
 
-#include <array>
-#include <cstdio>
+#include "tests/shell_posix.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -66,15 +66,7 @@ std::string output_of(const std::string& command) {
     const std::string build = METRIFY_BINARY_DIR "/";
     const std::string here =
         with(with(command, "build/release/", build), "./run ", build + "metrify convert ");
-    FILE* pipe = popen(("cd '" METRIFY_SOURCE_DIR "' && { " + here + "; } 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return "the command can't be run";
-    std::string output;
-    std::array<char, 4096> buffer;
-    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
-        output.append(buffer.data(), count);
-    pclose(pipe);
-    return output;
+    return metrify::test::run_shell("cd '" METRIFY_SOURCE_DIR "' && { " + here + "; } 2>&1").output;
 }
 
 class shell_examples : public testing::TestWithParam<fs::path> {};

@@ -1,7 +1,7 @@
 // The manual pages, the completion in the shell and the pictures of the documents agree with the programs.
 
-#include <array>
-#include <cstdio>
+#include "tests/shell_posix.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -13,15 +13,7 @@
 namespace {
 
 std::string output_of(const std::string& command) {
-    FILE* pipe = popen(("cd '" METRIFY_SOURCE_DIR "' && " + command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return {};
-    std::string output;
-    std::array<char, 4096> buffer;
-    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
-        output.append(buffer.data(), count);
-    pclose(pipe);
-    return output;
+    return metrify::test::run_shell("cd '" METRIFY_SOURCE_DIR "' && " + command + " 2>&1").output;
 }
 
 std::string read_file(const std::string& path) {

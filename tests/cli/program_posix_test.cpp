@@ -1,33 +1,21 @@
 // The command line of metrify.
 
-#include <array>
-#include <cstdio>
+#include "tests/shell_posix.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
-struct program_run {
-    int status = -1;
-    std::string output; ///< including the error stream
-};
+using metrify::test::shell_result;
 
-program_run run_metrify(const std::string& arguments) {
-    program_run run;
-    FILE* pipe = popen((METRIFY_BINARY_DIR "/metrify " + arguments + " 2>&1 </dev/null").c_str(), "r");
-    if (pipe == nullptr)
-        return run;
-    std::array<char, 4096> buffer;
-    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
-        run.output.append(buffer.data(), count);
-    const int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+// The output has both streams.
+shell_result run_metrify(const std::string& arguments) {
+    return metrify::test::run_shell(METRIFY_BINARY_DIR "/metrify " + arguments + " 2>&1 </dev/null");
 }
 
 TEST(metrify_program, converts) {
@@ -71,7 +59,7 @@ TEST(metrify_program, shows_its_exit_statuses_in_its_help) {
 
 TEST(metrify_program, accepts_a_number_to_convert) {
     for (const char* number : {"abc", "1x", "''"}) {
-        const program_run run = run_metrify(std::string("convert ") + number + " ft m");
+        const shell_result run = run_metrify(std::string("convert ") + number + " ft m");
         EXPECT_EQ(run.status, 2) << number;
         EXPECT_NE(run.output.find("is not a number"), std::string::npos) << run.output;
     }

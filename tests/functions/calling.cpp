@@ -61,4 +61,10 @@ bool is_cleared(const dim_value& v) {
     return equal(v, dim_value());
 }
 
+void expect_refused(const outcome& result, const std::string& message) {
+    EXPECT_EQ(result.err, message);
+    EXPECT_TRUE(is_cleared(result.value)) << message;
+    EXPECT_EQ(result.depth, 2U) << message;
+}
+
 } // namespace metrify::test

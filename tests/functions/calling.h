@@ -47,4 +47,7 @@ bool equal(const dim_value& a, const dim_value& b);
 /// True for the cleared record: a scalar 0 without exponents.
 bool is_cleared(const dim_value& v);
 
+/// Expects a call that failed with the message: its value is cleared, and its arguments are gone.
+void expect_refused(const outcome& result, const std::string& message);
+
 } // namespace metrify::test

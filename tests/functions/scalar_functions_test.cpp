@@ -24,12 +24,6 @@ std::string message_about(const std::string& name, const std::string& ending) {
     return "ERROR:  Computing " + name + "() " + ending + ".\n";
 }
 
-void expect_refused(const outcome& result, const std::string& message) {
-    EXPECT_EQ(result.err, message);
-    EXPECT_TRUE(is_cleared(result.value)) << message;
-    EXPECT_EQ(result.depth, 2U) << message;
-}
-
 // comp[0] may be a not-a-number.
 void expect_scalar(const outcome& result, double x, const exponents& dim, const char* name) {
     EXPECT_EQ(result.err, "") << name;

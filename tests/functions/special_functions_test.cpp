@@ -20,12 +20,6 @@ std::string message(std::string_view name, const char* ending) {
     return "ERROR:  Computing " + std::string(name) + "() of " + ending + ".\n";
 }
 
-void expect_refused(const outcome& result, const std::string& text) {
-    EXPECT_EQ(result.err, text);
-    EXPECT_TRUE(is_cleared(result.value)) << text;
-    EXPECT_EQ(result.depth, 2U) << text;
-}
-
 void expect_number(const outcome& result, double x) {
     EXPECT_EQ(result.err, "");
     EXPECT_TRUE(equal(result.value, scalar(x))) << result.value.comp[0] << " instead of " << x;

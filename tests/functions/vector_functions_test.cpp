@@ -14,12 +14,6 @@ using namespace metrify::test;
 constexpr exponents newton = {0, -2, 1, 1};
 constexpr exponents joule = {0, -2, 1, 2};
 
-void expect_refused(const outcome& result, const std::string& message) {
-    EXPECT_EQ(result.err, message);
-    EXPECT_TRUE(is_cleared(result.value)) << message;
-    EXPECT_EQ(result.depth, 2U) << message;
-}
-
 void expect_value(const outcome& result, const dim_value& value) {
     EXPECT_EQ(result.err, "");
     EXPECT_TRUE(equal(result.value, value));

@@ -1,31 +1,19 @@
 // The command line of metrify-sheet.
 
-#include <array>
-#include <cstdio>
+#include "tests/shell_posix.h"
+
 #include <dlfcn.h>
 #include <gnu/libc-version.h>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/wait.h>
 
 namespace {
 
-struct program_run {
-    int status = -1;
-    std::string output; ///< with that of the error stream
-};
+using metrify::test::shell_result;
 
-program_run run_sheet(const std::string& arguments) {
-    program_run run;
-    FILE* pipe = popen((METRIFY_BINARY_DIR "/metrify-sheet " + arguments + " 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return run;
-    std::array<char, 4096> buffer;
-    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
-        run.output.append(buffer.data(), count);
-    const int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+// The output has both streams.
+shell_result run_sheet(const std::string& arguments) {
+    return metrify::test::run_shell(METRIFY_BINARY_DIR "/metrify-sheet " + arguments + " 2>&1");
 }
 
 bool contains(const std::string& text, const char* part) {
@@ -38,25 +26,25 @@ std::string release_with(const std::string& options) {
 }
 
 TEST(sheet_program, evaluates_its_arguments_in_their_order) {
-    const program_run run = run_sheet("'=1+1' '=Metrify(3.5,\"ft\",\"m\")' '={1,2;3,4}'");
+    const shell_result run = run_sheet("'=1+1' '=Metrify(3.5,\"ft\",\"m\")' '={1,2;3,4}'");
     EXPECT_EQ(run.output, "2\n1.0668\t\"m\\n\\n\"\n1\t2\n3\t4\n");
     EXPECT_EQ(run.status, 0);
 }
 
 TEST(sheet_program, reads_formulas_from_standard_input) {
-    const program_run run = run_sheet("- <<'END'\n=1\n=2\nEND\n");
+    const shell_result run = run_sheet("- <<'END'\n=1\n=2\nEND\n");
     EXPECT_TRUE(run.output.starts_with("1\n2\n")) << run.output;
 }
 
 TEST(sheet_program, reports_an_invalid_formula) {
-    const program_run run = run_sheet("'1+'");
+    const shell_result run = run_sheet("'1+'");
     EXPECT_TRUE(contains(run.output, "metrify-sheet: no formula: 1+\n"));
     EXPECT_TRUE(contains(run.output, "#NAME?\n"));
     EXPECT_EQ(run.status, 1);
 }
 
 TEST(sheet_program, needs_a_formula) {
-    const program_run run = run_sheet("");
+    const shell_result run = run_sheet("");
     EXPECT_EQ(run.output, "metrify-sheet: a FORMULA is required\n");
     EXPECT_EQ(run.status, 2);
 }
@@ -79,7 +67,7 @@ TEST(sheet_program, has_wide_text_from_release_12_on) {
     for (const char* options : {"--wide", "--narrow", "--release 11 --narrow", "--release 12 --wide"})
         EXPECT_EQ(release_with(options), "1\t\"m\\n\\n\"\n") << options;
     for (const char* options : {"--release 11 --wide '=1'", "--release 12 --narrow '=1'"}) {
-        const program_run run = run_sheet(options);
+        const shell_result run = run_sheet(options);
         EXPECT_EQ(run.output, "metrify-sheet: a spreadsheet of that version passes other text\n") << options;
         EXPECT_EQ(run.status, 2) << options;
     }
@@ -91,7 +79,7 @@ TEST(sheet_program, calculates_on_several_threads) {
 }
 
 TEST(sheet_program, loads_another_module) {
-    const program_run missing = run_sheet("--module /nowhere.so '=1'");
+    const shell_result missing = run_sheet("--module /nowhere.so '=1'");
     EXPECT_TRUE(missing.output.starts_with("metrify-sheet: ")) << missing.output;
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(run_sheet("--module " METRIFY_BINARY_DIR "/Metrify.so '=1'").output, "1\n");
@@ -100,7 +88,7 @@ TEST(sheet_program, loads_another_module) {
 TEST(sheet_program, reports_a_module_that_is_not_an_add_in) {
     Dl_info library{};
     ASSERT_NE(dladdr(reinterpret_cast<void*>(&gnu_get_libc_version), &library), 0);
-    const program_run run = run_sheet(std::string("--module ") + library.dli_fname + " '=1'");
+    const shell_result run = run_sheet(std::string("--module ") + library.dli_fname + " '=1'");
     EXPECT_EQ(run.output, "metrify-sheet: the add-in did not open\n");
     EXPECT_EQ(run.status, 1);
 }
@@ -112,7 +100,7 @@ TEST(sheet_program, runs_a_macro) {
 }
 
 TEST(sheet_program, is_found_by_other_programs_on_windows_only) {
-    const program_run run = run_sheet("--serve");
+    const shell_result run = run_sheet("--serve");
     EXPECT_EQ(run.output, "metrify-sheet: programs can't be found by others on this system\n");
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run_sheet("--serve '=1'").status, 2);

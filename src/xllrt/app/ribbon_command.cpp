@@ -2,18 +2,12 @@
 
 #include "xllrt/app/xll_app.h"
 #include "xllrt/gate/host_gate.h"
+#include "xllrt/value/text_value.h"
 #include "xllrt/value/thread_state.h"
 
 namespace metrify {
 
 namespace {
-
-template <class Text>
-CXlOper TextValue(const Text& text) {
-    CXlOper value;
-    value.SetText(text);
-    return value;
-}
 
 std::u16string AddInName() {
     CXllApp* const application = CXllApp::Instance();

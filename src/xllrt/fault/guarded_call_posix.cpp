@@ -87,7 +87,7 @@ struct ThreadGuard {
 };
 
 // Read inside a handler, so the first access must not allocate it.
-constinit ThreadSlot slot;
+constinit ThreadSlot guard_slot;
 
 void DestroyGuard(void* guard) {
     const std::unique_ptr<ThreadGuard> last(static_cast<ThreadGuard*>(guard));
@@ -136,7 +136,7 @@ std::uint32_t FaultOf(int signal, const siginfo_t& info, const ThreadGuard& guar
 // Jumps back into the innermost guard of this thread, if there is one. A signal that was sent is no fault of
 // the code that it interrupts.
 void TakeFault(int signal, const siginfo_t& info) {
-    const auto* guard = static_cast<const ThreadGuard*>(slot.Get());
+    const auto* guard = static_cast<const ThreadGuard*>(guard_slot.Get());
     if (guard && guard->innermost && info.si_code > 0) {
         guard->innermost->code = FaultOf(signal, info, *guard);
         siglongjmp(guard->innermost->resume, 1);
@@ -149,20 +149,20 @@ void TakeFault(int signal, const siginfo_t& info) {
 class GuardSlot {
   public:
     GuardSlot() {
-        if (!slot.Allocate(DestroyGuard))
+        if (!guard_slot.Allocate(DestroyGuard))
             throw std::bad_alloc();
     }
     GuardSlot(const GuardSlot&) = delete;
     GuardSlot& operator=(const GuardSlot&) = delete;
-    ~GuardSlot() { slot.Release(); }
+    ~GuardSlot() { guard_slot.Release(); }
 };
 
 ThreadGuard& GuardOfThisThread() {
     static const GuardSlot allocated;
-    if (void* guard = slot.Get())
+    if (void* guard = guard_slot.Get())
         return *static_cast<ThreadGuard*>(guard);
     auto guard = std::make_unique<ThreadGuard>();
-    if (!slot.Set(guard.get()))
+    if (!guard_slot.Set(guard.get()))
         throw std::bad_alloc();
     return *guard.release();
 }
@@ -207,7 +207,7 @@ void InstallFaultHandlers() {
 void RestoreFaultHandlers() {
     are_handlers_installed = false;
     // The add-in may be closed by one of its own commands, inside a guard.
-    auto* const guard = static_cast<ThreadGuard*>(slot.Get());
+    auto* const guard = static_cast<ThreadGuard*>(guard_slot.Get());
     if (installed_handlers && guard && guard->innermost && !guard->handlers)
         guard->handlers.emplace(TakeFault);
     installed_handlers.reset();

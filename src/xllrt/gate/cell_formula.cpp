@@ -1,6 +1,7 @@
 #include "xllrt/gate/cell_formula.h"
 
 #include "xllrt/gate/host_gate.h"
+#include "xllrt/value/text_value.h"
 #include "xllrt/value/thread_state.h"
 
 namespace metrify {
@@ -12,12 +13,6 @@ constexpr double kPartOfArray = 49.0;
 
 int WithOption(int function, bool international) {
     return international ? function | xlIntl : function;
-}
-
-CXlOper TextValue(const std::string& text) {
-    CXlOper value;
-    value.SetText(text);
-    return value;
 }
 
 int CallConvert(CXlOper& result, const CXlOper& reference, bool international, const CXlOper& formula,

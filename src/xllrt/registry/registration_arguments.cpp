@@ -2,6 +2,7 @@
 
 #include "xllrt/registry/resource_text.h"
 #include "xllrt/text/text_number.h"
+#include "xllrt/value/text_value.h"
 
 #include <algorithm>
 #include <span>
@@ -22,13 +23,6 @@ void AppendClosingDots(std::basic_string<Char>& text) {
             return;
         text += kDot;
     }
-}
-
-template <class Text>
-CXlOper TextValue(const Text& text) {
-    CXlOper value;
-    value.SetText(text);
-    return value;
 }
 
 template <class Char>

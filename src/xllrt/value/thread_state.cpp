@@ -10,7 +10,7 @@ namespace metrify {
 
 namespace {
 
-constinit ThreadSlot slot;
+constinit ThreadSlot state_slot;
 
 void DestroyState(void* state) {
     const std::unique_ptr<XlThreadState> last(static_cast<XlThreadState*>(state));
@@ -28,25 +28,25 @@ XlThreadState::~XlThreadState() {
 }
 
 XlThreadState& ThisThreadState() {
-    if (void* state = slot.Get())
+    if (void* state = state_slot.Get())
         return *static_cast<XlThreadState*>(state);
     auto state = std::make_unique<XlThreadState>();
-    if (!slot.Set(state.get()))
+    if (!state_slot.Set(state.get()))
         throw std::bad_alloc();
     return *state.release();
 }
 
 bool AllocateThreadStates() {
-    return slot.Allocate(DestroyState);
+    return state_slot.Allocate(DestroyState);
 }
 
 void ReleaseThreadStates() {
-    slot.Release();
+    state_slot.Release();
 }
 
 void DestroyThreadState() {
-    DestroyState(slot.Get());
-    slot.Set(nullptr);
+    DestroyState(state_slot.Get());
+    state_slot.Set(nullptr);
 }
 
 } // namespace metrify

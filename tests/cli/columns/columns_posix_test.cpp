@@ -1,5 +1,7 @@
 // `metrify columns` as a program.
 
+#include "tests/shell_posix.h"
+
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -14,29 +16,16 @@
 
 namespace {
 
-struct program_run {
-    int status = -1;
-    std::string output = {}; ///< of both streams
-};
+using metrify::test::shell_result;
 
-// $METRIFY is the program.
-program_run shell(const std::string& command) {
-    const std::string line = "METRIFY='" METRIFY_BINARY_DIR "/metrify'; { " + command + "; } 2>&1";
-    FILE* pipe = popen(line.c_str(), "r");
-    if (pipe == nullptr)
-        return {};
-    program_run run;
-    std::array<char, 4096> buffer;
-    while (const std::size_t count = fread(buffer.data(), 1, buffer.size(), pipe))
-        run.output.append(buffer.data(), count);
-    const int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+// The output has both streams. $METRIFY is the program.
+shell_result shell(const std::string& command) {
+    return metrify::test::run_shell("METRIFY='" METRIFY_BINARY_DIR "/metrify'; { " + command + "; } 2>&1");
 }
 
 TEST(columns_program, converts_in_more_than_six_digits) {
     // 1 m is 1/0.3048 = 3.28083989501312 ft in the table.
-    const program_run run = shell("printf 'n,h\\na,1\\n' | $METRIFY columns --from m --to ft -c h");
+    const shell_result run = shell("printf 'n,h\\na,1\\n' | $METRIFY columns --from m --to ft -c h");
     EXPECT_EQ(run.output, "n,h\na,3.28083989501312\n");
     EXPECT_EQ(run.status, 0);
 }
@@ -45,12 +34,12 @@ TEST(columns_program, converts_temperatures) {
               "273.15\n373.15\n");
 }
 TEST(columns_program, shows_what_the_language_says_about_the_units) {
-    const program_run run = shell("$METRIFY columns --from ft --to kg </dev/null");
+    const shell_result run = shell("$METRIFY columns --from ft --to kg </dev/null");
     EXPECT_EQ(run.output, "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
     EXPECT_EQ(run.status, 2);
 }
 TEST(columns_program, converts_everyday_units) {
-    const program_run run = shell("echo 2 | $METRIFY columns --everyday --from kWh --to J");
+    const shell_result run = shell("echo 2 | $METRIFY columns --everyday --from kWh --to J");
     EXPECT_EQ(run.status, 0) << run.output;
     EXPECT_DOUBLE_EQ(std::strtod(run.output.c_str(), nullptr), 7.2e6) << run.output;
 }

@@ -4,6 +4,7 @@
 #include "xllrt/app/ribbon.h"
 #include "xllrt/app/ribbon_callback.h"
 #include "xllrt/app/ribbon_command.h"
+#include "xllrt/value/text_value.h"
 
 #include <gmock/gmock.h>
 
@@ -28,12 +29,6 @@ class RibbonTest : public AddInTest {
 std::string Command(const std::string& first, const std::string& second) {
     return "12 379(\"XlpRibbonServer.XlpRtdRibbonServer\", missing, \"Recording\", \"" + first + "\", \"" +
            second + "\")";
-}
-
-CXlOper TextValue(const char* text) {
-    CXlOper value;
-    value.SetText(text);
-    return value;
 }
 
 // ---- No ribbon

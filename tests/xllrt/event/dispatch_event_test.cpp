@@ -2,6 +2,7 @@
 
 #include "xllrt/app/observer_function.h"
 #include "xllrt/app/xll_exports.h"
+#include "xllrt/value/text_value.h"
 
 #include <functional>
 #include <gmock/gmock.h>
@@ -31,12 +32,6 @@ class CapturingObserver final : public CXlEventObserver<Args> {
   private:
     CXlEvent<Args>& event_;
 };
-
-CXlOper TextValue(const char* text) {
-    CXlOper value;
-    value.SetText(text);
-    return value;
-}
 
 class DispatchTest : public testing::Test {
   protected:

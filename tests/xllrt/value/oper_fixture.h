@@ -4,6 +4,7 @@
 
 #include "tests/xllrt/gate/scripted_host.h"
 #include "tests/xllrt/text/expected_messages.h"
+#include "tests/xllrt/value/readable_records.h"
 #include "xllrt/fault/exceptions.h"
 #include "xllrt/gate/host_version.h"
 #include "xllrt/value/record_family.h"
@@ -76,27 +77,6 @@ template <class Record>
 Record PlainRecord(std::uint16_t type) {
     Record record = Record();
     record.xltype = type;
-    return record;
-}
-
-template <class Record>
-Record NumberRecord(double value) {
-    auto record = PlainRecord<Record>(xltypeNum);
-    record.val.num = value;
-    return record;
-}
-
-template <class Record>
-Record IntRecord(std::int16_t value) {
-    auto record = PlainRecord<Record>(xltypeInt);
-    record.val.w = value;
-    return record;
-}
-
-template <class Record>
-Record ErrorRecord(std::uint16_t code) {
-    auto record = PlainRecord<Record>(xltypeErr);
-    record.val.err = code;
     return record;
 }
 
