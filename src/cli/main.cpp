@@ -226,7 +226,7 @@ int main(int argc, char** argv) {
     metrify::use_binary_streams();
     int status = metrify::wrong_usage;
     try {
-        status = metrify::run(metrify::with_convert_added({argv + 1, argv + argc}));
+        status = metrify::run(metrify::with_convert_added(metrify::program_arguments(argc, argv)));
     } catch (const std::exception& error) {
         std::cerr << "metrify: " << error.what() << '\n';
     }

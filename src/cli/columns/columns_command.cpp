@@ -1,5 +1,6 @@
 #include "cli/columns/columns_command.h"
 
+#include "base/file_path.h"
 #include "language/unit_definitions.h"
 
 #include <cerrno>
@@ -9,21 +10,25 @@
 #include <system_error>
 #include <unistd.h>
 
-#ifndef O_BINARY
-#define O_BINARY 0
-#endif
-
 namespace metrify {
 
 namespace {
 
 constexpr int status_usage = 2;
 
+int open_to_read(const std::string& name) {
+#ifdef _WIN32
+    return ::_wopen(path_of(name).c_str(), O_RDONLY | O_BINARY);
+#else
+    return ::open(name.c_str(), O_RDONLY);
+#endif
+}
+
 /// An open file, or standard input.
 class input_file {
   public:
     explicit input_file(const std::string& name)
-        : descriptor_(name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_BINARY)) {}
+        : descriptor_(name == "-" ? STDIN_FILENO : open_to_read(name)) {}
     ~input_file() {
         if (descriptor_ > STDIN_FILENO)
             ::close(descriptor_);
