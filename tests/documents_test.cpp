@@ -1,6 +1,7 @@
 // The examples in the documents for users: each block marked as a program gives the listing in the next
 // block, byte for byte except for numbers near zero.
 
+#include "conversion/conversion.h"
 #include "language/driver.h"
 #include "machine/solver_binding.h"
 
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -77,6 +79,56 @@ TEST(examples, are_in_their_document_unchanged) {
     }
     EXPECT_EQ(count, shown.size());
     EXPECT_GE(count, 8U);
+}
+
+// The cells of the rows of a Markdown table below a heading, without backquotes.
+std::vector<std::vector<std::string>> table_below(const std::string& text, const std::string& heading) {
+    std::istringstream lines(text.substr(std::min(text.find("\n" + heading + "\n"), text.size())));
+    std::vector<std::vector<std::string>> rows;
+    std::string line;
+    while (std::getline(lines, line) && (rows.empty() || line.starts_with("| "))) {
+        if (!line.starts_with("| ") || line.starts_with("| number"))
+            continue;
+        std::erase(line, '`');
+        rows.emplace_back();
+        std::istringstream cells(line.substr(2));
+        for (std::string cell; std::getline(cells, cell, '|');)
+            rows.back().push_back(cell.substr(cell.find_first_not_of(' '),
+                                              cell.find_last_not_of(' ') + 1 - cell.find_first_not_of(' ')));
+    }
+    return rows;
+}
+
+TEST(add_in_guide, shows_results_of_its_conversions) {
+    const auto rows = table_below(read_file(source_folder / "docs" / "add-in.md"), "## Writing units");
+    ASSERT_EQ(rows.size(), 7U);
+    for (const std::vector<std::string>& row : rows) {
+        ASSERT_EQ(row.size(), 5U);
+        EXPECT_EQ(metrify::convert_units(std::stod(row[0]), row[1], row[2]).number, std::stod(row[3]))
+            << row[1];
+    }
+}
+
+// The guide is handed out alone.
+TEST(add_in_guide, refers_to_no_other_file) {
+    static const std::regex link(R"(\]\((?!https?://|#)[^)]*\))");
+    const std::string text = read_file(source_folder / "docs" / "add-in.md");
+    std::smatch found;
+    EXPECT_FALSE(std::regex_search(text, found, link)) << found.str();
+}
+
+// A file beside this one, or from the folder of the document.
+TEST(documents, refer_to_files_that_exist) {
+    static const std::regex link(R"(\]\((?!https?://|#)([^)#]*)(#[^)]*)?\))");
+    std::vector<fs::path> documents = {source_folder / "README.md", source_folder / "CONTRIBUTING.md"};
+    for (const fs::directory_entry& entry : fs::directory_iterator(source_folder / "docs"))
+        if (entry.path().extension() == ".md")
+            documents.push_back(entry.path());
+    for (const fs::path& document : documents) {
+        const std::string text = read_file(document);
+        for (std::sregex_iterator it(text.begin(), text.end(), link), end; it != end; ++it)
+            EXPECT_TRUE(fs::exists(document.parent_path() / (*it)[1].str())) << document << ": " << it->str();
+    }
 }
 
 } // namespace

@@ -85,6 +85,18 @@ int refuse_number(const std::string& val, std::string_view in_units, std::string
     return status_unreadable;
 }
 
+int refuse_words(const std::vector<std::string>& unexpected, const std::vector<std::string>& all,
+                 std::ostream& err, const call_extras& extras) {
+    constexpr std::size_t most_words = 3; // more are no matter of options
+    err << "The following argument" << (unexpected.size() == 1 ? " was" : "s were") << " not expected:";
+    for (const std::string& word : unexpected)
+        err << ' ' << word;
+    err << "\nRun with --help for more information.\n";
+    if (extras.hints && all.size() > most_words)
+        hint_writer(extras.unit_definitions, extras.everyday, err).explain_words(all);
+    return status_unreadable;
+}
+
 int run_command(const std::vector<std::string>& files, std::istream& in, std::ostream& out, std::ostream& err,
                 const run_options& options, const call_extras& extras) {
     const std::vector<std::string> standard_input = {"-"};

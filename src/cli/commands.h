@@ -38,6 +38,10 @@ int run_command(const std::vector<std::string>& files, std::istream& in, std::os
 int refuse_number(const std::string& val, std::string_view in_units, std::string_view out_units,
                   std::ostream& err, const call_extras& extras);
 
+/// Reports a conversion with words that it doesn't have; always 2. All words are those that were typed.
+int refuse_words(const std::vector<std::string>& unexpected, const std::vector<std::string>& all,
+                 std::ostream& err, const call_extras& extras);
+
 struct unit_search {
     std::string text;
     std::string like; // a unit expression, if it is not empty

@@ -1,6 +1,6 @@
 #pragma once
 
-// The terminal and the standard streams.
+// The terminal, the standard streams, and what the program is started with. On Windows texts are in UTF-8.
 
 #include "cli/session/completion.h"
 
@@ -8,11 +8,18 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace metrify {
 
-/// Switches off newline conversion.
+/// Switches off newline conversion, and lets a Windows console show UTF-8.
 void use_binary_streams();
+
+/// The arguments of the program without its name.
+std::vector<std::string> program_arguments(int argc, const char* const* argv);
+
+/// A variable of the environment; empty if there is none.
+std::string environment_variable(const char* name);
 
 /// True if standard input and standard output are a terminal.
 bool is_interactive();

@@ -1,6 +1,7 @@
 #include "cli/console.h"
 #include "cli/typed_text.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <clocale>
 #include <csignal>
@@ -16,8 +17,8 @@ namespace {
 constexpr int history_size = 1000;
 
 std::string history_file() {
-    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): there is no other thread yet
-    return home == nullptr ? std::string() : std::string(home) + "/.metrify_history";
+    const std::string home = environment_variable("HOME");
+    return home.empty() ? home : home + "/.metrify_history";
 }
 
 struct edit_line_end {
@@ -46,6 +47,16 @@ void bind_characters_above_ascii(EditLine* editor) {
 } // namespace
 
 void use_binary_streams() {}
+
+std::vector<std::string> program_arguments(int argc, const char* const* argv) {
+    return {argv + std::min(argc, 1), argv + argc};
+}
+
+std::string environment_variable(const char* name) {
+    const char* const value =
+        std::getenv(name); // NOLINT(concurrency-mt-unsafe): there is no other thread yet
+    return value == nullptr ? std::string() : std::string(value);
+}
 
 bool is_interactive() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;

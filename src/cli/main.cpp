@@ -130,6 +130,7 @@ int run(const std::vector<std::string>& arguments) {
     // A negative number is not an option.
     CLI::App* convert = app.add_subcommand("convert", "Convert a number from one unit expression to another");
     convert->prefix_command(false);
+    convert->allow_extras(); // so that they can be explained
     convert->add_option("VAL", val, "the number")->required()->type_name("NUMBER");
     convert->add_option("IN", in_units, "the units it is in, e.g. \"kg m / s^2\"")->required();
     convert->add_option("OUT", out_units, "the units to convert it to; default units if omitted");
@@ -172,7 +173,7 @@ int run(const std::vector<std::string>& arguments) {
     convert->add_flag("--also", extras.also, "show the same quantity in further units");
     for (CLI::App* command : {&app, convert, run_files, units, of_columns, draw})
         add_unit_options(*command, chosen);
-    for (CLI::App* command : {&app, convert, run_files})
+    for (CLI::App* command : {&app, convert, run_files, of_columns})
         add_hint_options(*command, hints);
 
     try {
@@ -193,6 +194,8 @@ int run(const std::vector<std::string>& arguments) {
         return wrong_usage;
     }
     if (convert->parsed()) {
+        if (convert->remaining_size() > 0)
+            return refuse_words(convert->remaining(), conversion_words(arguments), std::cerr, extras);
         if (!is_number(val))
             return refuse_number(val, in_units, out_units, std::cerr, extras);
         double number = 0.0;
@@ -200,7 +203,7 @@ int run(const std::vector<std::string>& arguments) {
         return convert_command(number, in_units, out_units, std::cout, std::cerr, extras);
     }
     if (of_columns->parsed())
-        return columns_command(columns, extras.unit_definitions);
+        return columns_command(columns, extras.unit_definitions, {extras.hints, extras.everyday});
     if (units->parsed())
         return units_command(search, std::cout, std::cerr, extras);
     if (functions->parsed())
@@ -226,7 +229,7 @@ int main(int argc, char** argv) {
     metrify::use_binary_streams();
     int status = metrify::wrong_usage;
     try {
-        status = metrify::run(metrify::with_convert_added({argv + 1, argv + argc}));
+        status = metrify::run(metrify::with_convert_added(metrify::program_arguments(argc, argv)));
     } catch (const std::exception& error) {
         std::cerr << "metrify: " << error.what() << '\n';
     }

@@ -1,5 +1,7 @@
 #include "cli/program_text.h"
 
+#include "base/file_path.h"
+
 #include <array>
 #include <cerrno>
 #include <fstream>
@@ -72,7 +74,7 @@ bool program_text::read(std::istream& in) {
 
 bool program_text::read_file(const std::string& file) {
     errno = 0;
-    std::ifstream in(file, std::ios::binary);
+    std::ifstream in(path_of(file), std::ios::binary);
     if (in)
         return read(in);
     reason = std::generic_category().message(errno);

@@ -16,7 +16,8 @@ namespace {
 
 // Also a text such as 1/2, which the conversion refuses with an explanation.
 bool resembles_number(const std::string& text) {
-    return is_number(text) || (!text.empty() && text.front() >= '0' && text.front() <= '9');
+    const std::size_t digit = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+    return is_number(text) || (text.size() > digit && text[digit] >= '0' && text[digit] <= '9');
 }
 
 // Adds the zero without which -.5 is taken for an option. The value of --execute stays as it is.
@@ -30,6 +31,17 @@ void complete_fractions(std::vector<std::string>& arguments) {
 }
 
 } // namespace
+
+std::vector<std::string> conversion_words(const std::vector<std::string>& arguments) {
+    std::vector<std::string> words;
+    auto argument = std::find(arguments.begin(), arguments.end(), "convert");
+    while (argument != arguments.end() && ++argument != arguments.end())
+        if (*argument == "--units" && std::next(argument) != arguments.end())
+            ++argument; // its value
+        else if (!argument->starts_with("--"))
+            words.push_back(*argument);
+    return words;
+}
 
 std::vector<std::string> with_convert_added(std::vector<std::string> arguments) {
     complete_fractions(arguments);

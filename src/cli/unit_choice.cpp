@@ -1,11 +1,12 @@
 #include "cli/unit_choice.h"
 
+#include "base/file_path.h"
+#include "cli/console.h"
 #include "cli/program_text.h"
 #include "cli/units/everyday_units.h"
 #include "language/unit_definitions.h"
 #include "machine/calculator.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <ostream>
 #include <system_error>
@@ -13,11 +14,6 @@
 namespace metrify {
 
 namespace {
-
-std::string variable(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): there is no other thread yet
-    return value == nullptr ? std::string() : std::string(value);
-}
 
 // The definitions are tried in order on a calculator of their own.
 bool check_definitions(const std::string& file, const std::string& definitions, std::ostream& err) {
@@ -52,20 +48,20 @@ bool read_definitions(const unit_choice& choice, std::string& definitions, std::
 }
 
 std::string own_units_file() {
-    const std::string configured = variable("XDG_CONFIG_HOME");
+    const std::string configured = environment_variable("XDG_CONFIG_HOME");
     // A relative path there is to be ignored.
-    if (std::filesystem::path(configured).is_absolute())
+    if (path_of(configured).is_absolute())
         return configured + "/metrify/units";
-    if (const std::string home = variable("HOME"); !home.empty())
+    if (const std::string home = environment_variable("HOME"); !home.empty())
         return home + "/.config/metrify/units";
-    const std::string application_data = variable("APPDATA"); // on Windows
+    const std::string application_data = environment_variable("APPDATA"); // on Windows
     return application_data.empty() ? std::string() : application_data + "/metrify/units";
 }
 
 void add_own_units(unit_choice& choice) {
     const std::string file = own_units_file();
     std::error_code ignored;
-    if (!file.empty() && std::filesystem::exists(file, ignored))
+    if (!file.empty() && std::filesystem::exists(path_of(file), ignored))
         choice.files.insert(choice.files.begin(), file);
 }
 

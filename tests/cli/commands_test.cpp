@@ -122,6 +122,31 @@ TEST(refuse_number, has_no_hint_for_a_text_without_a_correction) {
     EXPECT_EQ(err.str(), "VAL: 'abc' is not a number\nRun with --help for more information.\n");
 }
 
+TEST(refuse_words, names_those_that_were_not_expected) {
+    std::ostringstream err;
+    EXPECT_EQ(refuse_words({"m"}, {"3.5", "ft", "to", "m"}, err, {}), 2);
+    EXPECT_EQ(err.str(),
+              "The following argument was not expected: m\nRun with --help for more information.\n");
+    err.str({});
+    EXPECT_EQ(refuse_words({"m", "s"}, {"3.5", "ft", "to", "m", "s"}, err, {}), 2);
+    EXPECT_EQ(err.str(),
+              "The following arguments were not expected: m s\nRun with --help for more information.\n");
+}
+TEST(refuse_words, explains_them_with_hints) {
+    std::ostringstream err;
+    EXPECT_EQ(refuse_words({"m"}, {"3.5", "ft", "to", "m"}, err, {{}, false, true}), 2);
+    EXPECT_EQ(err.str(),
+              "The following argument was not expected: m\nRun with --help for more information.\n"
+              "metrify: hint: the units follow each other without `to`: `metrify convert 3.5 ft m` "
+              "gives 1.0668 m\n");
+}
+TEST(refuse_words, does_not_explain_an_unknown_option) {
+    std::ostringstream err;
+    refuse_words({"--foo"}, {"3.5", "ft", "m"}, err, {{}, false, true});
+    EXPECT_EQ(err.str(),
+              "The following argument was not expected: --foo\nRun with --help for more information.\n");
+}
+
 // run
 
 TEST(run_command, writes_the_same_listing_with_hints_which_go_to_the_error_stream) {

@@ -145,4 +145,29 @@ TEST(metrify_program, has_hints_only_on_request_if_standard_error_is_no_terminal
     EXPECT_EQ(run_metrify("convert --hints --no-hints 180 lb kg").output.find("hint"), std::string::npos);
 }
 
+TEST(metrify_program, explains_words_between_the_units) {
+    const std::string refusal =
+        "The following argument was not expected: m\nRun with --help for more information.\n";
+    const std::string answer = ": `metrify convert 3.5 ft m` gives 1.0668 m\n";
+    EXPECT_EQ(run_metrify("3.5 ft to m").output, refusal);
+    EXPECT_EQ(run_metrify("3.5 ft to m").status, 2);
+    EXPECT_EQ(run_metrify("--hints 3.5 ft to m").output,
+              refusal + "metrify: hint: the units follow each other without `to`" + answer);
+    EXPECT_EQ(run_metrify("--hints convert 3.5 ft in m").output,
+              refusal + "metrify: hint: the units follow each other without `in`, which is the inch" +
+                  answer);
+    EXPECT_EQ(run_metrify("--hints 3.5 ft '->' m").output,
+              "The following argument was not expected: ->\nRun with --help for more information.\n"
+              "metrify: hint: the units follow each other without `->`" +
+                  answer);
+}
+
+TEST(metrify_program, explains_a_decimal_comma_after_a_sign) {
+    const program_run run = run_metrify("--hints -3,5 ft m");
+    EXPECT_EQ(run.output, "VAL: '-3,5' is not a number\nRun with --help for more information.\n"
+                          "metrify: hint: the decimal sign is a point: `metrify convert -3.5 ft m` gives "
+                          "-1.0668 m\n");
+    EXPECT_EQ(run.status, 2);
+}
+
 } // namespace

@@ -7,6 +7,7 @@
 namespace {
 
 using arguments = std::vector<std::string>;
+using metrify::conversion_words;
 using metrify::with_convert_added;
 
 TEST(short_form, of_a_conversion_begins_with_its_number) {
@@ -43,6 +44,20 @@ TEST(short_form, follows_the_value_of_an_option) {
 
 TEST(short_form, can_begin_with_a_text_that_only_resembles_a_number) {
     EXPECT_EQ(with_convert_added({"1/2", "in"}), (arguments{"convert", "1/2", "in"}));
+}
+
+TEST(short_form, can_begin_with_a_decimal_comma_and_a_sign) {
+    EXPECT_EQ(with_convert_added({"-3,5", "ft"}), (arguments{"convert", "-3,5", "ft"}));
+    EXPECT_EQ(with_convert_added({"+3,5", "ft"}), (arguments{"convert", "+3,5", "ft"}));
+    EXPECT_EQ(with_convert_added({"-x3"}), (arguments{"-x3"}));
+    EXPECT_EQ(with_convert_added({"-"}), (arguments{"-"}));
+}
+
+TEST(conversion_words, are_those_after_the_command_without_options) {
+    EXPECT_EQ(conversion_words({"--hints", "convert", "--also", "3", "ft", "--units", "file", "->", "m"}),
+              (arguments{"3", "ft", "->", "m"}));
+    EXPECT_EQ(conversion_words({"convert", "3", "--units"}), (arguments{"3"}));
+    EXPECT_EQ(conversion_words({"3", "ft"}), arguments{});
 }
 
 TEST(short_form, leaves_commands_as_they_are) {

@@ -1,5 +1,7 @@
 #include "cli/columns/columns_command.h"
 
+#include "base/file_path.h"
+#include "cli/hints/hint_writer.h"
 #include "language/unit_definitions.h"
 
 #include <cerrno>
@@ -9,21 +11,25 @@
 #include <system_error>
 #include <unistd.h>
 
-#ifndef O_BINARY
-#define O_BINARY 0
-#endif
-
 namespace metrify {
 
 namespace {
 
 constexpr int status_usage = 2;
 
+int open_to_read(const std::string& name) {
+#ifdef _WIN32
+    return ::_wopen(path_of(name).c_str(), O_RDONLY | O_BINARY);
+#else
+    return ::open(name.c_str(), O_RDONLY);
+#endif
+}
+
 /// An open file, or standard input.
 class input_file {
   public:
     explicit input_file(const std::string& name)
-        : descriptor_(name == "-" ? STDIN_FILENO : ::open(name.c_str(), O_RDONLY | O_BINARY)) {}
+        : descriptor_(name == "-" ? STDIN_FILENO : open_to_read(name)) {}
     ~input_file() {
         if (descriptor_ > STDIN_FILENO)
             ::close(descriptor_);
@@ -57,7 +63,8 @@ class input_file {
 
 } // namespace
 
-int columns_command(const columns_arguments& arguments, const std::string& unit_definitions) {
+int columns_command(const columns_arguments& arguments, const std::string& unit_definitions,
+                    const columns_hints& hints) {
     if (arguments.delimiter.size() != 1 || arguments.delimiter == "\"" || arguments.delimiter == "\n") {
         std::cerr << "metrify: the delimiter must be one character, and no quote or line end\n";
         return status_usage;
@@ -67,6 +74,9 @@ int columns_command(const columns_arguments& arguments, const std::string& unit_
     std::string message;
     if (!make_conversion_plan(arguments.from, arguments.to, plan, message)) {
         std::cerr << message;
+        if (hints.are_on)
+            hint_writer(unit_definitions, hints.have_everyday_units, std::cerr)
+                .explain_columns(arguments.from, arguments.to);
         return status_usage;
     }
     const input_file file(arguments.file);
@@ -80,7 +90,8 @@ int columns_command(const columns_arguments& arguments, const std::string& unit_
         ::isatty(STDERR_FILENO) != 0 && ::isatty(STDOUT_FILENO) == 0 && !file.is_terminal();
     return convert_columns(plan, options,
                            {[&](char* to, std::size_t size) { return file.read(to, size); }, file.size(),
-                            std::cout, std::cerr, has_progress ? &std::cerr : nullptr});
+                            std::cout, std::cerr, has_progress ? &std::cerr : nullptr,
+                            arguments.file == "-" ? "standard input" : arguments.file});
 }
 
 } // namespace metrify

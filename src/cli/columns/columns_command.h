@@ -31,7 +31,8 @@ struct columns_streams {
     std::uint64_t size = 0; ///< of the input, or 0 if it is unknown
     std::ostream& out;
     std::ostream& err;
-    std::ostream* terminal = nullptr; ///< for the progress
+    std::ostream* terminal = nullptr;    ///< for the progress
+    std::string name = "standard input"; ///< of the input, in notes
 };
 
 /// Converts the columns. The bytes around the converted numbers stay as they are, and so do cells that are no
@@ -48,8 +49,14 @@ struct columns_arguments {
     columns_options options;
 };
 
+struct columns_hints {
+    bool are_on = false;              ///< explain units that are not understood
+    bool have_everyday_units = false; ///< the definitions include the everyday units
+};
+
 /// Runs the command on its file with the standard streams. For the definitions see
 /// language/unit_definitions.h.
-int columns_command(const columns_arguments& arguments, const std::string& unit_definitions);
+int columns_command(const columns_arguments& arguments, const std::string& unit_definitions,
+                    const columns_hints& hints);
 
 } // namespace metrify

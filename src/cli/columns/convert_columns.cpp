@@ -13,6 +13,7 @@
 #include <ostream>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace metrify {
@@ -80,6 +81,7 @@ class columns_converter {
         if (rows_ == 1) {
             if (!choice_.resolve(row, options_.header, reason))
                 return false;
+            note_ = choice_.note();
             keys_ = json_keys(choice_.names());
             width_ = row.cells.size();
         }
@@ -95,6 +97,8 @@ class columns_converter {
     }
 
     std::uint64_t rows() const { return rows_; }
+    /// On the choice of the columns; empty after the first call.
+    std::string take_note() { return std::exchange(note_, {}); }
     const bad_cells& bad() const { return bad_; }
 
   private:
@@ -173,6 +177,7 @@ class columns_converter {
     const columns_options& options_;
     column_choice choice_;
     std::vector<std::string> keys_;
+    std::string note_;
     bad_cells bad_;
     std::uint64_t rows_ = 0;
     std::size_t width_ = 0; // cells of the first row
@@ -224,10 +229,14 @@ int convert_columns(const conversion_plan& plan, const columns_options& options,
                 return fail(streams.err, std::generic_category().message(errno));
             if (window.bytes_taken() == 0 && is_utf_16(window.text()))
                 return fail(streams.err, "the input is encoded in UTF-16; save it as UTF-8");
-            if (window.bytes_taken() == 0 && window.text().starts_with(byte_order_mark))
+            if (window.bytes_taken() == 0 && window.text().starts_with(byte_order_mark)) {
                 window.take(byte_order_mark.size());
+                streams.err << "metrify: " << streams.name << ": a byte order mark is ignored\n";
+            }
             if (!convert_rows(window, converter, options.delimiter, reason, out))
                 return fail(streams.err, reason);
+            if (const std::string note = converter.take_note(); !note.empty())
+                streams.err << "metrify: " << note << '\n';
             if (window.text().size() > longest_row)
                 return fail(streams.err, "row " + std::to_string(converter.rows() + 1) +
                                              " is too long; is there a quote without its end?");

@@ -94,6 +94,21 @@ std::string as_command(const correction& statement, bool has_everyday_units) {
     return command + "`";
 }
 
+// The same for columns; empty if the correction is not one of the units alone.
+std::string as_columns_command(const correction& statement, bool has_everyday_units) {
+    static const std::regex parts(R"(^1 ([^;(+]*?)\s*(?:;\s*([^;]*))?$)");
+    std::smatch match;
+    if (!std::regex_match(statement.text, match, parts))
+        return {};
+    std::string command = "`metrify columns ";
+    if (statement.needs_everyday_units || has_everyday_units)
+        command += "--everyday ";
+    command += "--from " + quoted_for_shell(match[1].str());
+    if (match[2].length() > 0)
+        command += " --to " + quoted_for_shell(match[2].str());
+    return command + "`";
+}
+
 /// One statement of a listing with its answer.
 struct listed_statement {
     std::string_view statement;
@@ -214,22 +229,76 @@ void hint_writer::explain_listing(std::string_view listing) {
     }
 }
 
+void hint_writer::write_command(const explanation& found) {
+    const calculator_scope scope(rehearsal_);
+    err_ << ": " << as_command(found.corrected, has_everyday_units_) << " gives " << trimmed(*found.answer);
+}
+
 void hint_writer::explain_conversion(std::string_view val, std::string_view in_units,
                                      std::string_view out_units, conversion_state state) {
     const std::string statement =
         trimmed(std::string(val).append(" ").append(in_units).append("; ").append(out_units));
     if (statement.size() > longest_explained)
         return;
+    if (out_units == "-") {
+        err_
+            << "metrify: hint: the shell takes the `>` of `->` for a redirection to a file; the units follow "
+               "each other, as in `metrify 3.5 ft m`\n";
+        return;
+    }
     const explanation found = explain(statement, state != conversion_state::converted);
     const bool is_corrected = found.answer && has_changed(found.corrected, statement);
-    if (found.corrected.notes.empty() || (!is_corrected && state == conversion_state::not_a_number))
+    const bool is_no_number = state == conversion_state::not_a_number;
+    if (is_no_number && !is_corrected && has_joined_unit(val)) {
+        explain_first_that_works(
+            readings_of({std::string(val), std::string(in_units), std::string(out_units)}));
+        return;
+    }
+    if (found.corrected.notes.empty() || (!is_corrected && is_no_number))
         return;
     err_ << "metrify: hint: " << joined(found.corrected.notes);
-    if (is_corrected) {
-        const calculator_scope scope(rehearsal_);
-        err_ << ": " << as_command(found.corrected, has_everyday_units_) << " gives "
-             << trimmed(*found.answer);
+    if (is_corrected)
+        write_command(found);
+    err_ << '\n';
+}
+
+bool hint_writer::explain_first_that_works(const std::vector<reading>& readings) {
+    for (const reading& meant : readings) {
+        explanation found = explain(meant.statement, true);
+        if (!found.answer)
+            continue;
+        std::vector<std::string> notes = meant.notes;
+        notes.insert(notes.end(), found.corrected.notes.begin(), found.corrected.notes.end());
+        err_ << "metrify: hint: " << joined(notes);
+        write_command(found);
+        err_ << '\n';
+        return true;
     }
+    return false;
+}
+
+void hint_writer::explain_words(const std::vector<std::string>& words) {
+    const std::vector<reading> readings = readings_of(words);
+    if (readings.empty() || readings.front().statement.size() > longest_explained ||
+        explain_first_that_works(readings))
+        return;
+    std::vector<std::string> notes = readings.front().notes;
+    const explanation found = explain(readings.front().statement, true);
+    notes.insert(notes.end(), found.corrected.notes.begin(), found.corrected.notes.end());
+    err_ << "metrify: hint: " << joined(notes) << '\n';
+}
+
+void hint_writer::explain_columns(std::string_view in_units, std::string_view out_units) {
+    const std::string statement = trimmed(std::string("1 ").append(in_units).append("; ").append(out_units));
+    if (statement.size() > longest_explained)
+        return;
+    const explanation found = explain(statement, true);
+    if (found.corrected.notes.empty())
+        return;
+    err_ << "metrify: hint: " << joined(found.corrected.notes);
+    const std::string command = as_columns_command(found.corrected, has_everyday_units_);
+    if (found.answer && has_changed(found.corrected, statement) && !command.empty())
+        err_ << ": " << command;
     err_ << '\n';
 }
 

@@ -4,12 +4,14 @@
 // never to a listing.
 
 #include "cli/hints/correction.h"
+#include "cli/hints/readings.h"
 #include "machine/calculator.h"
 
 #include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace metrify {
 
@@ -37,9 +39,17 @@ class hint_writer {
     void explain_conversion(std::string_view val, std::string_view in_units, std::string_view out_units,
                             conversion_state state);
 
+    /// Explains a conversion of more words than it has, such as `3.5 ft to m`.
+    void explain_words(const std::vector<std::string>& words);
+
+    /// Explains the units between which columns can't be converted.
+    void explain_columns(std::string_view in_units, std::string_view out_units);
+
   private:
     void remember(const std::string& statement);
     explanation explain(const std::string& statement, bool has_failed);
+    bool explain_first_that_works(const std::vector<reading>& readings);
+    void write_command(const explanation& found);
     bool is_worth_examining(const std::string& statement, bool has_failed);
     void explain_statement(const std::string& statement, bool has_failed);
 

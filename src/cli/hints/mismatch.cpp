@@ -13,12 +13,12 @@ namespace metrify {
 
 namespace {
 
-/// A line with one request: value ";" request.
+/// A line with one request: value ";" request. Without the request it is the value alone.
 struct conversion_line {
     std::string value;
     std::string request;
 
-    std::string text() const { return value + "; " + request; }
+    std::string text() const { return request.empty() ? value : value + "; " + request; }
 };
 
 struct substitution {
@@ -139,6 +139,11 @@ void correct_mismatch(correction& statement) {
     line.value = std::regex_replace(line.value, std::regex(R"(^\s*[A-Za-z]\w*\s*=\s*)"), "");
     line.request = line.request.substr(0, line.request.find(';'));
     line.request.erase(0, line.request.find_first_not_of(' '));
+    if (line.request == "1") {
+        accept_if_it_works(statement, {line.value, {}},
+                           "`1` is no unit; without a request the value is in default units");
+        return;
+    }
     if (line.request.empty() || correct_request_per_number(statement, line))
         return;
     const std::optional<exponents> value = dimension_of_value(line.value);

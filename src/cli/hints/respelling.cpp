@@ -159,6 +159,7 @@ struct pattern_row {
 // In the order in which they are applied.
 constexpr pattern_row patterns[] = {
     {R"((\d)_(\d))", "$1$2", "digits are not grouped"},
+    {R"(^(\s*[-+]?[\d.]+)\s+1\s*;)", "$1;", "a plain number has no units"},
     {R"(\b(\d+)\s+(\d+/\d+)\b)", "($1 + $2)", "a number with a fraction is a sum"},
     {R"(^\s*([\d.]+)\s*'\s*([\d./]+)\s*(''|"))", "$1 ft + $2 in", "feet and inches are a sum"},
     {R"(([\d.])\s*'(?!'))", "$1 ft", "`'` is written `ft`"},
@@ -188,7 +189,21 @@ constexpr pattern_row patterns[] = {
     {R"(\b[Tt]roy (oz|ounces?)\b)", "ozt", "a troy ounce is `ozt`"},
     {R"(\b[Mm]etric (hp|horsepower)\b)", "PS", "metric horsepower is `PS`"},
     {R"(\b(ft|foot)[ -](lbs?|pounds?)\b)", "ft lbf", "a foot-pound is written `ft lbf`"},
-    {R"(\b(mm|cm|in|ft|m) (Hg|H2O|water)\b)", "$1$2", "a column of mercury or water is one word"},
+    {R"(\b(in|inch|inches) (of )?(water|H2O)( column)?\b)", "inWater", "a column of water is `inWater`"},
+    {R"(\b(cm|centimet(er|re)s?) (of )?(water|H2O)( column)?\b)", "cmWater",
+     "a column of water is `cmWater`"},
+    {R"(\b(mm|millimet(er|re)s?) (of )?(water|H2O)( column)?\b)", "mmH2O", "a column of water is `mmH2O`"},
+    {R"(\b(m|met(er|re)s?) (of )?(water|H2O)( column)?\b)", "mH2O", "a column of water is `mH2O`"},
+    {R"(\b(ft|foot|feet) (of )?(water|H2O)( column)?\b)", "ftH2O", "a column of water is `ftH2O`"},
+    {R"(\b(in|inch|inches) (of )?([Mm]ercury|Hg)\b)", "inHg", "a column of mercury is `inHg`"},
+    {R"(\b(cm|centimet(er|re)s?) (of )?([Mm]ercury|Hg)\b)", "cmHg", "a column of mercury is `cmHg`"},
+    {R"(\b(mm|millimet(er|re)s?) (of )?([Mm]ercury|Hg)\b)", "mmHg", "a column of mercury is `mmHg`"},
+    {R"(\b[Tt]ons? (of )?[Rr]efrigeration\b)", "TR", "a ton of refrigeration is `TR`"},
+    {R"(\b[Tt]ons? (of )?TNT\b)", "tTNT", "a ton of TNT is `tTNT`"},
+    {R"(\b[Bb]arrels? of oil\b)", "bbl", "a barrel of oil is `bbl`"},
+    {R"(\b([Pp]ounds?|lbs?)[ -]force\b)", "lbf", "a pound-force is `lbf`"},
+    {R"(\b([Pp]ounds?|lbs?)[ -]mass\b)", "lbm", "a pound of mass is `lbm`"},
+    {R"(\b([Kk]ilograms?|kg)[ -]force\b)", "kgf", "a kilogram-force is `kgf`"},
 };
 
 // What the language accepts in another sense.

@@ -1,6 +1,8 @@
 #include "cli/hints/words.h"
 
 #include "base/cursor.h"
+#include "cli/hints/impossible_units.h"
+#include "cli/hints/word_list.h"
 #include "cli/lookup/names.h"
 #include "cli/lookup/unit_text.h"
 #include "cli/units/everyday_units.h"
@@ -17,21 +19,6 @@
 namespace metrify {
 
 namespace {
-
-struct word_row {
-    std::string_view words; // separated by blanks, matched without regard to case
-    std::string_view text;
-};
-
-bool has_word(std::string_view words, std::string_view word) {
-    while (!words.empty()) {
-        const std::size_t blank = words.find(' ');
-        if (equal_nocase(words.substr(0, blank), word))
-            return true;
-        words.remove_prefix(blank == std::string_view::npos ? words.size() : blank + 1);
-    }
-    return false;
-}
 
 constexpr word_row synonyms[] = {
     {"celsius centigrade", "degC"},
@@ -62,35 +49,6 @@ constexpr spelling_row exact_spellings[] = {
     {"Cal", "kcal"}, {"mcg", "ug"},   {"P", "poise"},  {"d", "day"},
 };
 
-// What the language cannot have.
-constexpr word_row impossible[] = {
-    {"EUR USD GBP JPY CHF CNY euro euros dollar dollars yen cent cents",
-     "is money, for which the language has no unit; it cancels in a conversion of a price: `metrify convert "
-     "1200 /m^2 /ft^2`"},
-    {"dB dBm dBA dBV dBi dBW Np neper bel", "is logarithmic, and the language has no such unit: 20 dB is "
-                                            "`10^(20/10)` as a ratio of powers, `10^(20/20)` as "
-                                            "one of amplitudes"},
-    {"cd candela lm lumen lumens lx lux nit nits fc footcandle",
-     "measures light, for which the language has no dimension"},
-    {"psig barg", "is a pressure above that of the atmosphere: add `1 atm`, as in `32 psi + 1 atm; bar`"},
-    {"pH", "is logarithmic: a concentration is `10^-7 mol/L`"},
-};
-
-// Bits per unit of information.
-struct information_unit {
-    std::string_view name;
-    double bits;
-};
-constexpr information_unit information_units[] = {
-    {"bit", 1},         {"bits", 1},        {"byte", 8},         {"bytes", 8},        {"B", 8},
-    {"kB", 8e3},        {"KB", 8e3},        {"MB", 8e6},         {"GB", 8e9},         {"TB", 8e12},
-    {"PB", 8e15},       {"KiB", 8192},      {"MiB", 8388608},    {"GiB", 8589934592}, {"TiB", 8796093022208},
-    {"kbit", 1e3},      {"Mbit", 1e6},      {"Gbit", 1e9},       {"Tbit", 1e12},      {"kb", 1e3},
-    {"Mb", 1e6},        {"Gb", 1e9},        {"bps", 1},          {"kbps", 1e3},       {"Mbps", 1e6},
-    {"Gbps", 1e9},      {"megabyte", 8e6},  {"gigabyte", 8e9},   {"terabyte", 8e12},  {"kilobyte", 8e3},
-    {"megabytes", 8e6}, {"gigabytes", 8e9}, {"terabytes", 8e12}, {"kilobytes", 8e3},  {"baud", 1},
-};
-
 struct prefix_row {
     std::string_view prefix;
     std::string_view value;
@@ -101,6 +59,7 @@ constexpr prefix_row prefixes[] = {
     {"centi", "0.01"}, {"da", "10"},     {"k", "1e3"},      {"M", "1e6"},     {"G", "1e9"},
     {"T", "1e12"},     {"P", "1e15"},    {"h", "1e2"},      {"d", "0.1"},     {"c", "0.01"},
     {"m", "1e-3"},     {"u", "1e-6"},    {"n", "1e-9"},     {"p", "1e-12"},   {"f", "1e-15"},
+    {"K", "1e3"},
 };
 
 /// What is known about a name: its replacement, unless the name stays as it is, and a note.
@@ -117,23 +76,6 @@ std::string quoted(std::string_view name) {
 
 meaning written_as(std::string_view name, std::string_view spelling) {
     return {std::string(spelling), quoted(name) + " is written " + quoted(spelling)};
-}
-
-found_meaning impossible_unit(std::string_view name) {
-    for (const word_row& row : impossible)
-        if (has_word(row.words, name))
-            return meaning{{}, quoted(name) + " " + std::string(row.text)};
-    for (const information_unit& unit : information_units) {
-        if (unit.name != name)
-            continue;
-        number_buffer buffer;
-        return meaning{
-            {},
-            quoted(name) +
-                " measures information, for which the language has no dimension; as a number: `DefUnit(" +
-                std::string(name) + ", " + std::string(format_double(unit.bits, buffer)) + ")`"};
-    }
-    return std::nullopt;
 }
 
 bool has_prefix(std::string_view unit) {
@@ -176,9 +118,24 @@ meaning everyday_meaning(std::string_view name, const std::string& unit) {
     return found;
 }
 
-found_meaning exact_spelling(std::string_view name) {
+// The letter of a molar concentration, as in uM.
+found_meaning molar_concentration(std::string_view name) {
     if (name == "M")
         return meaning{{}, "`M` is no unit; `m` is the meter, and a molar concentration is written `mol/L`"};
+    constexpr std::string_view usual_prefixes = "munp";
+    if (name.size() != 2 || name[1] != 'M' || usual_prefixes.find(name[0]) == std::string_view::npos)
+        return std::nullopt;
+    const auto* const prefix =
+        std::find_if(std::begin(prefixes), std::end(prefixes),
+                     [&](const prefix_row& row) { return row.prefix == name.substr(0, 1); });
+    return meaning{{},
+                   quoted(name) + " is no unit; a molar concentration is written `" +
+                       std::string(prefix->value) + " mol/L`"};
+}
+
+found_meaning exact_spelling(std::string_view name) {
+    if (found_meaning molar = molar_concentration(name))
+        return molar;
     if (name == "NM") // nm is the nanometer
         return is_unit_name("nmi") ? written_as(name, "nmi") : everyday_meaning(name, "nmi");
     for (const spelling_row& row : exact_spellings)
@@ -212,11 +169,32 @@ std::vector<std::string> spelled_alike(std::string_view name, const std::vector<
     return found;
 }
 
+// True for spellings of one unit, such as `kPa` and `kpa`.
+bool have_same_value(const std::vector<std::string>& units) {
+    const std::optional<unit_scale> first = read_unit_text(units.front());
+    return first && std::all_of(units.begin(), units.end(), [&](const std::string& unit) {
+               const std::optional<unit_scale> other = read_unit_text(unit);
+               return other && is_same_unit(*first, *other);
+           });
+}
+
+std::optional<unit_scale> everyday_scale(std::string_view name) {
+    const calculator_scope scope(everyday_calculator());
+    return read_unit_text(name);
+}
+
 found_meaning other_spelling(std::string_view name) {
-    const std::vector<std::string> found = spelled_alike(name, unit_names());
+    std::vector<std::string> found = spelled_alike(name, unit_names());
+    if (is_everyday_unit(name)) { // MA is no mA
+        const std::optional<unit_scale> meant = everyday_scale(name);
+        std::erase_if(found, [&](const std::string& unit) {
+            const std::optional<unit_scale> scale = read_unit_text(unit);
+            return !meant || !scale || !is_same_unit(*scale, *meant);
+        });
+    }
     if (found.empty())
         return std::nullopt;
-    if (found.size() == 1)
+    if (have_same_value(found))
         return written_as(name, found.front());
     return meaning{{}, quoted(name) + " can be " + quoted_list(found)};
 }
@@ -226,17 +204,34 @@ found_meaning everyday_spelling(std::string_view name) {
         return everyday_meaning(name, std::string(name));
     const calculator_scope scope(everyday_calculator());
     const std::vector<std::string> found = spelled_alike(name, unit_names());
-    if (found.size() != 1)
+    if (found.empty())
         return std::nullopt;
-    return everyday_meaning(name, found.front());
+    if (have_same_value(found))
+        return everyday_meaning(name, found.front());
+    return meaning{{},
+                   quoted(name) + " can be " + quoted_list(found) +
+                       " of the everyday units, which `--everyday` adds"};
+}
+
+// The name of a unit, perhaps in another case. Empty if there is none.
+std::string unit_in_any_case(std::string_view name) {
+    constexpr std::size_t clear_length = 2; // another case of a letter is another unit
+    if (is_unit_name(name))
+        return std::string(name);
+    if (name.size() < clear_length)
+        return {};
+    const std::vector<std::string> found = spelled_alike(name, unit_names());
+    return found.empty() || !have_same_value(found) ? std::string() : found.front();
 }
 
 found_meaning prefixed_unit(std::string_view name) {
     for (const prefix_row& row : prefixes) {
-        const std::string_view unit = name.substr(std::min(row.prefix.size(), name.size()));
-        if (!name.starts_with(row.prefix) || !is_unit_name(unit) || has_prefix(unit))
+        if (!name.starts_with(row.prefix))
             continue;
-        const std::string product = std::string(row.value) + " " + std::string(unit);
+        const std::string unit = unit_in_any_case(name.substr(row.prefix.size()));
+        if (unit.empty() || has_prefix(unit))
+            continue;
+        const std::string product = std::string(row.value) + " " + unit;
         return meaning{{},
                        quoted(name) + " is " + quoted(product) + ": define it by `DefUnit(" +
                            std::string(name) + ", " + product + ")`"};
@@ -266,8 +261,8 @@ meaning nearest_spelling(std::string_view name, bool is_call) {
 meaning meaning_of(std::string_view name, bool is_call) {
     if (is_unit_name(name))
         return {{}, quoted(name) + " is a unit and follows a number, as in `1 " + std::string(name) + "`"};
-    if (found_meaning found = impossible_unit(name))
-        return *found;
+    if (const std::optional<std::string> reason = why_impossible(name))
+        return {{}, *reason};
     if (name.size() == 1 && is_everyday_unit(name))
         return everyday_meaning(name, std::string(name)); // another case is another unit
     using search = found_meaning (*)(std::string_view);
@@ -301,6 +296,18 @@ bool is_in_place(std::string_view name, std::string_view text_before, bool is_ca
     return is_variable_name(name) || is_function_name(name) || is_keyword(name);
 }
 
+// Skips what is no name: a number, or one character. The sign of a currency is noted.
+void skip_other_text(cursor& expptr, correction& statement) {
+    double ignored = 0.0;
+    const std::string_view sign = currency_sign(expptr.at);
+    if (!sign.empty()) {
+        statement.note(why_impossible(sign).value_or(""));
+        expptr.at += sign.size();
+    } else if (is_blank(*expptr) || *expptr == '+' || *expptr == '-' || !scan_number(true, expptr, ignored)) {
+        ++expptr.at;
+    }
+}
+
 } // namespace
 
 void resolve_unknown_names(correction& statement) {
@@ -309,10 +316,8 @@ void resolve_unknown_names(correction& statement) {
     cursor expptr(text.c_str());
     while (!at_text_end(expptr)) {
         const cursor start = expptr;
-        double ignored = 0.0;
         if (!is_mnemonic(false, expptr)) {
-            if (is_blank(*expptr) || *expptr == '+' || *expptr == '-' || !scan_number(true, expptr, ignored))
-                ++expptr.at;
+            skip_other_text(expptr, statement);
             changed += text_span(start, expptr);
             continue;
         }

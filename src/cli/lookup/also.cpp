@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "cli/lookup/quantities.h"
 #include "cli/lookup/unit_text.h"
+#include "cli/units/everyday_units.h"
 #include "language/unit_definitions.h"
 #include "machine/calculator.h"
 
@@ -27,13 +28,10 @@ struct shown_quantity {
 double digits_beyond_readable(double number) {
     if (number == 0.0 || !std::isfinite(number))
         return 0.0;
+    constexpr double rounding = 1e-9; // 1 kWh can be a little less than 1
     const double digits = std::log10(std::fabs(number));
-    return std::max({0.0, -digits, digits - 3.0});
-}
-
-// Spellings of one unit differ in the last digits of their factors.
-bool is_same_unit(const unit_scale& a, const unit_scale& b) {
-    return a.offset == b.offset && std::fabs(a.factor / b.factor - 1.0) < 1e-9;
+    const double more = std::max({0.0, -digits, digits - 3.0});
+    return more < rounding ? 0.0 : more;
 }
 
 std::vector<shown_quantity> in_common_units(double val, std::string_view in_units,
@@ -47,7 +45,9 @@ std::vector<shown_quantity> in_common_units(double val, std::string_view in_unit
     const double base = (val - given->offset) / given->factor;
     for (const std::string_view unit : split_list(row->common_units)) {
         const std::optional<unit_scale> scale = read_unit_text(unit);
-        if (!scale || is_same_unit(*scale, *given) || (shown && is_same_unit(*scale, *shown)))
+        // A unit of the user can have taken the name.
+        if (!scale || !same_units_strict(scale->dim, given->dim) || is_same_unit(*scale, *given) ||
+            (shown && is_same_unit(*scale, *shown)))
             continue;
         const double number = base * scale->factor + scale->offset;
         found.push_back({number, unit, digits_beyond_readable(number)});
@@ -64,7 +64,7 @@ void write_in_common_units(double val, std::string_view in_units, std::string_vi
                            const std::string& unit_definitions, std::ostream& out) {
     calculator used;
     const calculator_scope scope(used);
-    define_units(unit_definitions);
+    define_units(everyday_units() + unit_definitions);
     bool is_first = true;
     for (const shown_quantity& row : in_common_units(val, in_units, shown_units)) {
         if (row.digits_more > most_digits_more && !is_first)

@@ -13,7 +13,7 @@ namespace metrify {
 struct quantity {
     std::string_view names;        // separated by commas, the most common one first
     std::string_view unit;         // has the dimension
-    std::string_view common_units; // separated by commas
+    std::string_view common_units; // separated by commas, everyday units among them
 };
 
 std::span<const quantity> all_quantities();

@@ -1,5 +1,6 @@
 #include "cli/lookup/unit_document.h"
 
+#include "cli/lookup/everyday_tables.h"
 #include "cli/lookup/unit_list.h"
 
 namespace metrify {
@@ -8,8 +9,9 @@ namespace {
 
 constexpr const char* introduction = R"(# The units
 
-All 375 names of the vocabulary by quantity, with the value of one unit in base units, are at the end of this page,
-which `metrify units --markdown` writes. Names are case-sensitive: `Pa` is a pascal and `pa` is undefined.
+All 375 names of the vocabulary by quantity, with the value of one unit in base units, and the everyday units by subject,
+with their sources, are at the end of this page, which `metrify units --markdown` writes. Names are case-sensitive: `Pa`
+is a pascal and `pa` is undefined.
 
 ## Looking a unit up
 
@@ -65,7 +67,8 @@ The vocabulary has no `kWh`, `km/h` or `mpg`. `--everyday` adds such units to a 
     12.7543 km/L
 
 They are defined in the language itself: `everyday.units` is a file of `DefUnit` lines, each with its source, which is
-installed in `share/metrify`. `--units FILE` adds the units of a file of your own:
+installed in `share/metrify`. [All of them](#all-everyday-units) are listed below. `--units FILE` adds the units of a file
+of your own:
 
     $ printf 'DefUnit(pallet, 480 kg)  # our euro pallet\n' > build/own.units; build/release/metrify convert --units build/own.units 12 pallet tonne
     5.76 tonne
@@ -136,10 +139,17 @@ tropical year of 365.2422 days. `inHg` is a column of mercury at 60 degF, 0.3 % 
 ## All units
 )";
 
+constexpr const char* about_everyday_units = R"(
+## All everyday units
+
+A unit that is another spelling, or is made of other units, has its definition instead of a source. The sources are:
+
+)";
+
 } // namespace
 
 std::string unit_document() {
-    return introduction + unit_tables();
+    return introduction + unit_tables() + about_everyday_units + everyday_tables();
 }
 
 } // namespace metrify

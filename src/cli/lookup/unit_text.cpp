@@ -4,6 +4,8 @@
 #include "units/unit_expression.h"
 #include "units/unit_rendering.h"
 
+#include <cmath>
+
 namespace metrify {
 
 std::optional<unit_scale> read_unit_text(std::string_view text) {
@@ -17,6 +19,11 @@ std::optional<unit_scale> read_unit_text(std::string_view text) {
     if (!at_text_end(expptr))
         return std::nullopt;
     return scale;
+}
+
+bool is_same_unit(const unit_scale& a, const unit_scale& b) {
+    return same_units_strict(a.dim, b.dim) && a.offset == b.offset &&
+           std::fabs(a.factor / b.factor - 1.0) < 1e-9;
 }
 
 std::string base_unit_text(const exponents& dim) {

@@ -1,7 +1,6 @@
 #include "cli/plot/block_curve.h"
 
 #include "base/text_str.h"
-#include "machine/func_block.h"
 #include "machine/solver_binding.h"
 #include "machine/variables.h"
 #include "units/unit_rendering.h"
@@ -23,8 +22,6 @@ block_curve::~block_curve() {
 }
 
 std::string block_curve::bind(std::string_view independent, const std::vector<std::string>& dependents) {
-    if (!is_block_closed())
-        return "ERROR:  Function not defined.\n";
     work_text err;
     allocate_solver_binding(1, dependents.size());
     record_independent(0, reference_to(independent, err.str));

@@ -34,18 +34,19 @@ int draw(const plot_data& data, const std::string& output, std::ostream& out, st
 int plot_command(const std::string& program, const std::string& unit_definitions,
                  const plot_arguments& arguments, std::ostream& out, std::ostream& err) {
     plot_range over;
-    if (!over.read(arguments.over))
-        return fail(err, "'" + arguments.over + "' is no range such as 'x = 0 .. 10 m'");
+    if (const std::string reason = over.read(arguments.over); !reason.empty())
+        return fail(err, "--over '" + arguments.over + "' is no range such as 'x = 0 .. 10 m': " + reason);
     if (!arguments.output.empty() && gnuplot_terminal(arguments.output).empty())
-        return fail(err, arguments.output + ": the name must end in .svg or .png");
+        return fail(err, "--output " + arguments.output + ": the name must end in .svg or .png");
     constexpr std::size_t most_points = 100000;
     if (arguments.points < 2 || arguments.points > most_points)
-        return fail(err, "the number of points must be between 2 and 100000");
+        return fail(err,
+                    "--points " + std::to_string(arguments.points) + ": it must be between 2 and 100000");
     const std::vector<plot_request> of(arguments.of.begin(), arguments.of.end());
     plot_data data;
     const std::string message = sample_block(program, unit_definitions, over, of, arguments.points, data);
     if (!message.empty()) {
-        err << message;
+        err << "metrify: " << message;
         return status_nothing_to_draw;
     }
     return draw(data, arguments.output, out, err);

@@ -14,8 +14,8 @@ struct plot_range {
     double to = 0.0;
     std::string units; ///< of both; may be empty
 
-    /// False if the text is no range.
-    bool read(std::string_view text);
+    /// Returns an empty text, or the reason why the text is no range.
+    std::string read(std::string_view text);
 };
 
 /// `y` or `y; ft`

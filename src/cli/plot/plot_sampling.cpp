@@ -5,6 +5,8 @@
 #include "language/driver.h"
 #include "language/unit_definitions.h"
 #include "machine/calculator.h"
+#include "machine/func_block.h"
+#include "machine/variables.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,6 +32,30 @@ std::string label_of(const std::string& variable, const std::string& units) {
 bool has_values(const plot_series& series) {
     return std::any_of(
         series.values.begin(), series.values.end(), [](double y) { return std::isfinite(y); });
+}
+
+// True if the variable exists after the program.
+bool is_known(const std::string& variable) {
+    return find_var(variable) != nullptr;
+}
+
+std::string unknown_variable(const std::string& variable) {
+    return "the program has no variable '" + variable + "'\n";
+}
+
+// The reason why the range does not fit its variable, or an empty text.
+std::string check_range(const plot_range& over) {
+    if (!is_known(over.variable))
+        return unknown_variable(over.variable);
+    conversion_plan ignored;
+    if (std::string message = plan_between(over.units, {}, ignored); !message.empty())
+        return message;
+    const std::string base = base_units_of(over.variable);
+    const std::string of_a_number = over.units.empty() ? "" : "%";
+    if (plan_between(over.units, base.empty() ? of_a_number : base, ignored).empty())
+        return {};
+    return (over.units.empty() ? "a range without units" : "'" + over.units + "'") + " does not fit '" +
+           over.variable + "', which is " + (base.empty() ? "a plain number" : "in " + base) + '\n';
 }
 
 /// Fills the values of the data, whose labels are set.
@@ -74,19 +100,24 @@ std::string sample_block(const std::string& program, const std::string& unit_def
     dependents.reserve(of.size());
     for (const plot_request& request : of)
         dependents.push_back(request.variable);
+    if (!is_block_closed())
+        return "the program has no function block, from begin to end\n";
+    if (const std::string reason = check_range(over); !reason.empty())
+        return "--over: " + reason;
+    for (const std::string& variable : dependents)
+        if (!is_known(variable))
+            return "--of: " + unknown_variable(variable);
     if (std::string message = curve.bind(over.variable, dependents); !message.empty())
         return message;
 
     conversion_plan to_base;
-    if (std::string message = plan_between(over.units, base_units_of(over.variable), to_base);
-        !message.empty())
-        return message;
+    plan_between(over.units, base_units_of(over.variable), to_base);
     data.x.label = label_of(over.variable, over.units);
     std::vector<conversion_plan> from_base(of.size());
     for (std::size_t k = 0; k < of.size(); ++k) {
         std::string message = plan_between(base_units_of(of[k].variable), of[k].units, from_base[k]);
         if (!message.empty())
-            return message;
+            return "--of: " + message;
         data.y.push_back({label_of(of[k].variable, from_base[k].units), {}});
     }
     return fill(curve, over, to_base, from_base, points, data);

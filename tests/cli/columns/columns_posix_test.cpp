@@ -38,6 +38,19 @@ TEST(columns_program, shows_what_the_language_says_about_the_units) {
     EXPECT_EQ(run.output, "ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n");
     EXPECT_EQ(run.status, 2);
 }
+TEST(columns_program, explains_the_units_with_hints) {
+    const std::string error = "ERROR: 'kWh' undefined.\n";
+    EXPECT_EQ(shell("$METRIFY columns --from kWh --to J </dev/null").output, error);
+    EXPECT_EQ(shell("$METRIFY columns --hints --from kWh --to J </dev/null").output,
+              error + "metrify: hint: `kWh` is one of the everyday units, which `--everyday` adds: `metrify "
+                      "columns --everyday --from kWh --to J`\n");
+    EXPECT_EQ(shell("$METRIFY columns --hints --no-hints --from kWh --to J </dev/null").output, error);
+}
+TEST(columns_program, names_the_file_whose_byte_order_mark_is_ignored) {
+    const program_run run = shell("f=$(mktemp -d); printf '\\357\\273\\2771\\n' > $f/a.csv; cd $f; "
+                                  "$METRIFY columns --from m --to cm a.csv; rm a.csv; rmdir $f");
+    EXPECT_EQ(run.output, "metrify: a.csv: a byte order mark is ignored\n100\n");
+}
 TEST(columns_program, converts_everyday_units) {
     const shell_result run = shell("echo 2 | $METRIFY columns --everyday --from kWh --to J");
     EXPECT_EQ(run.status, 0) << run.output;

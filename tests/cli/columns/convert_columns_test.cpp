@@ -112,11 +112,71 @@ TEST(convert_columns, names_the_columns_that_there_are) {
     EXPECT_EQ(doubled("a,b c\n1,2\n", columns("c")).err,
               "metrify: there is no column 'c'; the columns are 'a' 'b c'\n");
 }
-TEST(convert_columns, ignores_a_byte_order_mark) {
-    EXPECT_EQ(doubled("\xEF\xBB\xBF"
-                      "1\n")
-                  .out,
-              "2\n");
+TEST(convert_columns, refuses_a_number_beyond_the_first_row) {
+    const outcome named = doubled("a,b c\n1,2\n", columns("3"));
+    EXPECT_EQ(named.status, 2);
+    EXPECT_EQ(named.out, "");
+    EXPECT_EQ(named.err, "metrify: there is no column '3'; the columns are 'a' 'b c'\n");
+    const outcome unnamed = doubled("1,2\n3,4\n", columns("1,3"));
+    EXPECT_EQ(unnamed.status, 2);
+    EXPECT_EQ(unnamed.out, "");
+    EXPECT_EQ(unnamed.err, "metrify: there is no column '3'; the first row has 2 cells\n");
+    EXPECT_EQ(doubled("1\n", columns("2,1")).err,
+              "metrify: there is no column '2'; the first row has 1 cell\n");
+    EXPECT_EQ(doubled("1,2\n", columns("1,0")).err,
+              "metrify: there is no column '0'; they are counted from 1; the first row has 2 cells\n");
+    EXPECT_EQ(doubled("1,2\n", columns("1,99999999999999999999")).err,
+              "metrify: there is no column '99999999999999999999'; the first row has 2 cells\n");
+}
+TEST(convert_columns, finds_a_name_that_is_a_number) {
+    const outcome it = doubled("name,2020,2021\nx,1,2\n", columns("2021"));
+    EXPECT_EQ(it.out, "name,2020,2021\nx,1,4\n");
+    EXPECT_EQ(it.err, "");
+    EXPECT_EQ(it.status, 0);
+    columns_options without_names = columns("2021");
+    without_names.header = false;
+    EXPECT_EQ(doubled("2020,2021\n1,2\n", without_names).err,
+              "metrify: there is no column '2021'; the first row has 2 cells\n");
+}
+TEST(convert_columns, finds_names_if_any_column_is_given_by_name) {
+    EXPECT_EQ(doubled("height,2020\n1,2\n", columns("2,height")).out, "height,2020\n2,4\n");
+}
+TEST(convert_columns, prefers_the_number_of_a_column_to_a_name_and_says_so) {
+    columns_options options = columns("2");
+    options.header = true;
+    const outcome it = doubled("id,1,2\n7,8,9\n", options);
+    EXPECT_EQ(it.out, "id,1,2\n7,16,9\n");
+    EXPECT_EQ(it.err, "metrify: column 2 is '1'; the one with the name '2' is column 3\n");
+    EXPECT_EQ(it.status, 0);
+    EXPECT_EQ(doubled("1,2,3\n7,8,9\n", options).err, "");
+}
+TEST(convert_columns, says_that_a_first_row_of_years_is_taken_for_numbers) {
+    const std::string note =
+        "metrify: the first row is taken for numbers; if 2021 is the name of a column, use --header\n";
+    const outcome it = doubled("name,2021\nx,1\n", columns("2"));
+    EXPECT_EQ(it.out, "name,4042\nx,2\n");
+    EXPECT_EQ(it.err, note);
+    EXPECT_EQ(it.status, 0);
+    columns_options options = columns("2");
+    for (const bool header : {true, false}) {
+        options.header = header;
+        EXPECT_EQ(doubled("name,2021\nx,1\n", options).err, "");
+    }
+    for (const char* number : {"1799", "2200", "2021.5"})
+        EXPECT_EQ(doubled("name," + std::string(number) + "\nx,1\n", columns("2")).err, "") << number;
+    for (const char* number : {"1800", "2199"})
+        EXPECT_NE(doubled("name," + std::string(number) + "\nx,1\n", columns("2")).err, "") << number;
+    EXPECT_EQ(doubled("2021\n1\n").err, "");
+}
+TEST(convert_columns, ignores_a_byte_order_mark_with_a_note) {
+    for (const std::size_t piece : {1U, 100U}) {
+        const outcome it = doubled("\xEF\xBB\xBF"
+                                   "h\n1\n",
+                                   columns("h"), piece);
+        EXPECT_EQ(it.out, "h\n2\n");
+        EXPECT_EQ(it.err, "metrify: standard input: a byte order mark is ignored\n");
+        EXPECT_EQ(it.status, 0);
+    }
 }
 TEST(convert_columns, writes_objects_of_JSON) {
     columns_options options = columns("height");

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -68,6 +70,22 @@ constexpr hinted spellings[] = {
     {"separate_degrees", "25 deg C; degF", "`25 degC; degF` gives 77 degF"},
     {"two_words", "2 light years; km", "`lightyear` is one word: `2 lightyear; km`"},
     {"american_gallon", "5 US gallon; L", "`5 gallon; L` gives 18.9271 L"},
+    {"decimal_comma_with_sign", "-3,5 m; cm", "the decimal sign is a point: `-3.5 m; cm` gives -350 cm"},
+    {"column_of_water", "10 inches of water; Pa",
+     "a column of water is `inWater`: `10 inWater; Pa` gives 2488.4 Pa"},
+    {"column_of_water_in_centimeters", "10 cm H2O; Pa", "`10 cmWater; Pa` gives 980.638 Pa"},
+    {"everyday_column_of_water", "2 feet of water; Pa",
+     "a column of water is `ftH2O`; `ftH2O` is one of the everyday units, which `--everyday` adds: "
+     "`2 ftH2O; Pa` with --everyday gives 5978.13 Pa"},
+    {"column_of_mercury", "760 mm of mercury; Pa",
+     "a column of mercury is `mmHg`: `760 mmHg; Pa` gives 101325 Pa"},
+    {"column_of_mercury_by_its_symbol", "2 inch Hg; Pa", "`2 inHg; Pa` gives 6753.7 Pa"},
+    {"refrigeration", "2 tons of refrigeration; BTU/hr",
+     "a ton of refrigeration is `TR`; `TR` is one of the everyday units, which `--everyday` adds: "
+     "`2 TR; BTU/hr` with --everyday gives 24000 BTU/hr"},
+    {"pound_force", "3 pounds-force; lbf", "a pound-force is `lbf`: `3 lbf; lbf` gives 3 lbf"},
+    {"ratio", "50 %; 1", "`1` is no unit; without a request the value is in default units: `50 %` gives 0.5"},
+    {"plain_number", "0.5 1; %", "a plain number has no units: `0.5; %` gives 50 %"},
     {"imperial_gallon", "1 UK gallon; L", "`gal_UK` is one of the everyday units"},
 };
 INSTANTIATE_TEST_SUITE_P(spelling, hint_for, testing::ValuesIn(spellings),
@@ -75,6 +93,16 @@ INSTANTIATE_TEST_SUITE_P(spelling, hint_for, testing::ValuesIn(spellings),
 
 constexpr hinted words[] = {
     {"case", "65 MPH; km/hr", "`MPH` is written `mph`: `65 mph; km/hr` gives 104.607 km/hr"},
+    {"case_of_prefix", "2 KG; g", "`KG` is written `kg`: `2 kg; g` gives 2000 g"},
+    {"case_of_prefix_alone", "2 Kg; g", "`Kg` is written `kg`: `2 kg; g` gives 2000 g"},
+    {"two_spellings_of_one_unit", "2 KPA; Pa", "`KPA` is written `kPa`: `2 kPa; Pa` gives 2000 Pa"},
+    {"case_of_everyday_unit", "2 Kohm; ohm",
+     "`Kohm` is written `kohm`; `kohm` is one of the everyday units, which `--everyday` adds: `2 kohm; ohm` "
+     "with --everyday gives 2000 ohm"},
+    {"everyday_unit_in_its_own_case", "2 MA; A", "`2 MA; A` with --everyday gives 2e+06 A"},
+    {"two_cases_of_everyday_units", "2 MBAR; bar",
+     "`MBAR` can be `mbar`, `Mbar` of the everyday units, which `--everyday` adds"},
+    {"case_of_prefix_of_no_unit", "3 KFT; m", "`KFT` is `1e3 ft`: define it by `DefUnit(KFT, 1e3 ft)`"},
     {"two_cases", "5 MG; kg", "`MG` can be `Mg`, `mg`"},
     {"plural", "3 fathomes; m", "`fathomes` is written `fathom`: `3 fathom; m`"},
     {"british_spelling", "5 litres; gal", "`litres` is written `liters`: `5 liters; gal` gives 1.32086 gal"},
@@ -98,6 +126,9 @@ constexpr hinted words[] = {
     {"day", "3 d; hr", "`d` is written `day`: `3 day; hr` gives 72 hr"},
     {"celsius", "20 celsius; fahrenheit", "`20 degC; degF` gives 68 degF"},
     {"money", "3 EUR", "`EUR` is money, for which the language has no unit"},
+    {"money_by_its_sign", "3 €", "`3 €`: `€` is money, for which the language has no unit"},
+    {"price", "12 $/m^2; $/ft^2",
+     "`$` is money, for which the language has no unit; it cancels in a conversion"},
     {"information", "10 MB; bit", "as a number: `DefUnit(MB, 8e+06)`"},
     {"logarithm", "20 dB", "`dB` is logarithmic"},
     {"light", "500 lx", "`lx` measures light"},
@@ -145,6 +176,10 @@ TEST(hints, name_the_statement_and_the_correction_on_one_line) {
 TEST(hints, do_not_take_a_molar_concentration_for_a_length) {
     EXPECT_EQ(hints("2 M"), "`2 M`: `M` is no unit; `m` is the meter, and a molar concentration is written "
                             "`mol/L`\n");
+}
+
+TEST(hints, do_not_take_a_molar_concentration_with_a_prefix_for_a_length) {
+    EXPECT_EQ(hints("2 uM"), "`2 uM`: `uM` is no unit; a molar concentration is written `1e-6 mol/L`\n");
 }
 
 TEST(hints, do_not_add_a_prefix_to_a_prefix) {
@@ -203,6 +238,107 @@ TEST(hints, of_a_conversion_add_the_option_for_everyday_units) {
     std::ostringstream err;
     hint_writer("", false, err).explain_conversion("5", "kWh", "MJ", conversion_state::failed);
     EXPECT_THAT(err.str(), HasSubstr("`metrify convert --everyday 5 kWh MJ` gives 18 MJ\n"));
+}
+
+TEST(hints, of_a_conversion_tell_that_the_shell_takes_an_arrow) {
+    std::ostringstream err;
+    hint_writer("", false, err).explain_conversion("3.5", "ft", "-", conversion_state::failed);
+    EXPECT_EQ(err.str(),
+              "metrify: hint: the shell takes the `>` of `->` for a redirection to a file; the units "
+              "follow each other, as in `metrify 3.5 ft m`\n");
+}
+
+TEST(hints, of_a_conversion_separate_the_number_from_its_units) {
+    const auto hint = [](const char* val, const char* in_units, const char* out_units) {
+        std::ostringstream err;
+        hint_writer("", false, err)
+            .explain_conversion(val, in_units, out_units, conversion_state::not_a_number);
+        return err.str();
+    };
+    EXPECT_EQ(hint("5ft", "m", ""), "metrify: hint: a blank separates a number from its units: "
+                                    "`metrify convert 5 ft m` gives 1.524 m\n");
+    EXPECT_EQ(hint("5ft", "in", "m"),
+              "metrify: hint: a blank separates a number from its units; the units follow each other without "
+              "`in`, which is the inch: `metrify convert 5 ft m` gives 1.524 m\n");
+    EXPECT_EQ(hint("5xyzzy", "m", ""), "");
+    EXPECT_EQ(hint("pi()", "m", "ft"), "");
+}
+
+// The hint for words that are too many for a conversion.
+std::string hint_for_words(const std::vector<std::string>& typed, bool has_everyday_units = false) {
+    std::ostringstream err;
+    hint_writer(has_everyday_units ? everyday_units() : "", has_everyday_units, err).explain_words(typed);
+    return err.str();
+}
+
+TEST(hints, of_words_leave_out_the_one_between_the_units) {
+    const std::string answer = ": `metrify convert 3.5 ft m` gives 1.0668 m\n";
+    for (const char* word : {"to", "into", "as", "->", "=>", "→"})
+        EXPECT_EQ(hint_for_words({"3.5", "ft", word, "m"}),
+                  "metrify: hint: the units follow each other without `" + std::string(word) + "`" + answer);
+    EXPECT_EQ(hint_for_words({"3.5", "ft", "in", "m"}),
+              "metrify: hint: the units follow each other without `in`, which is the inch" + answer);
+}
+
+TEST(hints, of_words_take_the_inch_for_a_unit_where_it_is_one) {
+    EXPECT_EQ(hint_for_words({"3", "lbf", "in", "J"}),
+              "metrify: hint: units of several words are in quotes: `metrify convert 3 'lbf in' J` gives "
+              "0.338954 J\n");
+    EXPECT_THAT(hint_for_words({"5", "ft", "11", "in", "in", "cm"}),
+                HasSubstr("`metrify convert 5 'ft + 11 in' cm` gives 180.34 cm\n"));
+}
+
+TEST(hints, of_words_quote_units_of_several_words) {
+    EXPECT_EQ(
+        hint_for_words({"2.5", "kg", "m", "/", "s^2", "N"}),
+        "metrify: hint: units of several words are in quotes: `metrify convert 2.5 'kg m / s^2' N` gives "
+        "2.5 N\n");
+    EXPECT_EQ(
+        hint_for_words({"100", "J", "to", "ft", "lbf"}),
+        "metrify: hint: the units follow each other without `to`; units of several words are in quotes: "
+        "`metrify convert 100 J 'ft lbf'` gives 73.7562 ft lbf\n");
+}
+
+TEST(hints, of_words_correct_the_units_as_well) {
+    EXPECT_EQ(hint_for_words({"-3,5", "ft", "to", "m"}),
+              "metrify: hint: the units follow each other without `to`; the decimal sign is a point: "
+              "`metrify convert -3.5 ft m` gives -1.0668 m\n");
+    EXPECT_THAT(hint_for_words({"5", "kWh", "to", "MJ"}),
+                HasSubstr("`metrify convert --everyday 5 kWh MJ` gives 18 MJ\n"));
+    EXPECT_THAT(hint_for_words({"5", "kWh", "to", "MJ"}, true),
+                HasSubstr("`metrify convert --everyday 5 kWh MJ` gives 18 MJ\n"));
+}
+
+TEST(hints, of_words_that_no_correction_helps_say_what_is_wrong) {
+    EXPECT_EQ(
+        hint_for_words({"3.5", "ft", "to", "kg"}),
+        "metrify: hint: the units follow each other without `to`; the value is a length (`m`) and `kg` a "
+        "mass (`kg`)\n");
+    EXPECT_EQ(hint_for_words({"3"}), "");
+}
+
+// The hint for columns between units that can't be converted.
+std::string hint_for_columns(const char* in_units, const char* out_units) {
+    std::ostringstream err;
+    hint_writer("", false, err).explain_columns(in_units, out_units);
+    return err.str();
+}
+
+TEST(hints, of_columns_show_the_options) {
+    EXPECT_EQ(hint_for_columns("kWh", "J"),
+              "metrify: hint: `kWh` is one of the everyday units, which `--everyday` adds: `metrify columns "
+              "--everyday --from kWh --to J`\n");
+    EXPECT_EQ(
+        hint_for_columns("lb", "kg m/m"),
+        "metrify: hint: `lb` is a force and `lbm` the mass: `metrify columns --from lbm --to 'kg m/m'`\n");
+    EXPECT_EQ(hint_for_columns("metrs", ""),
+              "metrify: hint: no unit or variable is called `metrs`; the nearest: `meters`: `metrify columns "
+              "--from meters`\n");
+}
+
+TEST(hints, of_columns_have_no_command_if_the_numbers_would_change) {
+    EXPECT_EQ(hint_for_columns("km/L", "L/km"),
+              "metrify: hint: one of the two is the reciprocal of the other\n");
 }
 
 TEST(hints, of_a_conversion_that_is_misread_do_not_need_an_error) {

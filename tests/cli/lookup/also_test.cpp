@@ -26,6 +26,23 @@ TEST(common_units, have_the_offset_of_a_temperature) {
     EXPECT_EQ(also(20, "degC", "degF"), "  293.15 degK\n  527.67 degR\n");
 }
 
+TEST(common_units, have_everyday_scales) {
+    EXPECT_EQ(also(11000, "V", "V"), "  11 kV\n  0.011 MV\n");
+    EXPECT_EQ(also(4700, "ohm", "ohm"), "  4.7 kohm\n  0.0047 Mohm\n");
+    EXPECT_EQ(also(5.5e-7, "m", "m"), "  550 nm\n  0.55 um\n");
+    EXPECT_EQ(also(1e-10, "F", "F"), "  100 pF\n  0.1 nanofarad\n");
+    EXPECT_EQ(also(2e9, "W", "W"), "  2 GW\n  2000 MW\n");
+    EXPECT_EQ(also(0.005, "/ohm", "/ohm"), "  5 mS\n  5000 uS\n");
+}
+
+TEST(common_units, have_the_kilowatt_hour) {
+    EXPECT_EQ(also(3.6e6, "J", "MJ").find("  1 kWh\n"), 0U);
+}
+
+TEST(common_units, leave_out_a_name_that_the_user_has_given_another_dimension) {
+    EXPECT_EQ(also(11000, "V", "V", "DefUnit(kV, 3 m)"), "  0.011 MV\n");
+}
+
 TEST(common_units, of_an_extreme_quantity_are_the_best_one_alone) {
     EXPECT_EQ(also(1, "lightyear", "m"), "  5.87851e+12 mi\n");
 }

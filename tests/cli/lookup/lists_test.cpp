@@ -135,14 +135,53 @@ TEST(unit_document, is_in_the_documents_unchanged) {
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), unit_document());
 }
 
-TEST(unit_document, has_all_units) {
+// The part of the document from a heading to the next one of its rank.
+std::string section(const std::string& title) {
     const std::string text = unit_document();
-    const std::size_t table = text.find("## All units");
+    const std::size_t begin = text.find("\n" + title + "\n");
+    EXPECT_NE(begin, std::string::npos) << title;
+    return text.substr(begin, text.find("\n## ", begin + 1) - begin);
+}
+
+std::size_t rows_of(const std::string& text) {
     std::size_t rows = 0;
-    for (std::size_t at = text.find("\n| `", table); at != std::string::npos; at = text.find("\n| `", at + 1))
+    for (std::size_t at = text.find("\n| `"); at != std::string::npos; at = text.find("\n| `", at + 1))
         ++rows;
-    EXPECT_EQ(rows, 375U);
-    EXPECT_THAT(text, HasSubstr("\n| `ft` | 0.3048 |\n"));
+    return rows;
+}
+
+TEST(unit_document, has_all_units) {
+    const std::string table = section("## All units");
+    EXPECT_EQ(rows_of(table), 375U);
+    EXPECT_THAT(table, HasSubstr("\n| `ft` | 0.3048 |\n"));
+}
+
+TEST(unit_document, has_all_everyday_units_with_value_dimension_and_source) {
+    const std::string table = section("## All everyday units");
+    const std::string& file = everyday_units();
+    std::size_t definitions = 0;
+    for (std::size_t at = file.find("\nDefUnit("); at != std::string::npos;
+         at = file.find("\nDefUnit(", at + 1))
+        ++definitions;
+    EXPECT_EQ(rows_of(table), definitions);
+    EXPECT_THAT(
+        table,
+        HasSubstr("\n### Energy\n\n| unit | value of one | in base units | source |\n|---|---|---|---|\n"
+                  "| `Wh` | 3600 | `kg m^2 / s^2` | SI |\n"));
+    EXPECT_THAT(table, HasSubstr("\n| `kWh` | 3.6e+06 | `kg m^2 / s^2` | SI |\n"));
+    EXPECT_THAT(
+        table,
+        HasSubstr(
+            "\n| `nmi` | 1852 | `m` | SI; `NauticalMile` of the vocabulary is three times as long |\n"));
+    EXPECT_THAT(table, HasSubstr("\n| `kwh` | 3.6e+06 | `kg m^2 / s^2` | `1 kWh` |\n"));
+    EXPECT_THAT(table, HasSubstr("\n| `bpm` | 0.0166667 | `/ s` | per minute |\n"));
+    EXPECT_THAT(table, HasSubstr("\n| `dozen` | 12 | `1` | `12` |\n"));
+    EXPECT_THAT(table, HasSubstr("\n### Temperature\n"));
+}
+
+TEST(unit_document, explains_the_sources_of_the_everyday_units) {
+    EXPECT_THAT(section("## All everyday units"),
+                HasSubstr("\n- WMA: Weights and Measures Act 1985 (United Kingdom), schedule 1\n"));
 }
 
 } // namespace

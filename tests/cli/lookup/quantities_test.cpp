@@ -1,5 +1,8 @@
 #include "cli/lookup/quantities.h"
 #include "cli/lookup/unit_text.h"
+#include "cli/units/everyday_units.h"
+#include "language/unit_definitions.h"
+#include "machine/calculator.h"
 #include "units/unit_table.h"
 
 #include <gmock/gmock.h>
@@ -11,6 +14,9 @@ using namespace metrify;
 using testing::ElementsAre;
 
 TEST(quantities, have_units_of_their_dimension) {
+    calculator used;
+    const calculator_scope scope(used);
+    define_units(everyday_units());
     for (const quantity& row : all_quantities()) {
         const std::optional<unit_scale> unit = read_unit_text(row.unit);
         ASSERT_TRUE(unit) << row.names;
@@ -35,6 +41,17 @@ TEST(quantities, are_called_by_their_most_common_name) {
 TEST(split_list, drops_blanks_after_commas) {
     EXPECT_THAT(split_list("kW hr, J,eV"), ElementsAre("kW hr", "J", "eV"));
     EXPECT_TRUE(split_list("").empty());
+}
+
+TEST(unit_text, shows_whether_two_texts_are_one_unit) {
+    const auto is_same = [](const char* a, const char* b) {
+        return is_same_unit(*read_unit_text(a), *read_unit_text(b));
+    };
+    EXPECT_TRUE(is_same("kPa", "kpa"));
+    EXPECT_TRUE(is_same("N", "kg m/s^2"));
+    EXPECT_FALSE(is_same("kPa", "mPa"));
+    EXPECT_FALSE(is_same("m", "s"));
+    EXPECT_FALSE(is_same("degC", "degK"));
 }
 
 TEST(unit_text, is_a_unit_expression_as_a_whole) {

@@ -24,7 +24,7 @@ const std::string square = "x = 1 m\nbegin\ny = x^2\nz = 3*x\nend\n";
 
 plot_range range(const char* text) {
     plot_range read;
-    EXPECT_TRUE(read.read(text)) << text;
+    EXPECT_EQ(read.read(text), "") << text;
     return read;
 }
 
@@ -49,10 +49,19 @@ TEST(plot_range, has_a_variable_two_numbers_and_units) {
     EXPECT_EQ(range("x = 0..10").units, "");
     EXPECT_EQ(range("x = 1...5").to, 0.5);
 }
-TEST(plot_range, is_nothing_else) {
-    for (const char* text : {"", "x", "x = 1", "= 0 .. 1", "x = .. 1", "x = 0 ..", "x = 0 .. m",
-                             "x = 0 m .. 1 m", "x = 1 .. 1", "0 .. 1"})
-        EXPECT_FALSE(plot_range().read(text)) << text;
+TEST(plot_range, is_nothing_else_for_a_reason) {
+    const auto reason = [](const char* text) { return plot_range().read(text); };
+    for (const char* text : {"", "x", "0 .. 1"})
+        EXPECT_EQ(reason(text), "there is no '=' after a variable") << text;
+    EXPECT_EQ(reason("x = 1"), "there is no '..' between two numbers");
+    EXPECT_EQ(reason(" = 0 .. 1"), "there is no variable before '='");
+    EXPECT_EQ(reason("x = .. 1"), "'' before '..' is no number; units follow the second number");
+    EXPECT_EQ(reason("x = 0 m .. 1 m"), "'0 m' before '..' is no number; units follow the second number");
+    EXPECT_EQ(reason("x = 0 .."), "'' after '..' does not begin with a number");
+    EXPECT_EQ(reason("x = 0 .. m"), "'m' after '..' does not begin with a number");
+    EXPECT_EQ(reason("x = 1 .. 1.0 m"), "both ends are 1");
+    for (const char* text : {"x = 0 .. 1e999", "x = -1e999 .. 0", "x = -1e308 .. 1e308"})
+        EXPECT_EQ(reason(text), "it is too large") << text;
 }
 TEST(plot_request, has_a_variable_and_perhaps_units) {
     EXPECT_EQ(plot_request(" y ").variable, "y");
@@ -96,12 +105,23 @@ TEST(plotted_block, can_use_units_of_the_user) {
               "");
     EXPECT_NEAR(data.y[0].values[1], 54.0, 1e-9);
 }
-TEST(plotted_block, needs_a_block_and_known_variables_of_fitting_units) {
-    EXPECT_EQ(refusal("1 m\n", "x = 0 .. 1", "y"), "ERROR:  Function not defined.\n");
-    EXPECT_EQ(refusal(square, "q = 0 .. 1 m", "y"), "ERROR:  'q' undefined.\n");
-    EXPECT_EQ(refusal(square, "x = 0 .. 1 m", "q"), "ERROR:  'q' undefined.\n");
-    EXPECT_EQ(refusal(square, "x = 0 .. 1 s", "y"), "ERROR IN REQUESTED OUTPUT: 'm' is incompatible.\n");
-    EXPECT_EQ(refusal(square, "x = 0 .. 1 m", "y; s"), "ERROR IN REQUESTED OUTPUT: 's' is incompatible.\n");
+TEST(plotted_block, needs_a_block) {
+    EXPECT_EQ(refusal("1 m\n", "x = 0 .. 1", "y"), "the program has no function block, from begin to end\n");
+}
+TEST(plotted_block, names_the_option_whose_variable_is_unknown) {
+    EXPECT_EQ(refusal(square, "q = 0 .. 1 m", "y"), "--over: the program has no variable 'q'\n");
+    EXPECT_EQ(refusal(square, "x = 0 .. 1 m", "q"), "--of: the program has no variable 'q'\n");
+    EXPECT_EQ(refusal(square, "x = 0 .. 1 m", ""), "--of: the program has no variable ''\n");
+}
+TEST(plotted_block, names_the_option_whose_units_do_not_fit) {
+    EXPECT_EQ(refusal(square, "x = 0 .. 1 s", "y"), "--over: 's' does not fit 'x', which is in m\n");
+    EXPECT_EQ(refusal(square, "x = 0 .. 1", "y"),
+              "--over: a range without units does not fit 'x', which is in m\n");
+    EXPECT_EQ(refusal(square, "x = 0 .. 1 foo", "y"), "--over: ERROR: 'foo' undefined.\n");
+    EXPECT_EQ(refusal("x = 1\nbegin\ny = 2*x\nend\n", "x = 0 .. 1 m", "y"),
+              "--over: 'm' does not fit 'x', which is a plain number\n");
+    EXPECT_EQ(refusal(square, "x = 0 .. 1 m", "y; s"),
+              "--of: ERROR IN REQUESTED OUTPUT: 's' is incompatible.\n");
 }
 
 TEST(text_plot, draws_each_series_with_its_mark) {
@@ -159,6 +179,22 @@ TEST(plot_command, has_a_status_for_each_failure) {
     EXPECT_EQ(status({"x = 0 .. 1 m", {"y"}, "", 1}), 2);
     EXPECT_EQ(status({"x = 0 .. 1 m", {"y"}, "", 100001}), 2);
     EXPECT_EQ(status({"x = 0 .. 1 m", {"y"}, "/no/such/folder/a.svg", 11}), 2);
+}
+TEST(plot_command, names_the_option_and_what_is_wrong) {
+    const auto message = [](const plot_arguments& arguments) {
+        std::ostringstream out;
+        std::ostringstream err;
+        plot_command(square, {}, arguments, out, err);
+        return err.str();
+    };
+    EXPECT_EQ(message({"x = 1", {"y"}, "", 11}),
+              "metrify: --over 'x = 1' is no range such as 'x = 0 .. 10 m': there "
+              "is no '..' between two numbers\n");
+    EXPECT_EQ(message({"q = 0 .. 1 m", {"y"}, "", 11}), "metrify: --over: the program has no variable 'q'\n");
+    EXPECT_EQ(message({"x = 0 .. 1 m", {"y"}, "a.pdf", 11}),
+              "metrify: --output a.pdf: the name must end in .svg or .png\n");
+    EXPECT_EQ(message({"x = 0 .. 1 m", {"y"}, "", 1}),
+              "metrify: --points 1: it must be between 2 and 100000\n");
 }
 
 } // namespace
