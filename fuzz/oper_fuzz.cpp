@@ -1,6 +1,7 @@
 // Sequences of operations on a few values. Each is compared with a simple model of the content of both record
 // families, and a host accounts for the records that it hands out.
 
+#include "fuzz/input.h"
 #include "host/core/host.h"
 #include "host/core/host_exports.h"
 #include "host/sheet/cell_records.h"
@@ -20,53 +21,23 @@
 namespace {
 
 using namespace metrify;
+using namespace metrify_fuzz;
 using host::CellValue;
 
 constexpr std::size_t kSlots = 4;
 constexpr int kNarrowHost = 11;
 constexpr int kWideHost = 15;
 
-void Require(bool holds) {
-    if (!holds)
-        std::abort();
+// A short text, or one about as long as the limit of the narrow family.
+std::u16string TakeText(Input& input) {
+    std::u16string text;
+    const unsigned length = input.Take(6);
+    for (unsigned i = 0; i < length; ++i)
+        text += static_cast<char16_t>(1 + input.Take(255) + (input.Take(8) == 0 ? 0x2100U : 0U));
+    if (input.Take(8) == 0)
+        text.append(253 + input.Take(5), u'x');
+    return text;
 }
-
-// Reads the input byte by byte, and zeros after its end.
-class Input {
-  public:
-    Input(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
-
-    bool IsEmpty() const { return size_ == 0; }
-
-    unsigned Take(unsigned count) {
-        if (size_ == 0)
-            return 0;
-        --size_;
-        return *data_++ % count;
-    }
-
-    std::int32_t TakeInteger() {
-        std::uint32_t bits = 0;
-        for (int i = 0; i < 4; ++i)
-            bits = bits << 8U | Take(256);
-        return static_cast<std::int32_t>(bits);
-    }
-
-    // A short text, or one about as long as the limit of the narrow family.
-    std::u16string TakeText() {
-        std::u16string text;
-        const unsigned length = Take(6);
-        for (unsigned i = 0; i < length; ++i)
-            text += static_cast<char16_t>(1 + Take(255) + (Take(8) == 0 ? 0x2100U : 0U));
-        if (Take(8) == 0)
-            text.append(253 + Take(5), u'x');
-        return text;
-    }
-
-  private:
-    const std::uint8_t* data_;
-    std::size_t size_;
-};
 
 // The content of a value in both families.
 struct Model {
@@ -201,7 +172,7 @@ class Session {
     }
 
     void SetText(Slot& slot) {
-        const std::u16string text = input_.TakeText();
+        const std::u16string text = TakeText(input_);
         if (input_.Take(2) == 0) {
             slot.value.SetText(text);
             slot.model.Set(HostFlag() ? CellValue(text) : NarrowText(text));
@@ -240,7 +211,7 @@ class Session {
         const auto row = static_cast<std::int32_t>(input_.Take(4));
         const auto column = static_cast<std::int32_t>(input_.Take(4));
         const double number = input_.TakeInteger();
-        const std::u16string text = input_.TakeText();
+        const std::u16string text = TakeText(input_);
         // The wide record is compared.
         const bool is_wide = slot.model.wide.has_value();
         std::optional<CellValue>& side = slot.model.Side(is_wide);

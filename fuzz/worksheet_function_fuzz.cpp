@@ -3,32 +3,28 @@
 // Input: eight bytes of the number, then the two texts, separated by a zero byte.
 
 #include "addin/worksheet_function.h"
+#include "fuzz/input.h"
 #include "host/core/host.h"
 #include "host/core/host_exports.h"
 #include "host/sheet/cell_records.h"
+#include "machine/solver_binding.h"
 #include "xllrt/gate/host_version.h"
 #include "xllrt/text/code_page.h"
 #include "xllrt/value/return_record.h"
 #include "xllrt/value/thread_state.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
 namespace {
 
 using namespace metrify;
+using namespace metrify_fuzz;
 using host::CellValue;
 
 constexpr int kNarrowHost = 11;
 constexpr int kWideHost = 15;
-
-void Require(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 // The content of the cells. The record is returned as by a host.
 template <class Record>
@@ -89,18 +85,17 @@ CellValue CallNarrow(double val, const std::string& in_units, const std::string&
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const bool has_slot = AllocateThreadStates();
     Require(has_slot);
-    double val = 3.5;
-    if (size < sizeof val)
-        return 0;
-    std::memcpy(&val, data, sizeof val);
-    const std::string texts(reinterpret_cast<const char*>(data) + sizeof val, size - sizeof val);
-    const std::size_t end = std::min(texts.find('\0'), texts.size());
-    const std::string in_units = texts.substr(0, end);
-    const std::string out_units = texts.substr(std::min(end + 1, texts.size())).c_str();
+    Input input(data, size);
+    const double val = input.TakeNumber();
+    const std::string in_units = input.TakeText();
+    const std::string out_units = input.TakeText();
 
     host::Host host(kWideHost);
     ConnectHost(host::NewestHostPrimitives());
+    // A call does not depend on the previous one, except for a report that is still due.
+    teardown_solver_binding();
     const CellValue wide = CallWide(val, ToWide(in_units), ToWide(out_units));
+    teardown_solver_binding();
     const CellValue narrow = CallNarrow(val, in_units, out_units);
     CheckForm(wide);
     CheckForm(narrow);

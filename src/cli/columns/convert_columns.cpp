@@ -96,6 +96,12 @@ class columns_converter {
         return true;
     }
 
+    /// A blank last line is no row. As JSON it would be a line without a value.
+    void add_blank_end(const csv_row& row, std::string& out) const {
+        if (!options_.as_json)
+            out.append(row.line_end);
+    }
+
     std::uint64_t rows() const { return rows_; }
     /// On the choice of the columns; empty after the first call.
     std::string take_note() { return std::exchange(note_, {}); }
@@ -199,7 +205,7 @@ bool convert_rows(input_window& window, columns_converter& converter, char delim
         if (length == 0 || (is_blank && is_last && !window.is_complete()))
             break;
         if (is_blank && is_last)
-            out.append(row.line_end); // a blank last line is no row
+            converter.add_blank_end(row, out);
         else if (!converter.add_row(row, reason, out))
             return false;
         window.take(length);

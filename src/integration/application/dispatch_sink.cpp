@@ -100,7 +100,8 @@ HRESULT CDispatchSink::Invoke(DISPID event, REFIID /*iid*/, LCID /*locale*/, WOR
     const bool answer =
         application_ && Guarded([&] { return CallOperation(*application_, *row, arguments); });
     if (row->is_cancellable)
-        *V_BOOLREF(&arguments.At(arguments.count() - 1)) = answer ? VARIANT_TRUE : VARIANT_FALSE;
+        if (VARIANT_BOOL* const cancel = V_BOOLREF(&arguments.At(arguments.count() - 1)))
+            *cancel = answer ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
 

@@ -229,6 +229,12 @@ TEST(convert_columns, counts_a_blank_last_line_as_no_row) {
         EXPECT_EQ(doubled("h\n\n1\n", {}, piece).status, 1);
     }
 }
+TEST(convert_columns, writes_no_line_of_JSON_for_a_blank_last_line) {
+    columns_options options;
+    options.as_json = true;
+    EXPECT_EQ(doubled("h\n1\n\n", options).out, "{\"h\":2}\n");
+    EXPECT_EQ(doubled("\r\n", options).out, "");
+}
 TEST(convert_columns, refuses_UTF_16) {
     for (const char* text : {"\xFF\xFE"
                              "1",
