@@ -1,6 +1,8 @@
 #include "addin/worksheet_function.h"
 
+#include "addin/escape_key.h"
 #include "base/build_settings.h"
+#include "base/interruption.h"
 #include "conversion/conversion.h"
 #include "xllrt/app/app_call.h"
 #include "xllrt/gate/host_gate.h"
@@ -51,9 +53,12 @@ CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits,
     return nullptr;
 }
 
-// Both entries, each with the texts of its family.
+// Both entries, each with the texts of its family. The scope is outside of the guard, since a fault skips
+// destructors.
 template <class Char>
 void ConvertForHost(CXlOper& result, double Val, const Char* InUnits, const Char* OutUnits) {
+    interruption stop;
+    const interruption_scope obeys(stop, is_escape_pressed);
     CXlDualString in_units(InUnits);
     CXlDualString out_units(OutUnits);
     CallAppFunction(result, [&] { return convert_units_cell(result, Val, in_units, out_units); });

@@ -1,24 +1,44 @@
 #include "base/interruption.h"
 
-#include <utility>
-
 namespace metrify {
 
 namespace {
 
-thread_local const interruption* obeyed_by_thread = nullptr;
+thread_local interruption_scope* scope_of_thread = nullptr;
 
 } // namespace
 
-interruption_scope::interruption_scope(const interruption& obeyed)
-    : outer_(std::exchange(obeyed_by_thread, &obeyed)) {}
+interruption_scope::interruption_scope(interruption& obeyed, interruption_question question)
+    : obeyed_(obeyed), question_(question), outer_(scope_of_thread) {
+    scope_of_thread = this;
+}
 
 interruption_scope::~interruption_scope() {
-    obeyed_by_thread = outer_;
+    scope_of_thread = outer_;
+}
+
+bool interruption_scope::is_requested_after_question() {
+    constexpr unsigned steps_per_reading = 16; // of the clock
+    if (question_ == nullptr || is_requested() || ++steps_ % steps_per_reading != 0)
+        return is_requested();
+    using clock = std::chrono::steady_clock;
+    const clock::time_point now = clock::now();
+    if (due_ == clock::time_point()) {
+        due_ = now + question_interval;
+    } else if (now >= due_) {
+        if (question_())
+            obeyed_.request();
+        due_ = clock::now() + question_interval;
+    }
+    return is_requested();
 }
 
 bool is_interrupted() {
-    return obeyed_by_thread != nullptr && obeyed_by_thread->is_requested();
+    return scope_of_thread != nullptr && scope_of_thread->is_requested();
+}
+
+bool is_interrupted_at_long_step() {
+    return scope_of_thread != nullptr && scope_of_thread->is_requested_after_question();
 }
 
 } // namespace metrify

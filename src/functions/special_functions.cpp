@@ -1,5 +1,6 @@
 #include "functions/special_functions.h"
 
+#include "base/interruption.h"
 #include "functions/scalar_functions.h"
 
 namespace metrify {
@@ -28,7 +29,9 @@ void run_function(const special_function& function, compile_ctx& ctx, text_str*&
         append(err, "ERROR:  Arg n must be integer in ", function.about.name, "().\n");
         return given.replace_by(dim_value());
     }
-    given.replace_by(scalar_value(any_sentinel ? 0.0 : function.value(x, err)));
+    // One line may call thousands of functions, each of which takes up to a tenth of a millisecond.
+    const bool is_computed = !any_sentinel && !is_interrupted_at_long_step();
+    given.replace_by(scalar_value(is_computed ? function.value(x, err) : 0.0));
 }
 
 } // namespace metrify

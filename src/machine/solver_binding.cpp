@@ -88,7 +88,7 @@ void block_function::read_solver_vector(double* x, text_str*& err) const {
 
 void block_function::evaluate_function(const double* x, double* y, text_str*& err) {
     std::fill_n(y, outputs.size(), 0.0);
-    if (is_interrupted()) {
+    if (is_interrupted_at_long_step()) {
         append(err, interruption_message);
         return;
     }

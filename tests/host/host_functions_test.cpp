@@ -23,6 +23,7 @@ struct Row {
 };
 
 constexpr Row functions[] = {
+    {0x4001, 0, 1, Callers::all},     // whether Escape is pressed
     {0x4002, 1, 2, Callers::all},     // conversion of a value
     {0x4008, 0, 0, Callers::all},     // main window
     {0x4009, 0, 0, Callers::all},     // path of the add-in
@@ -81,7 +82,7 @@ TEST(host_functions, refuse_calls_in_other_contexts) {
 }
 
 TEST(host_functions, unknown_numbers_are_refused) {
-    for (const int number : {0, 1, 87, 89, 187, 243, 245, 379, 0x4001, 0x4003, 33217, 33219, 450})
+    for (const int number : {0, 1, 87, 89, 187, 243, 245, 379, 0x4003, 0x4004, 33217, 33219, 450})
         EXPECT_EQ(CodeOf({number, 0, 0, Callers::all}, 0), kNoFunction) << number;
 }
 

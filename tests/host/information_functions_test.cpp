@@ -1,5 +1,6 @@
 #include "tests/host/calling.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace metrify::host {
@@ -10,6 +11,42 @@ Answer CoerceTo(Host& host, const CellValue& value, int type) {
 }
 
 const CellValue value_error = CellError{xlerrValue};
+
+TEST(xlAbort, is_whether_escape_is_pressed) {
+    Host host(15);
+    EXPECT_EQ(Ask12(host, xlAbort), Success(false));
+    host.state().escape.PressAfter(std::chrono::hours(1));
+    EXPECT_EQ(Ask12(host, xlAbort), Success(false));
+    host.state().escape.Press();
+    EXPECT_EQ(Ask12(host, xlAbort), Success(true));
+    EXPECT_EQ(Ask4(host, xlAbort), Success(true));
+}
+
+TEST(xlAbort, clears_the_break_for_false_only) {
+    Host host(15);
+    host.state().escape.Press();
+    for (const std::vector<CellValue>& retained : {std::vector<CellValue>{}, std::vector<CellValue>{true},
+                                                   std::vector<CellValue>{MissingArgument{}}}) {
+        EXPECT_EQ(Ask12(host, xlAbort, retained), Success(true));
+        EXPECT_EQ(Ask12(host, xlAbort), Success(true));
+    }
+    EXPECT_EQ(Ask12(host, xlAbort, {false}), Success(true));
+    EXPECT_EQ(Ask12(host, xlAbort), Success(false));
+}
+
+TEST(xlAbort, may_not_clear_the_break_on_a_calculation_thread) {
+    Host host(15);
+    host.state().escape.Press();
+    const ContextScope scope(CallContext::calculation_thread);
+    EXPECT_EQ(Ask12(host, xlAbort, {false}), Refusal(kRetNotThreadSafe));
+    EXPECT_EQ(Ask12(host, xlAbort, {true}), Success(true));
+    EXPECT_EQ(Ask12(host, xlAbort), Success(true));
+}
+
+TEST(xlAbort, of_another_value_is_an_error) {
+    Host host(15);
+    EXPECT_EQ(Ask12(host, xlAbort, {u"no boolean"}), Success(CellError{xlerrValue}));
+}
 
 TEST(xlCoerce, a_text_becomes_its_number) {
     Host host(15);

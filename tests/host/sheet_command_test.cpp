@@ -65,6 +65,19 @@ TEST(sheet_command, release_16_gets_the_refusal) {
     EXPECT_EQ(run.status, 0);
 }
 
+TEST(sheet_command, escape_ends_long_cells_and_no_others) {
+    const std::string long_cell = "=Metrify(1,\"* BesselJ(2000000000, 2000000001)\",\"\")";
+    const SheetRun run = RunSheet({.module = {},
+                                   .threads = 2,
+                                   .escape_after_milliseconds = 20,
+                                   .formulas = {long_cell, "=Metrify(3.5,\"ft\",\"m\")", long_cell}});
+    EXPECT_EQ(run.output, "\"ERROR: interrupted.\\n\\n\"\t\"\"\n"
+                          "1.0668\t\"m\\n\\n\"\n"
+                          "\"ERROR: interrupted.\\n\\n\"\t\"\"\n");
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.status, 0);
+}
+
 // ---- Macros
 
 TEST(sheet_command, shows_the_effects_of_the_macro_on_an_empty_cell) {

@@ -55,6 +55,14 @@ TEST(sheet_program, refuses_unknown_options) {
     EXPECT_EQ(run_sheet("--wide --narrow '=1'").status, 2);
 }
 
+TEST(sheet_program, presses_escape_after_the_given_time) {
+    const program_run run =
+        run_sheet("--escape-after 100 '=Metrify(1,\"* BesselJ(2000000000, 2000000001)\",\"\")'");
+    EXPECT_EQ(run.output, "\"ERROR: interrupted.\\n\\n\"\t\"\"\n");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run_sheet("--escape-after soon '=1'").status, 2);
+}
+
 TEST(sheet_program, has_the_releases_4_to_16) {
     EXPECT_EQ(run_sheet("--release 3 '=1'").status, 2);
     EXPECT_EQ(run_sheet("--release 17 '=1'").status, 2);

@@ -41,7 +41,15 @@ TEST_P(interrupted_function, ends_with_a_message) {
 // One for each long loop.
 INSTANTIATE_TEST_SUITE_P(functions, interrupted_function,
                          testing::Values("BesselJ(2000000000, 2000000001)", "BesselJ(2000000001, 2000000000)",
-                                         "BesselY(2000000000, 2000000001)"));
+                                         "BesselY(2000000000, 2000000001)", "BesselI(2000000000, 2.857e15)"));
+
+TEST(interruption, ends_a_line_of_many_functions) {
+    session s;
+    std::string line = "0";
+    for (int i = 0; i < 20000; ++i)
+        line += "+BesselJ(.5,9000)";
+    EXPECT_EQ(interrupted_listing(s, line), "[  1 ] " + line + "\n       ERROR: interrupted.\n\n");
+}
 
 TEST(interruption, keeps_the_variables_as_they_were_before_the_statement) {
     session s;

@@ -25,6 +25,7 @@ struct FunctionRow {
 constexpr std::size_t kMostArguments = RecordFamily<XLOPER12>::kMaxArguments;
 
 constexpr FunctionRow functions[] = {
+    {xlAbort, 0, 1, Access::everywhere, Abort},
     {xlCoerce, 1, 2, Access::everywhere, Coerce},
     {xlGetName, 0, 0, Access::everywhere, GetName},
     {xlGetHwnd, 0, 0, Access::everywhere, GetWindow},

@@ -48,6 +48,9 @@ HostAnswer CallHostFunction(HostState& state, int function, const std::vector<Ce
 
 // The functions, by group.
 
+/// True if Escape is pressed. With the argument FALSE, the break is also cleared, which is refused on
+/// calculation threads.
+HostAnswer Abort(const HostCall& call);
 HostAnswer Coerce(const HostCall& call);
 HostAnswer GetName(const HostCall& call);
 HostAnswer GetWindow(const HostCall& call);

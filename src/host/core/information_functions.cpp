@@ -1,7 +1,8 @@
-// Functions for information: conversions, names, the version and the settings of the host.
+// Functions for information: conversions, names, the version and the settings of the host, the break key.
 
 #include "host/core/host_functions.h"
 #include "host/entry/calculation.h"
+#include "host/entry/registered_call.h"
 #include "host/sheet/coercion.h"
 
 #include <algorithm>
@@ -67,6 +68,19 @@ const InfoItem info_items[] = {
 };
 
 } // namespace
+
+HostAnswer Abort(const HostCall& call) {
+    const CellValue retain = call.IsMissing(0) ? CellValue(true) : ToBoolValue(call.Argument(0));
+    const auto* is_retained = retain.As<bool>();
+    if (!is_retained)
+        return CellError{xlerrValue};
+    if (!*is_retained && CurrentContext() == CallContext::calculation_thread)
+        return HostAnswer::Code(kRetNotThreadSafe);
+    const bool is_pressed = call.state.escape.IsPressed();
+    if (!*is_retained)
+        call.state.escape.Clear();
+    return is_pressed;
+}
 
 HostAnswer Coerce(const HostCall& call) {
     const CellValue& given = call.arguments[0];

@@ -46,6 +46,9 @@ int Run(const std::vector<std::string>& arguments) {
                                 "one that passes narrow text, to version 11; otherwise 11"));
     app.add_option("--threads", options.threads, "calculate on so many threads")
         ->check(CLI::Range(1U, kMostThreads));
+    app.add_option("--escape-after", options.escape_after_milliseconds,
+                   "press Escape so many MILLISECONDS after the calculation has begun")
+        ->type_name("MILLISECONDS");
     const CLI::Option* macro =
         app.add_option("--macro", options.macro,
                        "run a macro of the add-in's on a cell, which is empty or holds a FORMULA, and show "

@@ -6,6 +6,7 @@
 #include "host/sheet/value_text.h"
 
 #include <algorithm>
+#include <chrono>
 #include <istream>
 #include <ostream>
 #include <thread>
@@ -94,6 +95,8 @@ int SheetCommand(const SheetOptions& options, std::istream& input, std::ostream&
     if (!OpenAddIn(host, options.module, errors))
         return kFailure;
     const std::vector<std::u16string> formulas = FormulasOf(options, input);
+    if (options.escape_after_milliseconds)
+        host.state().escape.PressAfter(std::chrono::milliseconds(*options.escape_after_milliseconds));
     const int status = options.macro.empty() ? WriteValues(host, formulas, options.threads, output, errors)
                                              : RunMacro(host, options, formulas, output, errors);
     host.CallEntryPoint("xlAutoClose");

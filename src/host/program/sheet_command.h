@@ -3,6 +3,7 @@
 // The metrify-sheet command: evaluates formulas with an add-in as a spreadsheet does.
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@ struct SheetOptions {
     std::string module;
     int release = 15;
     unsigned threads = 1;
+    /// Escape is pressed so long after the evaluation has begun.
+    std::optional<unsigned> escape_after_milliseconds = {};
     /// A command of the add-in to run for each formula, instead of evaluating it.
     std::string macro = {};
     /// The answer to the questions of the macro: OK or Cancel.

@@ -5,6 +5,7 @@
 #include "host/sheet/workbook.h"
 #include "host/state/add_in_module.h"
 #include "host/state/call_log.h"
+#include "host/state/escape_key.h"
 #include "host/state/fault_switch.h"
 #include "host/state/menu_bar.h"
 #include "host/state/record_ledger.h"
@@ -64,6 +65,7 @@ struct HostState {
     std::deque<bool> answers;                    ///< to the next alerts; TRUE when empty
     std::vector<std::u16string> wizard_openings; ///< the formulas that the function wizard was opened with
     bool echo = true;
+    EscapeKey escape;
 
     /// Held while a function runs that is not thread-safe.
     std::recursive_mutex main_thread;

@@ -212,6 +212,7 @@ inline constexpr int xlIntl = 0x2000; ///< option: texts are in the form of US E
 inline constexpr int xlCommand = 0x8000;
 
 inline constexpr int xlFree = 0 | xlSpecial;
+inline constexpr int xlAbort = 1 | xlSpecial;
 inline constexpr int xlCoerce = 2 | xlSpecial;
 inline constexpr int xlGetHwnd = 8 | xlSpecial;
 inline constexpr int xlGetName = 9 | xlSpecial;

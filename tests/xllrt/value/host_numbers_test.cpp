@@ -30,6 +30,7 @@ void ExpectPublished(const std::vector<NumberRow>& rows) {
 TEST(HostNumbers, of_functions) {
     ExpectPublished({
         {"xlFree", xlFree, 16384},
+        {"xlAbort", xlAbort, 16385},
         {"xlCoerce", xlCoerce, 16386},
         {"xlGetHwnd", xlGetHwnd, 16392},
         {"xlGetName", xlGetName, 16393},

@@ -127,7 +127,7 @@ double miller_i(std::int32_t n, double ax, double order_0) {
         }
         if (j == n)
             value = above;
-        if (j < n && value == 0.0)
+        if ((j < n && value == 0.0) || is_interrupted_at(j))
             return value * order_0;
         if (at == infinity)
             return j > n ? not_a_number : 0.0;
