@@ -56,6 +56,17 @@ inline bool round_to_six_digits(double x, six_digits& result) {
     return true;
 }
 
+/// The number that the six digits of x are read as: the same as formatting and reading it. False if it has to
+/// be done so, for the reasons above.
+inline bool keep_six_digits(double x, double& result) {
+    six_digits rounded = {};
+    if (FLT_EVAL_METHOD != 0 || !round_to_six_digits(x < 0.0 ? -x : x, rounded))
+        return false;
+    const double magnitude = scaled(rounded.digits, rounded.power - 5);
+    result = x < 0.0 ? -magnitude : magnitude;
+    return true;
+}
+
 /// Writes the digits without trailing zeros as "%g" does and returns the end.
 inline char* write_six_digits(const six_digits& number, char* out) {
     std::array<char, 6> digits;

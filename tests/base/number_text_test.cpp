@@ -1,4 +1,5 @@
 #include "base/number_text.h"
+#include "base/short_decimals.h"
 
 #include <climits>
 #include <cmath>
@@ -181,6 +182,31 @@ TEST(format_double, agrees_with_printf_next_to_powers_of_ten) {
         for (const double part : {0.9999994, 0.9999995, 0.9999996, 0.999999949, 0.99999951})
             ASSERT_EQ(formatted(exact * part), printed(exact * part)) << power;
     }
+}
+
+TEST(keep_six_digits, agrees_with_formatting_and_reading) {
+    std::mt19937_64 random(31);
+    std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
+    int kept = 0;
+    for (int power = -30; power <= 30; ++power)
+        for (int i = 0; i < 2000; ++i) {
+            const double x = mantissa(random) * std::pow(10.0, power);
+            double result = 0.0;
+            if (!short_decimals::keep_six_digits(x, result))
+                continue;
+            ++kept;
+            double read_again = 0.0;
+            read_double(formatted(x).c_str(), read_again);
+            ASSERT_EQ(bits_of(result), bits_of(read_again)) << x;
+        }
+    EXPECT_GT(kept, 80000); // of numbers between 1e-17 and 1e26
+}
+
+TEST(keep_six_digits, leaves_what_is_out_of_range) {
+    double result = 123.0;
+    for (const double x : {0.0, 1e-300, 1e300, infinity, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_FALSE(short_decimals::keep_six_digits(x, result)) << x;
+    EXPECT_EQ(result, 123.0);
 }
 
 TEST(format_int, writes_whole_numbers) {
