@@ -1,6 +1,7 @@
 // The statements of a function block as compiled expressions of a parser library.
 
 #include "bench/blocks.h"
+#include "bench/hidden_number.h"
 
 #include <benchmark/benchmark.h>
 #include <deque>
@@ -19,10 +20,10 @@ void block(benchmark::State& state) {
         y = statement.Eval(); // compiles
     }
     for (auto _ : state) {
-        benchmark::DoNotOptimize(x);
+        metrify_bench::hide(x);
         for (const mu::Parser& statement : statements)
             y = statement.Eval();
-        benchmark::DoNotOptimize(y);
+        metrify_bench::hide(y);
     }
     state.SetItemsProcessed(state.iterations());
 }

@@ -3,23 +3,40 @@
 // The least work of any implementation, which the figures of conversions are compared with.
 
 #include "base/number_text.h"
+#include "bench/hidden_number.h"
 #include "bench/unit_pairs.h"
 #include "xllrt/value/host_records.h"
 
 #include <benchmark/benchmark.h>
+#include <charconv>
 #include <cstring>
 #include <memory>
 #include <string>
 
 namespace metrify_bench {
 
+// The floors format and read numbers by the standard library, so that they don't change with our routines.
+
+/// Six significant digits.
+inline std::string_view standard_digits(double x, metrify::number_buffer& buffer) {
+    const char* const end =
+        std::to_chars(buffer.text, buffer.text + sizeof buffer.text, x, std::chars_format::general, 6).ptr;
+    return {buffer.text, static_cast<std::size_t>(end - buffer.text)};
+}
+
+inline double standard_number(const char* text, const char* end) {
+    double number = 0.0;
+    std::from_chars(text, end, number);
+    return number;
+}
+
 /// A conversion: the number is formatted into a line with both texts, read again and multiplied, and the
 /// answer is formatted.
 inline void floor_of_conversion(double val, const unit_pair& pair) {
-    benchmark::DoNotOptimize(val);
+    hide(val);
     metrify::number_buffer buffer;
     char line[256];
-    const std::string_view digits = metrify::format_double(val, buffer);
+    const std::string_view digits = standard_digits(val, buffer);
     char* end = line;
     for (const std::string_view piece : {digits, std::string_view(" "), std::string_view(pair.from),
                                          std::string_view("; "), std::string_view(pair.to)}) {
@@ -28,10 +45,8 @@ inline void floor_of_conversion(double val, const unit_pair& pair) {
     }
     *end = '\0';
     benchmark::DoNotOptimize(line);
-    double number = 0.0;
-    metrify::read_double(line, number);
     metrify::number_buffer answer;
-    benchmark::DoNotOptimize(metrify::format_double(number * 0.3048, answer));
+    benchmark::DoNotOptimize(standard_digits(standard_number(line, end) * 0.3048, answer));
 }
 
 /// Appends a text and returns its end.
@@ -50,16 +65,14 @@ char* copied(char* to, const Source* text) {
 /// allocated and released.
 inline void floor_of_call(double val, const char16_t* in_units, const char16_t* out_units) {
     metrify::number_buffer digits;
-    const std::string_view formatted = metrify::format_double(val, digits);
+    const std::string_view formatted = standard_digits(val, digits);
     char line[256];
     char* end = copied(copied(line, formatted.data(), formatted.size()), " ");
     *copied(copied(copied(end, in_units), "; "), out_units) = '\0';
     benchmark::DoNotOptimize(line);
-    double number = 0.0;
-    metrify::read_double(line, number);
 
     metrify::number_buffer answer_digits;
-    const std::string_view answer = metrify::format_double(number * 0.3048, answer_digits);
+    const std::string_view answer = standard_digits(standard_number(line, end) * 0.3048, answer_digits);
     char listing[512];
     end = copied(copied(listing, line), "\n = ");
     const char* const number_in_listing = end;
@@ -67,7 +80,7 @@ inline void floor_of_call(double val, const char16_t* in_units, const char16_t* 
     benchmark::DoNotOptimize(listing);
 
     const auto cells = std::make_unique<metrify::XLOPER12[]>(2);
-    metrify::read_double(number_in_listing, cells[0].val.num);
+    cells[0].val.num = standard_number(number_in_listing, number_in_listing + answer.size());
     const std::size_t length = std::char_traits<char16_t>::length(out_units) + 2;
     const auto text = std::make_unique<char16_t[]>(length + 1);
     text[0] = static_cast<char16_t>(length);

@@ -5,8 +5,10 @@
 #include "bench/blocks.h"
 #include "bench/bound_block.h"
 #include "bench/floors.h"
+#include "bench/growing_programs.h"
 #include "bench/loaded_add_in.h"
 #include "conversion/conversion.h"
+#include "language/driver.h"
 
 #include <charconv>
 #include <cstdio>
@@ -79,7 +81,15 @@ Operation evaluations(std::size_t statements, bool has_units) {
     };
 }
 
-const std::map<std::string, Operation> operations = {
+// One program of so many lines, after a short one whose first uses of everything are not counted.
+Operation growth(const metrify_bench::growing_program& kind) {
+    return [&kind](long lines) {
+        for (const long count : {10L, lines})
+            benchmark::DoNotOptimize(metrify::interpret_dimensional_input_lines(kind.text(count).c_str()));
+    };
+}
+
+std::map<std::string, Operation> operations = {
     {"floor_simple", turns(metrify_bench::simple_pairs, least_work)},
     {"floor_compound", turns(metrify_bench::compound_pairs, least_work)},
     {"repeated_simple", turns(metrify_bench::simple_pairs, repeated)},
@@ -100,6 +110,8 @@ const std::map<std::string, Operation> operations = {
 } // namespace
 
 int main(int argc, char** argv) {
+    for (const metrify_bench::growing_program& kind : metrify_bench::growing_programs)
+        operations.emplace(std::string("growth_").append(kind.name), growth(kind));
     long count = 0;
     if (argc == 3 && operations.contains(argv[1])) {
         const std::string_view text = argv[2];

@@ -1,28 +1,53 @@
-// Time of a run by the length of its program, and the replay of an instruction list compared with plain C++.
+// The time of a line by the length of its program, and the replay of an instruction list compared with plain
+// C++.
 
+#include "bench/growing_programs.h"
+#include "bench/hidden_number.h"
 #include "language/assignment.h"
 #include "language/driver.h"
 #include "machine/evaluator.h"
 #include "machine/variables.h"
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
+#include <chrono>
+#include <limits>
 #include <string>
 
 namespace {
 
-void program(benchmark::State& state) {
-    std::string text;
-    for (std::int64_t line = 0; line < state.range(0); ++line)
-        text.append("v")
-            .append(std::to_string(line))
-            .append(" = ")
-            .append(std::to_string(line % 100 + 1))
-            .append(" ft\n");
-    for (auto _ : state)
-        benchmark::DoNotOptimize(metrify::interpret_dimensional_input_lines(text.c_str()));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+double seconds_of_run(const std::string& text) {
+    const auto begin = std::chrono::steady_clock::now();
+    benchmark::DoNotOptimize(metrify::interpret_dimensional_input_lines(text.c_str()));
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
-BENCHMARK(program)->Name("program_lines")->Arg(100)->Arg(1000)->Arg(10000);
+
+// The time of a line in a program of so many lines, compared with one of 100 lines, by the fastest runs.
+void growth(benchmark::State& state, const metrify_bench::growing_program& kind) {
+    constexpr long few = 100;
+    const long many = state.range(0);
+    const std::string short_program = kind.text(few);
+    const std::string long_program = kind.text(many);
+    double of_few = std::numeric_limits<double>::max();
+    double of_many = of_few;
+    for (auto _ : state) {
+        for (int i = 0; i < 100; ++i)
+            of_few = std::min(of_few, seconds_of_run(short_program) / few);
+        of_many = std::min(of_many, seconds_of_run(long_program) / static_cast<double>(many));
+    }
+    state.counters["ns_per_line"] = of_many * 1e9;
+    state.counters["times_of_100_lines"] = of_many / of_few;
+}
+
+const bool registered = [] {
+    for (const metrify_bench::growing_program& kind : metrify_bench::growing_programs)
+        benchmark::RegisterBenchmark(std::string("growth/").append(kind.name).c_str(),
+                                     [&kind](benchmark::State& state) { growth(state, kind); })
+            ->Arg(10000)
+            ->Arg(100000)
+            ->Unit(benchmark::kMillisecond);
+    return true;
+}();
 
 constexpr const char* expression_text = "(a + b) * c - a / b + c * (b - a) / 2 - b * c * 3 + a * 4";
 
@@ -57,9 +82,9 @@ void plain_expression(benchmark::State& state) {
     double b = 3.0;
     double c = 5.0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(a);
-        benchmark::DoNotOptimize(b);
-        benchmark::DoNotOptimize(c);
+        metrify_bench::hide(a);
+        metrify_bench::hide(b);
+        metrify_bench::hide(c);
         benchmark::DoNotOptimize((a + b) * c - a / b + c * (b - a) / 2 - b * c * 3 + a * 4);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "bench/blocks.h"
 #include "bench/bound_block.h"
+#include "bench/hidden_number.h"
 #include "numerics/solve/minimise.h"
 #include "numerics/solve/multi_dim_root.h"
 #include "numerics/solve/one_dim_root.h"
@@ -30,9 +31,9 @@ void block(benchmark::State& state, bool has_units) {
     double x = 1.5;
     double y = 0.0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(x);
+        metrify_bench::hide(x);
         f.evaluate_function(&x, &y, err.str);
-        benchmark::DoNotOptimize(y);
+        metrify_bench::hide(y);
     }
     if (!str_is_empty(err.str))
         state.SkipWithError("the block fails");
@@ -47,9 +48,9 @@ void plain_block(benchmark::State& state) {
     double x = 1.5;
     double y = 1.0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(x);
+        metrify_bench::hide(x);
         metrify_bench::plain_block(x, y, statements);
-        benchmark::DoNotOptimize(y);
+        metrify_bench::hide(y);
     }
     state.SetItemsProcessed(state.iterations());
 }

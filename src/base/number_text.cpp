@@ -1,5 +1,7 @@
 #include "base/number_text.h"
 
+#include "base/short_decimals.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -50,6 +52,26 @@ decimal_form scan_decimal(const char* p) {
     return form;
 }
 
+// False if the number is not short.
+bool read_short_decimal(const decimal_form& form, double& magnitude) {
+    constexpr int usual_exponent = 99;
+    int power = 0;
+    if (form.exponent != form.end) {
+        const char* p = form.exponent + 1;
+        const bool negative = *p == '-';
+        if (negative || *p == '+')
+            ++p;
+        for (; p != form.end && power <= usual_exponent; ++p)
+            power = 10 * power + (*p - '0');
+        if (power > usual_exponent)
+            return false;
+        if (negative)
+            power = -power;
+    }
+    const auto length = static_cast<std::size_t>(form.exponent - form.digits);
+    return short_decimals::read_digits({form.digits, length}, power, magnitude);
+}
+
 // Whether a number outside the range of a double is too large rather than too small. The power of ten of its
 // first non-zero digit decides.
 bool is_above_range(const decimal_form& form) {
@@ -75,6 +97,13 @@ bool is_above_range(const decimal_form& form) {
 std::string_view format_double(double x, number_buffer& buffer) {
     if (std::isnan(x))
         return "nan";
+    short_decimals::six_digits rounded = {};
+    if (short_decimals::round_to_six_digits(std::fabs(x), rounded)) {
+        buffer.text[0] = '-';
+        char* const begin = x < 0.0 ? buffer.text + 1 : buffer.text;
+        const char* const end = short_decimals::write_six_digits(rounded, begin);
+        return {buffer.text, static_cast<std::size_t>(end - buffer.text)};
+    }
     const auto result =
         std::to_chars(buffer.text, buffer.text + sizeof buffer.text, x, std::chars_format::general, 6);
     return {buffer.text, static_cast<std::size_t>(result.ptr - buffer.text)};
@@ -92,7 +121,8 @@ const char* read_double(const char* text, double& value) {
     if (!form.has_digits)
         return text;
     double magnitude = 0.0;
-    if (std::from_chars(form.digits, form.end, magnitude).ec == std::errc::result_out_of_range)
+    if (!read_short_decimal(form, magnitude) &&
+        std::from_chars(form.digits, form.end, magnitude).ec == std::errc::result_out_of_range)
         magnitude = is_above_range(form) ? std::numeric_limits<double>::infinity() : 0.0;
     value = *text == '-' ? -magnitude : magnitude;
     return form.end;

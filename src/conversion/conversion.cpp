@@ -1,6 +1,7 @@
 #include "conversion/conversion.h"
 
 #include "base/number_text.h"
+#include "base/short_decimals.h"
 #include "base/text_str.h"
 #include "conversion/known_conversions.h"
 
@@ -86,6 +87,9 @@ void pick_answer(conversion& cells) {
 
 // A number with six digits, as a listing has it.
 double as_listed(double x) {
+    double listed = 0.0;
+    if (short_decimals::keep_six_digits(x, listed))
+        return listed;
     number_buffer digits;
     const std::string_view text = format_double(x, digits);
     digits.text[text.size()] = '\0';

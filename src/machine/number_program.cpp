@@ -40,7 +40,10 @@ inline bool run_operator(number_handler handler, number& left, number right) {
         return subtract(left, right);
     if (handler == divide)
         return divide(left, right);
-    return handler(left, right);
+    number in_memory = left; // only here is its address taken
+    const bool is_done = handler(in_memory, right);
+    left = in_memory;
+    return is_done;
 }
 
 template <class T>
@@ -61,9 +64,12 @@ void number_program::prepare(const code_list& list) {
         statement.first_node = first;
         statement.nodes = next - first;
         statement.is_last = next == nodes.size();
+        first = next;
+        // The empty statement at the head of a block has no effect before others.
+        if (statement.nodes == 1 && !statement.is_last && nodes[statement.first_node].opcode == OP_NOP)
+            continue;
         compile_scalars(list, statement, code_);
         statements_.push_back(statement);
-        first = next;
     }
 }
 
@@ -88,29 +94,36 @@ bool number_program::run(const replay_statement& statement, dim_value& result, c
     for (const number_variable& read : part(code_.variables, statement.first_variable, statement.variables))
         if (!is_scalar_in(read.entry->value, read.units))
             return false;
-    std::array<number, max_stack_depth + 1> stack; // NOLINT: not initialized
-    stack[0] = {0.0, 0.0};                         // the result of an empty statement
-    number* end = stack.data();                    // after the top
+    // The top of the stack is kept apart from the numbers below it, so that it can be in a register.
+    std::array<number, max_stack_depth + 1> below; // NOLINT: not initialized
+    number* end = below.data();
+    number top = {0.0, 0.0}; // the result of an empty statement
     for (const number_step& step : part(code_.steps, statement.first_step, statement.steps)) {
         bool is_done = true;
         if (step.operate != nullptr) {
-            const number right = step.operand != nullptr ? number{step.operand[0], step.operand[1]} : *--end;
-            is_done = run_operator(step.operate, end[-1], right);
+            number right = top;
+            if (step.operand != nullptr)
+                right = {step.operand[0], step.operand[1]};
+            else
+                top = *--end;
+            is_done = run_operator(step.operate, top, right);
         } else if (step.operand != nullptr) {
-            *end++ = {step.operand[0], step.operand[1]};
+            *end++ = top; // the first step pushes the number that stands for an empty stack
+            top = {step.operand[0], step.operand[1]};
         } else {
+            *end++ = top;
             end -= code_.calls[step.call].record.count;
             is_done = call(code_.calls[step.call], end, ctx, err);
-            ++end;
+            top = *end;
         }
         if (!is_done)
             return false;
     }
     const bool is_held = statement.target != nullptr && statement.target->held;
     if (statement.target != nullptr && !is_held)
-        statement.target->value = to_value(stack[0], statement.units);
+        statement.target->value = to_value(top, statement.units);
     if (statement.is_last) // an assignment to a held variable results in the value it holds
-        result = is_held ? statement.target->value : to_value(stack[0], statement.units);
+        result = is_held ? statement.target->value : to_value(top, statement.units);
     return true;
 }
 

@@ -87,21 +87,19 @@ void block_function::read_solver_vector(double* x, text_str*& err) const {
 }
 
 void block_function::evaluate_function(const double* x, double* y, text_str*& err) {
-    std::fill_n(y, outputs.size(), 0.0);
-    if (is_interrupted_at_long_step()) {
+    if (is_interrupted_at_long_step())
         append(err, interruption_message);
-        return;
-    }
     for (const independent_variable& input : inputs) {
         if (!str_is_empty(err))
-            return;
+            break;
         input.variable.write(component_of(*x++, input.mode), err);
     }
-    if (!str_is_empty(err))
+    if (str_is_empty(err))
+        eval_compiled_stck(unused_result_, block_code(), block_numbers(), replay_, err);
+    if (!str_is_empty(err)) {
+        std::fill_n(y, outputs.size(), 0.0);
         return;
-    eval_compiled_stck(unused_result_, block_code(), block_numbers(), replay_, err);
-    if (!str_is_empty(err))
-        return;
+    }
     for (const bound_variable& output : outputs)
         *y++ = objective_sign * output.read(err);
 }

@@ -1,4 +1,5 @@
 #include "base/number_text.h"
+#include "base/short_decimals.h"
 
 #include <climits>
 #include <cmath>
@@ -152,6 +153,62 @@ TEST(format_double, agrees_with_printf_where_the_seventh_digit_is_a_five) {
     }
 }
 
+// The rounding is decided by the scaled number, which has an error of its own.
+TEST(format_double, agrees_with_printf_next_to_the_middle_of_two_results) {
+    std::mt19937_64 random(12);
+    std::uniform_int_distribution<int> digits(100000, 999999);
+    for (int power = -25; power <= 25; ++power)
+        for (int i = 0; i < 500; ++i) {
+            const std::string text = std::to_string(digits(random)) + ".5e" + std::to_string(power);
+            const double middle = std::strtod(text.c_str(), nullptr); // NOLINT(cert-err34-c): a number
+            for (const double x : {middle, std::nextafter(middle, 0.0), std::nextafter(middle, infinity),
+                                   -middle, middle * (1 - 1e-13), middle * (1 + 1e-13)})
+                ASSERT_EQ(formatted(x), printed(x)) << text;
+        }
+}
+
+TEST(format_double, agrees_with_printf_next_to_powers_of_ten) {
+    for (int power = -30; power <= 30; ++power) {
+        const double exact =
+            std::strtod(("1e" + std::to_string(power)).c_str(), nullptr); // NOLINT(cert-err34-c)
+        double below = exact;
+        double above = exact;
+        for (int i = 0; i < 100; ++i) {
+            ASSERT_EQ(formatted(below), printed(below)) << power;
+            ASSERT_EQ(formatted(above), printed(above)) << power;
+            below = std::nextafter(below, 0.0);
+            above = std::nextafter(above, infinity);
+        }
+        for (const double part : {0.9999994, 0.9999995, 0.9999996, 0.999999949, 0.99999951})
+            ASSERT_EQ(formatted(exact * part), printed(exact * part)) << power;
+    }
+}
+
+TEST(keep_six_digits, agrees_with_formatting_and_reading) {
+    std::mt19937_64 random(31);
+    std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
+    int kept = 0;
+    for (int power = -30; power <= 30; ++power)
+        for (int i = 0; i < 2000; ++i) {
+            const double x = mantissa(random) * std::pow(10.0, power);
+            double result = 0.0;
+            if (!short_decimals::keep_six_digits(x, result))
+                continue;
+            ++kept;
+            double read_again = 0.0;
+            read_double(formatted(x).c_str(), read_again);
+            ASSERT_EQ(bits_of(result), bits_of(read_again)) << x;
+        }
+    EXPECT_GT(kept, 80000); // of numbers between 1e-17 and 1e26
+}
+
+TEST(keep_six_digits, leaves_what_is_out_of_range) {
+    double result = 123.0;
+    for (const double x : {0.0, 1e-300, 1e300, infinity, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_FALSE(short_decimals::keep_six_digits(x, result)) << x;
+    EXPECT_EQ(result, 123.0);
+}
+
 TEST(format_int, writes_whole_numbers) {
     number_buffer buffer;
     EXPECT_EQ(format_int(0, buffer), "0");
@@ -277,6 +334,19 @@ TEST(read_double, rounds_halves_to_even) {
           "1.00000000000000011102230246251565", "1.000000000000000111022302462515655",
           "0.500000000000000166533453693773481063544750213623046875"})
         expect_read_as_strtod(text);
+}
+
+// Up to 15 digits and a power of ten up to 22 need one rounding only; more would need two.
+TEST(read_double, rounds_once_at_any_number_of_digits_and_any_exponent) {
+    std::mt19937_64 random(15);
+    for (std::size_t digits = 1; digits <= 19; ++digits)
+        for (int power = -40; power <= 40; ++power)
+            for (int i = 0; i < 10; ++i) {
+                std::string text = std::to_string(random()).substr(0, digits);
+                text.insert(random() % (text.size() + 1), ".");
+                if (text.size() > 1)
+                    expect_read_as_strtod(text + "e" + std::to_string(power));
+            }
 }
 
 // Sign, digits, point and exponent in any combination, well-formed or not.
