@@ -42,8 +42,8 @@ endif()
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
   ${PROJECT_SOURCE_DIR}/cmake/package/python/postinst ${PROJECT_SOURCE_DIR}/cmake/package/python/prerm)
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "calculator with units for Python
-Converts numbers and NumPy arrays between unit expressions, and runs programs of
-the metrify calculator.")
+Converts numbers and NumPy arrays between unit expressions, and runs programs
+of the metrify calculator.")
 
 # Who links the library depends on this package, and the system's list of libraries is made again.
 file(WRITE ${debian}/shlibs "libmetrify ${PROJECT_VERSION_MAJOR} metrify (>= ${PROJECT_VERSION})\n")
