@@ -47,7 +47,7 @@ TEST(columns_program, explains_the_units_with_hints) {
     EXPECT_EQ(shell("$METRIFY columns --hints --no-hints --from kWh --to J </dev/null").output, error);
 }
 TEST(columns_program, names_the_file_whose_byte_order_mark_is_ignored) {
-    const program_run run = shell("f=$(mktemp -d); printf '\\357\\273\\2771\\n' > $f/a.csv; cd $f; "
+    const shell_result run = shell("f=$(mktemp -d); printf '\\357\\273\\2771\\n' > $f/a.csv; cd $f; "
                                   "$METRIFY columns --from m --to cm a.csv; rm a.csv; rmdir $f");
     EXPECT_EQ(run.output, "metrify: a.csv: a byte order mark is ignored\n100\n");
 }
