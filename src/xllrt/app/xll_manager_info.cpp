@@ -3,6 +3,7 @@
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_lifecycle.h"
 #include "xllrt/gate/host_primitives.h"
+#include "xllrt/value/plain_answer.h"
 #include "xllrt/value/record_memory.h"
 
 namespace metrify {
@@ -26,7 +27,7 @@ bool IsGetName(Record& action) {
     type.xltype = xltypeInt;
     type.val.w = xltypeInt;
     Record value{};
-    return CallHost(xlCoerce, value, action, type) == xlretSuccess && value.val.w == kGetName;
+    return CallHost(xlCoerce, value, action, type) == xlretSuccess && TakeInteger(value) == kGetName;
 }
 
 // The contents of the previous record are not released: the host may have freed them.

@@ -1,6 +1,7 @@
 #include "xllrt/gate/host_version.h"
 
 #include "xllrt/gate/host_primitives.h"
+#include "xllrt/value/plain_answer.h"
 #include "xllrt/value/record_family.h"
 
 #include <atomic>
@@ -32,7 +33,7 @@ int AskForVersion() {
     XLOPER version{};
     const int code = Excel4(xlCoerce | xlIntl, &version, &text, &type);
     Excel4(xlFree, nullptr, &text);
-    return code == xlretSuccess ? version.val.w : 0;
+    return code == xlretSuccess ? TakeInteger(version).value_or(0) : 0;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "xllrt/gate/host_window.h"
 
 #include "xllrt/gate/host_primitives.h"
+#include "xllrt/value/plain_answer.h"
 
 namespace metrify {
 
@@ -25,7 +26,9 @@ WindowHandle GetHostWindow() {
     XLOPER answer{};
     if (Excel4(xlGetHwnd, &answer) != xlretSuccess)
         return nullptr;
-    return Windows().FindWindowOfClass(kHostWindowClass, static_cast<std::uint16_t>(answer.val.w));
+    const std::optional<std::int32_t> low_half = TakeInteger(answer);
+    return low_half ? Windows().FindWindowOfClass(kHostWindowClass, static_cast<std::uint16_t>(*low_half))
+                    : nullptr;
 }
 
 } // namespace metrify
