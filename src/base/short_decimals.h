@@ -9,6 +9,7 @@
 #include <cfloat>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace metrify::short_decimals {
@@ -67,34 +68,34 @@ inline bool keep_six_digits(double x, double& result) {
     return true;
 }
 
-/// Writes the digits without trailing zeros as "%g" does and returns the end.
+/// Writes the digits without trailing zeros as "%g" does and returns the end. Up to 16 characters are
+/// written.
 inline char* write_six_digits(const six_digits& number, char* out) {
-    std::array<char, 6> digits;
+    // Each copy is of a fixed size, the six digits and a few characters that are written over or not used.
+    constexpr std::size_t copied = 8;
+    std::array<char, 2 * copied> digits = {};
     std::uint32_t left = number.digits;
-    for (std::size_t i = digits.size(); i-- > 0; left /= 10)
+    for (std::size_t i = 6; i-- > 0; left /= 10)
         digits[i] = static_cast<char>('0' + left % 10);
-    int count = 6;
-    while (count > 1 && digits[static_cast<std::size_t>(count) - 1] == '0')
+    std::size_t count = 6;
+    while (count > 1 && digits[count - 1] == '0')
         --count;
 
-    const auto write = [&out, &digits](int from, int to) {
-        for (int i = from; i < to; ++i)
-            *out++ = digits[static_cast<std::size_t>(i)];
-    };
     const bool is_fixed = number.power >= -4 && number.power < 6;
-    const int before_point = is_fixed ? number.power + 1 : 1;
-    if (before_point <= 0) {
-        *out++ = '0';
-        *out++ = '.';
-        for (int zeros = before_point; zeros < 0; ++zeros)
-            *out++ = '0';
-        write(0, count);
-        return out;
+    if (is_fixed && number.power < 0) {
+        std::memcpy(out, "0.000000", copied);
+        out += 1 - number.power;
+        std::memcpy(out, digits.data(), copied);
+        return out + count;
     }
-    write(0, before_point);
+    const std::size_t before_point = is_fixed ? static_cast<std::size_t>(number.power) + 1 : 1;
+    std::memcpy(out, digits.data(), copied);
     if (count > before_point) {
-        *out++ = '.';
-        write(before_point, count);
+        out[before_point] = '.';
+        std::memcpy(out + before_point + 1, digits.data() + before_point, copied);
+        out += count + 1;
+    } else {
+        out += before_point;
     }
     if (!is_fixed) {
         const int magnitude = number.power < 0 ? -number.power : number.power;
