@@ -163,7 +163,7 @@ TEST(metrify_program, explains_words_between_the_units) {
 }
 
 TEST(metrify_program, explains_a_decimal_comma_after_a_sign) {
-    const program_run run = run_metrify("--hints -3,5 ft m");
+    const shell_result run = run_metrify("--hints -3,5 ft m");
     EXPECT_EQ(run.output, "VAL: '-3,5' is not a number\nRun with --help for more information.\n"
                           "metrify: hint: the decimal sign is a point: `metrify convert -3.5 ft m` gives "
                           "-1.0668 m\n");

@@ -56,7 +56,7 @@ TEST(sheet_program, refuses_unknown_options) {
 }
 
 TEST(sheet_program, presses_escape_after_the_given_time) {
-    const program_run run =
+    const shell_result run =
         run_sheet("--escape-after 100 '=Metrify(1,\"* BesselJ(2000000000, 2000000001)\",\"\")'");
     EXPECT_EQ(run.output, "\"ERROR: interrupted.\\n\\n\"\t\"\"\n");
     EXPECT_EQ(run.status, 0);

@@ -48,7 +48,7 @@ TEST(columns_program, explains_the_units_with_hints) {
 }
 TEST(columns_program, names_the_file_whose_byte_order_mark_is_ignored) {
     const shell_result run = shell("f=$(mktemp -d); printf '\\357\\273\\2771\\n' > $f/a.csv; cd $f; "
-                                  "$METRIFY columns --from m --to cm a.csv; rm a.csv; rmdir $f");
+                                   "$METRIFY columns --from m --to cm a.csv; rm a.csv; rmdir $f");
     EXPECT_EQ(run.output, "metrify: a.csv: a byte order mark is ignored\n100\n");
 }
 TEST(columns_program, converts_everyday_units) {
