@@ -113,14 +113,24 @@ conversion convert_units_by_line(double val, std::string_view in_units, std::str
     return cells;
 }
 
-conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+bool convert_plain_units(double val, std::string_view in_units, std::string_view out_units,
+                         conversion& cells) {
     // Infinity and not-a-number are names in a line.
     const known_conversion* const known =
         std::isfinite(val) ? find_known_conversion(in_units, out_units) : nullptr;
     if (known == nullptr)
-        return convert_units_by_line(val, in_units, out_units);
-    const double number = as_listed(known->convert(as_listed(val)));
-    return {{}, conversion_outcome::converted, number, known->unit_cell()};
+        return false;
+    cells.outcome = conversion_outcome::converted;
+    cells.number = as_listed(known->convert(as_listed(val)));
+    cells.text = known->unit_cell();
+    return true;
+}
+
+conversion convert_units(double val, std::string_view in_units, std::string_view out_units) {
+    conversion cells;
+    if (!convert_plain_units(val, in_units, out_units, cells))
+        cells = convert_units_by_line(val, in_units, out_units);
+    return cells;
 }
 
 } // namespace metrify

@@ -28,7 +28,13 @@ struct conversion {
 /// Converts val, rounded to six significant digits, from one unit expression to another.
 conversion convert_units(double val, std::string_view in_units, std::string_view out_units);
 
-/// The same, always by running the line.
+/// The same between plain units, which runs no line. False if the units are not plain or not compatible, if
+/// the value is not finite, or if an earlier run of the calculator in use left a report; the cells are
+/// unchanged then.
+bool convert_plain_units(double val, std::string_view in_units, std::string_view out_units,
+                         conversion& cells);
+
+/// The same for any units, always by running the line.
 conversion convert_units_by_line(double val, std::string_view in_units, std::string_view out_units);
 
 /// The same with further units; see language/unit_definitions.h.

@@ -43,10 +43,14 @@ metrify_status metrify_convert(double value, const char* in_units, size_t in_siz
         const argument out = check_text(out_units, out_size);
         if (!in.fault.empty() || !out.fault.empty())
             return fail(METRIFY_BAD_ARGUMENT, in.fault.empty() ? out.fault : in.fault);
-        // Its own calculator, so that no conversion depends on an earlier one.
-        calculator used;
-        const calculator_scope scope(used);
-        *cells = std::make_unique<metrify_cells>(cells_of(convert_units(value, in.text, out.text))).release();
+        conversion answer;
+        if (!convert_plain_units(value, in.text, out.text, answer)) {
+            // Its own calculator, so that no conversion depends on an earlier one.
+            calculator used;
+            const calculator_scope scope(used);
+            answer = convert_units_by_line(value, in.text, out.text);
+        }
+        *cells = std::make_unique<metrify_cells>(cells_of(answer)).release();
         return succeed();
     });
 }
