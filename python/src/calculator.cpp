@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "handle.h"
+#include "made_object.h"
 #include "text.h"
 
 #include <metrify/metrify.h>
@@ -51,7 +52,7 @@ py::tuple cells(double value, const py::str& in_units, const py::str& out_units)
     return py::make_tuple("", "");
 }
 
-class calculator_object {
+class calculator_object : public made_object {
   public:
     calculator_object() {
         metrify_calculator* made = nullptr;
@@ -126,7 +127,7 @@ void add_calculator(py::module_& module) {
     module.def("run", run, run_help, "program"_a);
     module.def("cells", cells, cells_help, "value"_a, "in_units"_a, "out_units"_a = "");
     py::class_<calculator_object>(module, "Calculator", calculator_help)
-        .def(py::init<>())
+        .def(py::init(&make_object<calculator_object>))
         .def("enter", &calculator_object::enter, "Run lines and return their listing.", "lines"_a)
         .def("reset", &calculator_object::reset, "Forget everything, as if the calculator were new.");
 }

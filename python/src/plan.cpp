@@ -2,6 +2,7 @@
 
 #include "conversion.h"
 #include "errors.h"
+#include "made_object.h"
 #include "text.h"
 
 #include <memory>
@@ -48,7 +49,7 @@ py::object convert(const py::object& value, const py::str& in_units, const py::s
     return convert_value(*plan, value, out);
 }
 
-class plan_object {
+class plan_object : public made_object {
   public:
     plan_object(py::str in_units, py::str out_units)
         : plan_(make_plan(text_bytes(in_units).view(), text_bytes(out_units).view())),
@@ -95,7 +96,7 @@ void add_plans(py::module_& module) {
     module.def("convert", convert, convert_help, "value"_a, "in_units"_a, "out_units"_a = "", py::kw_only(),
                "out"_a = py::none());
     py::class_<plan_object>(module, "Plan", plan_help)
-        .def(py::init<py::str, py::str>(), "in_units"_a, "out_units"_a = "")
+        .def(py::init(&make_object<plan_object, py::str, py::str>), "in_units"_a, "out_units"_a = "")
         .def("__call__", &plan_object::convert, "Convert a number or an array, like convert().", "value"_a,
              py::kw_only(), "out"_a = py::none())
         .def_property_readonly("in_units", &plan_object::in_units, "The units of the numbers.")

@@ -77,3 +77,8 @@ def test_the_cells_are_those_of_the_worksheet_function():
 def test_an_error_is_in_the_first_cell():
     assert metrify.cells(3.5, "xyz", "m") == ("ERROR: 'xyz' undefined.\n\n", "")
     assert metrify.cells(3.5, "ft", "kg") == ("ERROR IN REQUESTED OUTPUT: 'kg' is incompatible.\n", "")
+
+
+def test_a_calculator_without_its_constructor_is_refused():
+    with pytest.raises(TypeError, match="without its constructor"):
+        metrify.Calculator.__new__(metrify.Calculator).enter("1 m")

@@ -70,3 +70,8 @@ def test_a_plan_is_used_by_several_threads_at_the_same_time():
         thread.join()
     for result in results:
         np.testing.assert_array_equal(result, results[0])
+
+
+def test_a_plan_without_its_constructor_is_refused():
+    with pytest.raises(TypeError, match="without its constructor"):
+        metrify.Plan.__new__(metrify.Plan)(1)
