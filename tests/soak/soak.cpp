@@ -160,7 +160,7 @@ bool RunCalls(std::uint64_t calls) {
         for (std::uint64_t call = 0; call < each; ++call) {
             if (call == each / 10)
                 barrier.arrive_and_wait();
-            const std::size_t i = (call + thread) % kArguments.size();
+            const auto i = static_cast<std::size_t>((call + thread) % kArguments.size());
             if (DigestOfCall(add_in, kArguments[i]) != expected[i])
                 ++differences;
         }
@@ -190,7 +190,7 @@ bool RunLoads(std::uint64_t loads) {
         is_same = is_same && digest == first && IsBalanced(host);
     }
     std::cout << loads << " loads and unloads" << (is_same ? "\n" : ", with different results\n");
-    return IsFlat("loads", early, ResidentMemory(), loads * kLeftByLoad) && is_same;
+    return IsFlat("loads", early, ResidentMemory(), static_cast<std::size_t>(loads) * kLeftByLoad) && is_same;
 }
 
 std::uint64_t NumberOr(int argc, char** argv, int index, std::uint64_t otherwise) {
