@@ -343,7 +343,7 @@ TEST(read_double, rounds_once_at_any_number_of_digits_and_any_exponent) {
         for (int power = -40; power <= 40; ++power)
             for (int i = 0; i < 10; ++i) {
                 std::string text = std::to_string(random()).substr(0, digits);
-                text.insert(random() % (text.size() + 1), ".");
+                text.insert(static_cast<std::size_t>(random() % (text.size() + 1)), ".");
                 if (text.size() > 1)
                     expect_read_as_strtod(text + "e" + std::to_string(power));
             }
