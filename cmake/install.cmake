@@ -42,7 +42,8 @@ install(FILES ${PROJECT_BINARY_DIR}/package/metrify.pc DESTINATION ${CMAKE_INSTA
 
 if(METRIFY_PROGRAMS AND NOT WIN32)
   file(GLOB manual_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/*.1)
-  file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
+  file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md ${PROJECT_SOURCE_DIR}/docs/*.png
+    ${PROJECT_SOURCE_DIR}/docs/*.svg)
   install(FILES ${manual_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT metrify)
   install(FILES ${PROJECT_SOURCE_DIR}/README.md ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT metrify)
   install(FILES ${PROJECT_SOURCE_DIR}/completions/metrify.bash OPTIONAL
