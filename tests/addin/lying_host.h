@@ -3,6 +3,7 @@
 // A host whose answers to chosen calls are false: of another type than the function has, malformed, or a
 // value together with the code of a failure.
 
+#include "host/core/argument_list.h"
 #include "host/core/host.h"
 #include "host/core/host_exports.h"
 #include "host/sheet/cell_records.h"
@@ -107,13 +108,11 @@ class LyingHost final : public WindowPlatform {
         return Current()->Answer(function, result, count, arguments);
     }
     static int Excel4(int function, XLOPER* result, int count, ...) {
-        std::array<XLOPER*, 30> arguments{};
         std::va_list list;
         va_start(list, count);
-        for (int i = 0; i < count; ++i)
-            arguments[static_cast<std::size_t>(i)] = va_arg(list, XLOPER*);
+        const int code = host::CallWithList(Excel4v, function, result, count, list);
         va_end(list);
-        return Current()->Answer(function, result, count, arguments.data());
+        return code;
     }
 
     int CallHost(int function, XLOPER* result, int count, XLOPER** arguments) {
