@@ -1,8 +1,8 @@
 #pragma once
 
 // The decimal conversions that one multiplication or division computes exactly enough. They cover nearly all
-// numbers of a calculation at a fraction of the time; the others are left to the standard library, which
-// results agree with to the last bit.
+// numbers of a calculation at a fraction of the time; the others are left to the standard library, with which
+// the results agree to the last bit.
 
 #include <array>
 #include <bit>
