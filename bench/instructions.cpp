@@ -7,6 +7,7 @@
 #include "bench/floors.h"
 #include "bench/growing_programs.h"
 #include "bench/loaded_add_in.h"
+#include "bench/searches.h"
 #include "conversion/conversion.h"
 #include "language/driver.h"
 
@@ -81,6 +82,25 @@ Operation evaluations(std::size_t statements, bool has_units) {
     };
 }
 
+// Searches of a system, or their evaluations alone.
+Operation searches(std::size_t pairs, bool is_whole) {
+    return [=](long count) {
+        const metrify_bench::search problem = metrify_bench::solve_of(pairs);
+        problem.bind();
+        metrify::work_text err;
+        metrify::save_start_values(err.str);
+        metrify_bench::recorded_evaluations evaluations;
+        problem.method(evaluations, err.str);
+        for (long i = 0; i < count; ++i) {
+            metrify::restore_start_values(err.str);
+            if (is_whole)
+                problem.method(metrify::bound_block(), err.str);
+            else
+                evaluations.repeat();
+        }
+    };
+}
+
 // One program of so many lines, after a short one whose first uses of everything are not counted. The texts
 // alone are what the difference is formed with.
 Operation growth(const metrify_bench::growing_program& kind, bool is_run) {
@@ -109,6 +129,10 @@ std::map<std::string, Operation> operations = {
     {"block_4", evaluations(4, false)},
     {"block_20", evaluations(20, false)},
     {"block_with_units_4", evaluations(4, true)},
+    {"solve_2", searches(2, true)},
+    {"solve_2_evaluations", searches(2, false)},
+    {"solve_5", searches(5, true)},
+    {"solve_5_evaluations", searches(5, false)},
 };
 
 } // namespace

@@ -84,6 +84,8 @@ class offset_matrix {
     T& operator()(long row, long column) { return block_[index_of(row, column)]; }
     const T& operator()(long row, long column) const { return block_[index_of(row, column)]; }
 
+    long columns() const { return columns_; }
+
   private:
     std::size_t index_of(long row, long column) const {
         return static_cast<std::size_t>((row - low_row_) * columns_ + (column - low_column_));

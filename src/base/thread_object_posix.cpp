@@ -55,11 +55,10 @@ class release_key {
     bool is_made_;
 };
 
-release_key key;
-
 } // namespace
 
 void at_thread_end(void* object, void (*release)(void*)) {
+    static release_key key; // made on first use, so that loading the module runs nothing
     key.add(object, release);
 }
 

@@ -1,5 +1,6 @@
 #include "numerics/solve/multi_dim_root.h"
 
+#include "numerics/linear/products.h"
 #include "numerics/scalar_helpers.h"
 #include "numerics/solve/root_step.h"
 
@@ -13,20 +14,20 @@ constexpr double EPS = 1e-7;
 
 /// The state of both methods. An iteration computes xold, fold and the gradient g before its step p.
 struct root_search {
-    root_search(bound_function& searched, double_vector& numbers, long count)
-        : function(searched), x(numbers), n(count), fvec(dvector(1, count)), xold(dvector(1, count)),
-          g(dvector(1, count)), p(dvector(1, count)) {}
+    root_search(bound_function& searched, vector_view<double> numbers, long count)
+        : function(searched), x(numbers), n(count), memory(count, 4, 0) {}
 
     bound_function& function;
-    double_vector& x;
+    vector_view<double> x;
     long n;
-    double_vector fvec;
+    view_memory memory;
+    vector_view<double> fvec = memory.vector();
     double f = 0.0;
     double stpmax = 0.0;
-    double_vector xold;
+    vector_view<double> xold = memory.vector();
     double fold = 0.0;
-    double_vector g;
-    double_vector p;
+    vector_view<double> g = memory.vector();
+    vector_view<double> p = memory.vector();
 
     /// The first evaluation. True if it has failed, or the start is a root.
     bool is_over_at_start(text_str*& err) {
@@ -73,17 +74,12 @@ pass_result fail(std::uint32_t& check, text_str*& err, std::string_view message)
 }
 
 // g = transposed Jacobian times values
-void form_gradient(const double_matrix& jacobian, root_search& at) {
-    for (long i = 1; i <= at.n; ++i) {
-        double sum = 0.0;
-        for (long j = 1; j <= at.n; ++j)
-            sum += jacobian(j, i) * at.fvec[j];
-        at.g[i] = sum;
-    }
+void form_gradient(matrix_view<const double> jacobian, root_search& at) {
+    multiply_transposed(jacobian, at.fvec, at.n, at.g);
 }
 
-pass_result newton_pass(root_search& at, double_matrix& jacobian, int_vector& indx, std::uint32_t& check,
-                        text_str*& err) {
+pass_result newton_pass(root_search& at, matrix_view<double> jacobian, vector_view<std::int32_t> indx,
+                        std::uint32_t& check, text_str*& err) {
     fdjac(at.function, at.n, at.x, at.fvec, jacobian, err);
     if (!str_is_empty(err))
         return fail(check);
@@ -109,22 +105,24 @@ pass_result newton_pass(root_search& at, double_matrix& jacobian, int_vector& in
 
 /// The factors of the Jacobian in Broyden's method, and the vectors of an update.
 struct broyden_factors {
-    explicit broyden_factors(long n)
-        : r(dmatrix(1, n, 1, n)), qt(dmatrix(1, n, 1, n)), c(dvector(1, n)), d(dvector(1, n)),
-          fvcold(dvector(1, n)), s(dvector(1, n)), t(dvector(1, n)), w(dvector(1, n)) {}
+    explicit broyden_factors(long n) : memory(n, 6, 1) {}
 
-    double_matrix r; // with its diagonal, once formed
-    double_matrix qt;
-    double_vector c;
-    double_vector d; // the diagonal of r
-    double_vector fvcold;
-    double_vector s, t, w;
+    view_memory memory;
+    matrix_pair rows = memory.matrices();
+    matrix_view<double> r = rows.left; // with its diagonal, once formed
+    matrix_view<double> qt = rows.right;
+    vector_view<double> c = memory.vector();
+    vector_view<double> d = memory.vector(); // the diagonal of r
+    vector_view<double> fvcold = memory.vector();
+    vector_view<double> s = memory.vector();
+    vector_view<double> t = memory.vector();
+    vector_view<double> w = memory.vector();
     bool restrt = true; // compute the factors from a new Jacobian
 };
 
 // Computes qt from the reflections that qrdcmp has left in r, and clears r below its diagonal.
 void unfold_factors(broyden_factors& factors, long n) {
-    auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
+    auto& [memory, rows, r, qt, c, d, fvcold, s, t, w, restrt] = factors;
     for (long i = 1; i <= n; ++i)
         for (long j = 1; j <= n; ++j)
             qt(i, j) = i == j ? 1.0 : 0.0;
@@ -162,22 +160,21 @@ pass_result form_factors(root_search& at, broyden_factors& factors, std::uint32_
 // w is the difference between the actual change of the values and that predicted by the factors. True if any
 // component is more than noise.
 bool find_discrepancy(const root_search& at, broyden_factors& factors) {
-    auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
+    auto& [memory, rows, r, qt, c, d, fvcold, s, t, w, restrt] = factors;
     const long n = at.n;
     for (long i = 1; i <= n; ++i)
         s[i] = at.x[i] - at.xold[i];
     for (long i = 1; i <= n; ++i) {
+        const vector_view<double> row = r.row(i);
         double sum = 0.0;
         for (long j = i; j <= n; ++j)
-            sum += r(i, j) * s[j];
+            sum += row[j] * s[j];
         t[i] = sum;
     }
+    multiply_transposed(qt, t, n, w);
     bool is_found = false;
     for (long i = 1; i <= n; ++i) {
-        double sum = 0.0;
-        for (long j = 1; j <= n; ++j)
-            sum += qt(j, i) * t[j];
-        w[i] = at.fvec[i] - fvcold[i] - sum;
+        w[i] = at.fvec[i] - fvcold[i] - w[i];
         if (std::fabs(w[i]) < EPS * (std::fabs(at.fvec[i]) + std::fabs(fvcold[i])))
             w[i] = 0.0;
         else
@@ -189,23 +186,17 @@ bool find_discrepancy(const root_search& at, broyden_factors& factors) {
 pass_result update_factors(root_search& at, broyden_factors& factors, std::uint32_t& check, text_str*& err) {
     if (!find_discrepancy(at, factors))
         return pass_result::goes_on;
-    auto& [r, qt, c, d, fvcold, s, t, w, restrt] = factors;
+    auto& [memory, rows, r, qt, c, d, fvcold, s, t, w, restrt] = factors;
     const long n = at.n;
-    double squared_length = 0.0;
-    for (long i = 1; i <= n; ++i) {
-        double sum = 0.0;
-        for (long j = 1; j <= n; ++j)
-            sum += qt(i, j) * w[j];
-        t[i] = sum;
-        squared_length += square(s[i]);
-    }
+    multiply(qt, w, n, t);
+    const double squared_length = square_sum(s, n);
     for (long i = 1; i <= n; ++i)
         s[i] /= squared_length;
     qrupdt(r, qt, n, t, s);
     for (long i = 1; i <= n; ++i) {
-        if (r(i, i) == 0.0)
-            return fail(check, err, "ERROR:  r singular in broydn.\n");
         d[i] = r(i, i);
+        if (d[i] == 0.0)
+            return fail(check, err, "ERROR:  r singular in broydn.\n");
     }
     return pass_result::goes_on;
 }
@@ -213,18 +204,14 @@ pass_result update_factors(root_search& at, broyden_factors& factors, std::uint3
 // p is minus Q transposed times the values, before it is solved for the step; g is the gradient.
 void form_step(root_search& at, broyden_factors& factors) {
     const long n = at.n;
+    multiply(factors.qt, at.fvec, n, at.p);
     for (long i = 1; i <= n; ++i) {
-        double sum = 0.0;
-        for (long j = 1; j <= n; ++j)
-            sum += factors.qt(i, j) * at.fvec[j];
-        at.p[i] = -sum;
-    }
-    for (long i = n; i >= 1; --i) {
+        at.p[i] = -at.p[i];
+        factors.fvcold[i] = at.fvec[i];
         double sum = 0.0;
         for (long j = 1; j <= i; ++j)
             sum -= factors.r(j, i) * at.p[j];
         at.g[i] = sum;
-        factors.fvcold[i] = at.fvec[i];
     }
     at.remember();
     rsolv(factors.r, n, factors.d, at.p);
@@ -270,7 +257,7 @@ void solve_multi_dim(bound_function& f, std::uint32_t& check, bool use_broydn, t
         newt(f, x, n, check, err);
 }
 
-void newt(bound_function& f, double_vector& x, long n, std::uint32_t& check, text_str*& err) {
+void newt(bound_function& f, vector_view<double> x, long n, std::uint32_t& check, text_str*& err) {
     check = 1;
     root_search at(f, x, n);
     double_matrix jacobian = dmatrix(1, n, 1, n);
@@ -283,7 +270,7 @@ void newt(bound_function& f, double_vector& x, long n, std::uint32_t& check, tex
     fail(check, err, "ERROR:  MAXITS exceeded in newt\n");
 }
 
-void broydn(bound_function& f, double_vector& x, long n, std::uint32_t& check, text_str*& err) {
+void broydn(bound_function& f, vector_view<double> x, long n, std::uint32_t& check, text_str*& err) {
     check = 1;
     root_search at(f, x, n);
     broyden_factors factors(n);

@@ -14,10 +14,10 @@ namespace metrify {
 void solve_multi_dim(bound_function& f, std::uint32_t& check, bool use_broydn, text_str*& err);
 
 /// Newton's method with a new Jacobian in each iteration.
-void newt(bound_function& f, double_vector& x, long n, std::uint32_t& check, text_str*& err);
+void newt(bound_function& f, vector_view<double> x, long n, std::uint32_t& check, text_str*& err);
 
 /// Broyden's method: the Jacobian's factors are updated after each step, and computed again if the line
 /// search fails.
-void broydn(bound_function& f, double_vector& x, long n, std::uint32_t& check, text_str*& err);
+void broydn(bound_function& f, vector_view<double> x, long n, std::uint32_t& check, text_str*& err);
 
 } // namespace metrify

@@ -1,5 +1,6 @@
 #include "numerics/solve/root_step.h"
 
+#include "numerics/linear/products.h"
 #include "numerics/scalar_helpers.h"
 
 #include <cmath>
@@ -12,14 +13,11 @@ constexpr double STPMX = 100.0;
 constexpr double EPS = 1e-6;
 constexpr double ALF = 1e-4;
 
-double norm(const double_vector& v, long n) {
-    double sum = 0.0;
-    for (long i = 1; i <= n; ++i)
-        sum += square(v[i]);
-    return std::sqrt(sum);
+double norm(vector_view<const double> v, long n) {
+    return std::sqrt(square_sum(v, n));
 }
 
-void limit_length(double_vector& p, long n, double stpmax) {
+void limit_length(vector_view<double> p, long n, double stpmax) {
     const double whole = norm(p, n);
     if (!(whole > stpmax))
         return;
@@ -27,7 +25,7 @@ void limit_length(double_vector& p, long n, double stpmax) {
         p[i] *= stpmax / whole;
 }
 
-double least_fraction(const double_vector& p, const double_vector& xold, long n) {
+double least_fraction(vector_view<const double> p, vector_view<const double> xold, long n) {
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
         largest = larger(std::fabs(p[i]) / larger(std::fabs(xold[i]), 1.0), largest);
@@ -64,32 +62,29 @@ bool cubic_fraction(const trial& last, const trial& before, double fold, double 
 
 } // namespace
 
-double half_square_sum(const double_vector& fvec, long n) {
-    double sum = 0.0;
-    for (long i = 1; i <= n; ++i)
-        sum += square(fvec[i]);
-    return 0.5 * sum;
+double half_square_sum(vector_view<const double> fvec, long n) {
+    return 0.5 * square_sum(fvec, n);
 }
 
-double largest_magnitude(const double_vector& fvec, long n) {
+double largest_magnitude(vector_view<const double> fvec, long n) {
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
         largest = larger(std::fabs(fvec[i]), largest);
     return largest;
 }
 
-double longest_step(const double_vector& x, long n) {
+double longest_step(vector_view<const double> x, long n) {
     return STPMX * larger(norm(x, n), static_cast<double>(n));
 }
 
-double relative_change(const double_vector& x, const double_vector& xold, long n) {
+double relative_change(vector_view<const double> x, vector_view<const double> xold, long n) {
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
         largest = larger(std::fabs(x[i] - xold[i]) / larger(std::fabs(x[i]), 1.0), largest);
     return largest;
 }
 
-double relative_gradient(const double_vector& g, const double_vector& x, double f, long n) {
+double relative_gradient(vector_view<const double> g, vector_view<const double> x, double f, long n) {
     const double size = larger(f, 0.5 * static_cast<double>(n));
     double largest = 0.0;
     for (long i = 1; i <= n; ++i)
@@ -97,8 +92,8 @@ double relative_gradient(const double_vector& g, const double_vector& x, double 
     return largest;
 }
 
-void fdjac(bound_function& function, long n, double_vector& x, const double_vector& fvec, double_matrix& df,
-           text_str*& err) {
+void fdjac(bound_function& function, long n, vector_view<double> x, vector_view<const double> fvec,
+           matrix_view<double> df, text_str*& err) {
     double_vector moved = dvector(1, n);
     for (long j = 1; j <= n; ++j) {
         const double plain = x[j];
@@ -116,9 +111,9 @@ void fdjac(bound_function& function, long n, double_vector& x, const double_vect
     }
 }
 
-void lnsrch(bound_function& function, long n, const double_vector& xold, double fold, const double_vector& g,
-            double_vector& p, double_vector& x, double& f, double stpmax, std::uint32_t& check,
-            double_vector& fvec, text_str*& err) {
+void lnsrch(bound_function& function, long n, vector_view<const double> xold, double fold,
+            vector_view<const double> g, vector_view<double> p, vector_view<double> x, double& f,
+            double stpmax, std::uint32_t& check, vector_view<double> fvec, text_str*& err) {
     check = 1;
     limit_length(p, n, stpmax);
     double slope = 0.0;

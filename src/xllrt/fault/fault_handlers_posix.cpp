@@ -35,17 +35,6 @@ class EarlierHandlers {
     constexpr EarlierHandlers() = default;
     EarlierHandlers(const EarlierHandlers&) = delete;
     EarlierHandlers& operator=(const EarlierHandlers&) = delete;
-    // Other code may have restored our handler, which it saw during a guard. It must not outlive the module.
-    ~EarlierHandlers() {
-        for (std::size_t i = 0; i < kFaultSignals.size(); ++i) {
-            struct sigaction found {};
-            sigaction(kFaultSignals[i], nullptr, &found);
-            if (IsOurs(found)) {
-                const struct sigaction earlier = Present(i);
-                sigaction(kFaultSignals[i], &earlier, nullptr);
-            }
-        }
-    }
 
     // Installs our handlers and keeps those that they replace.
     void InstallOurs() {
@@ -123,6 +112,16 @@ class EarlierHandlers {
 };
 
 constinit EarlierHandlers earlier_handlers;
+
+// Other code may have restored our handler, which it saw during a guard. It must not outlive the module.
+class RestoreAtUnload {
+  public:
+    RestoreAtUnload() = default;
+    RestoreAtUnload(const RestoreAtUnload&) = delete;
+    RestoreAtUnload& operator=(const RestoreAtUnload&) = delete;
+    ~RestoreAtUnload() { earlier_handlers.Restore(); }
+};
+
 constinit std::atomic<FaultTaker> fault_taker = nullptr;
 
 // The number of holds in all threads. It changes from and to 0 under the lock only.
@@ -179,6 +178,7 @@ FaultHandlerHold::FaultHandlerHold(FaultTaker taker) {
     if (CountWithoutTransition(1, 1U))
         return;
     const std::lock_guard lock(transitions);
+    static const RestoreAtUnload at_unload;
     fault_taker = taker;
     if (number_of_holds == 0)
         earlier_handlers.InstallOurs();

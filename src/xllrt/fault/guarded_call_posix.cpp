@@ -168,7 +168,10 @@ ThreadGuard& GuardOfThisThread() {
 }
 
 // Those of an open add-in. Emptied when the add-in closes, before the module is unloaded.
-constinit std::optional<FaultHandlerHold> installed_handlers;
+std::optional<FaultHandlerHold>& InstalledHandlers() {
+    static std::optional<FaultHandlerHold> installed;
+    return installed;
+}
 
 // All threads read this for each guard, so it is written only when the handlers change.
 constinit std::atomic<bool> are_handlers_installed = false;
@@ -198,8 +201,8 @@ class ScopeLink {
 } // namespace
 
 void InstallFaultHandlers() {
-    if (!installed_handlers) {
-        installed_handlers.emplace(TakeFault);
+    if (!InstalledHandlers()) {
+        InstalledHandlers().emplace(TakeFault);
         are_handlers_installed = true;
     }
 }
@@ -208,9 +211,9 @@ void RestoreFaultHandlers() {
     are_handlers_installed = false;
     // The add-in may be closed by one of its own commands, inside a guard.
     auto* const guard = static_cast<ThreadGuard*>(guard_slot.Get());
-    if (installed_handlers && guard && guard->innermost && !guard->handlers)
+    if (InstalledHandlers() && guard && guard->innermost && !guard->handlers)
         guard->handlers.emplace(TakeFault);
-    installed_handlers.reset();
+    InstalledHandlers().reset();
 }
 
 std::uint32_t CallGuarded(void (*body)(void*), void* context) {
