@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -522,6 +523,14 @@ TEST(text_compare_nocase, compares_whole_texts) {
     EXPECT_GT(text_compare_nocase("ends", "end"), 0);
     EXPECT_LT(text_compare_nocase("end", "ends"), 0);
     EXPECT_EQ(text_compare_nocase("\xc4", "\xe4"), '\xc4' - '\xe4');
+}
+
+TEST(text_compare_nocase, reads_nothing_after_the_texts) {
+    constexpr std::string_view longer = "abcX";
+    constexpr std::string_view other = "abdY";
+    EXPECT_EQ(text_compare_nocase(longer.substr(0, 2), other.substr(0, 2)), 0);
+    EXPECT_EQ(text_compare_nocase(longer.substr(0, 3), other.substr(0, 2)), 'c');
+    EXPECT_EQ(text_compare_nocase(longer.substr(0, 2), other.substr(0, 3)), -'d');
 }
 
 TEST(count_char_in_text, counts_a_character) {

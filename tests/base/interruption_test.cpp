@@ -91,4 +91,21 @@ TEST_F(interruption_question_test, is_not_asked_once_the_run_is_to_end) {
     EXPECT_EQ(asked, 0);
 }
 
+// A short run does not read the clock: only each sixteenth long step does.
+TEST_F(interruption_question_test, is_not_asked_before_the_second_reading_of_the_clock) {
+    interruption stop;
+    const interruption_scope obeys(stop, ask);
+    const auto take_steps = [](int count) {
+        for (int i = 0; i < count; ++i)
+            is_interrupted_at_long_step();
+    };
+    take_steps(15);
+    std::this_thread::sleep_for(milliseconds(60));
+    take_steps(16);
+    EXPECT_EQ(asked, 0);
+    std::this_thread::sleep_for(milliseconds(60));
+    take_steps(1);
+    EXPECT_EQ(asked, 1);
+}
+
 } // namespace

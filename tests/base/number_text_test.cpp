@@ -290,6 +290,14 @@ TEST(read_double, gives_zero_for_a_number_that_is_too_small) {
     EXPECT_EQ(bits_of(read("-1e-400").value), bits_of(-0.0));
 }
 
+// The zeros after the point and the exponent count together.
+TEST(read_double, gives_zero_for_a_number_too_small_in_spite_of_a_positive_exponent) {
+    const std::string zeros(1000, '0');
+    EXPECT_EQ(bits_of(read("0." + zeros + "1e500").value), bits_of(0.0));
+    EXPECT_EQ(bits_of(read("0." + zeros + "1e+500").value), bits_of(0.0));
+    EXPECT_EQ(read("1" + zeros + "e-500").value, infinity);
+}
+
 TEST(read_double, reads_denormals) {
     for (const char* text : {"4.9e-324", "5e-324", "3e-324", "2.4703282292062328e-324", "1e-320", "1e-310",
                              "2.2250738585072011e-308", "2.2250738585072014e-308", "-1.5e-315"})

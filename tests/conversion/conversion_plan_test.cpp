@@ -8,6 +8,7 @@
 #include <limits>
 #include <memory>
 #include <numeric>
+#include <span>
 #include <vector>
 
 namespace {
@@ -142,6 +143,17 @@ TEST(conversion_plan, converts_spans_of_any_length) {
         plan.apply(from, to);
         for (std::size_t i = 0; i < size; ++i)
             EXPECT_EQ(to[i], plan(from[i])) << i << " of " << size;
+    }
+}
+TEST(conversion_plan, writes_nothing_after_the_span) {
+    const conversion_plan plan = plan_of("km", "m");
+    const std::array<double, 17> from = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17};
+    for (std::size_t size = 0; size < from.size(); ++size) {
+        std::array<double, 17> to;
+        to.fill(-1.0);
+        plan.apply(std::span(from).first(size), std::span(to).first(size));
+        for (std::size_t i = size; i < to.size(); ++i)
+            EXPECT_EQ(to[i], -1.0) << i << " of " << size;
     }
 }
 TEST(conversion_plan, converts_a_span_in_place) {

@@ -51,6 +51,20 @@ TEST(function_help, shows_as_many_arguments_as_a_function_takes) {
     }
 }
 
+TEST(function_help, has_a_blank_between_the_call_and_its_description) {
+    function_facts function = {};
+    function.name = "a_name_of_28_characters_long";
+    function.argument_names = "";
+    function.what = "what";
+    EXPECT_EQ(help_line(function), "a_name_of_28_characters_long() what\n");
+    function.argument_names = "x";
+    EXPECT_EQ(help_line(function), "a_name_of_28_characters_long(x) what\n");
+    function.argument_names = "xy";
+    EXPECT_EQ(help_line(function), "a_name_of_28_characters_long(xy) what\n");
+    function.name = "f";
+    EXPECT_EQ(help_line(function), "f(xy)" + std::string(25, ' ') + "what\n");
+}
+
 TEST(function_help, finds_a_name_in_any_case) {
     EXPECT_EQ(find_function_help("besselj"), find_function_help("BesselJ"));
     EXPECT_EQ(find_function_help("bessel"), nullptr);

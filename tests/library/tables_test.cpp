@@ -171,6 +171,34 @@ TEST(library_functions, report_an_unknown_name) {
     EXPECT_EQ(metrify_function_at(0, nullptr), METRIFY_BAD_ARGUMENT);
 }
 
+// The status that a call returned, which must be METRIFY_BAD_ARGUMENT, and its message.
+std::string reason(metrify_status status) {
+    return status == METRIFY_BAD_ARGUMENT ? metrify_message() : "another status";
+}
+
+TEST(library_messages, tell_that_there_is_no_place_for_the_result) {
+    const std::string expected = "the pointer to the result is null";
+    EXPECT_EQ(reason(metrify_unit_at(0, nullptr)), expected);
+    EXPECT_EQ(reason(metrify_unit_find("ft", 2, nullptr)), expected);
+    EXPECT_EQ(reason(metrify_function_at(0, nullptr)), expected);
+    EXPECT_EQ(reason(metrify_function_find("sin", 3, nullptr)), expected);
+    EXPECT_EQ(reason(metrify_plan_new("m", 1, "m", 1, nullptr)), expected);
+    EXPECT_EQ(reason(metrify_convert(1, "m", 1, "m", 1, nullptr)), expected);
+}
+TEST(library_messages, tell_what_is_wrong_with_a_text) {
+    metrify_unit unit = {};
+    metrify_function function = {};
+    metrify_cells* cells = nullptr;
+    EXPECT_EQ(reason(metrify_unit_find("f\0t", 3, &unit)), "a text contains a zero byte");
+    EXPECT_EQ(reason(metrify_unit_find(nullptr, 2, &unit)), "a text is null");
+    EXPECT_EQ(reason(metrify_function_find("s\0n", 3, &function)), "a text contains a zero byte");
+    EXPECT_EQ(reason(metrify_function_find(nullptr, 3, &function)), "a text is null");
+    EXPECT_EQ(reason(metrify_convert(1, "m", 1, nullptr, 1, &cells)), "a text is null");
+    EXPECT_EQ(reason(metrify_convert(1, "m\0", 2, nullptr, 1, &cells)), "a text contains a zero byte");
+    EXPECT_EQ(reason(plan_handle(std::string_view("m\0m", 3), "m").status()), "a text contains a zero byte");
+    EXPECT_EQ(reason(plan_handle("m", std::string_view("m\0m", 3)).status()), "a text contains a zero byte");
+}
+
 TEST(library, has_a_version) {
     EXPECT_STREQ(metrify_version(), "0.1.0");
 }

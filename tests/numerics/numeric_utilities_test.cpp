@@ -3,6 +3,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <new>
 #include <set>
 
 namespace {
@@ -134,6 +135,24 @@ TEST(nrerror_death_test, writes_three_lines_and_ends_the_process_with_status_1) 
                 "Numerical Recipes run-time error \\.\\.\\.\r?\n"
                 "Allocation failure in somewhere\\(\\)\\.\r?\n"
                 "\\.\\.\\. now exiting to system \\.\\.\\.\r?\n\r?\n");
+}
+
+TEST(memory_failure_scope, turns_a_failure_into_an_exception) {
+    const memory_failure_scope outer;
+    {
+        const memory_failure_scope inner;
+        EXPECT_THROW(nrerror("inside"), std::bad_alloc);
+    }
+    EXPECT_THROW(nrerror("still inside"), std::bad_alloc);
+}
+
+TEST(memory_failure_scope_death_test, has_no_effect_after_its_end) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto fail_later = [] {
+        { const memory_failure_scope ended; }
+        nrerror("later");
+    };
+    EXPECT_EXIT(fail_later(), testing::ExitedWithCode(1), "later");
 }
 
 } // namespace
