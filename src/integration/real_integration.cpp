@@ -1,6 +1,7 @@
 #include "integration/real_integration.h"
 
 #include "integration/application/com_holder.h"
+#include "integration/com/kept_module.h"
 #include "integration/wizard/wizard_detector.h"
 #include "integration/wizard/wizard_hook.h"
 #include "integration/wizard/wizard_registry.h"
@@ -51,6 +52,10 @@ std::unique_ptr<IXlFormulaWizardDetector> CXlRealIntegration::MakeWizardDetector
 
 std::unique_ptr<IXlComHolder> CXlRealIntegration::MakeComHolder() const {
     return std::make_unique<CXlComHolder>();
+}
+
+void CXlRealIntegration::KeepModule() const {
+    metrify::KeepModule();
 }
 
 } // namespace metrify

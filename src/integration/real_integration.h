@@ -12,6 +12,7 @@ class CXlRealIntegration final : public CXlIntegration {
     std::unique_ptr<IXlWizExUIFunctionRegistry> MakeWizardRegistry() const override;
     std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const override;
     std::unique_ptr<IXlComHolder> MakeComHolder() const override;
+    void KeepModule() const override;
 };
 
 } // namespace metrify

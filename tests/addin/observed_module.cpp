@@ -2,6 +2,7 @@
 
 #include "addin/application.h"
 #include "addin/function_records.h"
+#include "tests/called_during_event.h"
 #include "xllrt/app/ribbon_callback.h"
 
 namespace metrify {
@@ -28,7 +29,14 @@ class CopyingObserver final : public CXlEventStaticObserver<CXlWorkbookBeforeSav
     void Notify(CXlBeforeSaveEventArgs& args) override { args.cancel = args.saveAs; }
 };
 
+// Lets the host act during an event.
+class CallingObserver final : public CXlEventStaticObserver<CXlWorkbookOpenEvent> {
+  public:
+    void Notify(CXlWorkbookEventArgs& args) override { CallFunctionIn(args.workbook); }
+};
+
 const KeepingObserver keeping_observer;
+const CallingObserver calling_observer;
 const CopyingObserver copying_observer;
 
 } // namespace

@@ -2,9 +2,11 @@
 
 #include "host/program/program_platform.h"
 #include "host/sheet/utf8.h"
+#include "tests/called_during_event.h"
 #include "tests/expected_leaks.h"
 #include "tests/host/host_requests.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -161,6 +163,93 @@ TEST_P(observed_module, lives_from_loading_to_unloading) {
     EXPECT_EQ(host_.state().ledger.Counts().Outstanding(), 0U);
     EXPECT_EQ(host_.state().results.marked, host_.state().results.given_back);
 }
+
+// ---- Closing and unloading while an event is handled
+
+Host* closing_host = nullptr;
+
+void CloseTwice() {
+    EXPECT_EQ(closing_host->CallEntryPoint("xlAutoClose"), 1);
+    EXPECT_EQ(closing_host->CallEntryPoint("xlAutoClose"), 1);
+}
+
+void CloseAndUnload() {
+    CloseTwice();
+    closing_host->Unload();
+    closing_host->Unload();
+}
+
+// The module may stay in memory, so that each test has a copy.
+class ModuleCopy {
+  public:
+    ModuleCopy(std::string path, const std::string& name) : path_(std::move(path)) {
+        const std::filesystem::path original(path_);
+        path_ = original.parent_path() / (name + original.extension().string());
+        std::filesystem::copy_file(original, path_, std::filesystem::copy_options::overwrite_existing);
+    }
+    ~ModuleCopy() {
+        std::error_code ignored; // a loaded file cannot be removed on Windows
+        std::filesystem::remove(path_, ignored);
+    }
+    ModuleCopy(const ModuleCopy&) = delete;
+    ModuleCopy& operator=(const ModuleCopy&) = delete;
+
+    std::string Path() const { return path_.string(); }
+
+  private:
+    std::filesystem::path path_;
+};
+
+class closing_during_event : public observed_module {
+  protected:
+    closing_during_event() { path_.insert(path_.rfind('.'), "Observed"); }
+
+    void Open(const std::string& path) {
+        std::string error;
+        ASSERT_TRUE(host_.Load(path, error)) << error;
+        ASSERT_EQ(OnThread<std::optional<std::int32_t>>([&] { return host_.CallEntryPoint("xlAutoOpen"); }),
+                  1);
+        closing_host = &host_;
+    }
+
+    std::optional<CellValue> Raise(const std::string& name, void (*function)()) {
+        const std::u16string observer = FromUtf8("xll_" + name + "_observer");
+        return Run(observer.c_str(), {8.0, FromUtf8(TextOfCall(function))});
+    }
+
+    void ExpectNothingLeft() {
+        EXPECT_EQ(host_.state().ledger.Counts().Outstanding(), 0U);
+        EXPECT_EQ(host_.state().results.marked, host_.state().results.given_back);
+        EXPECT_TRUE(host_.state().alerts.empty());
+    }
+};
+
+TEST_P(closing_during_event, returns_to_the_host_which_may_unload_later) {
+    const std::string name = "ClosedDuringEvent" + std::to_string(GetParam());
+    const ModuleCopy copy(path_, name);
+    Open(copy.Path());
+    const std::size_t menus = host_.state().menus.menus().size();
+    EXPECT_EQ(Raise(name, CloseTwice), CellValue(false));
+    EXPECT_EQ(host_.state().menus.menus().size(), menus - 1);
+    EXPECT_EQ(Evaluate(u"=Metrify(3.5,\"ft\",\"m\")"), CellValue(RowOf({1.0668, u"m\n\n"})));
+    host_.Unload();
+    ExpectNothingLeft();
+}
+
+TEST_P(closing_during_event, may_unload_the_module_which_ends_with_the_command) {
+    const std::string name = "UnloadedDuringEvent" + std::to_string(GetParam());
+    const ModuleCopy copy(path_, name);
+    Open(copy.Path());
+    EXPECT_EQ(Raise(name, CloseAndUnload), CellValue(false));
+    EXPECT_EQ(host_.state().module, nullptr);
+    EXPECT_TRUE(host_.state().registrations.All().empty());
+    EXPECT_EQ(Raise(name, CloseAndUnload), std::nullopt);
+    ExpectNothingLeft();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    versions, closing_during_event, testing::Values(4, 11, 12, 15),
+    [](const auto& version) { return "version_" + std::to_string(version.param); });
 
 INSTANTIATE_TEST_SUITE_P(versions, observed_module, testing::Values(4, 11, 12, 15),
                          [](const auto& version) { return "version_" + std::to_string(version.param); });

@@ -2,6 +2,7 @@
 
 #include "integration/application/integration_exports.h"
 #include "integration/real_integration.h"
+#include "tests/called_during_event.h"
 #include "xllrt/app/xll_app.h"
 #include "xllrt/app/xll_exports.h"
 #include "xllrt/event/app_events.h"
@@ -29,6 +30,15 @@ class Keeper final : public CXlStaticEventObserver<CXlBeforeCloseEventArgs> {
 };
 
 Keeper keeper;
+
+// Lets the host act during an event.
+class Caller final : public CXlStaticEventObserver<CXlWorkbookEventArgs> {
+  public:
+    Caller() : CXlStaticEventObserver(CXlWorkbookOpenEvent::Chain()) {}
+    void Notify(CXlWorkbookEventArgs& args) override { CallFunctionIn(args.workbook); }
+};
+
+Caller caller;
 
 } // namespace
 

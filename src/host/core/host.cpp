@@ -113,6 +113,10 @@ void Host::Unload() {
     if (!module_)
         return;
     state_.registrations.RemoveModule(module_->Path());
+    if (state_.running_commands > 0) {
+        state_.unloading = std::move(module_);
+        return;
+    }
     // The module may call the host while it is unloaded.
     module_.reset();
     state_.module = nullptr;

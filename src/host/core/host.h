@@ -39,7 +39,7 @@ class Host {
     bool Load(const std::string& path, std::string& error);
     /// Takes over a module that is already loaded.
     void Adopt(std::unique_ptr<AddInModule> module);
-    /// Removes the registrations of the module and unloads it.
+    /// Removes the registrations of the module and unloads it, after the end of a command that is running.
     void Unload();
 
     /// Calls an entry without arguments, such as `xlAutoOpen`, and gives its result. Nothing if the module

@@ -49,6 +49,29 @@ CellValue TakeAnyRecord(HostState& state, Record* record) {
     return value;
 }
 
+// A module that a command unloads stays until the outermost command has returned.
+class CommandScope {
+  public:
+    CommandScope(HostState& state, CallContext context)
+        : state_(context == CallContext::command ? &state : nullptr) {
+        if (state_)
+            ++state_->running_commands;
+    }
+    ~CommandScope() {
+        if (!state_ || --state_->running_commands > 0 || !state_->unloading)
+            return;
+        const bool is_current = state_->module == state_->unloading.get();
+        state_->unloading.reset(); // which may call the host
+        if (is_current)
+            state_->module = nullptr;
+    }
+    CommandScope(const CommandScope&) = delete;
+    CommandScope& operator=(const CommandScope&) = delete;
+
+  private:
+    HostState* state_;
+};
+
 } // namespace
 
 CellValue TakeResultRecord(HostState& state, XLOPER* record) {
@@ -94,6 +117,7 @@ CellValue CallRegistered(HostState& state, const Registration& registration,
     if (context == CallContext::worksheet_function && type.is_macro)
         context = CallContext::macro_function;
     const ContextScope scope(context);
+    const CommandScope command(state, context);
     return TakeResult(state, type, CallEntry(registration.entry, signature, prepared.words()));
 }
 

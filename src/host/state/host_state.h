@@ -14,6 +14,7 @@
 
 #include <atomic>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -56,7 +57,9 @@ struct HostState {
     CallLog log;
     FaultSwitch faults; ///< has no effect on calculation threads
 
-    const AddInModule* module = nullptr; ///< the loaded module, or null
+    const AddInModule* module = nullptr;    ///< the loaded module, or null
+    int running_commands = 0;               ///< calls of commands that have not returned
+    std::unique_ptr<AddInModule> unloading; ///< a module that is unloaded when they have
 
     std::vector<CellValue> international; ///< the items of workspace information 37
     std::uint32_t window_handle = 0x0012ABCD;

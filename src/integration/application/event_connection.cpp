@@ -1,6 +1,7 @@
 #include "integration/application/event_connection.h"
 
 #include "integration/com/busy_host.h"
+#include "integration/com/kept_module.h"
 
 #include <ocidl.h>
 
@@ -24,13 +25,6 @@ HRESULT AtlUnadvise(IUnknown* source, DWORD cookie) {
     ComPtr<IConnectionPoint> point;
     const HRESULT code = FindPoint(source, point);
     return FAILED(code) ? code : point->Unadvise(cookie);
-}
-
-// Keeps the module loaded until the process ends: the host may still call into it.
-void KeepModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                       reinterpret_cast<const wchar_t*>(&KeepModule), &module);
 }
 
 } // namespace
@@ -69,7 +63,7 @@ bool CEventConnection::Disconnect(IDispatch* application, ComFailure& failure) {
     sink_->SetApplication(nullptr);
     if (FAILED(code)) {
         sink_.Release(); // the reference keeps it alive
-        KeepModule();
+        KeepModule();    // the host may still call into it
         failure = {SystemText(u"AtlUnadvise", code), code};
         return false;
     }

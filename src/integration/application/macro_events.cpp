@@ -100,10 +100,11 @@ bool CMacroEvents::Register(CXllApp& add_in) {
     return true;
 }
 
-void CMacroEvents::Handle(XlMacroEvent event, const ComPtr<IDispatch>& application, CXllApp* add_in) {
+void CMacroEvents::Handle(XlMacroEvent event, ComPtr<IDispatch> application, CXllApp* add_in) {
+    // The operation may unload the add-in and destroy this object.
+    const std::u16string saved_name = entries_.at(event).saved_name;
     if (add_in)
         Guarded([&] { CallOperation(event, application.Get(), *add_in); });
-    const std::u16string& saved_name = entries_.at(event).saved_name;
     if (application && !saved_name.empty()) {
         ComVariant dropped;
         RunExcelMacroFromDisp(application.Get(), FilledText(u"{0}()", saved_name), dropped);

@@ -28,8 +28,8 @@ class CMacroEvents {
     bool Disconnect(IDispatch* application, ComFailure& failure);
 
     /// Calls the add-in's operation, if there is an add-in, and then the macro that the property named
-    /// before, even if the operation throws. The operation may release the application.
-    void Handle(XlMacroEvent event, const ComPtr<IDispatch>& application, CXllApp* add_in);
+    /// before, even if the operation throws. The operation may destroy this object.
+    void Handle(XlMacroEvent event, ComPtr<IDispatch> application, CXllApp* add_in);
 
   private:
     struct Entry {

@@ -117,11 +117,13 @@ void CXllCom::HandleMacroEvent(XlMacroEvent event) {
 }
 
 HRESULT CXllCom::RunMacroByText(std::u16string_view text, ComVariant& answer) {
-    return metrify::RunMacroByText(application_.Get(), text, answer);
+    const ComPtr<IDispatch> application = application_; // the macro may shut down
+    return metrify::RunMacroByText(application.Get(), text, answer);
 }
 
 HRESULT CXllCom::RunMacroByName(std::span<const ComVariant> arguments, ComVariant& answer) {
-    return metrify::RunMacroByName(application_.Get(), arguments, answer);
+    const ComPtr<IDispatch> application = application_; // the macro may shut down
+    return metrify::RunMacroByName(application.Get(), arguments, answer);
 }
 
 HRESULT CXllCom::ActiveWorksheet(ComPtr<IDispatch>& sheet) const {

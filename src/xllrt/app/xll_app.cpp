@@ -19,6 +19,17 @@ namespace {
 
 constinit CXllApp* current_application = nullptr;
 
+class CountedEvent {
+  public:
+    explicit CountedEvent(int& count) : count_(count) { ++count_; }
+    CountedEvent(const CountedEvent&) = delete;
+    CountedEvent& operator=(const CountedEvent&) = delete;
+    ~CountedEvent() { --count_; }
+
+  private:
+    int& count_;
+};
+
 } // namespace
 
 CXllApp::CXllApp(const CXlIntegration& integration) : integration_(integration) {
@@ -114,7 +125,7 @@ void EnableHostEvent(int number, bool on) {
         application->EnableEvent(number, on);
 }
 
-IXlComHolder& CXllApp::ComHolder() {
+std::shared_ptr<IXlComHolder> CXllApp::ComHolder() {
     if (!com_holder_) {
         std::unique_ptr<IXlComHolder> holder = integration_.MakeComHolder();
         XlComFailure failure;
@@ -122,12 +133,17 @@ IXlComHolder& CXllApp::ComHolder() {
             throw CXlComException(failure.text, failure.code);
         com_holder_ = std::move(holder);
     }
-    return *com_holder_;
+    return com_holder_;
+}
+
+void CXllApp::KeepModuleDuringEvent() {
+    if (events_in_progress_ > 0)
+        integration_.KeepModule();
 }
 
 void CXllApp::EnableEvent(int number, bool on) {
     XlComFailure failure;
-    if (on && !ComHolder().Connect(failure))
+    if (on && !ComHolder()->Connect(failure))
         throw CXlComException(failure.text, failure.code);
     // Intentional: switching an event off keeps the connection.
     eventSwitches.at(static_cast<std::size_t>(number)) = on;
@@ -146,10 +162,12 @@ bool CXllApp::RaiseEvent(int number, bool is_cancellable, std::string_view signa
             return false;
         target = observerFunctionName;
     }
+    const CountedEvent in_progress(events_in_progress_);
     CXlOper answer;
     try {
-        IXlComHolder& holder = ComHolder();
-        XlEventCall call(holder, target);
+        // The handler may unload the add-in.
+        const std::shared_ptr<IXlComHolder> holder = ComHolder();
+        XlEventCall call(*holder, target);
         if (is_observer_call)
             call.AddNumber(number);
         call.AddArguments(signature, {arguments});

@@ -95,6 +95,10 @@ class CXllApp {
     bool RaiseEvent(int number, bool is_cancellable, std::string_view signature,
                     std::initializer_list<XlEventArgument> arguments);
 
+    /// Called when the add-in is closed. The host may unload the module next, and an event that is in
+    /// progress returns to it: then the module stays in memory.
+    void KeepModuleDuringEvent();
+
     /// Sets the ribbon by its mode: none or shared. Returns false, with nothing changed, for any other
     /// mode.
     bool SetRibbonMode(int mode);
@@ -131,10 +135,11 @@ class CXllApp {
     bool Raise(XlHostEventNumber number, std::initializer_list<XlEventArgument> arguments);
 
     /// Created and started on first use. Throws a `CXlComException` if the start fails.
-    IXlComHolder& ComHolder();
+    std::shared_ptr<IXlComHolder> ComHolder();
 
     const CXlIntegration& integration_;
-    std::unique_ptr<IXlComHolder> com_holder_;
+    std::shared_ptr<IXlComHolder> com_holder_; // shared with the events in progress
+    int events_in_progress_ = 0;
     // Destroyed in reverse order.
     std::unique_ptr<IXlFormulaWizardDetector> wizard_detector_;
     std::unique_ptr<IXlWizExUIFunctionRegistry> wizard_registry_;

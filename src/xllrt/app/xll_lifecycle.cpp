@@ -176,6 +176,7 @@ int CloseAddIn() {
     CXllApp* const application = CXllApp::Instance();
     if (!application)
         return 1;
+    application->KeepModuleDuringEvent();
     ReleaseWizardRegistry(*application);
     if (is_opened) {
         CXlEventArgs args;

@@ -4,6 +4,7 @@
 // application attaches the chain to the event later.
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace metrify {
@@ -78,7 +79,11 @@ class CXlEvent {
         const auto found = std::find(observers_.begin(), observers_.end(), observer);
         if (found == observers_.end())
             return;
+        const auto index = static_cast<std::size_t>(found - observers_.begin());
         observers_.erase(found);
+        for (Walk* walk = walk_; walk; walk = walk->outer)
+            if (index < walk->next)
+                --walk->next;
         if (observers_.empty())
             OnNoObservers();
     }
@@ -93,14 +98,31 @@ class CXlEvent {
             RemoveObserver(head);
     }
 
-    /// Notifies the observers in order. An exception from one of them ends the loop.
+    /// Notifies the observers in order. An exception from one of them ends the loop. An observer may remove
+    /// observers, as the unloading of the add-in does: those are not notified any more.
     void Notify(A& args) const {
-        for (Observer* observer : observers_)
-            observer->Notify(args);
+        Walk walk(walk_);
+        while (walk.next < observers_.size())
+            observers_[walk.next++]->Notify(args);
     }
 
   private:
+    // A notification in progress; an observer may start another one.
+    struct Walk {
+        explicit Walk(Walk*& innermost) : outer(innermost), innermost_(innermost) { innermost_ = this; }
+        Walk(const Walk&) = delete;
+        Walk& operator=(const Walk&) = delete;
+        ~Walk() { innermost_ = outer; }
+
+        std::size_t next = 0; // index of the next observer
+        Walk* outer;
+
+      private:
+        Walk*& innermost_;
+    };
+
     std::vector<Observer*> observers_;
+    mutable Walk* walk_ = nullptr;
 };
 
 /// Switches an event of the host on or off for the current application.

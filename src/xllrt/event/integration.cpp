@@ -58,6 +58,8 @@ std::unique_ptr<IXlComHolder> CXlIntegration::MakeComHolder() const {
     return std::make_unique<NoComHolder>();
 }
 
+void CXlIntegration::KeepModule() const {}
+
 const CXlIntegration& NoIntegration() {
     static const CXlIntegration none;
     return none;

@@ -102,6 +102,8 @@ class CXlIntegration {
     virtual std::unique_ptr<IXlFormulaWizardDetector> MakeWizardDetector() const;
     /// Called when the first event is switched on.
     virtual std::unique_ptr<IXlComHolder> MakeComHolder() const;
+    /// Keeps the module loaded until the process ends: the host may still call into it or return to it.
+    virtual void KeepModule() const;
 };
 
 /// The integration that does nothing.

@@ -5,6 +5,7 @@
 #include "xllrt/event/app_events.h"
 #include "xllrt/fault/exceptions.h"
 
+#include <functional>
 #include <gmock/gmock.h>
 
 namespace metrify {
@@ -152,6 +153,90 @@ TEST(CXlEvent, an_exception_from_an_observer_ends_the_notification) {
     CXlEventArgs args;
     EXPECT_THROW(event.Notify(args), CXlRuntimeException);
     EXPECT_THAT(notes, ElementsAre("a"));
+}
+
+// ---- Observers that change the list during a notification
+
+class ActingObserver final : public CXlEventObserver<CXlEventArgs> {
+  public:
+    ActingObserver(Notes& notes, std::function<void()> act) : notes_(notes), act_(std::move(act)) {}
+    void Notify(CXlEventArgs& /*args*/) override {
+        notes_.emplace_back("acting");
+        act_();
+    }
+
+  private:
+    Notes& notes_;
+    std::function<void()> act_;
+};
+
+TEST(CXlEvent, an_observer_that_removes_itself_skips_no_other_one) {
+    RecordingEvent event;
+    Notes notes;
+    RecordingObserver a(notes, "a");
+    RecordingObserver b(notes, "b");
+    CXlEventObserver<CXlEventArgs>* self = nullptr;
+    ActingObserver acting(notes, [&] { event.RemoveObserver(self); });
+    self = &acting;
+    event.AddObserver(&a);
+    event.AddObserver(&acting);
+    event.AddObserver(&b);
+    EXPECT_THAT(Notified(event, notes), ElementsAre("a", "acting", "b"));
+    EXPECT_THAT(Notified(event, notes), ElementsAre("a", "b"));
+}
+
+TEST(CXlEvent, an_observer_destroyed_by_an_earlier_one_is_not_notified) {
+    RecordingEvent event;
+    Notes notes;
+    auto destroyed = std::make_unique<RecordingObserver>(notes, "destroyed");
+    RecordingObserver last(notes, "last");
+    ActingObserver acting(notes, [&] {
+        event.RemoveObserver(destroyed.get());
+        destroyed.reset();
+    });
+    event.AddObserver(&acting);
+    event.AddObserver(destroyed.get());
+    event.AddObserver(&last);
+    EXPECT_THAT(Notified(event, notes), ElementsAre("acting", "last"));
+}
+
+TEST(CXlEvent, removing_all_observers_ends_the_notification) {
+    RecordingEvent event;
+    Notes notes;
+    RecordingObserver a(notes, "a");
+    RecordingObserver b(notes, "b");
+    CXlEventObserver<CXlEventArgs>* self = nullptr;
+    ActingObserver acting(notes, [&] {
+        for (CXlEventObserver<CXlEventArgs>* observer :
+             {static_cast<decltype(self)>(&a), self, static_cast<decltype(self)>(&b)})
+            event.RemoveObserver(observer);
+    });
+    self = &acting;
+    event.AddObserver(&a);
+    event.AddObserver(&acting);
+    event.AddObserver(&b);
+    EXPECT_THAT(Notified(event, notes), ElementsAre("a", "acting"));
+    EXPECT_THAT(event.notes, ElementsAre("first", "none"));
+}
+
+TEST(CXlEvent, a_removal_counts_for_the_outer_of_two_notifications) {
+    RecordingEvent event;
+    Notes notes;
+    RecordingObserver a(notes, "a");
+    RecordingObserver b(notes, "b");
+    int depth = 0;
+    ActingObserver acting(notes, [&] {
+        if (++depth == 1) {
+            CXlEventArgs args;
+            event.Notify(args);
+        } else {
+            event.RemoveObserver(&a);
+        }
+    });
+    event.AddObserver(&a);
+    event.AddObserver(&acting);
+    event.AddObserver(&b);
+    EXPECT_THAT(Notified(event, notes), ElementsAre("a", "acting", "a", "acting", "b", "b"));
 }
 
 // ---- Chains of static observers

@@ -25,7 +25,7 @@ struct AutomationScript {
         [](std::span<const XlComValue>, CXlOper&) { return true; };
     /// Called on each connection.
     std::function<void()> connecting = [] {};
-    std::vector<std::string> calls;           ///< "start", "connect", "run", "end"
+    std::vector<std::string> calls;           ///< "start", "connect", "run", "end", "keep module"
     std::vector<std::vector<XlComValue>> ran; ///< the lists
     std::vector<std::u16string> ran_as_text;
 };
@@ -88,6 +88,7 @@ class RecordingIntegration final : public CXlIntegration {
     std::unique_ptr<IXlComHolder> MakeComHolder() const override {
         return std::make_unique<RecordingHolder>(script);
     }
+    void KeepModule() const override { script.calls.emplace_back("keep module"); }
 
     mutable AutomationScript script;
 };
