@@ -212,9 +212,13 @@ class closing_during_event : public observed_module {
         closing_host = &host_;
     }
 
+    // Unloading does not release the state of the thread.
     std::optional<CellValue> Raise(const std::string& name, void (*function)()) {
         const std::u16string observer = FromUtf8("xll_" + name + "_observer");
-        return Run(observer.c_str(), {8.0, FromUtf8(TextOfCall(function))});
+        return OnThread<std::optional<CellValue>>([&] {
+            const ExpectedLeaks thread_state;
+            return host_.RunCommand(observer, {8.0, FromUtf8(TextOfCall(function))});
+        });
     }
 
     void ExpectNothingLeft() {

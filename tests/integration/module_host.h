@@ -47,6 +47,15 @@ class ModuleHost {
         return cancel == VARIANT_TRUE;
     }
 
+    /// Fires the event of a workbook that was opened.
+    void FireOpened(const std::u16string& name) {
+        const ComPtr<IDispatch> workbook = automation.MakeWorkbook(name);
+        VARIANT argument;
+        V_VT(&argument) = VT_DISPATCH;
+        V_DISPATCH(&argument) = workbook.Get();
+        EXPECT_EQ(automation.application().events().Fire(1567, {&argument, 1}), S_OK);
+    }
+
     const ProgramNames names;
     Host host;
     AutomationHost automation;

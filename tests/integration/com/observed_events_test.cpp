@@ -120,6 +120,30 @@ TEST(observed_event, is_a_COM_exception_with_a_sentence_unchanged) {
     }
 }
 
+// Unloads the add-in.
+struct UnloadingObserver final : CXlEventObserver<CXlBeforeCloseEventArgs> {
+    explicit UnloadingObserver(CXllApp& observed) : application(observed) {}
+    void Notify(CXlBeforeCloseEventArgs& args) override {
+        application.OnProcessDetach();
+        args.cancel = true;
+    }
+    CXllApp& application;
+};
+
+TEST_P(observed_event, may_unload_the_add_in_and_is_answered) {
+    Observing observing(GetParam());
+    const int references = observing.host.automation.ledger().references();
+    UnloadingObserver observer(observing.application);
+    observing.application.events.workbookBeforeClose.AddObserver(&observer);
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    EXPECT_EQ(observing.host.Fire(1570, {observing.host.Workbook()}, &cancel), S_OK);
+    EXPECT_EQ(cancel, VARIANT_TRUE);
+    EXPECT_EQ(observing.host.sinks(), 0U);
+    EXPECT_TRUE(observing.host.settings().displayAlerts);
+    EXPECT_EQ(CXllCom::Instance(), nullptr);
+    EXPECT_EQ(observing.host.automation.ledger().references(), references);
+}
+
 TEST(observed_event, is_handled_by_the_macro_set_for_it) {
     Observing observing(16);
     ClosingObserver observer;

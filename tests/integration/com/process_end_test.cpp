@@ -3,6 +3,7 @@
 
 #include "integration/process_end.h"
 #include "integration/wizard/wizard_hook.h"
+#include "tests/called_during_event.h"
 #include "tests/integration/counted_system.h"
 #include "tests/integration/module_host.h"
 #include "tests/integration/replaced_call.h"
@@ -131,6 +132,41 @@ TEST(process_end, forgets_the_hook_without_a_call) {
     EXPECT_EQ(hooks.size(), 2U);
     for (const HHOOK hook : hooks)
         UnhookWindowsHookEx(hook);
+}
+
+// ---- Closing during an event
+
+ModuleHost* closing_host = nullptr;
+int closings = 0;
+
+void CloseAndUnload() {
+    ++closings;
+    closing_host->Close();
+}
+
+void CloseAlone() {
+    ++closings;
+    EXPECT_EQ(closing_host->host.CallEntryPoint("xlAutoClose"), 1);
+}
+
+TEST_F(process_alone, DISABLED_with_a_close_during_an_event) {
+    for (void (*const close)() : {CloseAlone, CloseAndUnload}) {
+        ASSERT_TRUE(closings == 1 || modules.Open("Observing.xll"));
+        closing_host = &modules;
+        const int closings_before = closings;
+        modules.FireOpened(FromUtf8(TextOfCall(close)));
+        EXPECT_EQ(closings, closings_before + 1);
+        EXPECT_EQ(modules.host.state().ledger.Counts().Outstanding(), 0U);
+        EXPECT_TRUE(modules.automation.application().settings.displayAlerts);
+    }
+    // The events return to the module.
+    EXPECT_NE(GetModuleHandleA("Observing.xll"), nullptr);
+    EXPECT_FALSE(modules.IsKept(u"Keep")) << "the host knows none of its functions any more";
+    ExitProcess(HasFailure() ? 1 : kEnded);
+}
+
+TEST(closing_during_an_event, returns_to_the_module_which_stays_in_memory) {
+    EXPECT_EQ(RunAlone("process_alone.DISABLED_with_a_close_during_an_event"), kEnded);
 }
 
 // ---- A busy host

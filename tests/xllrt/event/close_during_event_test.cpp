@@ -38,7 +38,10 @@ class CloseDuringEventTest : public AddInTest {
             return true;
         };
     }
-    ~CloseDuringEventTest() override { ProcessEntry(nullptr, ProcessReason::detach); }
+    ~CloseDuringEventTest() override {
+        ProcessEntry(nullptr, ProcessReason::detach);
+        AllocateThreadStates(); // as before the test
+    }
 
     bool Raise() { return app.OnWorkbookBeforeClose(&book); }
 

@@ -3,6 +3,7 @@
 #include "xllrt/app/observer_function.h"
 #include "xllrt/app/xll_exports.h"
 #include "xllrt/value/text_value.h"
+#include "xllrt/value/thread_state.h"
 
 #include <functional>
 #include <gmock/gmock.h>
@@ -35,6 +36,9 @@ class CapturingObserver final : public CXlEventObserver<Args> {
 
 class DispatchTest : public testing::Test {
   protected:
+    DispatchTest() { AllocateThreadStates(); }
+    ~DispatchTest() override { DestroyThreadState(); }
+
     // Dispatches an event and returns the answer.
     bool Dispatch(int number) {
         CXlOper result(false);
