@@ -33,7 +33,7 @@ class terminal_session {
         }
     }
     ~terminal_session() {
-        if (child_ > 0) {
+        if (child_ > 0 && !ends_like_a_session()) {
             kill(child_, SIGKILL);
             waitpid(child_, nullptr, 0);
         }
@@ -84,6 +84,17 @@ class terminal_session {
     const std::string& screen() const { return screen_; }
 
   private:
+    // Discards the line and gives the end of input. A program that is killed would not count what it has
+    // executed.
+    bool ends_like_a_session() const {
+        for (int tries = 0; tries < 100; ++tries) {
+            if (waitpid(child_, nullptr, WNOHANG) != 0 || write(terminal_, "\x15\x04", 2) != 2)
+                return waitpid(child_, nullptr, WNOHANG) != 0;
+            usleep(10000);
+        }
+        return false;
+    }
+
     // The line editor sets the terminal a moment after it has shown its prompt. Until then the terminal
     // itself would treat keys such as that for the end of input.
     bool takes_keys() const {

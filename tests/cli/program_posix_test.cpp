@@ -1,16 +1,21 @@
 // The command line of metrify.
 
+#include "cli/lookup/unit_document.h"
+#include "cli/unit_choice.h"
 #include "tests/shell_posix.h"
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
+using namespace metrify;
 using metrify::test::shell_result;
 
 // The output has both streams.
@@ -103,6 +108,30 @@ TEST(metrify_program, prints_its_version_and_its_options) {
     EXPECT_EQ(run_metrify("convert --help").status, 0);
 }
 
+// Sets a variable, or removes it if the value is null, until the end of a test.
+class environment_variable {
+  public:
+    environment_variable(const char* name, const char* value) : name_(name) {
+        if (const char* before = std::getenv(name))
+            before_ = before;
+        set(value);
+    }
+    environment_variable(const environment_variable&) = delete;
+    environment_variable& operator=(const environment_variable&) = delete;
+    ~environment_variable() { set(before_ ? before_->c_str() : nullptr); }
+
+  private:
+    void set(const char* value) const {
+        if (value != nullptr)
+            setenv(name_, value, 1);
+        else
+            unsetenv(name_);
+    }
+
+    const char* name_;
+    std::optional<std::string> before_;
+};
+
 class own_units : public testing::Test {
   protected:
     own_units() {
@@ -127,6 +156,40 @@ TEST_F(own_units, are_added_by_an_option) {
     const std::string file = folder_ + "/metrify/units";
     EXPECT_EQ(run_metrify("convert --units " + file + " 4 pace m").output, "3 m\n");
     EXPECT_EQ(run_metrify("convert 4 pace m --units " + file).output, "3 m\n");
+}
+
+TEST_F(own_units, are_in_the_folder_of_settings_before_the_home_folder) {
+    const environment_variable home("HOME", "/home/of/metrify");
+    EXPECT_EQ(own_units_file(), folder_ + "/metrify/units");
+    setenv("XDG_CONFIG_HOME", "relative", 1);
+    EXPECT_EQ(own_units_file(), "/home/of/metrify/.config/metrify/units");
+    unsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(own_units_file(), "/home/of/metrify/.config/metrify/units");
+}
+
+TEST_F(own_units, are_in_the_folder_of_application_data_without_a_home_folder) {
+    unsetenv("XDG_CONFIG_HOME");
+    const environment_variable home("HOME", nullptr);
+    const environment_variable without("APPDATA", nullptr);
+    EXPECT_EQ(own_units_file(), "");
+    const environment_variable data("APPDATA", "/data");
+    EXPECT_EQ(own_units_file(), "/data/metrify/units");
+}
+
+TEST_F(own_units, come_before_the_files_of_the_options) {
+    unit_choice choice = {false, {"other"}};
+    add_own_units(choice);
+    EXPECT_EQ(choice.files, (std::vector<std::string>{folder_ + "/metrify/units", "other"}));
+    std::filesystem::remove(folder_ + "/metrify/units");
+    unit_choice without = {false, {"other"}};
+    add_own_units(without);
+    EXPECT_EQ(without.files, std::vector<std::string>{"other"});
+}
+
+TEST(metrify_program, writes_the_page_on_units_on_request) {
+    const shell_result run = run_metrify("units --markdown");
+    EXPECT_EQ(run.output, unit_document());
+    EXPECT_EQ(run.status, 0);
 }
 
 TEST(metrify_program, adds_everyday_units_by_an_option) {

@@ -92,6 +92,15 @@ TEST(convert_columns, leaves_cells_that_are_no_number_and_names_them) {
                       "  row 5, column h: missing\n"
                       "  row 6, column h: 1e308 is too large for the result\n");
 }
+TEST(convert_columns, shortens_a_bad_cell_of_more_than_40_characters) {
+    const std::string forty(40, 'x');
+    EXPECT_EQ(doubled("1\n" + forty + "\n" + forty + "y\n").err, "metrify: 2 cells are not converted\n"
+                                                                 "  row 2, column 1: " +
+                                                                     forty +
+                                                                     " is no number\n"
+                                                                     "  row 3, column 1: " +
+                                                                     forty + "... is no number\n");
+}
 TEST(convert_columns, names_the_first_ten_bad_cells_only) {
     std::string text = "1\n";
     for (int i = 0; i < 12; ++i)

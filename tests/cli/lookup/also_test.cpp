@@ -47,6 +47,10 @@ TEST(common_units, of_an_extreme_quantity_are_the_best_one_alone) {
     EXPECT_EQ(also(1, "lightyear", "m"), "  5.87851e+12 mi\n");
 }
 
+TEST(common_units, are_all_equally_readable_for_zero) {
+    EXPECT_EQ(also(0, "V", "V"), "  0 MV\n  0 kV\n  0 mV\n  0 microvolt\n");
+}
+
 TEST(common_units, are_those_of_a_user_unit_too) {
     EXPECT_EQ(also(1, "fortnight", "s", "DefUnit(fortnight, 14 day)"),
               "  2 week\n  14 day\n  336 hr\n  20160 min\n  0.0383307 year\n");

@@ -98,6 +98,10 @@ TEST(plotted_block, has_a_gap_where_it_cannot_be_computed) {
     EXPECT_TRUE(std::isnan(data.y[0].values[0]));
     EXPECT_EQ(data.y[0].values[2], 1.0);
 }
+TEST(plotted_block, is_refused_if_all_its_values_are_infinite) {
+    EXPECT_EQ(refusal("x = 1\nbegin\ny = 1e400\nend\n", "x = 1 .. 2", "y"),
+              "The block has no finite values in this range.\n");
+}
 TEST(plotted_block, can_use_units_of_the_user) {
     plot_data data;
     EXPECT_EQ(sample_block(square, "DefUnit(ell, 18 in)\n", range("x = 0 .. 1 ell"), {plot_request("z; in")},
