@@ -265,20 +265,4 @@ TEST(convert_columns, reports_an_input_that_cannot_be_read) {
     EXPECT_EQ(err.str(), "metrify: Is a directory\n");
 }
 
-TEST(convert_columns, reads_no_more_once_its_output_is_lost) {
-    int pieces = 0;
-    const auto read = [&](char* to, std::size_t) {
-        ++pieces;
-        return static_cast<std::ptrdiff_t>(std::string_view("1\n2\n").copy(to, 4));
-    };
-    const auto read_three_pieces = [&](char* to, std::size_t size) {
-        return pieces < 3 ? read(to, size) : std::ptrdiff_t{0};
-    };
-    std::ostringstream out;
-    std::ostringstream err;
-    out.setstate(std::ios::badbit);
-    convert_columns({}, {}, {read_three_pieces, 0, out, err, nullptr});
-    EXPECT_EQ(pieces, 1);
-}
-
 } // namespace
