@@ -15,6 +15,8 @@ else()
   check_pie_supported(LANGUAGES CXX)
   # Addresses of imported functions are resolved when a file is loaded, and are read-only from then on.
   add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+  # A large frame cannot reach beyond the guard page of a stack.
+  list(APPEND METRIFY_HARDENED -fstack-clash-protection)
   # The sanitizers have their own checks, and the library has none without optimisation.
   if(NOT METRIFY_SANITIZE AND NOT METRIFY_COVERAGE)
     list(APPEND METRIFY_HARDENED -fstack-protector-strong $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
