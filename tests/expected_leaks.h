@@ -2,7 +2,7 @@
 
 // Marks intentional leaks for the leak check.
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef METRIFY_FINDS_LEAKS
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -11,7 +11,7 @@ namespace metrify {
 /// During its lifetime, allocations of this thread are not reported as leaks.
 class ExpectedLeaks {
   public:
-#ifdef __SANITIZE_ADDRESS__
+#ifdef METRIFY_FINDS_LEAKS
     ExpectedLeaks() {
         __lsan_disable();
     }

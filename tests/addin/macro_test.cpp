@@ -302,7 +302,7 @@ TEST_F(macro, a_cell_whose_formula_cannot_be_read_is_ignored) {
 
 TEST_F(macro, the_wide_entry_opens_the_wizard_and_gives_no_value) {
     const XLOPER12* const answer = Metrify_Macro_12();
-    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeErr);
+    EXPECT_EQ(answer->xltype & ~unsigned{xlbitDLLFree | xlbitXLFree}, xltypeErr);
     EXPECT_EQ(answer->val.err, xlerrValue);
     EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
 }
@@ -310,7 +310,7 @@ TEST_F(macro, the_wide_entry_opens_the_wizard_and_gives_no_value) {
 TEST_F(macro, the_narrow_entry_does_the_same_on_an_old_host) {
     Start(11);
     const XLOPER* const answer = Metrify_Macro_4();
-    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeErr);
+    EXPECT_EQ(answer->xltype & ~unsigned{xlbitDLLFree | xlbitXLFree}, xltypeErr);
     EXPECT_EQ(answer->val.err, xlerrValue);
     EXPECT_THAT(Host().wizard_openings, ElementsAre(u"=Metrify()"));
 }

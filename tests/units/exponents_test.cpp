@@ -56,9 +56,10 @@ TEST(exponents, of_a_power_are_multiplied_by_it) {
 
 TEST(exponents, can_be_added_to_and_subtracted_from_themselves) {
     exponents twice = sample;
-    twice += twice;
+    const exponents& itself = twice;
+    twice += itself;
     EXPECT_EQ(twice, (exponents{2, -4, 6, 1, -0.5, 12, -14, 16}));
-    twice -= twice;
+    twice -= itself;
     EXPECT_EQ(twice, exponents());
 }
 

@@ -232,7 +232,7 @@ void ExpectAsked(const XlRibbonCallback& asked) {
 TEST_F(RibbonCallbackTest, the_wide_entry_asks_the_application_with_the_record_and_gives_its_answer) {
     const XLOPER12* const answer = RibbonCallback_12(8, u"id", u"tag", 7, u"text", u"selected", 1);
     ExpectAsked(app.asked);
-    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeNum);
+    EXPECT_EQ(answer->xltype & ~unsigned{xlbitDLLFree | xlbitXLFree}, xltypeNum);
     EXPECT_EQ(answer->val.num, -1.0);
 }
 
@@ -240,7 +240,7 @@ TEST_F(RibbonCallbackTest, the_narrow_entry_does_the_same) {
     SetHostVersion(11);
     const XLOPER* const answer = RibbonCallback_4(8, "id", "tag", 7, "text", "selected", 1);
     ExpectAsked(app.asked);
-    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeNum);
+    EXPECT_EQ(answer->xltype & ~unsigned{xlbitDLLFree | xlbitXLFree}, xltypeNum);
     EXPECT_EQ(answer->val.num, -1.0);
 }
 
@@ -253,7 +253,7 @@ TEST_F(RibbonCallbackTest, texts_that_are_missing_are_empty_and_a_button_is_not_
 
 TEST_F(RibbonCallbackTest, no_value_reaches_the_host_as_an_error_value) {
     const XLOPER12* const answer = RibbonCallback_12(1, u"", u"", 0, u"", u"", 0);
-    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeErr);
+    EXPECT_EQ(answer->xltype & ~unsigned{xlbitDLLFree | xlbitXLFree}, xltypeErr);
     EXPECT_EQ(answer->val.err, xlerrValue);
 }
 

@@ -217,7 +217,7 @@ TEST_F(DispatchTest, the_narrow_entry_reads_its_records_and_answers_with_a_boole
     ASSERT_TRUE(observer.received);
     EXPECT_EQ(observer.received->sheet, "first");
     EXPECT_EQ(observer.received->range, "second");
-    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeBool);
+    EXPECT_EQ(answer->xltype & ~unsigned{xlbitDLLFree | xlbitXLFree}, xltypeBool);
     EXPECT_EQ(answer->val.xbool, 1);
 }
 
@@ -236,7 +236,7 @@ TEST_F(DispatchTest, the_wide_entry_reads_its_records_and_answers_with_a_boolean
     ASSERT_TRUE(observer.received);
     EXPECT_EQ(observer.received->sheet, "Sheet");
     EXPECT_EQ(observer.received->range, "$A$1");
-    EXPECT_EQ(answer->xltype & ~(xlbitDLLFree | xlbitXLFree), xltypeBool);
+    EXPECT_EQ(answer->xltype & ~unsigned{xlbitDLLFree | xlbitXLFree}, xltypeBool);
     EXPECT_EQ(answer->val.xbool, 1);
 }
 

@@ -203,7 +203,7 @@ TEST_F(RaisingTest, numbers_outside_the_table_call_nothing) {
 
 TEST_F(RaisingTest, events_17_to_19_raise_nothing) {
     SwitchOnAll();
-    for (std::size_t number : {17, 18, 19})
+    for (const std::size_t number : {17U, 18U, 19U})
         app.eventHandlers[number] = "Macro";
     app.OnReservedEvent17();
     app.OnReservedEvent18();
