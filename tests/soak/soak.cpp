@@ -34,7 +34,7 @@ constexpr std::size_t kTolerance = std::size_t{64} * 1024;
 // What a module leaves when it is unloaded. On Windows it contains the thread library, which does not release
 // its description of threads.
 #ifdef _WIN32
-constexpr std::size_t kLeftByLoad = std::size_t{12} * 1024;
+constexpr std::size_t kLeftByLoad = std::size_t{4} * 1024;
 #else
 constexpr std::size_t kLeftByLoad = 0;
 #endif

@@ -2,10 +2,10 @@
 // name to the error stream, which the host does not have; the names alone take a twentieth of the module.
 
 #include <cstdlib>
+#include <exception> // declares the function
 
 namespace __gnu_cxx {
 
-void __verbose_terminate_handler();
 void __verbose_terminate_handler() {
     std::abort();
 }
