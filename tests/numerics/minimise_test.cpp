@@ -268,6 +268,7 @@ TEST(mnbrak, ends_without_a_message_if_a_point_between_cannot_be_evaluated) {
     EXPECT_EQ(result.text, "");
     EXPECT_EQ(f.evaluations(), 4U);
     EXPECT_NEAR(f.last(), 2.0, 1e-12);
+    EXPECT_EQ(result.at.bx, 1.0) << "the points are those of before";
 }
 
 } // namespace
