@@ -3,7 +3,6 @@
 #include "base/perfect_hash.h"
 #include "base/thread_object.h"
 #include "machine/calculator.h"
-#include "machine/operators.h"
 #include "units/plain_units.h"
 
 #include <algorithm>
@@ -69,7 +68,6 @@ class conversion_table {
 bool is_compatible(const unit_scale& in, const unit_scale& out) {
     dim_value value;
     value.dim = in.dim;
-    normalize_dimensions(value);
     dim_value shown;
     shown.dim = out.dim;
     return same_units_loose(value, shown);

@@ -33,8 +33,6 @@ using rule = bool (*)(cursor&, compile_ctx&, text_str*&);
 
 // Applies two rules in sequence. Restores the cursor on failure.
 bool read_in_sequence(rule first, rule second, cursor& expptr, compile_ctx& ctx, text_str*& err) {
-    if (!str_is_empty(err))
-        return false;
     const cursor start = expptr;
     if (first(expptr, ctx, err) && second(expptr, ctx, err) && str_is_empty(err))
         return true;
@@ -136,13 +134,10 @@ bool is_more_mult_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
             return true;
         }
         ++expptr.at;
-        if (is_incomplete(expptr, err)) {
+        const bool incomplete = is_incomplete(expptr, err);
+        if (incomplete || !is_mult(expptr, ctx, err)) {
             expptr = start;
-            return false;
-        }
-        if (!is_mult(expptr, ctx, err)) {
-            expptr = start;
-            return true;
+            return !incomplete;
         }
         if (!run_and_record(multiply ? OP_MUL : OP_DIV, ctx, err)) {
             expptr = start;

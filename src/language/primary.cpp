@@ -78,8 +78,6 @@ bool read_variable(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 
 // The end of "(" expression ")", after the expression.
 bool read_closing_parenthesis(cursor& expptr, text_str*& err) {
-    if (!str_is_empty(err))
-        return false;
     skip_blanks_and_comments(expptr);
     if (accept_char(true, ')', expptr))
         return true;

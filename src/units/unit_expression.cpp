@@ -188,8 +188,6 @@ bool is_paren_unit(cursor& expptr, unit_scale& target, unit_parse& parse, text_s
 // [ factor ], which is missing only at a statement's end.
 bool is_exponentiated_base_unit_paren_or_null(cursor& expptr, unit_scale& target, unit_parse& parse,
                                               text_str*& err) {
-    if (!str_is_empty(err))
-        return false;
     const cursor entry = expptr;
     skip_blanks_and_comments(expptr);
     if (at_statement_end(expptr))
@@ -204,8 +202,6 @@ bool is_exponentiated_base_unit_paren_or_null(cursor& expptr, unit_scale& target
 
 // A factor, or a bare "*" or "/" in its place: an expression may begin with a slash.
 bool is_unit_mult(cursor& expptr, unit_scale& target, unit_parse& parse, bool& div_flag, text_str*& err) {
-    if (!str_is_empty(err))
-        return false;
     const cursor entry = expptr;
     skip_blanks_and_comments(expptr);
     if (accept_char(true, '*', expptr)) {
@@ -246,8 +242,6 @@ parse_step take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, 
     if (!is_unit_mult(expptr, term, parse, div_flag, err))
         return slash || star ? parse_step::ends
                              : parse_step::fails; // the operator is left to the expression parser
-    if (!str_is_empty(err))
-        return parse_step::fails;
     if (slash && term.factor == 0.0) {
         fail(parse, err, overflow_message);
         return parse_step::fails;
@@ -269,8 +263,6 @@ parse_step take_next_factor(cursor& expptr, unit_scale& out, unit_parse& parse, 
 bool is_more_unit_mult_or_null(cursor& expptr, unit_scale& out, unit_parse& parse, bool& div_flag,
                                text_str*& err) {
     for (;;) {
-        if (!str_is_empty(err))
-            return false;
         const cursor entry = expptr;
         skip_blanks_and_comments(expptr);
         if (at_statement_end(expptr))

@@ -331,6 +331,14 @@ TEST_P(CMetrifyAppTest, an_opening_after_one_that_failed_builds_one_menu_with_on
     EXPECT_THAT(OwnMenus(), IsEmpty());
 }
 
+TEST_P(CMetrifyAppTest, building_the_menu_again_removes_the_one_of_before) {
+    Open();
+    EXPECT_EQ(app->OnOpen(), 1);
+    const auto menus = OwnMenus();
+    ASSERT_EQ(menus.size(), 1U);
+    EXPECT_EQ(menus[0].items.size(), 1U);
+}
+
 TEST_P(CMetrifyAppTest, an_opening_after_one_without_events_registers_each_function_once) {
     const CRibbonEventRegistrar registrar;
     KeepingObserver observer;

@@ -237,4 +237,15 @@ TEST_F(WorksheetFunction, without_an_application_it_ends_as_an_error_text) {
     EXPECT_EQ(Narrow(3.5, "ft", "m"), "\"#ERROR: failed\"");
 }
 
+TEST_F(WorksheetFunction, an_answer_without_a_result_or_a_message_ends_as_an_access_violation) {
+    // The report of this failed solution takes the place of the next result.
+    const std::string program = "\nx = 2\nbegin\ny = x^2 + 1\nend\nsolve(y, x)";
+    const std::string violation = "\"#ERROR: 'C' exception 0xC0000005\"";
+    Wide(1, ToWide(program).c_str(), u"");
+    EXPECT_EQ(Wide(3.5, u"ft", u"m"), violation);
+    EXPECT_EQ(Wide(3.5, u"ft", u"m"), "{1.0668,\"m\n\n\"}") << "the report is served";
+    Narrow(1, program.c_str(), "");
+    EXPECT_EQ(Narrow(3.5, "ft", "m"), violation);
+}
+
 } // namespace

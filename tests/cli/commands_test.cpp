@@ -1,4 +1,5 @@
 #include "cli/commands.h"
+#include "language/driver.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -316,6 +317,16 @@ TEST(functions_command, writes_the_document_with_every_entry_in_it) {
     EXPECT_EQ(functions_document_command(out), 0);
     EXPECT_NE(out.str().find(functions("sin")), std::string::npos);
     EXPECT_NE(out.str().find(functions("EllipticPi")), std::string::npos);
+}
+
+TEST(convert_command, says_that_the_answer_has_neither_a_result_nor_a_message) {
+    // The report of a run that failed in its last line takes the place of the result.
+    interpret_dimensional_input_lines("x = 2\nbegin\ny = x^2 + 1\nend\nsolve(y, x)");
+    const outcome it = convert(3.5, "ft", "m");
+    EXPECT_EQ(it.status, 1);
+    EXPECT_EQ(it.out, "");
+    EXPECT_EQ(it.err,
+              "metrify: the units hold a line break, and the answer has neither a result nor a message\n");
 }
 
 } // namespace

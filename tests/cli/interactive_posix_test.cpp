@@ -20,6 +20,8 @@ class terminal_session {
                               const char* no_colour = "1") {
         child_ = forkpty(&terminal_, nullptr, nullptr, nullptr);
         if (child_ == 0) {
+            // A terminal that hangs up is then the end of the input.
+            (void)std::signal(SIGHUP, SIG_IGN);
             setenv("HOME", home.c_str(), 1);
             unsetenv("XDG_CONFIG_HOME");
             setenv("TERM", "xterm", 1);
@@ -77,6 +79,22 @@ class terminal_session {
         }
         int status = -1;
         waitpid(child_, &status, 0);
+        child_ = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    /// The exit status after the terminal has hung up; -1 if the program does not end.
+    int hang_up() {
+        EXPECT_TRUE(takes_keys()) << screen_;
+        close(terminal_);
+        terminal_ = -1;
+        int status = -1;
+        for (int tries = 0; tries < 1000 && waitpid(child_, &status, WNOHANG) == 0; ++tries)
+            usleep(10000);
+        if (!WIFEXITED(status)) {
+            kill(child_, SIGKILL);
+            waitpid(child_, nullptr, 0);
+        }
         child_ = -1;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
@@ -355,6 +373,20 @@ TEST_F(interactive, remembers_lines_from_session_to_session) {
     ASSERT_TRUE(second.shows("> "));
     second.type("\x1b[A\x1b[A");
     EXPECT_TRUE(second.shows("17 ft")) << second.screen();
+}
+
+TEST_F(interactive, rings_the_bell_for_a_name_that_cannot_be_completed) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("zzz\ty\r");
+    EXPECT_TRUE(it.shows("'zzzy' undefined")) << it.screen();
+    EXPECT_NE(it.screen().find("zzz\a"), std::string::npos) << it.screen();
+}
+
+TEST_F(interactive, ends_when_the_terminal_hangs_up) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    EXPECT_EQ(it.hang_up(), 0) << it.screen();
 }
 
 } // namespace

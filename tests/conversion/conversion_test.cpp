@@ -147,4 +147,27 @@ TEST(conversion, is_independent_of_the_previous_one) {
     expect_error(convert_units(1, "foo", "m"), "ERROR: 'foo' undefined.\n\n");
 }
 
+// A report that an earlier run has left takes the place of the first statement's result. The block that it
+// lists is gone, so that there is nothing but the echo, and an indent.
+
+conversion after_a_failed_solve(std::string_view in_units, std::string_view out_units) {
+    interpret_dimensional_input_lines("x = 2\nbegin\ny = x^2 + 1\nend\nsolve(y, x)");
+    return convert_units(3.5, in_units, out_units);
+}
+
+TEST(conversion, has_no_outcome_if_a_report_takes_the_place_of_its_result) {
+    const conversion cells = after_a_failed_solve("ft", "m");
+    EXPECT_EQ(cells.answer->view(), "[  1 ] 3.5 ft; m\n       \n");
+    EXPECT_EQ(cells.outcome, conversion_outcome::unmarked);
+    EXPECT_EQ(cells.text, "");
+}
+TEST(conversion, gives_everything_after_a_typed_mark_if_there_is_no_equals_sign) {
+    expect_error(after_a_failed_solve("ft # ERROR", "m"), "ERROR; m\n       \n");
+}
+TEST(conversion, has_no_unit_text_if_no_blank_follows_a_typed_equals_sign) {
+    const conversion cells = after_a_failed_solve("ft", "\n#=");
+    EXPECT_EQ(cells.answer->view(), "[  1 ] 3.5 ft; \n       \n\n#=\n\n");
+    expect_converted(cells, 0, "");
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "language/assignment.h"
 #include "language/expression.h"
+#include "language/primary.h"
 #include "machine/function_dispatch.h"
 #include "machine/variables.h"
 #include "tests/testing.h"
@@ -275,6 +276,17 @@ TEST_F(expression, can_be_inspected_for_the_name_that_it_is_assigned_to) {
         EXPECT_EQ(target(statement), "") << statement;
     EXPECT_EQ(err.view(), "");
     EXPECT_EQ(find_var("x"), nullptr);
+}
+
+TEST_F(expression, has_no_operand_while_a_message_is_pending) {
+    err.append("a message");
+    const std::string text = " 1";
+    cursor p(text.c_str());
+    EXPECT_FALSE(is_num_paren_var_func_or_null(p, ctx, err.str));
+    EXPECT_EQ(p.at, text.c_str());
+    EXPECT_EQ(ctx.stack.depth(), 0u);
+    EXPECT_TRUE(code.nodes().empty());
+    EXPECT_EQ(err.view(), "a message");
 }
 
 } // namespace

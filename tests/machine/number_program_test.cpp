@@ -300,4 +300,43 @@ TEST_F(number_program_of, a_statement_with_more_values_than_the_stack_holds_has_
     EXPECT_TRUE(equal(result, scalar(3.0 * (max_stack_depth + 1), in_m)));
 }
 
+TEST_F(number_program_of, what_is_not_known_in_advance_has_no_steps) {
+    // The last two have fewer operands than they use, which count as 0.
+    for (const char* statement : {"y = 2^c", "y = c ft", "y = -()", "y = atan2(, c)"}) {
+        set_all(3.0, 2.0, 1.5);
+        code_list list;
+        ASSERT_TRUE(compile(statement, list)) << statement;
+        set("c", scalar(1.5, in_m));
+        number_program program;
+        program.prepare(list);
+        EXPECT_FALSE(program.statements()[0].has_steps) << statement;
+    }
+}
+
+TEST_F(number_program_of, an_infinite_constant_has_no_steps_and_keeps_its_message) {
+    const std::pair<const char*, const char*> statements[] = {
+        {"-(1e400)", "ERROR: Numerical over or underflow while negating.\n"},
+        {"1e400 ft", "ERROR: Numerical over or underflow while unit_assignment.\n"}};
+    for (const auto& [statement, message] : statements) {
+        code_list list;
+        EXPECT_FALSE(compile(statement, list)) << statement;
+        list.emit(OP_POP_RESULT);
+        number_program program;
+        program.prepare(list);
+        EXPECT_FALSE(program.statements()[0].has_steps) << statement;
+        dim_value result;
+        eval_compiled_stck(result, list, program, ctx, err.str);
+        EXPECT_EQ(err.view(), message);
+    }
+}
+
+TEST_F(number_program_of, instructions_without_the_mark_of_a_statement_have_no_steps) {
+    code_list list;
+    list.emit(OP_POP_RESULT);
+    number_program program;
+    program.prepare(list);
+    ASSERT_EQ(program.statements().size(), 1U);
+    EXPECT_FALSE(program.statements()[0].has_steps);
+}
+
 } // namespace

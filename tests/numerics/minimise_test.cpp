@@ -259,4 +259,16 @@ TEST(powell, passes_over_a_first_evaluation_that_fails) {
     EXPECT_NEAR(f.last(1), 0.0, 1e-3);
 }
 
+TEST(mnbrak, ends_without_a_message_if_a_point_between_cannot_be_evaluated) {
+    // The parabola through the first three points has its minimum at 2, between the second and the third.
+    plain_function f = of_one_in_places(
+        0.0, [](double x) { return std::fabs(x - 2.0) < 0.1 ? fails_here : (x - 2.0) * (x - 2.0); });
+    const bracketed result = bracket(f, 0.0, 1.0, false);
+    EXPECT_FALSE(result.found);
+    EXPECT_EQ(result.text, "");
+    EXPECT_EQ(f.evaluations(), 4U);
+    EXPECT_NEAR(f.last(), 2.0, 1e-12);
+    EXPECT_EQ(result.at.bx, 1.0) << "the points are those of before";
+}
+
 } // namespace

@@ -243,4 +243,22 @@ TEST(zriddr, says_that_its_passes_are_used_up) {
     EXPECT_EQ(f.evaluations(), 1200U); // the last one is not an evaluation
 }
 
+TEST(zriddr, ends_without_a_new_point_where_the_squares_underflow) {
+    plain_function f = of_one(0.0, [](double) { return 1e-200; });
+    std::string text;
+    EXPECT_EQ(ridders(f, {0, 2, 1, 1e-200, -1e-200, 1e-200}, text), -1.11e30);
+    EXPECT_EQ(text, "");
+    EXPECT_THAT(places(f), ElementsAre(-1.11e30));
+}
+
+TEST(zriddr, ends_at_the_new_point_if_the_bracket_is_within_the_tolerance) {
+    plain_function f = of_one(0.0, [](double x) { return x * x * x - 2.0; });
+    work_text err;
+    // 2 - 2 * 6 / sqrt(6^2 + 2 * 62); the bracket from there to 2 is shorter than 1.
+    const double x = 2.0 - 12.0 / std::sqrt(160.0);
+    EXPECT_NEAR(zriddr(f, {0, 4, 2, -2, 62, 6}, 1.0, err.str), x, 1e-15);
+    EXPECT_EQ(err.view(), "");
+    EXPECT_EQ(f.evaluations(), 2U) << "the new point twice, and no midpoint";
+}
+
 } // namespace

@@ -265,4 +265,17 @@ TEST(convert_columns, reports_an_input_that_cannot_be_read) {
     EXPECT_EQ(err.str(), "metrify: Is a directory\n");
 }
 
+TEST(convert_columns, reads_no_further_once_its_output_is_lost) {
+    int reads = 0;
+    const auto read = [&](char* to, std::size_t size) {
+        ++reads;
+        return static_cast<std::ptrdiff_t>(reads > 10 ? 0 : std::string_view("1\n").copy(to, size));
+    };
+    std::ostringstream out;
+    out.setstate(std::ios::badbit);
+    std::ostringstream err;
+    convert_columns({}, {}, {read, 0, out, err, nullptr});
+    EXPECT_EQ(reads, 1);
+}
+
 } // namespace

@@ -31,6 +31,12 @@ TEST(StringResource, otherwise_the_loader_chooses) {
     EXPECT_EQ(ChooseLanguage({}, kUsEnglish), 0);
 }
 
+TEST(StringResource, the_primary_language_has_ten_bits) {
+    const std::uint16_t languages[] = {0x0609};
+    EXPECT_EQ(ChooseLanguage(languages, kUsEnglish), 0);
+    EXPECT_EQ(ChooseLanguage(languages, 0x0A09), 0x0609);
+}
+
 TEST(StringResource, strings_are_found_by_block_and_entry) {
     FakeResources resources;
     resources.Add(32, kUsEnglish, u"first of block 3");
