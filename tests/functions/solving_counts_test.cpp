@@ -134,6 +134,15 @@ TEST(counts, of_minima_of_several_variables) {
     });
 }
 
+// The decision for a new direction depends on differences of values: those below zero count like others.
+TEST(counts, of_a_minimum_below_zero) {
+    expect_counts_of_minimum(
+        {"a = -1.2\nb = 1\ny = 100*(b - a^2)^2 + (1 - a)^2 - 1\n", "fmin(y, a, b)", {-1.2, 1}},
+        [](const numbers& x) {
+            return 100 * std::pow(x[1] - std::pow(x[0], 2), 2) + std::pow(1 - x[0], 2) - 1;
+        });
+}
+
 // The plain method updates the Jacobian and not its factors, so the two agree up to rounding.
 void expect_counts_of_system(const several_numbers& problem, const system_function& f) {
     const counted result = run(problem.block, problem.call);

@@ -5,6 +5,8 @@
 #include "tests/testing.h"
 
 #include <gtest/gtest.h>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -32,6 +34,16 @@ void fill_stack(opcode code, compile_ctx& ctx) {
 TEST(opcode_table, has_its_rows_in_the_order_of_the_numbers) {
     for (std::size_t i = 0; i < opcode_table.size(); ++i)
         EXPECT_EQ(opcode_table[i].code, i) << opcode_table[i].name;
+}
+
+TEST(opcode_table, names_each_instruction_as_its_number_is_called) {
+    const std::vector<std::string_view> names = {
+        "NOP",       "PUSH_VALUE",  "PUSH_UNIT",   "ADD",           "SUB",       "MUL",       "DIV",
+        "POW",       "NEGATE",      "SETVAR",      "SETVAR_C1",     "SETVAR_C2", "SETVAR_C3", "PUSH_VAR",
+        "CALL_FUNC", "MAKE_VECTOR", "UNIT_ASSIGN", "REQUEST_UNITS", "POP_RESULT"};
+    ASSERT_EQ(opcode_table.size(), names.size());
+    for (std::size_t i = 0; i < names.size(); ++i)
+        EXPECT_EQ(opcode_table[i].name, names[i]) << i;
 }
 
 TEST(opcode_table, states_how_many_entries_each_instruction_pops_and_pushes) {

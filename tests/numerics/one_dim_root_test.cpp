@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -215,6 +216,20 @@ TEST(zriddr, distinguishes_a_pole_from_a_root_at_the_end) {
     std::string text;
     ridders(f, {11, 13, 12, 1 / -1.3, 1 / 0.7, 1 / -0.3}, text);
     EXPECT_EQ(text, "ERROR:  Singularity detected in zriddr()\n");
+}
+
+TEST(zriddr, takes_a_value_above_all_three_of_the_start_for_a_pole) {
+    std::vector<double> sizes = {1.0, 2.0, 3.0};
+    do {
+        for (const double at_root : {1.5, 2.5, 3.0, 3.5}) {
+            // The change of sign is at the lower end, whose value is the only negative one.
+            plain_function f = of_one(0.0, [&](double) { return at_root; });
+            std::string text;
+            ridders(f, {0, 1, 0.5, -sizes[0], sizes[1], sizes[2]}, text);
+            EXPECT_EQ(text, at_root > 3.0 ? "ERROR:  Singularity detected in zriddr()\n" : "")
+                << at_root << ": " << sizes[0] << ", " << sizes[1] << ", " << sizes[2];
+        }
+    } while (std::next_permutation(sizes.begin(), sizes.end()));
 }
 
 TEST(zriddr, gives_zero_and_the_text_of_a_failed_evaluation) {

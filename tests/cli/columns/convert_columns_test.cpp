@@ -177,6 +177,15 @@ TEST(convert_columns, says_that_a_first_row_of_years_is_taken_for_numbers) {
         EXPECT_NE(doubled("name," + std::string(number) + "\nx,1\n", columns("2")).err, "") << number;
     EXPECT_EQ(doubled("2021\n1\n").err, "");
 }
+TEST(convert_columns, takes_a_byte_order_mark_after_the_beginning_for_text) {
+    for (const std::string mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
+        const std::string row = "1234\n"; // a piece, so that the mark begins the next one
+        const outcome it = doubled(row + mark + "5\n", {}, row.size());
+        EXPECT_EQ(it.status, 1);
+        EXPECT_EQ(it.out, "2468\n" + mark + "5\n");
+        EXPECT_EQ(it.err.find("byte order mark"), std::string::npos) << it.err;
+    }
+}
 TEST(convert_columns, ignores_a_byte_order_mark_with_a_note) {
     for (const std::size_t piece : {1U, 100U}) {
         const outcome it = doubled("\xEF\xBB\xBF"

@@ -193,6 +193,11 @@ TEST(hints, know_the_user_units_of_the_program) {
     EXPECT_THAT(hints("DefUnit(pace, 0.75 m)\n5 pacee; m"), HasSubstr("`5 pace; m` gives 3.75 m"));
 }
 
+TEST(hints, do_not_take_a_user_unit_for_the_square_or_cube_of_another) {
+    EXPECT_THAT(hints("DefUnit(sqm, 2 m)\n5 sqm; m^2"), Not(HasSubstr("squares and cubes")));
+    EXPECT_THAT(hints("DefUnit(cuft, 2 ft)\n5 cuft; ft^3"), Not(HasSubstr("squares and cubes")));
+}
+
 TEST(hints, know_the_everyday_units_if_they_are_there) {
     EXPECT_THAT(hints("5 KWHR; MJ", everyday_units()),
                 HasSubstr("`KWHR` is written `kWhr`: `5 kWhr; MJ` gives 18 MJ"));

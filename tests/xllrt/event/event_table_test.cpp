@@ -2,6 +2,7 @@
 
 #include "recording_integration.h"
 #include "tests/xllrt/app/add_in_fixture.h"
+#include "xllrt/app/host_event_table.h"
 #include "xllrt/app/observer_function.h"
 
 #include <functional>
@@ -169,6 +170,44 @@ TEST_F(EventTable, each_operation_raises_its_number_for_the_observer_function) {
         ASSERT_EQ(integration.script.ran.size(), 1u) << row.number;
         EXPECT_EQ(std::get<std::int32_t>(integration.script.ran[0].at(1)), row.number);
     }
+}
+
+TEST_F(EventTable, the_row_of_a_number_calls_the_operation_that_raises_it) {
+    integration.script.run = [](std::span<const XlComValue>, CXlOper& answer) {
+        answer.SetBool(1);
+        return true;
+    };
+    app.observerFunctionName = u"observer";
+    app.eventSwitches.fill(true);
+    XlHostObject object{u"Book1!Sheet1"};
+    for (const Raising& raising : Raisings()) {
+        const XlHostEventRow* const row = FindHostEvent(raising.number);
+        ASSERT_TRUE(row) << raising.number;
+        std::vector<XlEventArgument> arguments;
+        for (const char letter : row->signature)
+            arguments.push_back(letter == 'F' ? XlEventArgument(true) : XlEventArgument(&object));
+        integration.script.ran.clear();
+        EXPECT_EQ(row->call(app, arguments), raising.is_cancellable) << raising.number;
+        ASSERT_EQ(integration.script.ran.size(), 1u) << raising.number;
+        EXPECT_EQ(std::get<std::int32_t>(integration.script.ran[0].at(1)), raising.number);
+    }
+}
+
+class AppWithReservedEvents final : public RecordingApp {
+  public:
+    using RecordingApp::RecordingApp;
+    void OnReservedEvent17() override { called.push_back(17); }
+    void OnReservedEvent18() override { called.push_back(18); }
+    void OnReservedEvent19() override { called.push_back(19); }
+    std::vector<int> called;
+};
+
+TEST_F(EventTable, the_rows_of_events_17_to_19_call_their_operations_and_cancel_nothing) {
+    AppWithReservedEvents reserved(host, integration);
+    const std::vector<XlEventArgument> objects(2);
+    for (const int number : {17, 18, 19})
+        EXPECT_FALSE(FindHostEvent(number)->call(reserved, objects)) << number;
+    EXPECT_THAT(reserved.called, ElementsAre(17, 18, 19));
 }
 
 TEST_F(EventTable, each_operation_asks_its_own_switch_and_its_own_handler) {
