@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cstddef>
-#include <gtest/gtest.h>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,9 +32,8 @@ constexpr double not_stated = -1.0;
 
 std::span<const routine> all_routines();
 
-/// The name of a test with a routine as its parameter.
-inline std::string routine_name(const testing::TestParamInfo<routine>& tested) {
-    return std::string(tested.param.name);
-}
+/// The name of a test with a routine as its parameter. metrify-bench, which has no test framework, uses this
+/// file too.
+inline constexpr auto routine_name = [](const auto& tested) { return std::string(tested.param.name); };
 
 } // namespace metrify::test
