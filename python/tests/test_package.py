@@ -52,7 +52,9 @@ FOLDER = pathlib.Path(metrify.__file__).parent
 
 
 def files_in(folder):
-    return {str(path.relative_to(folder)) for path in folder.rglob("*") if path.is_file()}
+    # Programs that use the package meanwhile may store its byte code.
+    files = (path.relative_to(folder) for path in folder.rglob("*") if path.is_file())
+    return {str(path) for path in files if "__pycache__" not in path.parts}
 
 
 def test_the_installed_package_is_complete(tmp_path):

@@ -283,7 +283,8 @@ class Package(unittest.TestCase):
         profile = "-env:UserInstallation=" + (home / "profile").as_uri()
         for arguments, expected in ((["add", home / "metrify.oxt"], ""), (["list"], "Identifier: org.metrify")):
             command = [*user, "env", f"HOME={home}", "timeout", "-k", "5", "240", "unopkg", *arguments, profile]
-            run = subprocess.run(command, capture_output=True, text=True, check=False)
+            # The user may not be allowed to enter the folder of the build.
+            run = subprocess.run(command, capture_output=True, text=True, check=False, cwd=home)
             self.assertEqual(run.returncode, 0, run.stdout + run.stderr)
             self.assertIn(expected, run.stdout)
 
