@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -44,20 +45,39 @@ int failures(Call call) {
     }
 }
 
-TEST(exhausted_memory, is_a_status_of_a_run) {
+void expect_failures_of_a_run() {
     const std::string expected = listing_of(program); // also makes what the thread keeps
     metrify_text* listing = nullptr;
     EXPECT_GT(failures([&] { return metrify_run(program.data(), program.size(), &listing); }), 5);
     EXPECT_EQ(taken(listing), expected);
 }
-TEST(exhausted_memory, is_a_status_of_a_conversion) {
-    const std::string in(400, ' ');
-    const std::string units = "ft" + in; // too long for a text without an allocation
+
+void expect_failures_of_a_conversion() {
+    const std::string units = "ft" + std::string(400, ' '); // too long for a text without an allocation
     converted(1, units, "m");
     metrify_cells* answer = nullptr;
     EXPECT_GT(failures([&] { return metrify_convert(1, units.data(), units.size(), "m", 1, &answer); }), 0);
     EXPECT_EQ(metrify_cells_number(answer), 0.3048);
     metrify_cells_free(answer);
+}
+
+TEST(exhausted_memory, is_a_status_of_a_run) {
+    expect_failures_of_a_run();
+}
+TEST(exhausted_memory, is_a_status_of_a_conversion) {
+    expect_failures_of_a_conversion();
+}
+// Allocations are counted and fail by thread.
+TEST(exhausted_memory, is_a_status_of_the_thread_whose_allocation_fails) {
+    for (int round = 0; round < 5; ++round) {
+        std::thread running(expect_failures_of_a_run);
+        std::thread converting(expect_failures_of_a_conversion);
+        const std::string expected = listing_of(program);
+        for (int runs = 0; runs < 20; ++runs)
+            EXPECT_EQ(listing_of(program), expected) << "in a thread with enough memory";
+        running.join();
+        converting.join();
+    }
 }
 TEST(exhausted_memory, is_a_status_of_a_plan) {
     const std::string units = "m" + std::string(400, ' ');
