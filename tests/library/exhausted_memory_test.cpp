@@ -69,7 +69,7 @@ TEST(exhausted_memory, is_a_status_of_a_conversion) {
 }
 // Allocations are counted and fail by thread.
 TEST(exhausted_memory, is_a_status_of_the_thread_whose_allocation_fails) {
-    for (int round = 0; round < 5; ++round) {
+    for (int round = 0; round < 150; ++round) {
         std::thread running(expect_failures_of_a_run);
         std::thread converting(expect_failures_of_a_conversion);
         const std::string expected = listing_of(program);
