@@ -156,40 +156,43 @@ const std::vector<Raising>& Raisings() {
     return rows;
 }
 
-TEST_F(EventTable, each_operation_raises_its_number_for_the_observer_function) {
-    integration.script.run = [](std::span<const XlComValue>, CXlOper& answer) {
-        answer.SetBool(1);
-        return true;
-    };
-    app.observerFunctionName = u"observer";
-    app.eventSwitches.fill(true);
-    XlHostObject object{u"Book1!Sheet1"};
-    for (const Raising& row : Raisings()) {
-        integration.script.ran.clear();
-        EXPECT_EQ(row.raise(app, &object), row.is_cancellable) << row.number;
-        ASSERT_EQ(integration.script.ran.size(), 1u) << row.number;
-        EXPECT_EQ(std::get<std::int32_t>(integration.script.ran[0].at(1)), row.number);
+class RaisedEvents : public EventTable {
+  protected:
+    RaisedEvents() {
+        integration.script.run = [](std::span<const XlComValue>, CXlOper& answer) {
+            answer.SetBool(1);
+            return true;
+        };
+        app.observerFunctionName = u"observer";
+        app.eventSwitches.fill(true);
     }
+
+    // The observer function, which cancels whatever it can, is asked once, with the number of the event.
+    template <class Raise>
+    void ExpectRaised(const Raising& event, Raise raise) {
+        integration.script.ran.clear();
+        EXPECT_EQ(raise(), event.is_cancellable) << event.number;
+        ASSERT_EQ(integration.script.ran.size(), 1u) << event.number;
+        EXPECT_EQ(std::get<std::int32_t>(integration.script.ran[0].at(1)), event.number);
+    }
+
+    XlHostObject object{u"Book1!Sheet1"};
+};
+
+TEST_F(RaisedEvents, of_each_operation_have_its_number) {
+    for (const Raising& event : Raisings())
+        ExpectRaised(
+            event, [&] { return event.raise(app, &object); });
 }
 
-TEST_F(EventTable, the_row_of_a_number_calls_the_operation_that_raises_it) {
-    integration.script.run = [](std::span<const XlComValue>, CXlOper& answer) {
-        answer.SetBool(1);
-        return true;
-    };
-    app.observerFunctionName = u"observer";
-    app.eventSwitches.fill(true);
-    XlHostObject object{u"Book1!Sheet1"};
-    for (const Raising& raising : Raisings()) {
-        const XlHostEventRow* const row = FindHostEvent(raising.number);
-        ASSERT_TRUE(row) << raising.number;
+TEST_F(RaisedEvents, of_the_row_of_a_number_have_this_number) {
+    for (const Raising& event : Raisings()) {
+        const XlHostEventRow* const row = FindHostEvent(event.number);
+        ASSERT_TRUE(row) << event.number;
         std::vector<XlEventArgument> arguments;
         for (const char letter : row->signature)
             arguments.push_back(letter == 'F' ? XlEventArgument(true) : XlEventArgument(&object));
-        integration.script.ran.clear();
-        EXPECT_EQ(row->call(app, arguments), raising.is_cancellable) << raising.number;
-        ASSERT_EQ(integration.script.ran.size(), 1u) << raising.number;
-        EXPECT_EQ(std::get<std::int32_t>(integration.script.ran[0].at(1)), raising.number);
+        ExpectRaised(event, [&] { return row->call(app, arguments); });
     }
 }
 
