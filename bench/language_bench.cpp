@@ -69,8 +69,8 @@ void replay(benchmark::State& state) {
     numbers.prepare(list);
     metrify::compile_ctx ctx;
     for (auto _ : state) {
-        metrify::eval_compiled_stck(result, list, numbers, ctx, err.str);
-        benchmark::DoNotOptimize(result);
+        metrify::eval_compiled_stck(list, numbers, ctx, err.str);
+        benchmark::DoNotOptimize(ctx.result);
     }
     metrify::free_all_vars();
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(list.nodes().size()));

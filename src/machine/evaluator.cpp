@@ -41,16 +41,16 @@ void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err
     compile_ctx ctx;
     number_program numbers;
     numbers.prepare(list);
-    eval_compiled_stck(result, list, numbers, ctx, err);
+    eval_compiled_stck(list, numbers, ctx, err);
+    result = ctx.result;
 }
 
-void eval_compiled_stck(dim_value& result, const code_list& list, const number_program& numbers,
-                        compile_ctx& ctx, text_str*& err) {
+void eval_compiled_stck(const code_list& list, const number_program& numbers, compile_ctx& ctx,
+                        text_str*& err) {
     str_clear(&err);
     dim_clear(ctx.result);
     ctx.stack.clear();
     replay_statements(list, numbers, ctx, err);
-    result = ctx.result;
 }
 
 } // namespace metrify

@@ -29,9 +29,9 @@ inline bool run_and_record(opcode code, var_entry& variable, compile_ctx& ctx, t
 /// Runs a list on an operand stack of its own. result receives the result of the last statement. Stops at the
 /// first instruction that sets err; result is then what the instructions before it have left in it.
 void eval_compiled_stck(dim_value& result, const code_list& list, text_str*& err);
-/// The same for a prepared list, on the stack of a ctx that records nothing. The stack is cleared first; its
-/// memory is used again.
-void eval_compiled_stck(dim_value& result, const code_list& list, const number_program& numbers,
-                        compile_ctx& ctx, text_str*& err);
+/// The same for a prepared list, on the stack of a ctx that records nothing and receives the result. The
+/// stack is cleared first; its memory is used again.
+void eval_compiled_stck(const code_list& list, const number_program& numbers, compile_ctx& ctx,
+                        text_str*& err);
 
 } // namespace metrify

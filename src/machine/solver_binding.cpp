@@ -95,7 +95,7 @@ void block_function::evaluate_function(const double* x, double* y, text_str*& er
         input.variable.write(component_of(*x++, input.mode), err);
     }
     if (str_is_empty(err))
-        eval_compiled_stck(unused_result_, block_code(), block_numbers(), replay_, err);
+        eval_compiled_stck(block_code(), block_numbers(), replay_, err);
     if (!str_is_empty(err)) {
         std::fill_n(y, outputs.size(), 0.0);
         return;

@@ -56,8 +56,7 @@ class block_function : public bound_function {
     double objective_sign = 1.0;
 
   private:
-    compile_ctx replay_;      // kept so that evaluations reuse its memory
-    dim_value unused_result_; // the block's assignments are what counts
+    compile_ctx replay_; // kept so that evaluations reuse its memory; its result is not used
 };
 
 struct solver_binding {

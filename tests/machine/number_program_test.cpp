@@ -142,7 +142,8 @@ outcome replay(const code_list& list, const number_program& program, compile_ctx
     outcome got;
     work_text err;
     find_var("y")->value = vector(7, 7, 7, in_N);
-    eval_compiled_stck(got.result, list, program, ctx, err.str);
+    eval_compiled_stck(list, program, ctx, err.str);
+    got.result = ctx.result;
     got.stored = find_var("y")->value;
     got.message = err.view();
     return got;
@@ -215,7 +216,7 @@ TEST_F(number_program_of, other_units_use_the_full_replay_and_change_nothing_bef
         EXPECT_TRUE(equal(find_var("y")->value, scalar(6, {0, 0, 0, 2, 0, 0, 0, 0})));
     }
     set("a", scalar(5, in_s));
-    eval_compiled_stck(result, list, program, ctx, err.str);
+    eval_compiled_stck(list, program, ctx, err.str);
     EXPECT_TRUE(equal(find_var("y")->value, scalar(10, {0, 1, 0, 1, 0, 0, 0, 0})));
 }
 
@@ -295,9 +296,8 @@ TEST_F(number_program_of, a_statement_with_more_values_than_the_stack_holds_has_
     number_program program;
     program.prepare(list);
     EXPECT_FALSE(program.statements()[0].has_steps);
-    dim_value result;
-    eval_compiled_stck(result, list, program, ctx, err.str);
-    EXPECT_TRUE(equal(result, scalar(3.0 * (max_stack_depth + 1), in_m)));
+    eval_compiled_stck(list, program, ctx, err.str);
+    EXPECT_TRUE(equal(ctx.result, scalar(3.0 * (max_stack_depth + 1), in_m)));
 }
 
 TEST_F(number_program_of, what_is_not_known_in_advance_has_no_steps) {
@@ -324,8 +324,7 @@ TEST_F(number_program_of, an_infinite_constant_has_no_steps_and_keeps_its_messag
         number_program program;
         program.prepare(list);
         EXPECT_FALSE(program.statements()[0].has_steps) << statement;
-        dim_value result;
-        eval_compiled_stck(result, list, program, ctx, err.str);
+        eval_compiled_stck(list, program, ctx, err.str);
         EXPECT_EQ(err.view(), message);
     }
 }

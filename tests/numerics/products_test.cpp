@@ -88,3 +88,18 @@ TEST(view_memory, has_vectors_and_rows_that_do_not_overlap) {
               4.0 + 6.0 + 10.0 + 12.0);
     EXPECT_EQ(&pair.left(1, 2) + 1, &pair.right(1, 1)); // side by side
 }
+
+TEST(view_memory, is_zero_whether_it_is_allocated_or_not) {
+    for (const long n : {1L, 2L, 6L, 7L, 50L}) {
+        view_memory memory(n, 2, 1);
+        memory.vector();
+        const matrix_pair pair = memory.matrices();
+        const vector_view<double> last = memory.vector();
+        for (long i = 1; i <= n; ++i) {
+            EXPECT_EQ(last[i], 0.0) << n;
+            EXPECT_EQ(pair.left(i, n), 0.0) << n;
+            EXPECT_EQ(pair.right(n, i), 0.0) << n;
+            last[i] = 1.0; // a sanitizer sees an element beyond the memory
+        }
+    }
+}

@@ -5,6 +5,9 @@
 
 #include "base/numeric_utilities.h"
 
+#include <algorithm>
+#include <array>
+#include <optional>
 #include <type_traits>
 
 namespace metrify {
@@ -60,11 +63,20 @@ struct matrix_pair {
     matrix_view<double> left, right;
 };
 
-/// The memory of several vectors and pairs of matrices of n rows, in one block, set to 0.
+/// The memory of several vectors and pairs of matrices of n rows, set to 0. That of a few rows needs no
+/// allocation.
 class view_memory {
   public:
-    view_memory(long n, long vectors, long pairs)
-        : block_(dvector(1, vectors * n + pairs * 2 * n * n)), next_(block_.data()), n_(n) {}
+    view_memory(long n, long vectors, long pairs) : n_(n) {
+        const long count = vectors * n + pairs * 2 * n * n;
+        if (count > few)
+            block_.emplace(dvector(1, count));
+        else
+            std::fill_n(few_.data(), count, 0.0);
+        next_ = block_ ? block_->data() : few_.data();
+    }
+    view_memory(const view_memory&) = delete;
+    view_memory& operator=(const view_memory&) = delete;
 
     vector_view<double> vector() { return vector_view<double>(take(n_)); }
     matrix_pair matrices() {
@@ -79,7 +91,10 @@ class view_memory {
         return taken;
     }
 
-    offset_vector<double> block_;
+    static constexpr long few = 96;
+
+    std::array<double, few> few_; // NOLINT: only what is used is set
+    std::optional<offset_vector<double>> block_;
     double* next_;
     long n_;
 };

@@ -249,7 +249,8 @@ void solve_multi_dim(bound_function& f, std::uint32_t& check, bool use_broydn, t
         append(err, "ERROR: Root finding must have same number of indpendent and dependent vars.\n");
         return;
     }
-    double_vector x = dvector(1, n);
+    view_memory memory(n, 1, 0);
+    const vector_view<double> x = memory.vector();
     f.read_solver_vector(x.data(), err);
     if (use_broydn)
         broydn(f, x, n, check, err);

@@ -94,7 +94,8 @@ double relative_gradient(vector_view<const double> g, vector_view<const double> 
 
 void fdjac(bound_function& function, long n, vector_view<double> x, vector_view<const double> fvec,
            matrix_view<double> df, text_str*& err) {
-    double_vector moved = dvector(1, n);
+    view_memory memory(n, 1, 0);
+    const vector_view<double> moved = memory.vector();
     for (long j = 1; j <= n; ++j) {
         const double plain = x[j];
         double h = EPS * std::fabs(plain);
