@@ -100,8 +100,8 @@ METRIFY_API metrify_status metrify_calculator_new(metrify_calculator** calculato
 METRIFY_API metrify_status metrify_calculator_enter(metrify_calculator* calculator, const char* lines,
                                                     size_t size, metrify_text** listing);
 /* Ends the call of metrify_calculator_enter that is being run, which returns METRIFY_INTERRUPTED without a
- * listing; the variables are those before it. Other threads and signal handlers may call it. It has no effect
- * if no call is being run, or if the call ends by itself at the same time. */
+ * listing; the variables are those before the statement that was being run. Other threads and signal handlers
+ * may call it. It has no effect if no call is being run, or if the call ends by itself at the same time. */
 METRIFY_API void metrify_interrupt(metrify_calculator* calculator);
 /* Makes the calculator as good as new. */
 METRIFY_API metrify_status metrify_calculator_reset(metrify_calculator* calculator);

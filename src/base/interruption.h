@@ -43,12 +43,14 @@ class interruption_scope {
     bool is_requested() const { return obeyed_.is_requested(); }
     /// The same after the question, if that is due.
     bool is_requested_after_question();
+    /// How often loops of long steps have looked at the request.
+    std::int64_t looks() const { return looks_; }
 
   private:
     interruption& obeyed_;
     const interruption_question question_;
     // The clock is read in loops only, and there rarely: short runs don't read it.
-    unsigned steps_ = 0;
+    std::int64_t looks_ = 0;
     std::chrono::steady_clock::time_point due_{};
     interruption_scope* const outer_;
 };

@@ -115,8 +115,10 @@ void find_extreme(bool can_use_logs, report_kind report, text_str*& err) {
 } // namespace
 
 bool can_run_block(std::string_view name, std::int32_t count, compile_ctx& ctx, text_str*& err) {
-    if (is_block_ready(name, err))
+    if (is_block_ready(name, err)) {
+        keep_all_variables();
         return true;
+    }
     replace_by_cleared_value(count, ctx);
     return false;
 }

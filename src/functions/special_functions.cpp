@@ -29,7 +29,7 @@ void run_function(const special_function& function, compile_ctx& ctx, text_str*&
         append(err, "ERROR:  Arg n must be integer in ", function.about.name, "().\n");
         return given.replace_by(dim_value());
     }
-    // One line may call thousands of functions, each of which takes up to a tenth of a millisecond.
+    // One line may call thousands of functions, each of which takes up to some milliseconds.
     const bool is_computed = !any_sentinel && !is_interrupted_at_long_step();
     given.replace_by(scalar_value(is_computed ? function.value(x, err) : 0.0));
 }

@@ -4,10 +4,12 @@
 #include "language/statement.h"
 #include "language/unit_definitions.h"
 #include "machine/calculator.h"
+#include "machine/variables.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace metrify {
 
@@ -44,10 +46,15 @@ void run_statement(std::string_view prefix, int& counter, const cursor& line_sta
     ++counter;
     code_list recorded;
     code_list* const code = is_block_recording() ? &recorded : nullptr;
+    calculator& current = current_calculator();
+    const bool had_failed = std::exchange(current.has_failed, false);
     const line_result result =
         compile_one_full_line(prefix, counter, line_start, expptr, run_lines, out, code, err);
     if (!str_is_empty(err))
-        current_calculator().has_failed = true;
+        current.has_failed = true;
+    if (prefix.empty() && current.has_failed && is_interrupted())
+        undo_statement();
+    current.has_failed = current.has_failed || had_failed;
     if (result != line_result::compiled || !str_is_empty(err))
         --counter; // a line that fails has no number, and special lines have added one themselves
     else if (code != nullptr)

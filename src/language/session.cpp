@@ -37,15 +37,13 @@ std::string session::enter(std::string_view entry) {
     const calculator_scope scope(*calculator_);
     interruption_->clear();
     const interruption_scope obeys(*interruption_);
-    const std::vector<dim_value> values = variable_values();
+    calculator_->before_statement.is_kept = true;
     // The parser's guard stops a program for good; here it stops one entry.
     reset_expression_state();
     const std::size_t begin = text_.size();
     append_text(entry);
     const listing shown = run_further_lines(text_.data() + begin);
     was_interrupted_ = calculator_->has_failed && interruption_->is_requested();
-    if (was_interrupted_)
-        restore_variables(values);
     if (block_needs_text_from(text_.data() + begin))
         text_.pop_back(); // the terminator
     else

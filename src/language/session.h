@@ -29,8 +29,8 @@ class session {
     /// Runs the entry, one line or several, and gives its listing.
     std::string enter(std::string_view entry);
 
-    /// A request ends the entry that is being run: its statement fails, and the variables are those before
-    /// the entry. Without an entry it has no effect.
+    /// A request ends the entry that is being run: the statement that is being run fails, and the variables
+    /// are those before it. Without an entry it has no effect.
     interruption& stop() { return *interruption_; }
 
     /// True if a request ended the latest entry.

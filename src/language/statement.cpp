@@ -103,6 +103,8 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
                                   cursor& expptr, line_runner run, text_str*& out, code_list* code,
                                   text_str*& err) {
     const std::string_view target = peek_assignment_target(expptr, err);
+    if (prefix.empty()) // not a line of a block listing, which is a part of a statement
+        keep_variables_before(target);
     write_heading_and_echo(prefix, counter, target, line_start, expptr, out);
 
     work_text answer; // of a special line, or of the output requests

@@ -19,6 +19,7 @@ struct progress_guard {
 struct calculator {
     unit_state units;
     variable_store variables;
+    variables_before before_statement;
     func_block block;
     solver_binding solver;
     progress_guard progress;

@@ -124,21 +124,41 @@ var_entry& add_var(std::string_view name, const dim_value& value) {
     return list.add({std::string(name), number, value, false});
 }
 
-std::vector<dim_value> variable_values() {
-    variable_store& list = var_list();
-    std::vector<dim_value> values(list.size());
-    for (std::size_t i = 0; i < values.size(); ++i)
-        values[i] = list[i].value;
-    return values;
+// Copying all variables before each statement would make the time of a run grow with the square of its
+// length.
+void keep_variables_before(std::string_view target) {
+    variables_before& before = current_calculator().before_statement;
+    if (!before.is_kept)
+        return;
+    before.count = var_list().size();
+    before.has_all = false;
+    before.target = find_var(target);
+    if (before.target != nullptr)
+        before.target_value = before.target->value;
 }
 
-void restore_variables(const std::vector<dim_value>& values) {
+void keep_all_variables() {
+    variables_before& before = current_calculator().before_statement;
+    if (!before.is_kept || before.has_all)
+        return;
+    before.has_all = true;
+    before.all.resize(before.count);
+    for (std::size_t i = 0; i < before.count; ++i)
+        before.all[i] = var_list()[i].value;
+}
+
+void undo_statement() {
+    const variables_before& before = current_calculator().before_statement;
+    if (!before.is_kept)
+        return;
     variable_store& list = var_list();
-    list.shrink_to(values.size());
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        list[i].value = values[i];
+    list.shrink_to(before.count);
+    for (std::size_t i = 0; before.has_all && i < before.count; ++i) {
+        list[i].value = before.all[i];
         list[i].held = false;
     }
+    if (before.target != nullptr)
+        before.target->value = before.target_value;
 }
 
 bool is_varname_okay(std::string_view name, text_str*& err) {

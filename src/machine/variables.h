@@ -60,10 +60,22 @@ var_entry& find_or_add_var(std::string_view name);
 /// Creates a variable; its name must be new.
 var_entry& add_var(std::string_view name, const dim_value& value);
 
-/// The values of all variables.
-std::vector<dim_value> variable_values();
-/// Sets all variables to these values and removes those added since; assignments change them all.
-void restore_variables(const std::vector<dim_value>& values);
+/// The variables before a statement, as far as the statement can change them.
+struct variables_before {
+    bool is_kept = false; // otherwise a statement cannot be undone
+    std::size_t count = 0;
+    var_entry* target = nullptr; // the variable that the statement assigns, if it existed
+    dim_value target_value;
+    bool has_all = false;
+    std::vector<dim_value> all; // if the statement evaluates the function block, which assigns others
+};
+
+/// Keeps the variables before a statement that assigns the target, or no variable if its name is empty.
+void keep_variables_before(std::string_view target);
+/// Keeps all of them, before the statement evaluates the function block.
+void keep_all_variables();
+/// Sets the variables to what was kept and removes those added since; assignments change them all.
+void undo_statement();
 
 /// True if a variable may have this name, which must not be that of a unit or a function.
 bool is_varname_okay(std::string_view name, text_str*& err);

@@ -36,9 +36,7 @@ class Escape : public StandInTest {
 
 TEST_F(Escape, ends_a_long_cell_with_an_error) {
     Host().escape.PressAfter(milliseconds(200));
-    const auto begin = steady_clock::now();
     EXPECT_EQ(Cells(1.0, kLong, u""), kInterrupted);
-    EXPECT_LT(steady_clock::now() - begin, milliseconds(1200));
 }
 
 TEST_F(Escape, ends_a_long_cell_of_a_narrow_host) {

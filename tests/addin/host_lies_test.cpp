@@ -42,6 +42,60 @@ class lying_host : public testing::TestWithParam<int> {
         for (int lie = 0; lie < kLies; ++lie)
             LieInEachCall(static_cast<Lie>(lie), body);
     }
+    // With each code of a failure, and two that no host has.
+    template <class Body>
+    void FailWithEachCode(Body body) {
+        for (const int code : {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 1024, -1}) {
+            SCOPED_TRACE("code " + std::to_string(code));
+            host.FailWith(code);
+            for (const Lie lie : {Lie::failure_with_text, Lie::failure_with_array})
+                LieInEachCall(lie, body);
+        }
+    }
+    template <class Repetition>
+    void ExpectConversions(Repetition repeat) {
+        {
+            AddInLife life(host.host());
+            ASSERT_TRUE(life.Open());
+            repeat([&] {
+                // No lie is a release above the last supported one.
+                for (const CellValue& value : life.Convert())
+                    EXPECT_EQ(value, kConverted);
+            });
+        }
+        ExpectBalance();
+    }
+    template <class Repetition>
+    void ExpectValuesOfMacros(Repetition repeat) {
+        {
+            AddInLife life(host.host());
+            ASSERT_TRUE(life.Open());
+            const CellValue none(host::CellError{xlerrValue});
+            repeat([&] {
+                const std::vector<CellValue> values = life.RunMacros();
+                EXPECT_EQ(values[0], none);
+                EXPECT_EQ(values[1], none);
+                EXPECT_EQ(values[2], CellValue(false));
+                EXPECT_EQ(values[3], CellValue(false));
+                EXPECT_EQ(values[4], CellValue(-1.0));
+                EXPECT_EQ(values[5], CellValue(-1.0));
+                // The name of the add-in, or an error if the host does not convert the action to 1.
+                EXPECT_TRUE(values[6] == CellValue(u"Metrify") || values[6] == none);
+            });
+        }
+        ExpectBalance();
+    }
+    void LiveTwice() {
+        {
+            AddInLife life(host.host());
+            const bool is_open = life.Open();
+            life.CloseAndRemove();
+            TellTheTruth();
+            EXPECT_EQ(life.Open(), !is_open);
+        }
+        AddInLife life(host.host());
+        EXPECT_TRUE(life.Open());
+    }
 
     std::optional<Lie> Choose() {
         if (until_lie_ == 0 || --until_lie_ > 0)
@@ -67,52 +121,29 @@ class lying_host : public testing::TestWithParam<int> {
 };
 
 TEST_P(lying_host, gets_a_converted_number_whatever_it_says_of_its_release) {
-    {
-        AddInLife life(host.host());
-        ASSERT_TRUE(life.Open());
-        TellEachLie([&] {
-            // No lie is a release above the last supported one.
-            for (const CellValue& value : life.Convert())
-                EXPECT_EQ(value, kConverted);
-        });
-    }
-    ExpectBalance();
+    ExpectConversions([this](const auto& body) { TellEachLie(body); });
+}
+
+TEST_P(lying_host, gets_a_converted_number_whatever_code_its_failures_have) {
+    ExpectConversions([this](const auto& body) { FailWithEachCode(body); });
 }
 
 TEST_P(lying_host, gets_a_value_of_each_macro) {
-    {
-        AddInLife life(host.host());
-        ASSERT_TRUE(life.Open());
-        const CellValue none(host::CellError{xlerrValue});
-        TellEachLie([&] {
-            const std::vector<CellValue> values = life.RunMacros();
-            EXPECT_EQ(values[0], none);
-            EXPECT_EQ(values[1], none);
-            EXPECT_EQ(values[2], CellValue(false));
-            EXPECT_EQ(values[3], CellValue(false));
-            EXPECT_EQ(values[4], CellValue(-1.0));
-            EXPECT_EQ(values[5], CellValue(-1.0));
-            // The name of the add-in, or an error if the host does not convert the action to 1.
-            EXPECT_TRUE(values[6] == CellValue(u"Metrify") || values[6] == none);
-        });
-    }
-    ExpectBalance();
+    ExpectValuesOfMacros([this](const auto& body) { TellEachLie(body); });
+}
+
+TEST_P(lying_host, gets_a_value_of_each_macro_whatever_code_its_failures_have) {
+    ExpectValuesOfMacros([this](const auto& body) { FailWithEachCode(body); });
 }
 
 TEST_P(lying_host, may_ask_twice_for_everything_and_load_the_add_in_again) {
-    const auto live_twice = [&] {
-        {
-            AddInLife life(host.host());
-            const bool is_open = life.Open();
-            life.CloseAndRemove();
-            TellTheTruth();
-            EXPECT_EQ(life.Open(), !is_open);
-        }
-        AddInLife life(host.host());
-        EXPECT_TRUE(life.Open());
-    };
     for (const Lie lie : {Lie::text, Lie::null_text, Lie::huge_array, Lie::failure_with_text, Lie::no_value})
-        LieInEachCall(lie, live_twice);
+        LieInEachCall(lie, [this] { LiveTwice(); });
+    ExpectBalance();
+}
+
+TEST_P(lying_host, may_fail_with_any_code_before_it_loads_the_add_in_again) {
+    FailWithEachCode([this] { LiveTwice(); });
     ExpectBalance();
 }
 

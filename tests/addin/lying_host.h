@@ -71,6 +71,9 @@ class LyingHost final : public WindowPlatform {
 
     host::Host& host() { return host_; }
 
+    /// The code of the failures from now on.
+    void FailWith(int code) { failure_ = code; }
+
     /// True if the values that came with the code of a failure are as they were: they are not the add-in's.
     bool AreRefusedValuesWhole() const {
         const auto is_whole = [](const auto& refused) {
@@ -168,7 +171,7 @@ class LyingHost final : public WindowPlatform {
         refused.value = std::move(value);
         host::WriteRecord(refused.value, refused.owner.record);
         result = refused.owner.record;
-        return xlretFailed;
+        return failure_;
     }
     std::list<Refused<XLOPER>>& RefusedOf(const XLOPER& /*record*/) { return narrow_refused_; }
     std::list<Refused<XLOPER12>>& RefusedOf(const XLOPER12& /*record*/) { return wide_refused_; }
@@ -268,6 +271,7 @@ class LyingHost final : public WindowPlatform {
 
     host::Host host_;
     Choice choice_;
+    int failure_ = xlretFailed;
     std::list<Refused<XLOPER>> narrow_refused_;
     std::list<Refused<XLOPER12>> wide_refused_;
 };

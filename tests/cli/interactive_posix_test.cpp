@@ -349,6 +349,23 @@ TEST_F(interactive, ends_a_long_calculation_and_goes_on) {
     EXPECT_NE(it.screen().find("ERROR: interrupted."), std::string::npos) << it.screen();
 }
 
+TEST_F(interactive, keeps_the_variables_of_pasted_lines_before_an_interrupted_one) {
+    terminal_session it(home_);
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x = 1 m\rx = 2 m\ry = 3 s\r");
+    ASSERT_TRUE(it.shows("y = 3 s\r\n       y = 3 s")) << it.screen();
+    ASSERT_TRUE(it.shows("> "));
+    it.type("x = BesselJ(2000000000, 2000000001)\r");
+    it.interrupt_run();
+    it.type("y + 0 s\r");
+    it.type("x + 0 m\r");
+    it.type("quit\r");
+    EXPECT_EQ(it.wait_for_end(), 0);
+    EXPECT_NE(it.screen().find("ERROR: interrupted."), std::string::npos) << it.screen();
+    EXPECT_NE(it.screen().find("] y + 0 s\r\n        = 3 s"), std::string::npos) << it.screen();
+    EXPECT_NE(it.screen().find("] x + 0 m\r\n        = 2 m"), std::string::npos) << it.screen();
+}
+
 TEST_F(interactive, shows_errors_in_red_unless_colours_are_declined) {
     terminal_session coloured(home_, "C", "");
     ASSERT_TRUE(coloured.shows("> "));

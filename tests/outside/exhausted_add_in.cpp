@@ -1,6 +1,9 @@
 // The add-in in a host process in which one allocation of a call fails, each in turn. The call then ends in
 // one of two ways: std::bad_alloc reaches the host, or the process ends with status 1, the message of the
-// calculator and its exit handlers. A result that the host had got before is whole in both cases.
+// calculator and its exit handlers. Results that the host had got before are whole in both cases.
+//
+// exhausted_add_in MODULE           the entries of the add-in
+// exhausted_add_in MODULE observed  events, of a module with observers
 
 #include "xllrt/value/host_records.h"
 
@@ -11,6 +14,7 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <new>
+#include <span>
 #include <string>
 #include <string_view>
 #include <sys/wait.h>
@@ -69,9 +73,9 @@ METRIFY_VISIBLE void free(void* block) {
 
 METRIFY_VISIBLE int MdCallBack12(int function, int /*count*/, XLOPER12* /*arguments*/[], XLOPER12* result) {
     if (result) {
-        // The release, the id of a registration, and TRUE.
+        // The release, the id of a registration, and TRUE. The action of the add-in manager is 1.
         result->xltype = function == xlGetName ? xltypeStr : xltypeNum;
-        result->val.num = 14.0;
+        result->val.num = function == xlCoerce ? 1.0 : 14.0;
         static char16_t path[] = u"\x10"
                                  u"C:\\A\\Metrify.xll";
         if (function == xlGetName)
@@ -98,30 +102,54 @@ METRIFY_VISIBLE int Excel4(int function, XLOPER* result, int count, ...) {
 namespace {
 
 using Convert = XLOPER12* (*)(double, const char16_t*, const char16_t*);
+using NarrowConvert = XLOPER* (*)(double, const char*, const char*);
 using Release = void (*)(XLOPER12*);
+using NarrowRelease = void (*)(XLOPER*);
 using Entry = int (*)();
 using Macro = XLOPER12* (*)();
+using NarrowMacro = XLOPER* (*)();
+using Observer = XLOPER12* (*)(std::int32_t, XLOPER12*, XLOPER12*, XLOPER12*);
+using NarrowObserver = XLOPER* (*)(std::int32_t, XLOPER*, XLOPER*, XLOPER*);
+using Information = XLOPER12* (*)(XLOPER12*);
 
 Convert convert;
+NarrowConvert convert_narrow;
 Release release_record;
+NarrowRelease release_narrow_record;
 Entry open_add_in;
+Entry close_add_in;
+Entry remove_add_in;
 Macro run_macro;
+NarrowMacro run_narrow_macro;
+Observer observe;
+NarrowObserver observe_narrowly;
+Information describe_add_in;
 
 bool IsText(const XLOPER12& cell, std::u16string_view text) {
     return (cell.xltype & 0x0FFFU) == xltypeStr &&
            std::u16string_view(cell.val.str + 1, cell.val.str[0]) == text;
 }
-bool IsConverted(const XLOPER12* row, double number, std::u16string_view units) {
+bool IsText(const XLOPER& cell, std::string_view text) {
+    return (cell.xltype & 0x0FFFU) == xltypeStr &&
+           std::string_view(cell.val.str + 1, static_cast<unsigned char>(cell.val.str[0])) == text;
+}
+template <class Record, class Text>
+bool IsConverted(const Record* row, double number, Text units) {
     return row && (row->xltype & 0x0FFFU) == xltypeMulti && row->val.array.rows == 1 &&
            row->val.array.columns == 2 && row->val.array.lparray[0].val.num == number &&
            IsText(row->val.array.lparray[1], units);
 }
 
-// An earlier result, whose memory is the add-in's until it is released.
+// Earlier results, whose memory is the add-in's until they are released.
 const XLOPER12* held;
+const XLOPER* held_narrow;
 
-bool IsHeldWhole() {
-    return IsConverted(held, 1.0668, u"m\n\n");
+void HoldResults() {
+    held = convert(3.5, u"ft", u"m");
+    held_narrow = convert_narrow(2.5, "ft", "cm");
+}
+bool AreHeldWhole() {
+    return IsConverted(held, 1.0668, u"m\n\n") && IsConverted(held_narrow, 76.2, "cm\n\n");
 }
 
 // ---- The calls
@@ -130,18 +158,36 @@ struct Case {
     const char* name;
     void (*call)();
     bool is_warm; // the same call was made before, so that all memory of a call that fails is released
+    void (*prepare)() = nullptr;
 };
 
+template <class Record>
+bool IsToBeReleased(const Record* record) {
+    return record && (record->xltype & xlbitDLLFree) != 0;
+}
+void Release12(XLOPER12* record) {
+    if (IsToBeReleased(record))
+        release_record(record);
+}
+void Release4(XLOPER* record) {
+    if (IsToBeReleased(record))
+        release_narrow_record(record);
+}
+
 void ConvertAndRelease(const char16_t* in_units, const char16_t* out_units) {
-    XLOPER12* const row = convert(2.0, in_units, out_units);
-    if ((row->xltype & xlbitDLLFree) != 0)
-        release_record(row);
+    Release12(convert(2.0, in_units, out_units));
 }
 void ConvertSimply() {
     ConvertAndRelease(u"ft", u"m");
 }
 void ConvertWrongly() {
     ConvertAndRelease(u"xyz", u"m");
+}
+void ConvertNarrowly() {
+    Release4(convert_narrow(2.0, "ft", "m"));
+}
+void ConvertNarrowlyAndWrongly() {
+    Release4(convert_narrow(2.0, "xyz", "m"));
 }
 void RunProgram() {
     ConvertAndRelease(
@@ -153,8 +199,40 @@ void RunProgram() {
 void Open() {
     open_add_in();
 }
+void Close() {
+    close_add_in();
+}
+void Remove() {
+    remove_add_in();
+}
 void RunMacro() {
-    run_macro();
+    Release12(run_macro());
+}
+void RunNarrowMacro() {
+    Release4(run_narrow_macro());
+}
+// Before a workbook is closed. Its name is too long for a text without memory of its own.
+void Observe() {
+    static char16_t name[] = u"\x1B"
+                             u"A workbook of some name.xls";
+    XLOPER12 workbook{};
+    workbook.xltype = xltypeStr;
+    workbook.val.str = name;
+    Release12(observe(11, &workbook, nullptr, nullptr));
+}
+void ObserveNarrowly() {
+    static char name[] = "\x1B"
+                         "A workbook of some name.xls";
+    XLOPER workbook{};
+    workbook.xltype = xltypeStr;
+    workbook.val.str = name;
+    Release4(observe_narrowly(11, &workbook, nullptr, nullptr));
+}
+void Describe() {
+    XLOPER12 action{};
+    action.xltype = xltypeNum;
+    action.val.num = 1.0;
+    Release12(describe_add_in(&action));
 }
 
 constexpr std::array cases = {
@@ -162,8 +240,27 @@ constexpr std::array cases = {
     Case{"a repeated conversion", ConvertSimply, true},
     Case{"an error", ConvertWrongly, true},
     Case{"a program", RunProgram, true},
+    Case{"a first narrow conversion", ConvertNarrowly, false},
+    Case{"a repeated narrow conversion", ConvertNarrowly, true},
+    Case{"a narrow error", ConvertNarrowlyAndWrongly, true},
     Case{"the opening", Open, false},
     Case{"the macro", RunMacro, true},
+    Case{"the narrow macro", RunNarrowMacro, true},
+    Case{"the add-in's name", Describe, false, Open},
+    Case{"the closing", Close, false, Open},
+    Case{"the removal", Remove, false, Open},
+    Case{"the removal of a closed add-in", Remove, false,
+         [] {
+             Open();
+             Close();
+         }},
+};
+
+constexpr std::array cases_with_observers = {
+    Case{"the opening", Open, false},
+    Case{"an event", Observe, false, Open},
+    Case{"a narrow event", ObserveNarrowly, false, Open},
+    Case{"the closing", Close, false, Open},
 };
 
 // ---- Each in a process of its own
@@ -175,7 +272,7 @@ constexpr std::string_view fatal_lines_end = "\n... now exiting to system ...\n\
 
 // The exit handlers run: one of them reports what the host still has.
 void ReportAtExit() {
-    std::fputs(IsHeldWhole() ? "whole" : "damaged", stderr);
+    std::fputs(AreHeldWhole() ? "whole" : "damaged", stderr);
 }
 
 // The next line that is run resets the calculator, which keeps what a program has defined until then.
@@ -190,14 +287,17 @@ int Broken(const char* reason) {
 }
 
 int CallWithFailure(const Case& tested, long others) {
-    held = convert(3.5, u"ft", u"m");
-    if (!IsHeldWhole())
+    HoldResults();
+    if (!AreHeldWhole())
         return Broken("the first call fails");
+    if (tested.prepare)
+        tested.prepare();
     if (tested.is_warm) {
         release_record(convert(3.5, u"ft", u"m"));
+        release_narrow_record(convert_narrow(2.5, "ft", "cm"));
         tested.call();
         ForgetProgram();
-        held = convert(3.5, u"ft", u"m");
+        HoldResults();
     }
     std::atexit(ReportAtExit);
     const long before = live_blocks;
@@ -211,12 +311,12 @@ int CallWithFailure(const Case& tested, long others) {
     until_failure = -1;
     if (outcome == succeeded && has_failed)
         outcome = without_effect;
-    if (outcome == thrown && !IsHeldWhole())
-        return Broken("the earlier result is damaged");
+    if (outcome == thrown && !AreHeldWhole())
+        return Broken("an earlier result is damaged");
     // The add-in goes on.
     ForgetProgram();
-    held = convert(3.5, u"ft", u"m");
-    if (!IsHeldWhole())
+    HoldResults();
+    if (!AreHeldWhole())
         return Broken("the next call fails");
     return tested.is_warm && live_blocks != before ? Broken("memory is lost") : outcome;
 }
@@ -294,11 +394,21 @@ int main(int argc, char** argv) {
         return 1;
     }
     Find(module, "Metrify_12", convert);
+    Find(module, "Metrify_4", convert_narrow);
     Find(module, "xlAutoFree12", release_record);
+    Find(module, "xlAutoFree", release_narrow_record);
     Find(module, "xlAutoOpen", open_add_in);
+    Find(module, "xlAutoClose", close_add_in);
+    Find(module, "xlAutoRemove", remove_add_in);
     Find(module, "Metrify_Macro_12", run_macro);
+    Find(module, "Metrify_Macro_4", run_narrow_macro);
+    Find(module, "CXlApp_ObserverEventHandler12", observe);
+    Find(module, "CXlApp_ObserverEventHandler4", observe_narrowly);
+    Find(module, "xlAddInManagerInfo12", describe_add_in);
+    const bool has_observers = argc > 2 && std::string_view(argv[2]) == "observed";
     bool passed = true;
-    for (const Case& tested : cases)
+    for (const Case& tested :
+         has_observers ? std::span<const Case>(cases_with_observers) : std::span<const Case>(cases))
         passed = Passes(tested) && passed;
     std::puts(passed ? "passed" : "failed");
     return passed ? 0 : 1;

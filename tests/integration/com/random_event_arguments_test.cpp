@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <random>
+#include <string>
 
 namespace metrify::host {
 namespace {
@@ -29,6 +30,14 @@ class random_arguments : public testing::Test {
         events.beforeDoubleClick.AddObserver(&click);
         events.calculate.AddObserver(&calculation);
         events.workbookNewSheet.AddObserver(&new_sheet);
+    }
+
+    static constexpr unsigned kUsualSeed = 20220101;
+
+    // Another seed with `--gtest_shuffle --gtest_random_seed=S`.
+    static unsigned Seed() {
+        const int shuffled = testing::UnitTest::GetInstance()->random_seed();
+        return shuffled == 0 ? kUsualSeed : static_cast<unsigned>(shuffled);
     }
 
     unsigned Below(unsigned bound) { return static_cast<unsigned>(random_() % bound); }
@@ -99,7 +108,7 @@ class random_arguments : public testing::Test {
     CountingObserver<CXlWorkbookNewSheetEventArgs> new_sheet;
 
   private:
-    std::mt19937 random_{20220101};
+    std::mt19937 random_{Seed()};
     ComVariant workbook_ = host.Workbook();
     ComVariant sheet_ = host.Sheet();
     ComVariant range_ = host.Range();
@@ -107,6 +116,7 @@ class random_arguments : public testing::Test {
 };
 
 TEST_F(random_arguments, are_accepted_or_refused_and_leave_nothing) {
+    SCOPED_TRACE("seed " + std::to_string(Seed()));
     constexpr int kEvents = 20000;
     const ReferenceLedger& ledger = host.automation.ledger();
     FireAny();
@@ -119,14 +129,16 @@ TEST_F(random_arguments, are_accepted_or_refused_and_leave_nothing) {
                     code == DISP_E_TYPEMISMATCH)
             << std::hex << code << " at event " << std::dec << i;
     }
+    EXPECT_EQ(ledger.objects(), objects);
     EXPECT_GT(accepted, kEvents / 50);
+    if (Seed() != kUsualSeed)
+        return; // an observer may have no event
     EXPECT_GT(closing.count, 0);
     EXPECT_GT(saving.count, 0);
     EXPECT_GT(selection.count, 0);
     EXPECT_GT(click.count, 0);
     EXPECT_GT(calculation.count, 0);
     EXPECT_GT(new_sheet.count, 0);
-    EXPECT_EQ(ledger.objects(), objects);
 }
 
 } // namespace

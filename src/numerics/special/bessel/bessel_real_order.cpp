@@ -1,5 +1,6 @@
 #include "numerics/special/bessel/bessel_real_order.h"
 
+#include "base/interruption.h"
 #include "numerics/special/bessel/chebyshev.h"
 #include "numerics/special/bessel/exact_product.h"
 #include "numerics/special/trigonometry.h"
@@ -96,7 +97,7 @@ scaled_neighbours recur_down(const reduced_order& order, double sign, neighbours
     for (std::int64_t step = 0; step < order.step_count(); ++step) {
         f = {order.term(order.whole - static_cast<double>(step)).sum() * f.at + sign * f.above, f.at};
         // After an overflow the result is a not-a-number in any case.
-        if (!std::isfinite(f.at))
+        if (!std::isfinite(f.at) || is_interrupted_at(step + 1))
             break;
     }
     const double unit = std::fabs(f.at) + std::fabs(f.above);
@@ -109,7 +110,8 @@ neighbours recur_up(const reduced_order& order, double sign, neighbours f) {
             order.term(order.whole_mu + static_cast<double>(step)).sum() * f.above + sign * f.at;
         f = {f.above, next};
         // Further steps change nothing: after an overflow, and if both are 0.
-        if (f.at != f.at || (sign > 0.0 && f.at == f.above && (std::isinf(f.at) || f.at == 0.0)))
+        if (f.at != f.at || (sign > 0.0 && f.at == f.above && (std::isinf(f.at) || f.at == 0.0)) ||
+            is_interrupted_at(step))
             break;
     }
     return f;
