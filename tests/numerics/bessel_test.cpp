@@ -184,6 +184,17 @@ TEST(bessel, real_orders_give_up_where_their_fraction_takes_too_many_passes) {
     EXPECT_NE(call(math_func_bessik, 2.9e6, 0.5).err, "");
 }
 
+// A step below 1e-16 counts as none. With quadruple precision, the fraction at the first argument takes 9999
+// passes until a step is below 2e-16 but more than 10000 until one is below 1e-16; at the second, 9930 and
+// 10021. In double precision, where 1e-16 is below the distance of 1 from the number before it, the numbers
+// of passes lie on the same sides of the limit, with accumulated coefficients and with separate ones.
+TEST(bessel, real_orders_do_not_take_the_last_digit_of_a_fraction_for_settled) {
+    expect_failed(call(math_func_bessjy, 9847.03125, 0.5),
+                  "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+    expect_failed(call(math_func_bessik, 2627200.0, 0.5),
+                  "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+}
+
 // The first kind starts at 1e-30 and is taken down a hundred orders, by a factor of 1.6e338 at the first
 // point and of 2e338 at the second, according to the exact values at both ends. The second exceeds the range
 // of doubles.
