@@ -184,6 +184,17 @@ TEST(bessel, real_orders_give_up_where_their_fraction_takes_too_many_passes) {
     EXPECT_NE(call(math_func_bessik, 2.9e6, 0.5).err, "");
 }
 
+// A step below 1e-16 counts as none. With quadruple precision, the fraction at the first argument takes 9999
+// passes until a step is below 2e-16 but more than 10000 until one is below 1e-16; at the second, 9930 and
+// 10021. In double precision, where 1e-16 is below the distance of 1 from the number before it, the numbers
+// of passes lie on the same sides of the limit, with accumulated coefficients and with separate ones.
+TEST(bessel, real_orders_do_not_take_the_last_digit_of_a_fraction_for_settled) {
+    expect_failed(call(math_func_bessjy, 9847.03125, 0.5),
+                  "ERROR: x too large in math_func_bessjy(); try asymptotic expansion.\n");
+    expect_failed(call(math_func_bessik, 2627200.0, 0.5),
+                  "ERROR: x too large in math_func_bessik(); try asymptotic expansion.\n");
+}
+
 // The first kind starts at 1e-30 and is taken down a hundred orders, by a factor of 1.6e338 at the first
 // point and of 2e338 at the second, according to the exact values at both ends. The second exceeds the range
 // of doubles.
@@ -192,6 +203,32 @@ TEST(bessel, real_orders_are_no_numbers_where_the_recurrence_from_its_start_over
     EXPECT_TRUE(std::isnan(evaluate(math_func_bessj_frac, 100.25, 0.03185718).value));
     EXPECT_EQ(evaluate(math_func_bessi_frac, 100.25, 0.03192849).value, 0.0);
     EXPECT_TRUE(std::isnan(evaluate(math_func_bessi_frac, 100.25, 0.03185731).value));
+}
+
+// Next to the zero of a fit its terms cancel, so that the last digit of its last coefficient is much larger
+// than the rounding. Evaluated with 70 digits, from the difference of argument and phase shift as a double. A
+// unit in that digit changes these values by 1.3e-17, 2.7e-18 and 2.9e-17.
+TEST(bessel, the_fits_for_large_arguments_have_each_digit_of_their_last_coefficient) {
+    EXPECT_NEAR(math_func_bessj0(8.653727913474166), 2.8334901898014832e-16, 5e-18);
+    EXPECT_NEAR(math_func_bessy0(10.222345044122275), 2.4766072207241426e-16, 1.3e-18);
+    EXPECT_NEAR(math_func_bessj1(10.173468135833014), 3.4325261082215433e-16, 1e-17);
+}
+
+// The cosine's factor has no such zero. The published steps in double precision, at arguments where a unit in
+// the last digit of the coefficient changes the result by one in its last place and no rounding is a close
+// decision.
+TEST(bessel, the_cosines_factor_has_each_digit_of_its_last_coefficient) {
+    EXPECT_EQ(math_func_bessj0(8.001953125), 0.17119226199457108);
+    EXPECT_EQ(math_func_bessj1(8.001220703125), 0.23480989326395693);
+}
+
+// Just below x = 2 the terms of the series of K cancel. Evaluated with 70 digits from the required
+// coefficients of the Chebyshev sums: a unit in the last digit of any of the fifteen changes one of these
+// values by at least 66e-16 of itself.
+TEST(bessel, the_gamma_factors_have_each_digit_of_their_coefficients) {
+    EXPECT_NEAR(evaluate(math_func_bessk_frac, 0.03125, 1.984375).value / 0.1161255519559565188, 1.0, 30e-16);
+    EXPECT_NEAR(evaluate(math_func_bessk_frac, 0.484375, 1.984375).value / 0.12191502355607264854, 1.0,
+                30e-16);
 }
 
 TEST(bessel, a_not_a_number_ends_in_the_text_of_the_first_fraction) {

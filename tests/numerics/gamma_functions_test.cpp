@@ -31,6 +31,17 @@ TEST(gamma_functions, gammln_refuses_numbers_up_to_0) {
     EXPECT_TRUE(std::isnan(evaluate(math_func_gammln, quiet_nan).value));
 }
 
+// The published steps in double precision, at arguments where the logarithms are not near the middle of two
+// doubles. The last bit depends on the last digit of 1.00..., 2.5..., and the first, third and fourth term at
+// the first argument, and on those of the second, fifth and sixth term at the others. A double has no digit
+// for the last one of the second term: there it is two units.
+TEST(gamma_functions, gammln_has_each_digit_of_its_coefficients) {
+    EXPECT_EQ(evaluate(math_func_gammln, 3.248046875).value, 0.9338163071555161);
+    EXPECT_EQ(evaluate(math_func_gammln, 1.1593902927638737).value, -0.07257434283958952);
+    EXPECT_EQ(evaluate(math_func_gammln, 3.494739428424964).value, 1.1951749416044974);
+    EXPECT_EQ(evaluate(math_func_gammln, 4.0740120883911).value, 1.885499369387321);
+}
+
 TEST(gamma_functions, incomplete_ones_test_x_before_a) {
     expect_result(evaluate(math_func_gammp, -1.0, -1.0), 0.0,
                   "ERROR: x must be >= 0.0 in in routine math_func_gammp().\n");

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <map>
 #include <set>
 #include <sstream>
@@ -312,6 +313,15 @@ TEST_F(unit_lookup, gives_a_user_unit_of_value_2_the_factor_one_half) {
     EXPECT_EQ(out.comp[0], 0.5);
     EXPECT_EQ(out.dim, in_m);
     EXPECT_EQ(p.at, text + 3);
+}
+
+TEST_F(unit_lookup, finds_no_infinite_user_unit_and_consumes_nothing) {
+    store_user_unit("foo", scalar(-std::numeric_limits<double>::infinity(), in_m), err.str);
+    const char* text = "foo;";
+    cursor p(text);
+    dim_value out;
+    EXPECT_FALSE(lookup_unit(p, out));
+    EXPECT_EQ(p.at, text);
 }
 
 TEST_F(unit_lookup, matches_the_whole_token_of_a_user_unit) {

@@ -355,6 +355,20 @@ TEST_F(EventTable, process_detach_detaches_all_19) {
     EXPECT_THAT(SwitchedOn(), IsEmpty());
 }
 
+// ---- Identifiers of the host
+
+TEST_F(EventTable, each_identifier_of_the_host_is_that_of_its_event) {
+    constexpr int identifiers[] = {1565, 1558, 1559, 1560, 1561, 1562, 1563, 1564, 1567, 1568, 1569,
+                                   1570, 1571, 1572, 1573, 1574, 1575, 1554, 1556, 1557, 2612, 2911};
+    for (int number = 0; number < 22; ++number) {
+        const XlHostEventRow* const row = FindHostEventByDispatchId(identifiers[number]);
+        ASSERT_NE(row, nullptr) << identifiers[number];
+        EXPECT_EQ(row->number, number);
+    }
+    for (const int unknown : {0, 1553, 1555, 1566, 1576, 2611, 2912})
+        EXPECT_EQ(FindHostEventByDispatchId(unknown), nullptr) << unknown;
+}
+
 // ---- The name of the observer function
 
 TEST_F(EventTable, the_observer_function_is_named_after_the_file_up_to_its_last_dot) {
