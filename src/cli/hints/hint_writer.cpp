@@ -4,6 +4,7 @@
 #include "cli/hints/correction.h"
 #include "cli/hints/mismatch.h"
 #include "cli/hints/respelling.h"
+#include "cli/hints/text_pattern.h"
 #include "cli/hints/trial.h"
 #include "cli/hints/words.h"
 #include "cli/lookup/names.h"
@@ -15,7 +16,6 @@
 
 #include <optional>
 #include <ostream>
-#include <regex>
 
 namespace metrify {
 
@@ -78,9 +78,9 @@ std::string without_comment(std::string_view statement) {
 // The statement as a command, or as a line of the language if it doesn't begin with a number. The number may
 // be a fraction or a sum in parentheses.
 std::string as_command(const correction& statement, bool has_everyday_units) {
-    static const std::regex parts(R"(^(\([^()]*\)|[-+\d.eE]+)\s*([^;]*?)\s*(?:;\s*(.*))?$)");
+    static const text_pattern parts(R"(^(\([^()]*\)|[-+\d.eE]+)\s*([^;]*?)\s*(?:;\s*(.*))?$)");
     std::smatch match;
-    if (!std::regex_match(statement.text, match, parts))
+    if (!parts.matches(statement.text, match))
         return "the line `" + statement.text + "`";
     const std::optional<std::string> number = try_line(match[1].str());
     if (!number)
@@ -96,9 +96,9 @@ std::string as_command(const correction& statement, bool has_everyday_units) {
 
 // The same for columns; empty if the correction is not one of the units alone.
 std::string as_columns_command(const correction& statement, bool has_everyday_units) {
-    static const std::regex parts(R"(^1 ([^;(+]*?)\s*(?:;\s*([^;]*))?$)");
+    static const text_pattern parts(R"(^1 ([^;(+]*?)\s*(?:;\s*([^;]*))?$)");
     std::smatch match;
-    if (!std::regex_match(statement.text, match, parts))
+    if (!parts.matches(statement.text, match))
         return {};
     std::string command = "`metrify columns ";
     if (statement.needs_everyday_units || has_everyday_units)
@@ -150,21 +150,22 @@ std::string first_value(std::string_view answer) {
 }
 
 bool begins_with_keyword(const std::string& statement) {
-    static const std::regex keyword(R"(^(MKS|cgs|FPS|IPS|DefUnit|begin|end|PrintFunc)\b)", std::regex::icase);
-    return std::regex_search(statement, keyword);
+    static const text_pattern keyword(R"(^(MKS|cgs|FPS|IPS|DefUnit|begin|end|PrintFunc)\b)",
+                                      letter_case::any);
+    return keyword.is_in(statement);
 }
 
 // True for a statement that later ones may depend on. A continued one is listed in several lines.
 bool is_state(const std::string& statement) {
-    static const std::regex assignment(R"(^[A-Za-z]\w*(\s*\[[^\]]*\])?\s*=)");
+    static const text_pattern assignment(R"(^[A-Za-z]\w*(\s*\[[^\]]*\])?\s*=)");
     return statement.find('\\') == std::string::npos && is_harmless(statement) &&
-           (std::regex_search(statement, assignment) || begins_with_keyword(statement));
+           (assignment.is_in(statement) || begins_with_keyword(statement));
 }
 
 // True if the language may have accepted a statement in another sense than the usual one.
 bool may_be_misread(const std::string& statement) {
-    static const std::regex signs(R"(\*\*|/| in |deg[CF]|Hz)");
-    return std::regex_search(statement, signs);
+    static const text_pattern signs(R"(\*\*|/| in |deg[CF]|Hz)");
+    return signs.is_in(statement);
 }
 
 } // namespace

@@ -2,12 +2,12 @@
 
 #include "base/cursor.h"
 #include "base/number_text.h"
+#include "cli/hints/text_pattern.h"
 #include "cli/hints/trial.h"
 #include "cli/lookup/quantities.h"
 #include "cli/lookup/unit_text.h"
 
 #include <optional>
-#include <regex>
 
 namespace metrify {
 
@@ -50,7 +50,7 @@ constexpr substitution substitutions[] = {
 };
 
 std::string replaced(const std::string& text, const substitution& row) {
-    return std::regex_replace(text, std::regex(row.words), row.by);
+    return text_pattern(row.words).replaced(text, row.by);
 }
 
 bool accept_if_it_works(correction& statement, const conversion_line& line, const char* note) {
@@ -107,9 +107,9 @@ constexpr const char* note_on_reciprocals = "one of the two is the reciprocal of
 
 // A request such as L/100 km, which holds a number.
 bool correct_request_per_number(correction& statement, const conversion_line& line) {
-    static const std::regex per_number(R"(^\s*([A-Za-z^\d]+)\s*/\s*\(?([\d.]+)\s*([A-Za-z]+)\)?\s*$)");
+    static const text_pattern per_number(R"(^\s*([A-Za-z^\d]+)\s*/\s*\(?([\d.]+)\s*([A-Za-z]+)\)?\s*$)");
     std::smatch match;
-    if (!std::regex_match(line.request, match, per_number))
+    if (!per_number.matches(line.request, match))
         return false;
     const std::string of = match[2].str() + " " + match[3].str();
     constexpr const char* note = "a request has no number, so the value is multiplied by it";
@@ -136,7 +136,7 @@ void correct_mismatch(correction& statement) {
     if (semicolon == std::string::npos)
         return;
     conversion_line line = {statement.text.substr(0, semicolon), statement.text.substr(semicolon + 1)};
-    line.value = std::regex_replace(line.value, std::regex(R"(^\s*[A-Za-z]\w*\s*=\s*)"), "");
+    line.value = text_pattern(R"(^\s*[A-Za-z]\w*\s*=\s*)").replaced(line.value, "");
     line.request = line.request.substr(0, line.request.find(';'));
     line.request.erase(0, line.request.find_first_not_of(' '));
     if (line.request == "1") {

@@ -1,12 +1,12 @@
 #include "cli/hints/respelling.h"
 
+#include "cli/hints/text_pattern.h"
 #include "cli/lookup/names.h"
 #include "cli/lookup/unit_text.h"
 
 #include <functional>
 #include <map>
 #include <optional>
-#include <regex>
 #include <string_view>
 
 namespace metrify {
@@ -124,8 +124,8 @@ void replace_superscripts(correction& statement) {
 }
 
 // Compilation takes longer than a search. The patterns are constants, of which each has its address.
-const std::regex& compiled(const char* pattern) {
-    static std::map<const char*, std::regex> expressions;
+const text_pattern& compiled(const char* pattern) {
+    static std::map<const char*, text_pattern> expressions;
     const auto known = expressions.find(pattern);
     return known != expressions.end() ? known->second : expressions.emplace(pattern, pattern).first->second;
 }
@@ -134,11 +134,11 @@ const std::regex& compiled(const char* pattern) {
 using replacement_of = std::function<std::optional<std::string>(const std::smatch&)>;
 void replace_matches(correction& statement, const char* pattern, const replacement_of& replacement,
                      const char* note) {
-    const std::regex& expression = compiled(pattern);
+    const text_pattern& expression = compiled(pattern);
     std::string changed;
     std::string rest = statement.text;
     bool is_changed = false;
-    for (std::smatch match; std::regex_search(rest, match, expression);) {
+    for (std::smatch match; expression.finds(rest, match);) {
         const std::optional<std::string> by = replacement(match);
         is_changed = is_changed || by;
         changed += match.prefix().str() + by.value_or(match.str());

@@ -1,15 +1,14 @@
 #include "cli/hints/trial.h"
 
+#include "cli/hints/text_pattern.h"
 #include "language/driver.h"
 #include "language/expression.h"
-
-#include <regex>
 
 namespace metrify {
 
 bool is_harmless(const std::string& line) {
-    static const std::regex harmful(R"(\b(solve|fmin|fmax|func|begin|end|PrintFunc)\b)", std::regex::icase);
-    return !std::regex_search(line, harmful);
+    static const text_pattern harmful(R"(\b(solve|fmin|fmax|func|begin|end|PrintFunc)\b)", letter_case::any);
+    return !harmful.is_in(line);
 }
 
 std::optional<std::string> try_line(const std::string& line) {
