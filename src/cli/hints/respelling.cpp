@@ -282,14 +282,13 @@ void correct_numbers(correction& statement) {
 
 // 5 ft 11 in: two values with units in a row.
 void add_values(correction& statement) {
-    replace_matches(
-        statement, R"(([\d.]+\s*([A-Za-z]+))\s+([\d.]+\s*([A-Za-z]+)))",
-        [](const std::smatch& match) -> std::optional<std::string> {
-            if (!is_unit_name(match[2].str()) || !is_unit_name(match[4].str()))
-                return std::nullopt;
-            return match.format("$1 + $3");
-        },
-        "a value in two units is a sum");
+    const auto sum = [](const std::smatch& match) -> std::optional<std::string> {
+        if (!is_unit_name(match[2].str()) || !is_unit_name(match[4].str()))
+            return std::nullopt;
+        return match.format("$1 + $3");
+    };
+    replace_matches(statement, R"(([\d.]+\s*([A-Za-z]+))\s+([\d.]+\s*([A-Za-z]+)))", sum,
+                    "a value in two units is a sum");
 }
 
 } // namespace
@@ -315,16 +314,15 @@ void correct_misread(correction& statement) {
     };
     replace_matches(statement, R"((^|[=+(-])\s*(\d+\s*/\s*\d+)\s*([A-Za-z]+)\b)", fraction,
                     "a unit belongs to the number before it, so a fraction needs parentheses");
-    replace_matches(
-        statement, R"(\b([A-Za-z]+) in ([A-Za-z]+)\s*$)",
-        [](const std::smatch& match) -> std::optional<std::string> {
-            const std::optional<unit_scale> from = read_unit_text(match[1].str());
-            const std::optional<unit_scale> to = read_unit_text(match[2].str());
-            if (!from || !to || !same_units_strict(from->dim, to->dim))
-                return std::nullopt;
-            return match.format("$1; $2");
-        },
-        "`in` is the inch, and a conversion is written `3 ft; m`");
+    const auto conversion = [](const std::smatch& match) -> std::optional<std::string> {
+        const std::optional<unit_scale> from = read_unit_text(match[1].str());
+        const std::optional<unit_scale> to = read_unit_text(match[2].str());
+        if (!from || !to || !same_units_strict(from->dim, to->dim))
+            return std::nullopt;
+        return match.format("$1; $2");
+    };
+    replace_matches(statement, R"(\b([A-Za-z]+) in ([A-Za-z]+)\s*$)", conversion,
+                    "`in` is the inch, and a conversion is written `3 ft; m`");
 }
 
 } // namespace metrify

@@ -308,6 +308,19 @@ void skip_other_text(cursor& expptr, correction& statement) {
     }
 }
 
+// True before the equals sign of an assignment to a variable or a component, such as x = or x[1] =
+bool is_assignment_sign(cursor expptr) {
+    skip_blanks(expptr);
+    if (*expptr == '[') {
+        while (!at_text_end(expptr) && *expptr != ']')
+            ++expptr.at;
+        if (*expptr == ']')
+            ++expptr.at;
+        skip_blanks(expptr);
+    }
+    return *expptr == '=';
+}
+
 } // namespace
 
 void resolve_unknown_names(correction& statement) {
@@ -323,9 +336,8 @@ void resolve_unknown_names(correction& statement) {
         }
         const std::string name(take_name(expptr));
         const bool is_call = *expptr == '(';
-        cursor next = expptr;
-        skip_blanks(next);
-        const bool is_assigned = *next == '=' && changed.find_first_not_of(" \t") == std::string::npos;
+        const bool is_assigned =
+            changed.find_first_not_of(" \t") == std::string::npos && is_assignment_sign(expptr);
         if (is_assigned && is_unit_name(name))
             statement.note(quoted(name) + " is a unit, and a variable needs another name");
         if (is_assigned || is_in_place(name, changed, is_call)) {

@@ -87,6 +87,10 @@ constexpr hinted spellings[] = {
     {"ratio", "50 %; 1", "`1` is no unit; without a request the value is in default units: `50 %` gives 0.5"},
     {"plain_number", "0.5 1; %", "a plain number has no units: `0.5; %` gives 50 %"},
     {"imperial_gallon", "1 UK gallon; L", "`gal_UK` is one of the everyday units"},
+    {"dot_between_no_units", "3 foo.bar", "`3 foo.bar`: no unit or variable is called `foo`"},
+    {"values_in_no_units", "5 foo 11 bar", "`5 foo 11 bar`: no unit or variable is called `foo`"},
+    {"fraction_with_no_unit", "1/2 foo; m", "`1/2 foo; m`: no unit or variable is called `foo`"},
+    {"in_between_no_units", "3 foo in bar", "`3 foo in bar`: no unit or variable is called `foo`"},
 };
 INSTANTIATE_TEST_SUITE_P(spelling, hint_for, testing::ValuesIn(spellings),
                          [](const auto& row) { return row.param.name; });
@@ -138,6 +142,8 @@ constexpr hinted words[] = {
     {"function", "sine(3)",
      "no function is called `sine`; the nearest: `sin`, `sinh`: `sin(3)` gives 0.14112"},
     {"unknown_word", "3 xyzzy", "no unit or variable is called `xyzzy`; `metrify units TEXT` searches"},
+    {"unknown_letter_after_a_prefix", "3 kq; m", "no unit or variable is called `kq`; `metrify units TEXT`"},
+    {"other_name_of_a_function", "sqr(4)", "`sqr` is written `sqrt`: `sqrt(4)` gives 2"},
 };
 INSTANTIATE_TEST_SUITE_P(word, hint_for, testing::ValuesIn(words),
                          [](const auto& row) { return row.param.name; });
@@ -155,6 +161,7 @@ constexpr hinted mismatches[] = {
     {"request_with_number", "0.08 L/km; L/100 km", "`100 km*(0.08 L/km); L` gives 8 L"},
     {"period", "5 s; Hz", "`1/(5 s); Hz` gives 0.2 Hz"},
     {"other_dimension", "x = 3 ft\nx; kg", "the value is a length (`m`) and `kg` a mass (`kg`)"},
+    {"dimension_without_a_name", "3 ft^5; s", "the value is in `m^5` and `s` a time (`s`)"},
     {"revolutions", "3000 rpm; Hz", "revolutions per second are `rev/s`: `3000 rpm; rev/s` gives 50 rev/s"},
     {"temperature_difference", "20 degC - 10 degC; degC", "`20 degC - 10 degC; degCdiff` gives 10 degCdiff"},
     {"temperature_sum", "20 degC + 5 degC; degC", "`20 degC + 5 degCdiff; degC` gives 25 degC"},
@@ -211,6 +218,19 @@ TEST(hints, know_the_name_of_the_latest_result) {
     EXPECT_THAT(err.str(), HasSubstr("`ans; km` gives 0.0009144 km\n"));
 }
 
+TEST(hints, find_the_statements_of_a_listing_at_the_beginning_of_lines) {
+    EXPECT_EQ(hints("y[  1] = 3 metrs; m\n3 metrs; m"),
+              "`y[  1] = 3 metrs; m`: no unit or variable is called `metrs`; the nearest: `meters`: "
+              "`y[  1] = 3 meters; m` gives [ 3 , 0 , 0 ] m\n"
+              "metrify: hint for `3 metrs; m`: no unit or variable is called `metrs`; the nearest: `meters`: "
+              "`3 meters; m` gives 3 m\n");
+    std::ostringstream err;
+    hint_writer("", false, err).explain_listing("x[  1 ] = 2\n[  1 ] 3 metrs; m\n ERROR");
+    EXPECT_EQ(err.str(),
+              "metrify: hint for `3 metrs; m`: no unit or variable is called `metrs`; the nearest: `meters`: "
+              "`3 meters; m` gives 3 m\n");
+}
+
 TEST(hints, stop_after_twenty_statements) {
     std::string program;
     for (int i = 0; i < 30; ++i)
@@ -237,6 +257,35 @@ TEST(hints, of_a_conversion_quote_units_for_the_shell) {
     std::ostringstream err;
     hint_writer("", false, err).explain_conversion("5' 11\"", "", "cm", conversion_state::not_a_number);
     EXPECT_THAT(err.str(), HasSubstr("`metrify convert 5 'ft + 11 in' cm` gives 180.34 cm"));
+}
+
+TEST(hints, of_a_conversion_show_a_line_if_no_number_begins_it) {
+    const auto hint = [](const char* val) {
+        std::ostringstream err;
+        hint_writer("", false, err).explain_conversion(val, "ft", "m", conversion_state::not_a_number);
+        return err.str();
+    };
+    EXPECT_EQ(hint("x = 3,5"),
+              "metrify: hint: the decimal sign is a point: the line `x = 3.5 ft; m` gives 1.0668 m\n");
+    EXPECT_EQ(hint("e"),
+              "metrify: hint: `e` is written `exp(1)`: the line `exp(1) ft; m` gives 0.828532 m\n");
+}
+
+TEST(hints, of_a_conversion_are_none_if_the_correction_has_no_value) {
+    for (const char* val : {"DefUnit(a, 3 ftt)", "# 3 metrs"}) {
+        std::ostringstream err;
+        hint_writer("", false, err).explain_conversion(val, "", "", conversion_state::not_a_number);
+        EXPECT_EQ(err.str(), "");
+    }
+}
+
+TEST(hints, are_none_for_a_conversion_as_long_as_a_text) {
+    const std::string longest = "3,5" + std::string(491, ' '); // with the blank, the unit and the request 500
+    for (const std::string& val : {longest, longest + ' '}) {
+        std::ostringstream err;
+        hint_writer("", false, err).explain_conversion(val, "ft", "m", conversion_state::not_a_number);
+        EXPECT_EQ(err.str().empty(), val != longest);
+    }
 }
 
 TEST(hints, of_a_conversion_add_the_option_for_everyday_units) {
@@ -339,6 +388,11 @@ TEST(hints, of_columns_show_the_options) {
     EXPECT_EQ(hint_for_columns("metrs", ""),
               "metrify: hint: no unit or variable is called `metrs`; the nearest: `meters`: `metrify columns "
               "--from meters`\n");
+}
+
+TEST(hints, of_columns_are_none_for_long_texts_and_units_that_fit) {
+    EXPECT_EQ(hint_for_columns(("kWh" + std::string(500, ' ') + "*1").c_str(), "J"), "");
+    EXPECT_EQ(hint_for_columns("ft", "m"), "");
 }
 
 TEST(hints, of_columns_have_no_command_if_the_numbers_would_change) {
