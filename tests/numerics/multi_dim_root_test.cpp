@@ -331,6 +331,18 @@ TEST(lnsrch, stops_at_a_failed_evaluation) {
     EXPECT_EQ(f.evaluations(), 1U);
 }
 
+TEST(lnsrch, backtracks_by_a_parabola_where_the_cubic_has_no_third_power) {
+    // The half squares at the start, with the slope -1, at 1 and at 0.1 are 0.5 - a + 20.1501805 a^2, to the
+    // last digit of what is computed. The parabola has its minimum at 1 / (2 * 20.1501805), below the tenth
+    // that the first backtrack takes at least.
+    plain_function f = of_one(0.0, [](double x) {
+        return x == 1.0 ? 6.269 : x == 0.1 ? 1.0968152123306825 : 0.0;
+    });
+    const line_search result = search(f, 0.0, 0.5, -1.0, 1.0, 100.0);
+    EXPECT_NEAR(result.x[1], 0.0248136735053068, 1e-16);
+    EXPECT_EQ(f.evaluations(), 3U);
+}
+
 TEST(lnsrch, reports_rounding_in_the_cubic) {
     // A slope that is no descent, 1, and half squares of 0.9 at 1 and 25 at 5: the cubic through these has no
     // extreme.

@@ -24,10 +24,16 @@ TEST(NoIntegration, never_holds_a_registry) {
     const auto helper = NoIntegration().MakeComHelper();
     helper->HoldRegistry(*registry);
     EXPECT_FALSE(helper->HoldsRegistry());
+    helper->ReleaseRegistry();
+    EXPECT_FALSE(helper->HoldsRegistry());
 }
 
 TEST(NoIntegration, sees_no_open_formula_dialog) {
     EXPECT_FALSE(NoIntegration().MakeWizardDetector()->IsOpen());
+}
+
+TEST(NoIntegration, keeps_no_module) {
+    EXPECT_NO_THROW(NoIntegration().KeepModule());
 }
 
 TEST(NoIntegration, starts_and_connects_without_failure) {

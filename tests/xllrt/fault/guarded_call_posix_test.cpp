@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/syscall.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -66,6 +68,17 @@ TEST(GuardedCallOnPosix, traps_of_floating_point_numbers_give_their_codes) {
                   FE_UNDERFLOW, [] { number = tiny * tiny; }),
               0xC0000093U);
     EXPECT_EQ(trapped(FE_INEXACT, [] { number = huge + number; }), 0xC000008FU);
+}
+
+TEST(GuardedCallOnPosix, an_integer_overflow_gives_its_code) {
+    // No instruction of this processor causes it, so this thread gets the signal as from such a processor.
+    const std::uint32_t code = Guarded([] {
+        siginfo_t overflow{};
+        overflow.si_signo = SIGFPE;
+        overflow.si_code = FPE_INTOVF;
+        syscall(SYS_rt_tgsigqueueinfo, getpid(), gettid(), SIGFPE, &overflow);
+    });
+    EXPECT_EQ(code, 0xC0000095U);
 }
 
 TEST(GuardedCallOnPosix, a_stack_overflow_by_small_calls_gives_its_code_repeatedly) {

@@ -247,6 +247,21 @@ TEST_F(RegistrationTest, observers_may_add_functions_before_anything_is_register
     app.events.DetachAll();
 }
 
+TEST_F(RegistrationTest, a_function_that_is_added_later_is_registered_alone_without_observers) {
+    SetVersion(14);
+    app.functions.Add(SimpleFunction(u"Earlier"));
+    EXPECT_TRUE(Register());
+    host.TakeCalls();
+    CXlFunctionDescriptor& late = app.functions.Add(SimpleFunction(u"Late"));
+    EXPECT_TRUE(RegisterFunction(app, late));
+    EXPECT_THAT(host.TakeCalls(), ElementsAre("12 xlGetName()", HasSubstr("\"Late\"")));
+    EXPECT_EQ(late.registered, 1);
+    host.On(xlfRegister, Reply::Refused());
+    CXlFunctionDescriptor& refused = app.functions.Add(SimpleFunction(u"Refused"));
+    EXPECT_FALSE(RegisterFunction(app, refused));
+    EXPECT_EQ(refused.registered, 0);
+}
+
 TEST_F(RegistrationTest, a_short_registration_is_for_functions_without_arguments) {
     SetVersion(14);
     app.shortRegistration = true;

@@ -42,6 +42,7 @@ TEST(FormatPrintf, integers_are_written_in_their_base) {
 
 TEST(FormatPrintf, numbers_have_six_digits_by_default) {
     EXPECT_EQ(Printed("%g %f %lf %e", 0.1, 2.5, -2.5, 1500.0), "0.1 2.500000 -2.500000 1.500000e+03");
+    EXPECT_EQ(Printed("%Lf %d", 2.5, 7), "2.500000 7");
     EXPECT_EQ(Printed("%.2f|%08.2f|%G", 1.005, -1.5, 1e-10), "1.00|-0001.50|1E-10");
     EXPECT_EQ(WidePrinted(u"%g", 1e300), u"1e+300");
 }

@@ -232,6 +232,11 @@ TYPED_TEST(RecordReading, the_text_of_a_number_is_cut_to_the_buffer) {
     EXPECT_EQ(this->AsText(this->Number(-std::ldexp(1.0, 100))), "-126765060022822940149670320537");
 }
 
+TYPED_TEST(RecordReading, the_text_of_what_is_not_a_number_has_no_sign) {
+    EXPECT_EQ(this->AsText(this->Number(kNotANumber)), "nan");
+    EXPECT_EQ(this->AsText(this->Number(-kNotANumber)), "nan");
+}
+
 TYPED_TEST(RecordReading, the_text_of_a_boolean_is_a_word_in_capitals) {
     EXPECT_EQ(this->AsText(this->Bool(true)), "TRUE");
     EXPECT_EQ(this->AsText(this->Bool(false)), "FALSE");

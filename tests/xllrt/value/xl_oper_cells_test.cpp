@@ -169,6 +169,9 @@ TEST_F(OperCells, a_text_too_long_for_the_narrow_family_does_not_fill) {
     CXlOper array;
     EXPECT_EQ(MessageOf<CXlStringTooLongException>([&] { array.MakeArray(1, 2, &text); }), kTooLong);
     EXPECT_TRUE(array.IsType(xltypeMulti));
+    array.MakeArray(1, 2);
+    EXPECT_EQ(MessageOf<CXlStringTooLongException>([&] { array.Fill(&text); }), kTooLong);
+    EXPECT_TRUE(array.IsType(xltypeMulti));
 }
 
 // ---- Cells
@@ -182,6 +185,16 @@ TEST_F(OperCells, a_view_of_a_cell_is_in_the_array_at_row_times_columns_plus_col
     array.MakeArray(2, 3);
     EXPECT_EQ(array.Cell(1, 0)->Record4(), array.Record4()->val.array.lparray + 3);
     EXPECT_EQ(array.Cell(1, 0)->State(), 5);
+}
+
+TEST_F(OperCells, the_cells_of_a_constant_value_are_those_of_its_record) {
+    CXlOper row;
+    row.MakeArray(1, 3);
+    const CXlOper& constant = row;
+    EXPECT_EQ(constant.Cell(0, 2)->Record12(), row.Record12()->val.array.lparray + 2);
+    EXPECT_EQ(constant.VectorCell(1)->Record12(), row.Record12()->val.array.lparray + 1);
+    EXPECT_EQ(MessageOf<CXlOutOfRangeException>([&] { constant.Cell(1, 0); }), kOutOfRange);
+    EXPECT_EQ(MessageOf<CXlOutOfRangeException>([&] { constant.VectorCell(3); }), kOutOfRange);
 }
 
 TEST_F(OperCells, what_is_set_in_a_cell_stays_in_the_array) {

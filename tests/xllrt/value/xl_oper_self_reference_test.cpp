@@ -128,6 +128,18 @@ TEST_F(OperSelfReference, an_array_does_not_become_an_array_of_itself) {
               expected_texts[41]);
 }
 
+TEST_F(OperSelfReference, a_narrow_array_may_be_made_of_copies_of_one_of_its_cells) {
+    HostIsNarrow();
+    const std::ptrdiff_t before = test::live_blocks();
+    {
+        CXlOper array;
+        MakeRow(array);
+        EXPECT_TRUE(array.MakeArray(1, 3, &*array.Cell(0, 0)));
+        EXPECT_EQ(Rendered(*array.Record4()), "{\"abc\",\"abc\",\"abc\"}");
+    }
+    EXPECT_EQ(test::live_blocks(), before);
+}
+
 TEST_F(OperSelfReference, an_array_may_be_filled_with_one_of_its_cells) {
     const std::ptrdiff_t before = test::live_blocks();
     {
@@ -279,6 +291,23 @@ TEST_F(OperSelfReference, what_was_returned_may_be_wrapped_and_returned) {
     EXPECT_EQ(record->xltype, 0x4002u);
     EXPECT_EQ(Rendered(*record), "\"abc\"");
     AutoFree12(record);
+    EXPECT_EQ(test::live_blocks(), before);
+}
+
+TEST_F(OperSelfReference, what_was_returned_to_a_narrow_host_may_be_wrapped_and_returned) {
+    HostIsNarrow();
+    const std::ptrdiff_t before = test::live_blocks();
+    CXlOper value;
+    MakeRow(value);
+    CXlOper whole = CXlOper::Wrap4(value.ReturnValue4());
+    XLOPER* record = whole.ReturnValue4();
+    EXPECT_EQ(record->xltype, 0x4040u);
+    EXPECT_EQ(Rendered(*record), "{\"abc\",2.5}");
+    CXlOper part = CXlOper::Wrap4(record->val.array.lparray);
+    record = part.ReturnValue4();
+    EXPECT_EQ(record->xltype, 0x4002u);
+    EXPECT_EQ(Rendered(*record), "\"abc\"");
+    AutoFree4(record);
     EXPECT_EQ(test::live_blocks(), before);
 }
 
