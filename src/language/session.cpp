@@ -48,7 +48,11 @@ std::string session::enter(std::string_view entry) {
         text_.pop_back(); // the terminator
     else
         text_.resize(begin);
-    return std::string(shown.view());
+    std::string text(shown.view());
+    // Between two statements, and before the first one, none of them reports it.
+    if (was_interrupted_ && text.find(interruption_message) == std::string::npos)
+        text.append("       ").append(interruption_message).append("\n");
+    return text;
 }
 
 void session::keep_result_as(std::string_view name) {

@@ -26,7 +26,8 @@ class session {
     /// Obeys a request that may outlive the session.
     explicit session(std::shared_ptr<interruption> stop) : interruption_(std::move(stop)) {}
 
-    /// Runs the entry, one line or several, and gives its listing.
+    /// Runs the entry, one line or several, and gives its listing. If the entry is interrupted, the listing
+    /// ends with the message.
     std::string enter(std::string_view entry);
 
     /// A request ends the entry that is being run: the statement that is being run fails, and the variables

@@ -93,6 +93,23 @@ TEST(interruption, ends_a_program_after_the_statement) {
     EXPECT_EQ(interpret_dimensional_input_lines("1 m\n").view(), "[  1 ] 1 m\n        = 1 m\n\n");
 }
 
+TEST(interruption, is_reported_before_the_first_statement_too) {
+    session s;
+    std::atomic<bool> is_started = false;
+    std::atomic<bool> is_done = false;
+    std::thread requesting([&] {
+        for (; !is_done; is_started = true)
+            s.stop().request();
+    });
+    while (!is_started)
+        std::this_thread::yield();
+    const std::string listing = s.enter(std::string("x = ") + long_value);
+    is_done = true;
+    requesting.join();
+    EXPECT_NE(listing.find("       ERROR: interrupted.\n\n"), std::string::npos) << listing;
+    EXPECT_EQ(s.enter("x"), "[  1 ] x\n       ERROR: 'x' undefined.\n\n");
+}
+
 TEST(interruption, is_obeyed_within_its_scope_only) {
     interruption outer;
     interruption inner;
