@@ -2,7 +2,7 @@
 // and values together with the code of a failure. Each entry gives a value of its form, and every value of
 // the host is given back.
 //
-// Input: the host's version, then a byte for each call.
+// Input: a byte for the host's version and the code of its failures, then a byte for each call.
 
 #include "fuzz/input.h"
 #include "tests/addin/add_in_life.h"
@@ -60,8 +60,11 @@ void Live(host::Host& host, Input& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
-    const int version = static_cast<int>(4 + input.Take(13));
-    LyingHost host(version, [&input](int /*function*/) { return NextLie(input); });
+    constexpr unsigned versions = 13;
+    const unsigned kind = input.Take(versions * kFailureCodes.size());
+    LyingHost host(static_cast<int>(4 + kind % versions),
+                   [&input](int /*function*/) { return NextLie(input); });
+    host.FailWith(kFailureCodes[kind / versions]);
     Live(host.host(), input);
     const host::LedgerCounts counts = host.host().state().ledger.Counts();
     Require(counts.Outstanding() == 0 && counts.refused == 0 && host.AreRefusedValuesWhole());

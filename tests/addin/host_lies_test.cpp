@@ -42,10 +42,9 @@ class lying_host : public testing::TestWithParam<int> {
         for (int lie = 0; lie < kLies; ++lie)
             LieInEachCall(static_cast<Lie>(lie), body);
     }
-    // With each code of a failure, and two that no host has.
     template <class Body>
     void FailWithEachCode(Body body) {
-        for (const int code : {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 1024, -1}) {
+        for (const int code : kFailureCodes) {
             SCOPED_TRACE("code " + std::to_string(code));
             host.FailWith(code);
             for (const Lie lie : {Lie::failure_with_text, Lie::failure_with_array})

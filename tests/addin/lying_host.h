@@ -50,6 +50,9 @@ enum class Lie {
 };
 inline constexpr int kLies = static_cast<int>(Lie::no_value) + 1;
 
+/// Each code of a failure, and two that no host has.
+inline constexpr std::array kFailureCodes = {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 1024, -1};
+
 /// Connected to the runtime of this process while it exists. Truthful answers are those of the host below it.
 class LyingHost final : public WindowPlatform {
   public:
