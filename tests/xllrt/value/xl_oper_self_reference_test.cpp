@@ -5,6 +5,7 @@
 #include "xllrt/value/return_record.h"
 
 #include <array>
+#include <functional>
 
 namespace {
 
@@ -19,6 +20,24 @@ class OperSelfReference : public OperTest {
         array.MakeArray(1, 2);
         array.Cell(0, 0)->SetText("abc");
         array.Cell(0, 1)->SetNumber(2.5);
+    }
+
+    // Returns an array, wraps and returns what was returned, and the same with its first cell.
+    template <class Return, class Wrap, class Release>
+    static void ReturnAgain(Return return_value, Wrap wrap, Release release) {
+        const std::ptrdiff_t before = test::live_blocks();
+        CXlOper value;
+        MakeRow(value);
+        CXlOper whole = wrap(return_value(value));
+        auto* record = return_value(whole);
+        EXPECT_EQ(record->xltype, 0x4040u);
+        EXPECT_EQ(Rendered(*record), "{\"abc\",2.5}");
+        CXlOper part = wrap(record->val.array.lparray);
+        record = return_value(part);
+        EXPECT_EQ(record->xltype, 0x4002u);
+        EXPECT_EQ(Rendered(*record), "\"abc\"");
+        release(record);
+        EXPECT_EQ(test::live_blocks(), before);
     }
 };
 
@@ -279,36 +298,12 @@ TEST_F(OperSelfReference, a_cell_that_is_returned_leaves_the_error_value_in_its_
 }
 
 TEST_F(OperSelfReference, what_was_returned_may_be_wrapped_and_returned) {
-    const std::ptrdiff_t before = test::live_blocks();
-    CXlOper value;
-    MakeRow(value);
-    CXlOper whole = CXlOper::Wrap12(value.ReturnValue12());
-    XLOPER12* record = whole.ReturnValue12();
-    EXPECT_EQ(record->xltype, 0x4040u);
-    EXPECT_EQ(Rendered(*record), "{\"abc\",2.5}");
-    CXlOper part = CXlOper::Wrap12(record->val.array.lparray);
-    record = part.ReturnValue12();
-    EXPECT_EQ(record->xltype, 0x4002u);
-    EXPECT_EQ(Rendered(*record), "\"abc\"");
-    AutoFree12(record);
-    EXPECT_EQ(test::live_blocks(), before);
+    ReturnAgain(std::mem_fn(&CXlOper::ReturnValue12), CXlOper::Wrap12, AutoFree12);
 }
 
 TEST_F(OperSelfReference, what_was_returned_to_a_narrow_host_may_be_wrapped_and_returned) {
     HostIsNarrow();
-    const std::ptrdiff_t before = test::live_blocks();
-    CXlOper value;
-    MakeRow(value);
-    CXlOper whole = CXlOper::Wrap4(value.ReturnValue4());
-    XLOPER* record = whole.ReturnValue4();
-    EXPECT_EQ(record->xltype, 0x4040u);
-    EXPECT_EQ(Rendered(*record), "{\"abc\",2.5}");
-    CXlOper part = CXlOper::Wrap4(record->val.array.lparray);
-    record = part.ReturnValue4();
-    EXPECT_EQ(record->xltype, 0x4002u);
-    EXPECT_EQ(Rendered(*record), "\"abc\"");
-    AutoFree4(record);
-    EXPECT_EQ(test::live_blocks(), before);
+    ReturnAgain(std::mem_fn(&CXlOper::ReturnValue4), CXlOper::Wrap4, AutoFree4);
 }
 
 } // namespace
