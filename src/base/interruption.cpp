@@ -18,9 +18,9 @@ interruption_scope::~interruption_scope() {
 }
 
 bool interruption_scope::is_requested_after_question() {
-    constexpr std::int64_t looks_per_reading = 16; // of the clock
-    ++looks_;
-    if (question_ == nullptr || is_requested() || looks_ % looks_per_reading != 0)
+    constexpr std::int64_t polls_per_clock_reading = 16;
+    ++polls_;
+    if (question_ == nullptr || is_requested() || polls_ % polls_per_clock_reading != 0)
         return is_requested();
     using clock = std::chrono::steady_clock;
     const clock::time_point now = clock::now();

@@ -43,14 +43,14 @@ class interruption_scope {
     bool is_requested() const { return obeyed_.is_requested(); }
     /// The same after the question, if that is due.
     bool is_requested_after_question();
-    /// How often loops of long steps have looked at the request.
-    std::int64_t looks() const { return looks_; }
+    /// How often loops of long steps have polled the request.
+    std::int64_t polls() const { return polls_; }
 
   private:
     interruption& obeyed_;
     const interruption_question question_;
     // The clock is read in loops only, and there rarely: short runs don't read it.
-    std::int64_t looks_ = 0;
+    std::int64_t polls_ = 0;
     std::chrono::steady_clock::time_point due_{};
     interruption_scope* const outer_;
 };
@@ -61,7 +61,7 @@ bool is_interrupted();
 /// The same for a loop of long steps, which may ask the question.
 bool is_interrupted_at_long_step();
 
-/// The same for a loop of short steps. Only one step in 4096 looks at the request.
+/// The same for a loop of short steps. Only one step in 4096 polls the request.
 inline bool is_interrupted_at(std::int64_t step) {
     return step % 4096 == 0 && is_interrupted_at_long_step();
 }

@@ -9,7 +9,8 @@
 namespace metrify {
 
 /// What is required before the number of arguments is tested: a closed block, and no open definition. If
-/// false, one cleared value has taken the place of the count arguments.
+/// true, the variables have been kept, so that an interrupted statement can be undone. If false, one cleared
+/// value has taken the place of the count arguments.
 bool can_run_block(std::string_view name, std::int32_t count, compile_ctx& ctx, text_str*& err);
 
 /// solve(dep1, ..., depN, ind1, ..., indN): the independents that make all dependents 0.

@@ -38,7 +38,7 @@ bool read_unit_name(cursor& expptr, std::string_view& name, text_str*& err) {
 void read_unit_value(cursor& expptr, std::string_view name, text_str*& out, text_str*& err) {
     compile_ctx ctx;
     const bool is_read = compile_rhs(expptr, ctx, err);
-    if (!str_is_empty(err))
+    if (fails_as_interrupted(err) || !str_is_empty(err))
         return;
     if (!is_read || ctx.stack.depth() == 0) {
         append(err, "ERROR: Could not process second argument.\n");

@@ -1,10 +1,13 @@
 #include "language/expression.h"
 
+#include "base/failure.h"
+#include "base/interruption.h"
 #include "base/nesting.h"
 #include "language/expression_diagnosis.h"
 #include "language/primary.h"
 #include "machine/calculator.h"
 #include "machine/evaluator.h"
+#include "machine/solver_binding.h"
 #include "units/unit_expression.h"
 
 namespace metrify {
@@ -192,6 +195,14 @@ bool compile_rhs(cursor& expptr, compile_ctx& ctx, text_str*& err) {
         return false;
     }
     return read_in_sequence(is_plus, is_more_plus_or_null, expptr, ctx, err);
+}
+
+bool fails_as_interrupted(text_str*& err) {
+    if (!is_interrupted())
+        return false;
+    teardown_solver_binding();
+    replace_message(err, interruption_message);
+    return true;
 }
 
 } // namespace metrify

@@ -29,4 +29,8 @@ void reset_expression_state();
 /// expression at the cursor and set if the expression is wrong.
 bool compile_rhs(cursor& expptr, compile_ctx& ctx, text_str*& err);
 
+/// True, with the message instead of any other, if the run is interrupted: what the expressions of its
+/// statement have computed is of no use then, and so is a report that is due.
+bool fails_as_interrupted(text_str*& err);
+
 } // namespace metrify

@@ -27,7 +27,7 @@ class session {
     explicit session(std::shared_ptr<interruption> stop) : interruption_(std::move(stop)) {}
 
     /// Runs the entry, one line or several, and gives its listing. If the entry is interrupted, the listing
-    /// ends with the message.
+    /// contains the message.
     std::string enter(std::string_view entry);
 
     /// A request ends the entry that is being run: the statement that is being run fails, and the variables

@@ -2,6 +2,7 @@
 
 #include "language/def_unit.h"
 #include "machine/calculator.h"
+#include "machine/variables.h"
 #include "units/default_system.h"
 
 #include <algorithm>
@@ -57,6 +58,7 @@ void end_block(special_line& line) {
 }
 
 void print_block(special_line& line) {
+    keep_all_variables(); // which the lines of the listing assign
     run_block_listing("Header:", "PrintFunc", line.run, line.out, line.err);
     ++line.counter;
 }

@@ -1,8 +1,8 @@
 #include "language/statement.h"
 
-#include "base/interruption.h"
 #include "base/number_text.h"
 #include "language/assignment.h"
+#include "language/expression.h"
 #include "language/special_line.h"
 #include "machine/calculator.h"
 #include "machine/operators.h"
@@ -39,17 +39,6 @@ void write_heading_and_echo(std::string_view prefix, int counter, std::string_vi
 void write_message(text_str*& out, text_str*& err) {
     append(out, indent, str_view(err));
     current_calculator().has_failed = true;
-}
-
-// What an interrupted statement has computed is of no use, and so is its report.
-bool is_compiled(cursor& expptr, dim_value& result, code_list* code, text_str*& err) {
-    const bool compiled = compile_input_line(expptr, result, code, err);
-    if (!is_interrupted())
-        return compiled;
-    teardown_solver_binding();
-    str_clear(&err);
-    append(err, interruption_message);
-    return false;
 }
 
 // { ";" [ request ] }
@@ -113,7 +102,8 @@ line_result compile_one_full_line(std::string_view prefix, int& counter, const c
         return line_result::special;
     }
     dim_value result;
-    if (!is_compiled(expptr, result, code, err)) {
+    const bool compiled = compile_input_line(expptr, result, code, err);
+    if (fails_as_interrupted(err) || !compiled) {
         skip_to_line_end(expptr);
         write_message(out, err);
         append(out, "\n");

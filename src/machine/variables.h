@@ -74,7 +74,8 @@ struct variables_before {
 void keep_variables_before(std::string_view target);
 /// Keeps all of them, before the statement evaluates the function block.
 void keep_all_variables();
-/// Sets the variables to what was kept and removes those added since; assignments change them all.
+/// Sets the variables to what was kept and removes those added since. If all were kept, none is held any
+/// longer: assignments change them again.
 void undo_statement();
 
 /// True if a variable may have this name, which must not be that of a unit or a function.

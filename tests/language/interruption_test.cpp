@@ -47,6 +47,23 @@ INSTANTIATE_TEST_SUITE_P(functions, interrupted_function,
                          testing::Values("BesselJ(2000000000, 2000000001)", "BesselJ(2000000001, 2000000000)",
                                          "BesselY(2000000000, 2000000001)", "BesselI(2000000000, 2.857e15)"));
 
+const interruption_scope* asking_scope;
+std::int64_t polls_at_question;
+
+bool ends_the_run() noexcept {
+    polls_at_question = asking_scope->polls();
+    return true;
+}
+
+TEST_P(interrupted_function, ends_at_the_poll_that_makes_the_request) {
+    interruption stop;
+    const interruption_scope obeys(stop, ends_the_run);
+    asking_scope = &obeys;
+    interpret_dimensional_input_lines(GetParam());
+    EXPECT_TRUE(stop.is_requested());
+    EXPECT_EQ(obeys.polls(), polls_at_question);
+}
+
 TEST(interruption, ends_a_line_of_many_functions) {
     session s;
     std::string line = "0";
@@ -132,7 +149,7 @@ TEST(interruption, is_obeyed_within_its_scope_only) {
     EXPECT_FALSE(is_interrupted());
 }
 
-TEST(interruption, is_looked_at_once_in_4096_steps) {
+TEST(interruption, is_polled_once_in_4096_steps) {
     interruption stop;
     stop.request();
     const interruption_scope obeys(stop);
@@ -172,6 +189,23 @@ TEST(interruption, undoes_what_the_report_of_a_block_has_assigned) {
     EXPECT_NE(s.enter("x").find(" = 2 "), std::string::npos);
 }
 
+TEST(interruption, undoes_what_the_listing_of_a_block_has_assigned) {
+    session s;
+    s.enter("n = 10\nx = 3");
+    s.enter("begin\nu = x + n\ny = BesselJ(n, u)\nend");
+    s.enter("n = 2000000000; \nu = 5 kg");
+    interrupted_listing(s, "PrintFunc");
+    EXPECT_NE(s.enter("u").find(" = 5 kg"), std::string::npos);
+}
+
+TEST(interruption, leaves_a_unit_undefined_whose_value_was_being_computed) {
+    session s;
+    const std::string listing = interrupted_listing(s, std::string("DefUnit(foo, ") + long_value + ")");
+    EXPECT_NE(listing.find("       ERROR: interrupted.\n"), std::string::npos) << listing;
+    EXPECT_EQ(listing.find("User defined unit"), std::string::npos) << listing;
+    EXPECT_EQ(s.enter("DefUnit(foo, 3 m)").find("ERROR"), std::string::npos) << "the name is free";
+}
+
 TEST(interruption, keeps_a_variable_whose_component_was_being_assigned) {
     session s;
     s.enter("p = [1, 2, 3] m");
@@ -181,16 +215,16 @@ TEST(interruption, keeps_a_variable_whose_component_was_being_assigned) {
 
 struct long_loop {
     const char* line;
-    std::int64_t looks; // one of the call, and one in 4096 steps
+    std::int64_t polls; // one of the call, and one in 4096 steps
 };
 
 class long_loop_test : public testing::TestWithParam<long_loop> {};
 
-TEST_P(long_loop_test, looks_at_the_request_once_in_4096_steps) {
+TEST_P(long_loop_test, polls_the_request_once_in_4096_steps) {
     interruption stop;
     const interruption_scope obeys(stop);
     interpret_dimensional_input_lines(GetParam().line);
-    EXPECT_EQ(obeys.looks(), GetParam().looks);
+    EXPECT_EQ(obeys.polls(), GetParam().polls);
 }
 
 // The steps: up to the order; down from the order plus the root of 40 times the order; down from twice that;
@@ -202,14 +236,14 @@ INSTANTIATE_TEST_SUITE_P(functions, long_loop_test,
                                          long_loop{"BesselI(4096000, 1.1984e10)", 1 + 2006},
                                          long_loop{"BesselJ(1000000000.5, 999959040)", 1 + 10 + 10}));
 
-TEST(interruption, is_looked_at_in_each_evaluation_of_a_block) {
+TEST(interruption, is_polled_in_each_evaluation_of_a_block) {
     interruption stop;
     const interruption_scope obeys(stop);
     const listing shown = interpret_dimensional_input_lines(
         "count = 0\nbegin\ncount = count + 1\nx = 2\ny = x^3 - 2*x - 5\nend\nsolve(y, x)\n");
     // The first run of the block and its listing are no evaluations.
-    const std::string counted = "       count = " + std::to_string(obeys.looks() + 2) + " \n";
-    EXPECT_GT(obeys.looks(), 5);
+    const std::string counted = "       count = " + std::to_string(obeys.polls() + 2) + " \n";
+    EXPECT_GT(obeys.polls(), 5);
     EXPECT_NE(std::string(shown.view()).rfind(counted), std::string::npos) << shown.view();
 }
 
