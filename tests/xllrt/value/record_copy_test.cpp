@@ -117,16 +117,6 @@ TYPED_TEST(RecordCopy, of_a_reference_has_its_own_list) {
     EXPECT_EQ(rectangle[1].colLast, 255);
 }
 
-TYPED_TEST(RecordCopy, of_a_single_reference_has_its_count) {
-    using From = typename TypeParam::Source;
-    using To = typename TypeParam::Target;
-    auto source = SingleReferenceRecord<From>({1, 65535, 3, 255});
-    for (const std::uint16_t count : std::array<std::uint16_t, 4>{0, 1, 2, 65535}) {
-        source.val.sref.count = count;
-        EXPECT_EQ(Copied<To>(source).record.val.sref.count, count);
-    }
-}
-
 TYPED_TEST(RecordCopy, of_a_single_reference_needs_no_memory) {
     using From = typename TypeParam::Source;
     using To = typename TypeParam::Target;

@@ -123,7 +123,7 @@ TEST(RecordSizes, a_narrow_array_of_65536_rows_keeps_all_of_them_in_copies) {
 TEST(RecordSizes, the_count_of_a_single_reference_is_copied) {
     auto narrow = SingleReferenceRecord<XLOPER>({1, 2, 3, 4});
     auto wide = SingleReferenceRecord<XLOPER12>({1, 2, 3, 4});
-    for (const std::uint16_t count : {std::uint16_t{1}, std::uint16_t{3}}) {
+    for (const std::uint16_t count : std::array<std::uint16_t, 5>{0, 1, 2, 3, 65535}) {
         narrow.val.sref.count = count;
         wide.val.sref.count = count;
         XLOPER to_narrow{};
