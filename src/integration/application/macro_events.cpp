@@ -56,10 +56,8 @@ bool CMacroEvents::Connect(IDispatch* application, CXllApp* add_in, ComFailure& 
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         Entry& entry = entries_[i];
         failure.code = GetTextProperty(application, kMacroEvents[i], entry.saved_name);
-        if (SUCCEEDED(failure.code)) {
-            failure.code =
-                PutProperty(application, kMacroEvents[i], ComVariant(entry.descriptor->functionName));
-        }
+        if (SUCCEEDED(failure.code))
+            failure.code = PutProperty(application, kMacroEvents[i], ComVariant(entry.macro));
         if (FAILED(failure.code)) {
             failure.text = SystemText(kMacroEvents[i], failure.code);
             ComFailure dropped;
@@ -91,11 +89,15 @@ bool CMacroEvents::Restore(IDispatch* application, std::size_t count, ComFailure
 bool CMacroEvents::Register(CXllApp& add_in) {
     const std::u16string base_name = BaseNameOfAddIn();
     for (std::size_t i = 0; i < entries_.size(); ++i) {
-        CXlFunctionDescriptor*& descriptor = entries_[i].descriptor;
+        // Not the earlier descriptor: a failed open takes it off the list, and only listed ones are
+        // unregistered.
+        CXlFunctionDescriptor macro = MacroDescriptor(base_name, kMacroEvents[i]);
+        CXlFunctionDescriptor* descriptor = add_in.functions.FindFunction(macro.functionName);
         if (!descriptor)
-            descriptor = &add_in.functions.Add(MacroDescriptor(base_name, kMacroEvents[i]));
+            descriptor = &add_in.functions.Add(std::move(macro));
         if (descriptor->registered == 0 && !RegisterFunction(add_in, *descriptor))
             return false;
+        entries_[i].macro = descriptor->functionName;
     }
     return true;
 }

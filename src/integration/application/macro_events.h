@@ -33,7 +33,7 @@ class CMacroEvents {
 
   private:
     struct Entry {
-        CXlFunctionDescriptor* descriptor = nullptr; // null until it is registered
+        std::u16string macro; // that the property names while the add-in is connected
         std::u16string saved_name;
     };
 

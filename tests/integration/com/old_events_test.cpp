@@ -100,6 +100,21 @@ TEST_F(old_events, register_the_macros_once) {
     EXPECT_TRUE(host.host.state().log.CallsOf(xlfRegister).empty());
 }
 
+TEST_F(old_events, list_their_macros_again_after_an_open_that_failed) {
+    ASSERT_TRUE(Enable(true));
+    ASSERT_TRUE(Enable(false));
+    for (CXlFunctionDescriptor* const descriptor : application.functions.All())
+        UnregisterFunction(application, *descriptor);
+    application.functions.Restore({});
+    ASSERT_TRUE(Enable(true));
+    ASSERT_EQ(application.functions.All().size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const CXlFunctionDescriptor* const macro = application.functions.FindFunction(Macro(i));
+        ASSERT_NE(macro, nullptr);
+        EXPECT_NE(macro->registered, 0);
+    }
+}
+
 TEST_F(old_events, reach_their_operations) {
     const ComVariant sheet = host.Sheet();
     host.settings().activeWorksheet = sheet.Object();
