@@ -29,9 +29,9 @@ LONG LeftOf(HWND window) {
 
 } // namespace
 
-int WizardControls::IndexOf(HWND window) const {
-    const auto found = std::find(boxes.begin(), boxes.end(), window);
-    return window && found != boxes.end() ? static_cast<int>(found - boxes.begin()) : -1;
+int IndexOfWindow(std::span<const HWND> windows, HWND window) {
+    const auto found = std::find(windows.begin(), windows.end(), window);
+    return window && found != windows.end() ? static_cast<int>(found - windows.begin()) : -1;
 }
 
 int WizardControls::FirstVisible() const {

@@ -3,11 +3,15 @@
 // The controls of the host's formula dialog.
 
 #include <array>
+#include <span>
 #include <windows.h>
 
 namespace metrify {
 
 inline constexpr int kWizardBoxes = 5;
+
+/// The zero-based index of a window; -1 for another one, and for none.
+int IndexOfWindow(std::span<const HWND> windows, HWND window);
 
 struct WizardControls {
     std::array<HWND, kWizardBoxes> boxes{};
@@ -15,7 +19,7 @@ struct WizardControls {
     int count = 0; ///< the number of the last visible box
 
     /// The zero-based index of a box; -1 for another window.
-    int IndexOf(HWND window) const;
+    int IndexOf(HWND window) const { return IndexOfWindow(boxes, window); }
     /// The index of the argument in the first box.
     int FirstVisible() const;
 };

@@ -2,7 +2,6 @@
 
 #include "integration/wizard/wizard_layout.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace metrify {
@@ -49,11 +48,6 @@ WizardOverlays::~WizardOverlays() {
     Destroy();
     if (font_)
         DeleteObject(font_);
-}
-
-int WizardOverlays::IndexOf(HWND window) const {
-    const auto found = std::find(overlays_.begin(), overlays_.end(), window);
-    return window && found != overlays_.end() ? static_cast<int>(found - overlays_.begin()) : -1;
 }
 
 void WizardOverlays::Destroy() {

@@ -27,7 +27,7 @@ class WizardOverlays {
     /// The overlay of a box, or null.
     HWND Overlay(int box) const { return overlays_.at(static_cast<std::size_t>(box)); }
     /// The box of an overlay; -1 for any other window.
-    int IndexOf(HWND window) const;
+    int IndexOf(HWND window) const { return IndexOfWindow(overlays_, window); }
     HWND List() const { return list_; }
     HFONT Font() const { return font_; }
 

@@ -220,6 +220,17 @@ TEST_F(wizard_hook, counts_boxes_up_to_the_last_that_is_visible) {
     EXPECT_EQ(controls.count, 1);
 }
 
+TEST_F(wizard_hook, finds_the_index_of_a_box_only) {
+    function.kinds.clear(); // no overlays among the dialog's windows
+    Open({.arguments = 3});
+    WizardControls controls;
+    EXPECT_EQ(controls.IndexOf(nullptr), -1) << "no box has been found yet";
+    ASSERT_TRUE(FindWizardControls(dialog->window(), controls));
+    EXPECT_EQ(controls.IndexOf(dialog->box(0)), 0);
+    EXPECT_EQ(controls.IndexOf(dialog->box(2)), 2);
+    EXPECT_EQ(controls.IndexOf(dialog->window()), -1);
+}
+
 class malformed_dialog : public WizardHookTest, public testing::WithParamInterface<WizardDialogOptions> {};
 
 TEST_P(malformed_dialog, is_ignored_and_the_function_forgotten) {
