@@ -66,4 +66,9 @@ inline bool is_interrupted_at(std::int64_t step) {
     return step % 4096 == 0 && is_interrupted_at_long_step();
 }
 
+/// The same for a step that takes so many short ones.
+inline bool is_interrupted_after(std::int64_t steps) {
+    return steps >= 4096 && is_interrupted_at_long_step();
+}
+
 } // namespace metrify

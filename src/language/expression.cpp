@@ -126,7 +126,9 @@ bool is_mult(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 
 // { ( "*" | "/" ) factor } after a factor. A "*" or "/" without a factor after it is left to the caller.
 bool is_more_mult_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
-    for (;;) {
+    for (std::int64_t factors = 1;; ++factors) {
+        if (is_interrupted_at(factors))
+            return false;
         const cursor start = expptr;
         skip_blanks_and_comments(expptr);
         if (at_statement_end(expptr))
@@ -156,7 +158,9 @@ bool is_plus(cursor& expptr, compile_ctx& ctx, text_str*& err) {
 
 // { ( "+" | "-" ) term } after a term. Text that cannot follow an expression is reported.
 bool is_more_plus_or_null(cursor& expptr, compile_ctx& ctx, text_str*& err) {
-    for (;;) {
+    for (std::int64_t terms = 1;; ++terms) {
+        if (is_interrupted_at(terms))
+            return false;
         const cursor start = expptr;
         skip_blanks_and_comments(expptr);
         if (at_statement_end(expptr))
@@ -202,6 +206,7 @@ bool fails_as_interrupted(text_str*& err) {
         return false;
     teardown_solver_binding();
     replace_message(err, interruption_message);
+    current_calculator().has_reported_interruption = true;
     return true;
 }
 

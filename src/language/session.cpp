@@ -36,6 +36,7 @@ void session::append_text(std::string_view entry) {
 std::string session::enter(std::string_view entry) {
     const calculator_scope scope(*calculator_);
     interruption_->clear();
+    calculator_->has_reported_interruption = false;
     const interruption_scope obeys(*interruption_);
     calculator_->before_statement.is_kept = true;
     // The parser's guard stops a program for good; here it stops one entry.
@@ -50,7 +51,7 @@ std::string session::enter(std::string_view entry) {
         text_.resize(begin);
     std::string text(shown.view());
     // Between two statements, and before the first one, none of them reports it.
-    if (was_interrupted_ && text.find(interruption_message) == std::string::npos)
+    if (was_interrupted_ && !calculator_->has_reported_interruption)
         text.append("       ").append(interruption_message).append("\n");
     return text;
 }

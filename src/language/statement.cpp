@@ -81,6 +81,7 @@ bool write_pending_report(line_runner run, text_str*& out, text_str*& err) {
     if (due == report_kind::none)
         return false;
     const report& shown = reports[static_cast<std::size_t>(due)];
+    keep_all_variables(); // which the lines of the listing assign
     run_block_listing(shown.header, shown.prefix, run, out, err);
     teardown_solver_binding();
     return true;

@@ -23,10 +23,11 @@ struct calculator {
     func_block block;
     solver_binding solver;
     progress_guard progress;
-    int statements = 0;      // number of the latest statement
-    dim_value result;        // of the latest statement that has succeeded
-    bool has_result = false; // a statement of the latest run has succeeded
-    bool has_failed = false; // a statement of the latest run has shown a message
+    int statements = 0;                     // number of the latest statement
+    dim_value result;                       // of the latest statement that has succeeded
+    bool has_result = false;                // a statement of the latest run has succeeded
+    bool has_failed = false;                // a statement of the latest run has shown a message
+    bool has_reported_interruption = false; // that message is the one of an interrupted run
 };
 
 /// The current calculator of the calling thread.

@@ -1,5 +1,8 @@
 #include "machine/evaluator.h"
 
+#include "base/interruption.h"
+
+#include <cstdint>
 #include <span>
 
 namespace metrify {
@@ -19,7 +22,10 @@ void replay_nodes(const code_list& list, std::span<const stck_node> nodes, compi
 void replay_statements(const code_list& list, const number_program& numbers, compile_ctx& ctx,
                        text_str*& err) {
     const std::span nodes(list.nodes());
+    std::int64_t count = 0;
     for (const replay_statement& statement : numbers.statements()) {
+        if (is_interrupted_at(++count))
+            return;
         if (statement.has_steps && numbers.run(statement, ctx.result, ctx, err))
             continue;
         replay_nodes(list, nodes.subspan(statement.first_node, statement.nodes), ctx, err);

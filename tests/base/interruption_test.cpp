@@ -57,7 +57,7 @@ TEST_F(interruption_question_test, ends_the_run_by_the_answer_true) {
     EXPECT_EQ(asked, 1);
 }
 
-TEST_F(interruption_question_test, is_not_asked_by_a_look_at_the_request) {
+TEST_F(interruption_question_test, is_not_asked_by_is_interrupted) {
     interruption stop;
     const interruption_scope obeys(stop, ask);
     answer = true;

@@ -60,6 +60,7 @@ TEST_P(interrupted_function, ends_at_the_poll_that_makes_the_request) {
     const interruption_scope obeys(stop, ends_the_run);
     asking_scope = &obeys;
     interpret_dimensional_input_lines(GetParam());
+    asking_scope = nullptr;
     EXPECT_TRUE(stop.is_requested());
     EXPECT_EQ(obeys.polls(), polls_at_question);
 }
@@ -189,6 +190,18 @@ TEST(interruption, undoes_what_the_report_of_a_block_has_assigned) {
     EXPECT_NE(s.enter("x").find(" = 2 "), std::string::npos);
 }
 
+TEST(interruption, undoes_what_the_report_of_an_earlier_search_has_assigned) {
+    session s;
+    s.enter("n = 10\nx = 3");
+    s.enter("begin\nu = x + n\ny = BesselJ(n, u) + 2\nend");
+    EXPECT_NE(s.enter("solve(y, x)").find("ERROR"), std::string::npos);
+    const std::string listing = interrupted_listing(s, "n = 2000000000");
+    EXPECT_NE(listing.find("Sol1"), std::string::npos) << listing;
+    EXPECT_NE(listing.find("       ERROR: interrupted.\n"), std::string::npos) << listing;
+    EXPECT_NE(s.enter("n").find(" = 10 "), std::string::npos);
+    EXPECT_EQ(s.enter("u").find("e+09"), std::string::npos);
+}
+
 TEST(interruption, undoes_what_the_listing_of_a_block_has_assigned) {
     session s;
     s.enter("n = 10\nx = 3");
@@ -235,6 +248,48 @@ INSTANTIATE_TEST_SUITE_P(functions, long_loop_test,
                                          long_loop{"BesselJ(4096000, 4095000)", 1 + 1003},
                                          long_loop{"BesselI(4096000, 1.1984e10)", 1 + 2006},
                                          long_loop{"BesselJ(1000000000.5, 999959040)", 1 + 10 + 10}));
+
+std::int64_t polls_of(const std::string& program) {
+    interruption stop;
+    const interruption_scope obeys(stop);
+    interpret_dimensional_input_lines(program.c_str());
+    return obeys.polls();
+}
+
+std::string repeated(const std::string& text, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+TEST(interruption, is_polled_once_in_4096_terms_and_factors) {
+    EXPECT_EQ(polls_of("1" + repeated(" + 1", 4094) + "\n"), 0);
+    EXPECT_EQ(polls_of("1" + repeated(" + 1", 4095) + "\n"), 1);
+    EXPECT_EQ(polls_of("1" + repeated(" - 1", 8191) + "\n"), 2);
+    EXPECT_EQ(polls_of("1" + repeated(" * 1", 4094) + "\n"), 0);
+    EXPECT_EQ(polls_of("1" + repeated(" / 1", 8191) + "\n"), 2);
+}
+
+TEST(interruption, ends_a_line_of_many_terms_or_factors) {
+    for (const char* operation : {"+1", "*1"}) {
+        session s;
+        const std::string line = "1" + repeated(operation, 8'000'000);
+        EXPECT_EQ(interrupted_listing(s, line), "[  1 ] " + line + "\n       ERROR: interrupted.\n\n");
+    }
+}
+
+TEST(interruption, is_polled_once_in_4096_statements_of_a_block) {
+    const auto solved = [](int statements) {
+        return polls_of("x = 1\nbegin\n" + repeated("z = x\n", statements - 1) +
+                        "y = x - 3\nend\nsolve(y, x)\n");
+    };
+    const std::int64_t evaluations = solved(1);
+    EXPECT_GT(evaluations, 1);
+    EXPECT_EQ(solved(4095), evaluations);
+    EXPECT_EQ(solved(4096), 2 * evaluations);
+    EXPECT_EQ(solved(8192), 3 * evaluations);
+}
 
 TEST(interruption, is_polled_in_each_evaluation_of_a_block) {
     interruption stop;

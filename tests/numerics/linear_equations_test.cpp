@@ -1,5 +1,6 @@
 // The factorisations used by the root finders.
 
+#include "base/interruption.h"
 #include "numerics/linear/linear_equations.h"
 
 #include <cmath>
@@ -134,6 +135,46 @@ TEST(rotate, turns_two_rows_by_the_angle_of_a_and_b) {
     rotate(r, qt, 2, 1, 0.0, -1.0); // a quarter turn
     EXPECT_NEAR(r(1, 1), 0.0, 1e-15);
     EXPECT_NEAR(r(2, 1), -5.0, 1e-15);
+}
+
+// ---- Large systems
+
+double_matrix identity(long n) {
+    double_matrix m = dmatrix(1, n, 1, n);
+    for (long i = 1; i <= n; ++i)
+        for (long j = 1; j <= n; ++j)
+            m(i, j) = i == j ? 1.0 : 0.0;
+    return m;
+}
+
+TEST(ludcmp, ends_with_a_message_in_an_interrupted_run_if_a_column_takes_4096_steps) {
+    interruption stop;
+    stop.request();
+    const interruption_scope obeys(stop);
+    for (const long n : {63L, 64L}) {
+        double_matrix a = identity(n);
+        int_vector indx = ivector(1, n);
+        double d = 0.0;
+        work_text err;
+        ludcmp(a, n, indx, d, err.str);
+        EXPECT_EQ(err.view(), n == 64 ? "ERROR: interrupted.\n" : "");
+    }
+    EXPECT_EQ(obeys.polls(), 1);
+}
+
+TEST(qrdcmp, has_no_factors_in_an_interrupted_run_if_a_column_takes_4096_steps) {
+    interruption stop;
+    stop.request();
+    const interruption_scope obeys(stop);
+    for (const long n : {63L, 64L}) {
+        double_matrix a = identity(n);
+        double_vector c = dvector(1, n);
+        double_vector d = dvector(1, n);
+        bool sing = n == 63;
+        qrdcmp(a, n, c, d, sing);
+        EXPECT_EQ(sing, n == 64);
+    }
+    EXPECT_EQ(obeys.polls(), 1);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Newton's and Broyden's methods and their common parts, on plain functions.
 
+#include "base/interruption.h"
 #include "numerics/solve/multi_dim_root.h"
 #include "numerics/solve/root_step.h"
 #include "tests/numerics/plain_function.h"
@@ -382,6 +383,20 @@ TEST(solve_multi_dim, takes_the_evaluations_of_the_plain_methods) {
         return numbers{x[0] * x[1] * x[2] - 6.0, x[0] + x[1] + x[2] - 6.0,
                        std::exp(x[0]) - x[2] * x[2] + 1.0};
     });
+}
+
+// Each column of the factors, and each reflection that is unfolded.
+TEST(broydn, polls_a_request_for_each_column_of_a_large_system) {
+    interruption stop;
+    const interruption_scope obeys(stop);
+    plain_function f(point(64, 3.0), 64, [](const point& x) {
+        point y = x;
+        for (double& number : y)
+            number -= 1.0;
+        return y;
+    });
+    EXPECT_EQ(solve(f, true).text, "");
+    EXPECT_EQ(obeys.polls(), 63 + 63);
 }
 
 } // namespace

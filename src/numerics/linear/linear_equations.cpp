@@ -1,5 +1,6 @@
 #include "numerics/linear/linear_equations.h"
 
+#include "base/interruption.h"
 #include "numerics/scalar_helpers.h"
 
 #include <cmath>
@@ -126,6 +127,10 @@ void ludcmp(matrix_view<double> a, long n, vector_view<std::int32_t> indx, doubl
         return;
     }
     for (long j = 1; j <= n; ++j) {
+        if (is_interrupted_after(n * n)) {
+            append(err, interruption_message);
+            return;
+        }
         for (long i = 1; i < j; ++i)
             a(i, j) = remainder(a, i, j, i - 1);
         double largest = 0.0;
@@ -176,6 +181,10 @@ void lubksb(matrix_view<const double> a, long n, vector_view<const std::int32_t>
 void qrdcmp(matrix_view<double> a, long n, vector_view<double> c, vector_view<double> d, bool& sing) {
     sing = false;
     for (long k = 1; k < n; ++k) {
+        if (is_interrupted_after(n * n)) {
+            sing = true;
+            return;
+        }
         double scale = 0.0;
         for (long i = k; i <= n; ++i)
             scale = larger(scale, std::fabs(a(i, k)));

@@ -15,7 +15,7 @@ using int_vector = offset_vector<std::int32_t>;
 // LU: Crout's method with implicit pivoting.
 
 /// Replaces a by its factors; indx records the row exchanges, d is 1 or -1 for their parity. A row of
-/// zeros leaves a message in err; a zero pivot is replaced by 1e-20.
+/// zeros leaves a message in err, and so does an interrupted run; a zero pivot is replaced by 1e-20.
 void ludcmp(matrix_view<double> a, long n, vector_view<std::int32_t> indx, double& d, text_str*& err);
 
 /// Replaces b by the solution of a x = b; a and indx are those of ludcmp.
@@ -24,7 +24,8 @@ void lubksb(matrix_view<const double> a, long n, vector_view<const std::int32_t>
 // QR: Householder reflections, with an update for a change of rank one.
 
 /// Replaces a by its factors: the upper triangle is R without its diagonal, which is d; the reflections are
-/// below it and in c. sing is set if the diagonal has a zero; the factorisation is completed nevertheless.
+/// below it and in c. sing is set if the diagonal has a zero; the factorisation is completed nevertheless,
+/// unless the run is interrupted.
 void qrdcmp(matrix_view<double> a, long n, vector_view<double> c, vector_view<double> d, bool& sing);
 
 /// Replaces r and qt, the transpose of Q, by the factors of Q (R + u v). Changes u.

@@ -1,5 +1,6 @@
 #include "numerics/solve/multi_dim_root.h"
 
+#include "base/interruption.h"
 #include "numerics/linear/products.h"
 #include "numerics/scalar_helpers.h"
 #include "numerics/solve/root_step.h"
@@ -127,6 +128,8 @@ void unfold_factors(broyden_factors& factors, long n) {
         for (long j = 1; j <= n; ++j)
             qt(i, j) = i == j ? 1.0 : 0.0;
     for (long k = 1; k < n; ++k) {
+        if (is_interrupted_after(n * n))
+            return;
         if (c[k] == 0.0)
             continue;
         for (long j = 1; j <= n; ++j) {
