@@ -4,6 +4,7 @@
 #include "base/build_settings.h"
 #include "base/interruption.h"
 #include "conversion/conversion.h"
+#include "machine/calculator.h"
 #include "xllrt/app/app_call.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/value/xl_cell_view.h"
@@ -53,10 +54,12 @@ CXlOper* convert_units_cell(CXlOper& result, double Val, CXlDualString& InUnits,
     return nullptr;
 }
 
-// Both entries, each with the texts of its family. The scope is outside of the guard, since a fault skips
-// destructors.
+// Both entries, each with the texts of its family. The scopes are outside of the guard, since a fault skips
+// destructors: also if the host faults while it is asked for Escape, during which another calculator is in
+// use.
 template <class Char>
 void ConvertForHost(CXlOper& result, double Val, const Char* InUnits, const Char* OutUnits) {
+    const calculator_scope keeps(current_calculator());
     interruption stop;
     const interruption_scope obeys(stop, is_escape_pressed);
     CXlDualString in_units(InUnits);

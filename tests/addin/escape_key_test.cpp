@@ -2,11 +2,18 @@
 
 #include "addin/escape_key.h"
 #include "addin/worksheet_function.h"
+#include "base/thread_object.h"
+#include "machine/calculator.h"
 #include "tests/addin/stand_in_fixture.h"
+#include "tests/expected_leaks.h"
 #include "tests/xllrt/app/add_in_fixture.h"
+#include "tests/xllrt/fault/faulting_code.h"
 #include "xllrt/app/xll_exports.h"
 
+#include <array>
 #include <chrono>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -60,6 +67,23 @@ TEST_F(Escape, leaves_the_next_cell_right) {
     EXPECT_EQ(Cells(1.0, u"\nx = 3\ny = BesselJ(2000000000, 2000000001)", u""), kInterrupted);
     EXPECT_EQ(Cells(3.5, u"ft", u"m"), kConverted);
     EXPECT_EQ(Cells(3.5, u"* x", u"m"), "{\"ERROR: 'x' undefined.\n\n\",\"\"}");
+}
+
+TEST_F(Escape, ends_the_cells_of_all_calculation_threads) {
+    Host().escape.Press();
+    Host().log.Start();
+    std::array<std::string, 2> shown;
+    {
+        std::vector<std::jthread> threads;
+        for (std::string& text : shown)
+            threads.emplace_back([&text] {
+                text = Cells(1.0, kLong, u"");
+                DestroyThreadState();
+            });
+    }
+    for (const std::string& text : shown)
+        EXPECT_EQ(text, kInterrupted);
+    EXPECT_EQ(Questions(), 2U);
 }
 
 TEST_F(Escape, stays_pending_for_the_host) {
@@ -144,6 +168,20 @@ TEST_F(EscapeAnswer, may_come_after_another_cell_of_the_same_thread) {
     });
     EXPECT_EQ(Cells(1.0, search, u""), alone);
     EXPECT_GE(asked, 1);
+}
+
+TEST_F(EscapeAnswer, that_ends_in_a_fault_leaves_the_next_cell_right) {
+    SetHostVersion(14);
+    const ExpectedLeaks leaks; // a fault skips destructors
+    host.On(xlAbort, [](const std::vector<std::string>&) -> Reply {
+        faulting::TouchNothing();
+        return {};
+    });
+    EXPECT_EQ(Cells(1.0, kLong, u""), "\"#ERROR: 'C' exception 0xC0000005\"");
+    host.On(xlAbort, Reply{0, false});
+    EXPECT_EQ(Cells(3.5, u"ft", u"m"), kConverted);
+    EXPECT_EQ(&current_calculator(), &thread_object<calculator>())
+        << "the calculator of the question is gone";
 }
 
 } // namespace
