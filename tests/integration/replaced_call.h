@@ -2,6 +2,8 @@
 
 // Replaces functions of the system during a test, for example to make them fail.
 
+#include "integration/com/system_libraries.h"
+
 #include <cstddef>
 #include <unknwn.h>
 
@@ -25,6 +27,12 @@ class ReplacedPointer {
 /// Where a module, by default this program, keeps the address of an imported function; null if it does not
 /// import it.
 void** ImportedFunction(const char* name, void* module = nullptr);
+
+/// Where this program keeps the address of a function that it loads from the folder of the system.
+template <class Function>
+void** LoadedFunction(Function* SystemFunctions::*function) {
+    return reinterpret_cast<void**>(const_cast<Function**>(&(GetSystemFunctions().*function)));
+}
 
 /// Where the objects of a class keep the address of a method, by its number in the interface.
 void** MethodOf(IUnknown* object, std::size_t number);

@@ -1,12 +1,12 @@
 #include "integration/application/window_search.h"
 
 #include "integration/com/dispatch_call.h"
+#include "integration/com/system_libraries.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/gate/host_window.h"
 #include "xllrt/platform/passed_pointer.h"
 
 #include <array>
-#include <oleacc.h>
 
 namespace metrify {
 
@@ -79,8 +79,8 @@ bool FindApplicationByWindow(ComPtr<IDispatch>& application, ComFailure& failure
         return false;
     }
     ComPtr<IDispatch> window;
-    failure.code = AccessibleObjectFromWindow(workbook.Get(), static_cast<DWORD>(OBJID_NATIVEOM),
-                                              IID_IDispatch, window.ReceiveAny());
+    failure.code = GetSystemFunctions().accessible_object_from_window(
+        workbook.Get(), static_cast<DWORD>(OBJID_NATIVEOM), IID_IDispatch, window.ReceiveAny());
     if (SUCCEEDED(failure.code) && !window)
         failure.code = E_FAIL;
     if (FAILED(failure.code)) {

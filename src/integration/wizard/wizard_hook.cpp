@@ -1,6 +1,7 @@
 #include "integration/wizard/wizard_hook.h"
 
 #include "integration/com/guarded.h"
+#include "integration/com/system_libraries.h"
 #include "xllrt/fault/exceptions.h"
 #include "xllrt/gate/host_version.h"
 #include "xllrt/platform/passed_pointer.h"
@@ -36,7 +37,7 @@ void InitialiseControls() {
     constexpr DWORD kClasses = 16896;
     static_assert(kClasses == (ICC_USEREX_CLASSES | ICC_STANDARD_CLASSES));
     const INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), kClasses};
-    InitCommonControlsEx(&controls);
+    GetSystemFunctions().init_common_controls(&controls);
 }
 
 } // namespace

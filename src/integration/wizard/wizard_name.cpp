@@ -1,9 +1,9 @@
 #include "integration/wizard/wizard_name.h"
 
 #include "integration/com/com_value.h"
+#include "integration/com/system_libraries.h"
 #include "xllrt/text/code_page.h"
 
-#include <oleacc.h>
 #include <vector>
 
 namespace metrify {
@@ -39,7 +39,7 @@ std::vector<ComVariant> ChildrenOf(IAccessible* object) {
         return children;
     std::vector<VARIANT> given(static_cast<std::size_t>(count));
     LONG obtained = 0;
-    if (SUCCEEDED(AccessibleChildren(object, 0, count, given.data(), &obtained))) {
+    if (SUCCEEDED(GetSystemFunctions().accessible_children(object, 0, count, given.data(), &obtained))) {
         for (LONG i = 0; i < obtained; ++i) {
             children.emplace_back(given[static_cast<std::size_t>(i)]);
             VariantClear(&given[static_cast<std::size_t>(i)]);
@@ -72,8 +72,8 @@ std::optional<std::string> Search(IAccessible* object, LONG* remembered) {
 
 std::optional<std::string> WizardNameReader::Read(HWND dialog) {
     ComPtr<IAccessible> object;
-    if (FAILED(AccessibleObjectFromWindow(dialog, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
-                                          object.ReceiveAny())) ||
+    if (FAILED(GetSystemFunctions().accessible_object_from_window(dialog, static_cast<DWORD>(OBJID_CLIENT),
+                                                                  IID_IAccessible, object.ReceiveAny())) ||
         !object)
         return std::nullopt;
     if (child_ != 0) {

@@ -1,8 +1,9 @@
 #include "integration/wizard/wizard_theme.h"
 
+#include "integration/com/system_libraries.h"
+
 #include <algorithm>
 #include <array>
-#include <string>
 #include <utility>
 #include <uxtheme.h>
 
@@ -22,20 +23,6 @@ constexpr int kStatePressed = 3;
 constexpr std::array<const char*, 6> kFunctionNames = {
     "OpenThemeData", "DrawThemeBackground", "GetThemeBackgroundContentRect",
     "DrawThemeText", "CloseThemeData",      "GetThemePartSize"};
-
-template <class Function>
-Function* Find(HMODULE library, const char* name) {
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-}
-
-// A search along the path could find another library of that name.
-HMODULE LoadFromSystemFolder(const char* name) {
-    std::array<char, MAX_PATH> folder;
-    const UINT length = GetSystemDirectoryA(folder.data(), MAX_PATH);
-    if (length == 0 || length >= MAX_PATH)
-        return nullptr;
-    return LoadLibraryA((std::string(folder.data(), length) + "\\" + name).c_str());
-}
 
 bool IsPressed(const DRAWITEMSTRUCT& item) {
     return (item.itemState & ODS_SELECTED) != 0;
@@ -76,7 +63,7 @@ bool WizardTheme::HasFunctions() const {
 void WizardTheme::Open(HWND window) {
     if (std::exchange(is_asked_for_, true) || !HasFunctions())
         return;
-    auto* const open = Find<decltype(OpenThemeData)>(library_, "OpenThemeData");
+    auto* const open = FindFunction<decltype(OpenThemeData)>(library_, "OpenThemeData");
     combo_box_ = open(window, L"COMBOBOX");
     button_ = open(window, L"BUTTON");
 }
@@ -85,7 +72,7 @@ void WizardTheme::Close() {
     is_asked_for_ = false;
     for (HANDLE* const theme : {&combo_box_, &button_}) {
         if (*theme) {
-            Find<decltype(CloseThemeData)>(library_, "CloseThemeData")(*theme);
+            FindFunction<decltype(CloseThemeData)>(library_, "CloseThemeData")(*theme);
             *theme = nullptr;
         }
     }
@@ -101,16 +88,16 @@ void WizardTheme::Draw(ArgumentUi kind, const DRAWITEMSTRUCT& item, HFONT font) 
 bool WizardTheme::DrawThemed(ArgumentUi kind, const DRAWITEMSTRUCT& item) const {
     const HANDLE theme = kind == ArgumentUi::list ? combo_box_ : button_;
     const int state = IsPressed(item) ? kStatePressed : kStateNormal;
-    const auto draw = Find<decltype(DrawThemeBackground)>(library_, "DrawThemeBackground");
+    const auto draw = FindFunction<decltype(DrawThemeBackground)>(library_, "DrawThemeBackground");
     if (FAILED(draw(theme, item.hDC, kPart, state, &item.rcItem, nullptr)))
         return false;
     if (kind == ArgumentUi::list)
         return true;
     RECT inside = item.rcItem;
     const auto content =
-        Find<decltype(GetThemeBackgroundContentRect)>(library_, "GetThemeBackgroundContentRect");
+        FindFunction<decltype(GetThemeBackgroundContentRect)>(library_, "GetThemeBackgroundContentRect");
     content(theme, item.hDC, kPart, state, &item.rcItem, &inside);
-    const auto text = Find<decltype(DrawThemeText)>(library_, "DrawThemeText");
+    const auto text = FindFunction<decltype(DrawThemeText)>(library_, "DrawThemeText");
     return SUCCEEDED(text(theme, item.hDC, kPart, state, L"...", -1, kCentred, 0, &inside));
 }
 

@@ -93,7 +93,8 @@ TEST(observed_event, connects_nothing_without_an_observer) {
 
 TEST(observed_event, is_a_COM_exception_if_the_host_cannot_be_found) {
     Observing observing(16);
-    const ReplacedPointer refusing(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(RefuseAccess));
+    const ReplacedPointer refusing(LoadedFunction(&SystemFunctions::accessible_object_from_window),
+                                   AddressOf(RefuseAccess));
     ClosingObserver observer;
     try {
         observing.application.events.workbookBeforeClose.AddObserver(&observer);

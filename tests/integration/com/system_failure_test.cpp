@@ -200,7 +200,8 @@ HRESULT WINAPI GiveNothing(HWND, DWORD, REFIID, void** object) {
 TEST(system_failure, a_workbook_window_that_gives_no_object_and_no_failure) {
     IntegrationHost host(16);
     CXllApp application;
-    const ReplacedPointer giving(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(GiveNothing));
+    const ReplacedPointer giving(LoadedFunction(&SystemFunctions::accessible_object_from_window),
+                                 AddressOf(GiveNothing));
     HostConnection connection;
     ExpectFailure(connection, u"AccessibleObjectFromWindow", E_FAIL);
 }

@@ -49,7 +49,7 @@ struct Asked {
         return nullptr;
     }
 
-    ReplacedPointer controls{ImportedFunction("InitCommonControlsEx"), AddressOf(InitControls)};
+    ReplacedPointer controls{LoadedFunction(&SystemFunctions::init_common_controls), AddressOf(InitControls)};
     ReplacedPointer hook{ImportedFunction("SetWindowsHookExA"), AddressOf(SetHook)};
     ReplacedPointer unhook{ImportedFunction("UnhookWindowsHookEx"), AddressOf(Unhook)};
     ReplacedPointer cursor{ImportedFunction("LoadCursorA"), AddressOf(FindCursor)};

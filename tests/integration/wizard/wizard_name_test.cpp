@@ -21,7 +21,7 @@ struct CountedWalks {
     }
 
     static inline int count = 0;
-    ReplacedPointer replaced{ImportedFunction("AccessibleChildren"), AddressOf(Walk)};
+    ReplacedPointer replaced{LoadedFunction(&SystemFunctions::accessible_children), AddressOf(Walk)};
 };
 
 HRESULT WINAPI RefuseAccess(HWND, DWORD, REFIID, void** object) {
@@ -70,7 +70,8 @@ TEST_F(wizard_name, is_remembered_as_a_plain_child_alone) {
 }
 
 TEST_F(wizard_name, that_the_dialog_does_not_report_keeps_the_function) {
-    const ReplacedPointer refusing(ImportedFunction("AccessibleObjectFromWindow"), AddressOf(RefuseAccess));
+    const ReplacedPointer refusing(LoadedFunction(&SystemFunctions::accessible_object_from_window),
+                                   AddressOf(RefuseAccess));
     Open({.function = u"Another"});
     EXPECT_EQ(Overlays(), (Standing{true, true, false, false, false}));
 }
