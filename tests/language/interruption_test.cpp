@@ -19,7 +19,8 @@ using std::chrono::milliseconds;
 constexpr const char* long_value = "BesselJ(2000000000, 2000000001)";
 
 // Enters the line and interrupts it while it is being computed. A request before that has no effect.
-std::string interrupted_listing(session& s, const std::string& line) {
+std::string interrupted_listing(session& s, const std::string& line,
+                                milliseconds until_request = milliseconds(100)) {
     std::string shown;
     std::atomic<bool> is_done = false;
     std::thread entering([&] {
@@ -27,7 +28,7 @@ std::string interrupted_listing(session& s, const std::string& line) {
         is_done = true;
     });
     while (!is_done) {
-        std::this_thread::sleep_for(milliseconds(100));
+        std::this_thread::sleep_for(until_request);
         s.stop().request();
     }
     entering.join();
@@ -277,6 +278,14 @@ TEST(interruption, ends_a_line_of_many_terms_or_factors) {
         const std::string line = "1" + repeated(operation, 8'000'000);
         EXPECT_EQ(interrupted_listing(s, line), "[  1 ] " + line + "\n       ERROR: interrupted.\n\n");
     }
+}
+
+// The long comment is being listed when the request arrives.
+TEST(interruption, is_reported_even_if_a_comment_contains_the_message) {
+    session s;
+    const std::string program = "# ERROR: interrupted.\n" + repeated("#\n", 8'000'000) + "x = 1\n";
+    const std::string listing = interrupted_listing(s, program, milliseconds(20));
+    EXPECT_TRUE(listing.ends_with("\n       ERROR: interrupted.\n\n")) << listing.substr(listing.size() - 40);
 }
 
 TEST(interruption, is_polled_once_in_4096_statements_of_a_block) {
