@@ -8,11 +8,14 @@ namespace {
 thread_local std::size_t count = 0;
 thread_local std::ptrdiff_t live = 0;
 thread_local std::ptrdiff_t until_failure = -1;
+thread_local bool has_failed = false;
 
 void* counted(std::size_t bytes) {
     ++count;
-    if (until_failure >= 0 && until_failure-- == 0)
+    if (until_failure >= 0 && until_failure-- == 0) {
+        has_failed = true;
         return nullptr;
+    }
     void* block = std::malloc(bytes != 0 ? bytes : 1);
     live += block != nullptr ? 1 : 0;
     return block;
@@ -40,6 +43,11 @@ std::size_t allocations() {
 
 void fail_allocation_after(std::ptrdiff_t others) {
     until_failure = others;
+    has_failed = false;
+}
+
+bool has_failed_allocation() {
+    return has_failed;
 }
 
 std::ptrdiff_t live_blocks() {

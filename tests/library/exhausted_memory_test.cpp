@@ -26,23 +26,32 @@ constexpr std::string_view program = "DefUnit(ell, 18 in)\n"
                                      "PrintFunc\n"
                                      "1 foo\n";
 
-// Repeats the call, letting one allocation after another fail, until it succeeds. Returns how often it
+// Lets an allocation of the call fail, after so many others. False if the call has no more than these; it
+// then succeeds.
+template <class Call>
+bool fails(Call call, int others, std::ptrdiff_t live_afterwards) {
+    fail_allocation_after(others);
+    const metrify_status status = call();
+    const bool has_failed = has_failed_allocation();
+    fail_allocation_after(-1);
+    if (!has_failed) {
+        EXPECT_EQ(status, METRIFY_OK) << others;
+        return false;
+    }
+    EXPECT_EQ(status, METRIFY_OUT_OF_MEMORY) << others;
+    EXPECT_STREQ(metrify_message(), "out of memory") << others;
+    EXPECT_EQ(live_blocks(), live_afterwards) << others;
+    return true;
+}
+
+// Repeats the call, letting one allocation after another fail, until it has no more. Returns how often it
 // failed.
 template <class Call>
 int failures(Call call) {
-    for (int others = 0;; ++others) {
-        const std::ptrdiff_t before = live_blocks();
-        fail_allocation_after(others);
-        const metrify_status status = call();
-        fail_allocation_after(-1);
-        if (status == METRIFY_OK)
-            return others;
-        EXPECT_EQ(status, METRIFY_OUT_OF_MEMORY) << others;
-        EXPECT_STREQ(metrify_message(), "out of memory") << others;
-        EXPECT_EQ(live_blocks(), before) << others;
-        if (testing::Test::HasFailure())
-            return others;
-    }
+    int others = 0;
+    while (fails(call, others, live_blocks()) && !testing::Test::HasFailure())
+        ++others;
+    return others;
 }
 
 void expect_failures_of_a_run() {
@@ -97,17 +106,18 @@ TEST(exhausted_memory, resets_a_calculator) {
     listing_of(program);
     for (int others = 0;; ++others) {
         calculator_handle used;
+        const std::ptrdiff_t without_session = live_blocks();
         used.enter("x = 7 ft\ncgs");
         metrify_text* listing = nullptr;
-        fail_allocation_after(others);
-        const metrify_status status =
-            metrify_calculator_enter(used.get(), program.data(), program.size(), &listing);
-        fail_allocation_after(-1);
-        if (status == METRIFY_OK) {
+        const auto enter = [&] {
+            return metrify_calculator_enter(used.get(), program.data(), program.size(), &listing);
+        };
+        if (!fails(enter, others, without_session)) {
             EXPECT_GT(others, 5);
             metrify_text_free(listing);
             break;
         }
+        ASSERT_FALSE(HasFailure());
         ASSERT_EQ(listing, nullptr);
         ASSERT_EQ(used.enter("1 m"), expected) << others;
         ASSERT_NE(used.enter("x").find("'x' undefined"), std::string::npos) << others;
