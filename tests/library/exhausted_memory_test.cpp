@@ -4,10 +4,12 @@
 #include "tests/allocations.h"
 #include "tests/library/calls.h"
 
+#include <array>
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -70,38 +72,23 @@ void expect_failures_of_a_conversion() {
     metrify_cells_free(answer);
 }
 
-TEST(exhausted_memory, is_a_status_of_a_run) {
-    expect_failures_of_a_run();
-}
-TEST(exhausted_memory, is_a_status_of_a_conversion) {
-    expect_failures_of_a_conversion();
-}
-// Allocations are counted and fail by thread.
-TEST(exhausted_memory, is_a_status_of_the_thread_whose_allocation_fails) {
-    for (int round = 0; round < 150; ++round) {
-        std::thread running(expect_failures_of_a_run);
-        std::thread converting(expect_failures_of_a_conversion);
-        const std::string expected = listing_of(program);
-        for (int runs = 0; runs < 20; ++runs)
-            EXPECT_EQ(listing_of(program), expected) << "in a thread with enough memory";
-        running.join();
-        converting.join();
-    }
-}
-TEST(exhausted_memory, is_a_status_of_a_plan) {
+void expect_failures_of_a_plan() {
     const std::string units = "m" + std::string(400, ' ');
+    const plan_handle first("ft", units); // also makes what the thread keeps
     metrify_plan* plan = nullptr;
     EXPECT_GT(failures([&] { return metrify_plan_new("ft", 2, units.data(), units.size(), &plan); }), 0);
     EXPECT_NEAR(metrify_plan_convert(plan, 1), 0.3048, 1e-14);
     metrify_plan_free(plan);
 }
-TEST(exhausted_memory, is_a_status_of_a_new_calculator) {
+
+void expect_failures_of_a_new_calculator() {
     metrify_calculator* calculator = nullptr;
     // The calculator and the request that can interrupt it.
     EXPECT_EQ(failures([&] { return metrify_calculator_new(&calculator); }), 2);
     metrify_calculator_free(calculator);
 }
-TEST(exhausted_memory, resets_a_calculator) {
+
+void expect_resets_of_a_calculator() {
     const std::string expected = listing_of("1 m");
     listing_of(program);
     for (int others = 0;; ++others) {
@@ -117,19 +104,61 @@ TEST(exhausted_memory, resets_a_calculator) {
             metrify_text_free(listing);
             break;
         }
-        ASSERT_FALSE(HasFailure());
+        ASSERT_FALSE(testing::Test::HasFailure());
         ASSERT_EQ(listing, nullptr);
         ASSERT_EQ(used.enter("1 m"), expected) << others;
         ASSERT_NE(used.enter("x").find("'x' undefined"), std::string::npos) << others;
     }
 }
-TEST(exhausted_memory, can_leave_a_fault_without_its_message) {
+
+void expect_a_fault_without_its_message() {
     metrify_unit unit = {};
     const std::string name(400, 'x');
     fail_allocation_after(0);
     EXPECT_EQ(metrify_unit_find(name.data(), name.size(), &unit), METRIFY_OUT_OF_MEMORY);
     fail_allocation_after(-1);
     EXPECT_EQ(metrify_unit_find(name.data(), name.size(), &unit), METRIFY_BAD_ARGUMENT);
+}
+
+TEST(exhausted_memory, is_a_status_of_a_run) {
+    expect_failures_of_a_run();
+}
+TEST(exhausted_memory, is_a_status_of_a_conversion) {
+    expect_failures_of_a_conversion();
+}
+TEST(exhausted_memory, is_a_status_of_a_plan) {
+    expect_failures_of_a_plan();
+}
+TEST(exhausted_memory, is_a_status_of_a_new_calculator) {
+    expect_failures_of_a_new_calculator();
+}
+TEST(exhausted_memory, resets_a_calculator) {
+    expect_resets_of_a_calculator();
+}
+TEST(exhausted_memory, can_leave_a_fault_without_its_message) {
+    expect_a_fault_without_its_message();
+}
+// Allocations are counted and fail by thread. Each call is made by two threads at the same time.
+TEST(exhausted_memory, is_a_status_of_the_thread_whose_allocation_fails) {
+    constexpr std::array expectations = {
+        expect_failures_of_a_run,      expect_failures_of_a_conversion,
+        expect_failures_of_a_plan,     expect_failures_of_a_new_calculator,
+        expect_resets_of_a_calculator, expect_a_fault_without_its_message,
+    };
+    for (int round = 0; round < 10; ++round) {
+        std::vector<std::thread> threads;
+        for (const auto expect : expectations)
+            for (int twin = 0; twin < 2; ++twin)
+                threads.emplace_back([expect] {
+                    for (int repeated = 0; repeated < 10; ++repeated)
+                        expect();
+                });
+        const std::string expected = listing_of(program);
+        for (int runs = 0; runs < 20; ++runs)
+            EXPECT_EQ(listing_of(program), expected) << "in a thread with enough memory";
+        for (std::thread& thread : threads)
+            thread.join();
+    }
 }
 TEST(exhausted_memory, still_ends_the_process_outside_the_library) {
     EXPECT_EXIT(metrify::nrerror("text"), testing::ExitedWithCode(1), "text");
