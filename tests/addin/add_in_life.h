@@ -13,6 +13,7 @@
 #include "xllrt/value/record_memory.h"
 #include "xllrt/value/thread_state.h"
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -44,9 +45,10 @@ class AddInLife {
         CXllApp::SetInstance(earlier_);
     }
 
-    bool Open() {
+    /// What the add-in's entry returns.
+    std::int32_t Open() {
         application_->events.AttachEarly();
-        return host_.CallEntryPoint("xlAutoOpen") == 1;
+        return host_.CallEntryPoint("xlAutoOpen").value();
     }
 
     /// The result of the worksheet function for 3.5, "ft" and "m", through both entries.
@@ -74,10 +76,12 @@ class AddInLife {
         return results;
     }
 
-    /// As a host that asks for everything twice.
-    void CloseAndRemove() {
+    /// As a host that asks for everything twice. True if each entry returns 1.
+    bool CloseAndRemove() {
+        bool succeeds = true;
         for (const char* entry : {"xlAutoClose", "xlAutoClose", "xlAutoRemove", "xlAutoRemove"})
-            host_.CallEntryPoint(entry);
+            succeeds = host_.CallEntryPoint(entry) == 1 && succeeds;
+        return succeeds;
     }
 
     CMetrifyApp& application() { return *application_; }

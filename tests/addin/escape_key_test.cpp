@@ -138,7 +138,8 @@ TEST_F(EscapeAnswer, is_pressed_for_the_boolean_true_only) {
     EXPECT_TRUE(is_escape_pressed());
     for (const Reply& reply :
          {Reply{0, false}, Reply{0, 1.0}, Reply{0, std::int32_t{1}}, Reply{0, u"TRUE"}, Reply{0, {}},
-          Reply{0, Reply::Error{xlerrValue}}, Reply{0, Reply::Items{1.0, 2.0}}, Reply::Refused()}) {
+          Reply{0, Reply::Error{xlerrValue}}, Reply{0, Reply::Items{1.0, 2.0}}, Reply::Refused(),
+          Reply{xlretFailed, true}}) {
         host.On(xlAbort, reply);
         EXPECT_FALSE(is_escape_pressed()) << reply.value.index();
     }

@@ -244,7 +244,8 @@ int ScriptedHost::Answer(int function, Record* result, int count, Record** argum
     calls_.push_back(line.append(")"));
     const auto script = scripts_.find(Plain(function));
     const Reply reply = script != scripts_.end() ? script->second(words) : DefaultReply(function, words);
-    if (reply.code == xlretSuccess && result) {
+    const bool has_value = !std::holds_alternative<std::monostate>(reply.value);
+    if (result && (reply.code == xlretSuccess || has_value)) {
         *result = Record();
         std::visit(Filler<Record>{*result}, reply.value);
         const std::uint16_t type = TypeOf(*result);

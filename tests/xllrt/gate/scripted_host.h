@@ -13,7 +13,8 @@
 
 namespace metrify {
 
-/// The host's answer: a return code, and with code 0 a value.
+/// The host's answer: a return code and a value. A value that comes with another code than 0 has no memory
+/// of its own: nobody gives it back.
 struct Reply {
     struct Error {
         int code;
