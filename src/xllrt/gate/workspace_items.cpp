@@ -1,5 +1,6 @@
 #include "xllrt/gate/workspace_items.h"
 
+#include "xllrt/fault/exceptions.h"
 #include "xllrt/gate/host_gate.h"
 #include "xllrt/value/xl_cell_view.h"
 
@@ -20,7 +21,11 @@ bool GetWorkspaceItem(std::int32_t index, CXlOper& item) {
     const XlSize size = settings.RefDimensions(false);
     if (index < 0 || index >= size.rows * size.columns)
         return false;
-    item = *settings.VectorCell(index);
+    try {
+        item = *settings.VectorCell(index);
+    } catch (const CXlOutOfRangeException&) { // an array with dimensions but without cells
+        return false;
+    }
     return true;
 }
 
